@@ -1,0 +1,12 @@
+// The version of the interface.
+#include "olh/support.h"
+#include "trace_log.h"
+
+// A call line without a result line: there is no code to report.
+const char* OlhVersion() noexcept {
+  static constexpr char kVersion[] = "v4.3_2.1";
+  OlhDocListInit();
+  print_debug("OlhVersion: %s\n", kVersion);
+  OlhLogHelp("OlhVersion", kVersion, nullptr, nullptr);
+  return kVersion;
+}

@@ -1,0 +1,37 @@
+#include "directory.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <string_view>
+
+#include "unique_fd.h"
+
+namespace olh {
+
+Directory::Directory(const char* path) noexcept {
+  UniqueFd fd(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+  if (!fd) return;
+  stream_ = fdopendir(fd.get());
+  if (stream_ != nullptr) fd.release();
+}
+
+Directory::~Directory() {
+  if (stream_ != nullptr) closedir(stream_);
+}
+
+const char* Directory::next() noexcept {
+  if (stream_ == nullptr || failed_) return nullptr;
+  for (;;) {
+    errno = 0;
+    const dirent* entry = readdir(stream_);
+    if (entry == nullptr) {
+      failed_ = errno != 0;
+      return nullptr;
+    }
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") return entry->d_name;
+  }
+}
+
+}  // namespace olh

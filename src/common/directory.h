@@ -1,0 +1,34 @@
+// The names in a directory, one after the other, in the order the file system gives them.
+//
+// Knows    that "." and ".." are no entries, and that a listing can fail halfway.
+// Not      what an entry is: a file's type is asked of the file, since d_type may say nothing.
+// For      whoever lists a directory (the generator of document lists).
+#ifndef OLH_COMMON_DIRECTORY_H
+#define OLH_COMMON_DIRECTORY_H
+
+#include <dirent.h>
+
+namespace olh {
+
+class Directory {
+ public:
+  // Opens a directory; a FIFO or device in its place does not block.
+  explicit Directory(const char* path) noexcept;
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+  ~Directory();
+
+  explicit operator bool() const noexcept { return stream_ != nullptr; }
+  // The next name, valid until the next call; null at the end, after a failure, and without an open directory.
+  const char* next() noexcept;
+  // Whether the names ended in a failure, so that some of them may be missing.
+  bool failed() const noexcept { return failed_; }
+
+ private:
+  DIR* stream_ = nullptr;
+  bool failed_ = false;
+};
+
+}  // namespace olh
+
+#endif

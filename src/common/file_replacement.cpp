@@ -1,0 +1,95 @@
+#include "file_replacement.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+#include <cstdio>
+#include <utility>
+
+#include "unique_fd.h"
+
+namespace olh {
+
+namespace {
+
+constexpr int kMostLinks = 40;
+constexpr mode_t kNewFileMode = 0666;
+constexpr mode_t kAccessBits = 0777;
+constexpr mode_t kAllModeBits = 07777;
+
+// Where a chain of symbolic links ends, also when nothing is there yet; the name itself when it is no link.
+std::string follow_links(std::string name) {
+  char target[PATH_MAX];
+  for (int links = 0; links < kMostLinks; ++links) {
+    const ssize_t size = readlink(name.c_str(), target, sizeof target);
+    if (size <= 0) break;
+    const std::string_view text(target, static_cast<std::size_t>(size));
+    const std::size_t slash = name.rfind('/');
+    if (text.front() == '/' || slash == std::string::npos)
+      name = text;
+    else
+      name.replace(slash + 1, std::string::npos, text);
+  }
+  return name;
+}
+
+// A new file of our own making: what lay there (a leftover, or somebody's link to another file) is only unlinked.
+UniqueFd create(const std::string& name, mode_t mode) {
+  unlink(name.c_str());
+  return UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode));
+}
+
+// Gives a new file the old one's owner, as far as this process may, and its mode; under another owner without the
+// bits that would lend this one's rights.
+bool take_over(int fd, const struct stat& old) {
+  struct stat fresh = {};
+  if (fstat(fd, &fresh) != 0) return false;
+  const bool same_owner =
+      (fresh.st_uid == old.st_uid && fresh.st_gid == old.st_gid) || fchown(fd, old.st_uid, old.st_gid) == 0;
+  return fchmod(fd, old.st_mode & (same_owner ? kAllModeBits : kAccessBits)) == 0;
+}
+
+}  // namespace
+
+FileReplacement::FileReplacement(const std::string& name, Durability durability)
+    : target_(follow_links(name)), temporary_(target_ + ".new"), durability_(durability) {
+  struct stat old = {};
+  const bool exists = stat(target_.c_str(), &old) == 0;
+  if (exists && !S_ISREG(old.st_mode)) return;
+  UniqueFd fd = create(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
+  if (!fd) return;
+  if (!exists || take_over(fd.get(), old)) stream_ = fdopen(fd.get(), "w");
+  if (stream_ != nullptr)
+    fd.release();
+  else
+    unlink(temporary_.c_str());
+}
+
+FileReplacement::~FileReplacement() {
+  if (stream_ == nullptr) return;
+  std::fclose(stream_);
+  unlink(temporary_.c_str());
+}
+
+void FileReplacement::write(std::string_view text) noexcept {
+  if (stream_ != nullptr) std::fwrite(text.data(), 1, text.size(), stream_);
+}
+
+bool FileReplacement::commit() noexcept {
+  if (stream_ == nullptr) return false;
+  if (finish()) return std::rename(temporary_.c_str(), target_.c_str()) == 0;
+  unlink(temporary_.c_str());
+  return false;
+}
+
+// Closes the new file. Returns whether everything arrived.
+bool FileReplacement::finish() noexcept {
+  std::FILE* stream = std::exchange(stream_, nullptr);
+  bool whole = std::ferror(stream) == 0 && std::fflush(stream) == 0;
+  if (whole && durability_ == Durability::kOnDisk) whole = fsync(fileno(stream)) == 0;
+  return std::fclose(stream) == 0 && whole;
+}
+
+}  // namespace olh

@@ -1,0 +1,51 @@
+// A file that is rewritten: put together beside the old one, and in its place only when all of it is there.
+//
+// Knows    that the new text goes to NAME.new, over a leftover of that name; that a symbolic link stays one and its
+//          target is rewritten; that the old file's mode (and, where allowed, its owner) is kept.
+// Not      what is written.
+// Owns     the open NAME.new, which vanishes again unless commit() is reached.
+// For      the option files, and generated lists.
+#ifndef OLH_COMMON_FILE_REPLACEMENT_H
+#define OLH_COMMON_FILE_REPLACEMENT_H
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace olh {
+
+class FileReplacement {
+ public:
+  // kOnDisk: commit() waits for the disk, so that even a crash of the machine leaves the old text or the new one.
+  enum class Durability { kOnDisk, kCached };
+
+  // Opens NAME.new. What stands under the name must be a regular file or nothing at all.
+  explicit FileReplacement(const std::string& name, Durability durability = Durability::kOnDisk);
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+  ~FileReplacement();
+
+  // Whether NAME.new is open.
+  explicit operator bool() const noexcept { return stream_ != nullptr; }
+  const std::string& temporary_name() const noexcept { return temporary_; }
+
+  // Adds text. The first error sticks: commit() reports it, single writes need no check.
+  void write(std::string_view text) noexcept;
+  // The stream itself, for whoever writes to one; null when NAME.new is not open. It stays owned here.
+  std::FILE* stream() const noexcept { return stream_; }
+  // Puts the new file in the old one's place, in one step. Returns whether every write reached it and it is there;
+  // otherwise the old file is as it was. A whole new file that could not take its place is left as NAME.new.
+  bool commit() noexcept;
+
+ private:
+  bool finish() noexcept;
+
+  std::string target_;  // the name, its symbolic links followed
+  std::string temporary_;
+  std::FILE* stream_ = nullptr;
+  Durability durability_;
+};
+
+}  // namespace olh
+
+#endif

@@ -1,0 +1,49 @@
+#include "basic_page.h"
+
+#include <string>
+
+#include "bounded_text.h"
+#include "generated_file.h"
+#include "line_reader.h"
+#include "paths.h"
+#include "script_line.h"
+
+namespace olh {
+
+namespace {
+
+constexpr std::string_view kDocumentListMark = "<!-- Insert document list here -->";
+constexpr std::string_view kReleaseNameMark = "<!-- Insert release name here -->";
+constexpr std::string_view kLinkAttributes = "\" class=\"doctagging\" target=\"_blank\">";
+
+void append_rows(std::string& page, const Entries& entries) {
+  for (const LibListEntry* entry : entries) {
+    if (!is_listed(*entry)) continue;
+    const std::string_view name = entry->docName;
+    append(page, {"<tr><td>", text_of(entry->title), "</td><td class=\"right\">\n"});
+    if (has_html(*entry)) append(page, {"<a href=\"../htmldocs/", name, "/index.htm", kLinkAttributes, "HTM</a>\n"});
+    if (has_pdf(*entry)) append(page, {"<a href=\"../pdfdocs/", name, ".pdf", kLinkAttributes, "PDF</a>\n"});
+    page += "</td></tr>\n";
+  }
+}
+
+}  // namespace
+
+void write_basic_page(std::string_view root, const Entries& entries) {
+  LineReader page_template(clean_path({root, "/tomedecks/common/html/basic.htm"}).c_str(), kLongestLine);
+  if (!page_template) return;
+  GeneratedFile page(clean_path({root, "/tomedecks/basic.htm"}));
+  if (!page) return;
+  std::string text;
+  for (std::string_view line; page_template.next(line);) {
+    if (contains(line, kDocumentListMark))
+      append_rows(text, entries);
+    else if (!contains(line, kReleaseNameMark))
+      text += line;
+    else if (releaseName != nullptr)
+      append(text, {releaseName, "\n"});
+  }
+  if (!page_template.failed()) page.finish(text);
+}
+
+}  // namespace olh

@@ -1,0 +1,111 @@
+// The documents of the root: HTML libraries, PDF documents, and what is both.
+//
+// Knows    what counts as a document, and where its title comes from.
+// Not      how a title is found in a file (title_scan), nor how the lists are written (library_lists).
+// For      the driver, as its third step.
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "boundary.h"
+#include "bounded_text.h"
+#include "directory.h"
+#include "name_index.h"
+#include "paths.h"
+#include "registries.h"
+#include "title_scan.h"
+
+namespace olh {
+
+namespace {
+
+constexpr std::string_view kNoLibraries[] = {"_a_search_tips", "QEL", "qelhelp.htm"};
+constexpr std::string_view kPdfExtension = ".pdf";
+constexpr std::string_view kBookcaseMark = "_bk_";
+
+bool is_no_library(std::string_view name) {
+  for (const std::string_view other : kNoLibraries)
+    if (name == other) return true;
+  return false;
+}
+
+// A library is whatever has a data file; one whose file names no title goes by its own name.
+void add_libraries(std::string_view root, PieceBlocks& blocks) {
+  Directory libraries(clean_path({root, "/htmldocs/"}).c_str());
+  while (const char* name = libraries.next()) {
+    if (is_no_library(name)) continue;
+    UniqueFd data_file = open_regular_file(clean_path({root, "/htmldocs/", name, "/QELdata/QELAllData.js"}).c_str());
+    if (!data_file) continue;
+    blocks.start(std::move(data_file));
+    const auto title = library_title(blocks);
+    if (!blocks.failed()) add_document(title ? std::string_view(*title) : name, name, kHtmlType);
+  }
+}
+
+// The document name of a file in pdfdocs; "" when it is none.
+std::string_view pdf_document_name(std::string_view file) {
+  if (file.size() <= kPdfExtension.size() || file.starts_with(kBookcaseMark)) return {};
+  std::string extension(file.substr(file.size() - kPdfExtension.size()));
+  lcStr(extension.data());
+  return extension == kPdfExtension ? file.substr(0, file.size() - kPdfExtension.size()) : std::string_view();
+}
+
+class PdfDocuments {
+ public:
+  PdfDocuments(std::string_view root, PieceBlocks& blocks)
+      : root_(root), blocks_(blocks), documents_(lleHead), portal_titles_(pdfTitlesHead) {}
+
+  void add_all() {
+    Directory files(clean_path({root_, "/pdfdocs/"}).c_str());
+    while (const char* file = files.next()) {
+      const std::string_view name = pdf_document_name(file);
+      if (!name.empty()) take(file, name);
+    }
+  }
+
+ private:
+  void take(std::string_view file, std::string_view name) {
+    if (LibListEntry* known = documents_.find(name)) {
+      // A PDF known as such is another spelling of ".pdf": a repetition.
+      if (known->type != nullptr && known->type != std::string_view(kPdfType)) discard(known->type);
+    } else if (const LibListEntry* titled = portal_titles_.find(name)) {
+      add(text_of(titled->title), name);
+    } else {
+      scan(file, name);
+    }
+  }
+
+  // A file that cannot be read to its title or its end is left out.
+  void scan(std::string_view file, std::string_view name) {
+    UniqueFd pdf = open_regular_file(clean_path({root_, "/pdfdocs/", file}).c_str());
+    if (!pdf) return;
+    blocks_.start(std::move(pdf));
+    const std::string title = pdf_title(blocks_);
+    if (!blocks_.failed()) add(title.empty() ? file : std::string_view(title), name);
+  }
+
+  void add(std::string_view title, std::string_view name) {
+    add_document(title, name, kPdfType);
+    documents_.add(lleHead);
+  }
+
+  std::string_view root_;
+  PieceBlocks& blocks_;
+  NameIndex documents_;
+  NameIndex portal_titles_;
+};
+
+}  // namespace
+
+}  // namespace olh
+
+int extractLibList(char* root) noexcept {
+  const bool extracted = olh::guarded(false, [root] {
+    olh::PieceBlocks blocks;
+    olh::add_libraries(olh::text_of(root), blocks);
+    olh::PdfDocuments(olh::text_of(root), blocks).add_all();
+    return true;
+  });
+  return extracted ? writeLibList(root) : int{DMERGE_RESULT_UNWRITABLE};
+}

@@ -1,0 +1,43 @@
+// One option file, loaded.
+//
+// Knows    which files are loaded at all: readable, regular, and small enough for a reader that is quadratic in keys.
+// Not      what the keys mean (root_options, option_file_read).
+// Owns     the dictionary of the INI reader; the values point into it.
+// For      the two readers of option files of this room (nothing else calls the INI reader), and their writer.
+#ifndef OLH_DOCLIST_OPTION_DICTIONARY_H
+#define OLH_DOCLIST_OPTION_DICTIONARY_H
+
+#include <iniparser.h>
+
+#include "unique_fd.h"
+
+namespace olh {
+
+// The keys of both option files. They stand outside any section.
+inline constexpr char kAltDocPathKey[] = ":qel_alt_doc_path";
+inline constexpr char kHtmlBrowserKey[] = ":qel_html_browser";
+inline constexpr char kPdfReaderKey[] = ":qel_pdf_reader";
+
+// Opens an option file for reading; empty for what nobody loads.
+UniqueFd open_option_file(const char* file) noexcept;
+
+class OptionDictionary {
+ public:
+  // Loads `file`; null counts as a file that is not there.
+  explicit OptionDictionary(const char* file) noexcept;
+  ~OptionDictionary();
+  OptionDictionary(const OptionDictionary&) = delete;
+  OptionDictionary& operator=(const OptionDictionary&) = delete;
+
+  // Whether the file was read and parsed.
+  explicit operator bool() const noexcept { return dictionary_ != nullptr; }
+  // The value, which may be ""; null when the key is absent. Valid as long as this object.
+  const char* value_of(const char* key) const noexcept;
+
+ private:
+  dictionary* dictionary_;
+};
+
+}  // namespace olh
+
+#endif

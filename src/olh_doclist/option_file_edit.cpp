@@ -1,0 +1,105 @@
+#include "option_file_edit.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+#include <utility>
+
+#include "bounded_text.h"
+#include "olh/support.h"
+#include "olh_doclist.h"
+
+namespace olh {
+
+namespace {
+
+constexpr OptionKey kKeys[] = {
+    {"QEL_HTML_BROWSER", "\n ", false, false},
+    {"QEL_PDF_READER", "\n ", false, false},
+    {"QEL_ALT_DOC_PATH", " ", true, true},
+};
+
+// Over a longer line, its line feed included, the INI reader gives up the whole file.
+constexpr std::size_t kLongestLine = 1023;
+
+bool is_white_space(char byte) noexcept { return std::isspace(static_cast<unsigned char>(byte)) != 0; }
+
+}  // namespace
+
+const OptionKey* option_key(int code) noexcept {
+  return code >= 1 && code <= static_cast<int>(std::size(kKeys)) ? &kKeys[code - 1] : nullptr;
+}
+
+std::string option_line(const OptionKey& key, std::string_view value) {
+  return std::string(key.name).append("=\"").append(value).append("\"\n");
+}
+
+bool can_be_read_back(const OptionKey& key, std::string_view value, bool is_new_file) noexcept {
+  constexpr std::size_t kAroundValue = std::string_view("=\"\"\n").size();
+  const std::size_t indent = is_new_file ? 1 : 0;
+  return value.size() <= kLongestLine - kAroundValue - indent - key.name.size() &&
+         value.find_first_of("\"\n") == std::string_view::npos;
+}
+
+std::string_view stripped(std::string_view text) noexcept {
+  const auto first = std::find_if_not(text.begin(), text.end(), is_white_space);
+  const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), is_white_space);
+  return text.substr(static_cast<std::size_t>(first - text.begin()), static_cast<std::size_t>(last.base() - first));
+}
+
+OptionFileEdit::Fate OptionFileEdit::fate_of(std::string_view line) {
+  const std::string_view text = stripped(line);
+  const bool continues = std::exchange(continues_, text.ends_with('\\'));
+  if (!continues) after_own_ = false;
+  if (text.empty() || text.front() == '#' || text.front() == ';') return Fate::kCopy;
+  return fate_of_text(text, continues);
+}
+
+// The first line that matches; "names the key" is meant as a substring, upper case.
+//
+//   in the key's old quoted value?   line                                          fate
+//   no                               goes on after the key's line, without "="     drop: alone it voids the file
+//   no                               goes on after another line                    copy
+//   either                           names the key, opens a quote for good         drop; the old value begins
+//   either                           names the key                                 replace
+//   yes                              has a quote                                   replace; the old value ends
+//   yes                              any other                                     drop
+//   no                               any other                                     copy
+OptionFileEdit::Fate OptionFileEdit::fate_of_text(std::string_view text, bool continues) {
+  const bool was_skipping = skipping_;
+  const auto quotes = std::count(text.begin(), text.end(), '"');
+  if (quotes == 0) {
+    print_debug("olh_docList::modifyOldIniFile: either multi-lined comment or unrelated line in .ini: %.*s\n",
+                static_cast<int>(text.size()), text.data());
+  } else if (was_skipping) {
+    print_debug("olh_docList::modifyOldIniFile: end of multi-lined variable\n");
+    skipping_ = false;
+  }
+
+  if (continues && !was_skipping) {
+    const bool stands_alone = text.find('=') != std::string_view::npos;
+    if (!after_own_) return Fate::kCopy;
+    if (!stands_alone) return Fate::kDrop;
+  }
+  const bool names_key = text.find(key_.name) != std::string_view::npos;
+  if (names_key && key_.spans_lines && quotes == 1) {
+    skipping_ = true;
+    return Fate::kDrop;
+  }
+  if (!names_key && !was_skipping) return Fate::kCopy;
+  if (!names_key && quotes == 0) return Fate::kDrop;
+  skipping_ = false;
+  replaced_ = true;
+  after_own_ = true;
+  return Fate::kReplace;
+}
+
+}  // namespace olh
+
+// What does not fit the buffer comes back empty.
+const char* olh_docList::strstrip(char* s) {
+  static char result[OLH_BUFFER_SIZE];
+  if (s == nullptr) return nullptr;
+  olh::write_buffer(result, olh::stripped(s));
+  return result;
+}

@@ -1,0 +1,159 @@
+// The probe: does a web server have this page? One HEAD request, one connection, judged by the status line.
+//
+// Knows    how a URL splits, the request, and which answers count.
+// Not      the system calls (http_socket), which pages make a root (root_options) or a document (the lookups).
+// For      this room.
+//
+//   URL                      host, port, path
+//   http://h/docs/x.pdf      h, 80, /docs/x.pdf
+//   http://h:8080/x?a#b      h, 8080, /x?a#b
+//   http://h/a:b             h, 80, /a:b            a ":" without a number behind it, or in the path, is no port
+//   http://h                 refused                no path
+//   https://h/x  HTTP://h/x  refused                another protocol
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "bounded_text.h"
+#include "http_socket.h"
+#include "olh/support.h"
+#include "olh_doclist.h"
+
+namespace olh {
+
+namespace {
+
+constexpr std::size_t kPartSize = 512;       // host, path and request, with their NUL
+constexpr std::size_t kLongestUrl = 2048;    // as far as a URL is looked at
+constexpr std::size_t kLongestScheme = 512;  // as far as a wrong one is shown
+constexpr std::size_t kChunkSize = 10000;
+constexpr int kHttpPort = 80;
+constexpr int kLastPort = 65535;
+
+// The port behind the ":" of "host:port". Without a number it is the default one; 0 when there is no such port.
+int port_in(std::string_view host_and_port) noexcept {
+  const std::size_t colon = host_and_port.find(':');
+  if (colon == std::string_view::npos) return kHttpPort;
+  int port = 0;
+  const char* const end = host_and_port.data() + host_and_port.size();
+  const std::errc error = std::from_chars(host_and_port.data() + colon + 1, end, port).ec;
+  if (error == std::errc::invalid_argument) return kHttpPort;
+  return error == std::errc() && port >= 1 && port <= kLastPort ? port : 0;
+}
+
+// Blanks and control characters would end the path early or begin another header line.
+bool is_one_word(std::string_view url) noexcept {
+  return std::none_of(url.begin(), url.end(), [](char c) { return (c >= '\0' && c <= ' ') || c == '\x7f'; });
+}
+
+std::string head_request(std::string_view host, std::string_view path) {
+  std::string request("HEAD ");
+  return request.append(path).append(" HTTP/1.1\r\nHOST: ").append(host).append("\r\n\r\n");
+}
+
+// A debug line ends in one line feed, also when what it quotes brings its own.
+std::string_view without_line_feeds(std::string_view text) noexcept {
+  while (text.ends_with('\n')) text.remove_suffix(1);
+  return text;
+}
+
+int judge(std::string_view answer) {
+  if (answer.find("HTTP/1.1 404 Not Found") != std::string_view::npos) {
+    print_debug("olh_docList::ValidURL: failed: HTTP/1.1 404 Not Found\n");
+    return 0;
+  }
+  if (answer.find("HTTP/1.1 200 OK") != std::string_view::npos) return 1;
+  const std::string_view shown = without_line_feeds(answer);
+  print_debug("olh_docList::ValidURL: failed: HTTP error: %.*s\n", static_cast<int>(shown.size()), shown.data());
+  return 0;
+}
+
+// The first chunk that holds a status line decides, and nothing more is read. A server that sends none before it
+// closes the connection has no such page.
+int judge_reply(HttpSocket& socket) {
+  char chunk[kChunkSize];
+  for (ssize_t size = socket.receive(chunk, kChunkSize); size > 0; size = socket.receive(chunk, kChunkSize)) {
+    const std::string_view text(chunk, strnlen(chunk, static_cast<std::size_t>(size)));
+    if (text.find("HTTP/1.1") != std::string_view::npos) return judge(text);
+  }
+  return 0;
+}
+
+// Every return closes the connection.
+int ask(const char* url, const char* host, int port, std::string_view request) {
+  sockaddr_in server = {};
+  if (!resolve_server(host, port, server)) {
+    print_debug("olh_docList::ValidURL: failed: unknown host: %s\n", host);
+    return 0;
+  }
+  HttpSocket socket;
+  if (!socket.open()) {
+    print_debug("olh_docList::ValidURL: failed: cannot open socket\n");
+    return 0;
+  }
+  if (!socket.bind()) {
+    print_debug("olh_docList::ValidURL: failed: %s: cannot bind port TCP %u\n", url, static_cast<unsigned>(port));
+    return 0;
+  }
+  if (!socket.connect(server)) {
+    print_debug("olh_docList::ValidURL: failed: cannot connect\n");
+    return 0;
+  }
+  if (!socket.send(request)) {
+    print_debug("olh_docList::ValidURL: failed: cannot send data\n");
+    return 0;
+  }
+  return judge_reply(socket);
+}
+
+}  // namespace
+
+}  // namespace olh
+
+int olh_docList::ParseURL(const char* url, char* host, int* port, char* path) {
+  const std::string_view text = olh::text_of(url).substr(0, olh::kLongestUrl);
+  const std::size_t colon = text.find(':');
+  if (colon == std::string_view::npos) {
+    print_debug("olh_docList::ParseURL: Invalid url: no protocol specified\n");
+    return 0;
+  }
+  const std::string scheme(text.substr(0, std::min(colon, olh::kLongestScheme)));
+  if (scheme != "http") {
+    print_debug("olh_docList::ParseURL: Invalid protocol: %s\n", scheme.c_str());
+    return 0;
+  }
+  const std::size_t slashes = text.find("//");
+  if (slashes == std::string_view::npos) {
+    print_debug("olh_docList::ParseURL: Invalid url: no server specified\n");
+    return 0;
+  }
+  const std::string_view remainder = text.substr(slashes + 2);
+  const std::size_t slash = remainder.find('/');
+  if (slash == std::string_view::npos) {
+    print_debug("olh_docList::ParseURL: Invalid url: no path specified\n");
+    return 0;
+  }
+  const std::string_view host_and_port = remainder.substr(0, slash);
+  *port = olh::port_in(host_and_port);
+  const bool whole = olh::write_buffer(host, host_and_port.substr(0, host_and_port.find(':')), olh::kPartSize) &&
+                     olh::write_buffer(path, remainder.substr(slash), olh::kPartSize);
+  return whole && *port != 0 ? 1 : 0;
+}
+
+int olh_docList::ValidURL(const char* url) {
+  const std::string_view text = olh::text_of(url);
+  print_debug("olh_docList::ValidURL: %s\n", text.empty() ? "" : url);
+  char host[olh::kPartSize] = "";
+  char path[olh::kPartSize] = "";
+  int port = 0;
+  std::string request;
+  if (ParseURL(url, host, &port, path) == 1) request = olh::head_request(host, path);
+  if (request.empty() || request.size() >= olh::kPartSize || !olh::is_one_word(text)) {
+    print_debug("olh_docList::ValidURL: failed: url parse error\n");
+    return 0;
+  }
+  print_debug("olh_docList::ValidURL: host: %s, port: %d, path: %s\n", host, port, path);
+  return olh::ask(url, host, port, request);
+}

@@ -1,0 +1,101 @@
+#include "trace_log.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "olh/support.h"
+#include "scratch.h"
+
+namespace {
+
+using TraceLog = olh_test::Scratch;
+using olh_test::read_file;
+using olh_test::standard_error_of;
+
+TEST_F(TraceLog, CallLinesStopAtTheFirstMissingArgument) {
+  std::string log = dir + "/log";
+  StartOlhLog(log.data());
+  OlhLogHelp("X", "a", "b", "c");
+  OlhLogHelp("X", "a", "b", "");
+  OlhLogHelp("X", "a", "", "c");
+  OlhLogHelp("X", "", "b", "c");
+  OlhLogHelp("X", nullptr, nullptr, nullptr);
+  OlhLogHelp("X", "say \"hi\"", nullptr, nullptr);
+  OlhLogHelp("", "a", "b", "c");
+  OlhLogReturn("X", -1);
+  OlhLogReturn("", 3);
+  CloseOlhLog();
+  OlhLogReturn("X", 0);
+  EXPECT_EQ(read_file(log),
+            "X( \"a\", \"b\", \"c\" );\n"
+            "X( \"a\", \"b\" );\n"
+            "X( \"a\" );\n"
+            "X();\n"
+            "X();\n"
+            "X( \"say \"hi\"\" );\n"
+            "X returned -1\n");
+}
+
+TEST_F(TraceLog, IsAppendedToAndNeedsADirectory) {
+  std::string log = write("logs/trace", "earlier\n");
+  std::string lost = dir + "/absent/trace";
+  StartOlhLog(log.data());
+  OlhLogReturn("X", 0);
+  StartOlhLog(lost.data());
+  OlhLogReturn("Y", 0);
+  EXPECT_EQ(read_file(log), "earlier\nX returned 0\n");
+}
+
+TEST_F(TraceLog, DoesNotWaitForTheReaderOfAFifo) {
+  std::string fifo = dir + "/fifo";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  StartOlhLog(fifo.data());
+  OlhLogReturn("X", 0);
+  EXPECT_EQ(access(fifo.c_str(), F_OK), 0) << "came back, and left it alone";
+}
+
+TEST_F(TraceLog, BeginsWithTheCallsThatFirstUseMakes) {
+  const std::string log = dir + "/log";
+  set("OLH_LOG_HELP", log);
+  set("QEL_DOC_TYPE", "pdf:html");
+  OlhGetDocPath(nullptr);
+  EXPECT_EQ(read_file(log),
+            "OlhSetViewerOrder( \"pdf:html\" );\n"
+            "OlhSetViewer( \"OLH_VIEWER_HTML\" );\n"
+            "OlhSetViewer returned 0\n"
+            "OlhSetViewer( \"OLH_VIEWER_PDF\" );\n"
+            "OlhSetViewer returned 0\n"
+            "OlhSetViewerOrder returned 0\n"
+            "OlhGetDocPath();\n"
+            "OlhGetDocPath returned 3\n");
+}
+
+TEST_F(TraceLog, VersionHasNoResultLineAndNothingHasNoLine) {
+  const std::string log = dir + "/log";
+  set("OLH_LOG_HELP", log);
+  EXPECT_STREQ(OlhVersion(), "v4.3_2.1");
+  EXPECT_EQ(OlhAppExit(), OLH_RESULT_FAILED);
+  EXPECT_EQ(OlhDocFind("x", 3), OLH_RESULT_FAILED);
+  EXPECT_EQ(read_file(log), "OlhVersion( \"v4.3_2.1\" );\n");
+}
+
+using DebugOutput = olh_test::Scratch;
+
+TEST_F(DebugOutput, IsOnForAnyNonEmptyValueAndReadAgainAtAHelpCall) {
+  const auto lines = [](const char* value) {
+    set("OLH_DEBUG", value);
+    return standard_error_of([] { OlhHelpCall("", "", 0); });
+  };
+  EXPECT_EQ(lines(""), "");
+  // Still off when the entry line would be written, on from there.
+  EXPECT_EQ(lines("0"), "OlhHelpCall: failed (returned 3)\n");
+  EXPECT_EQ(lines("1"), "OlhHelpCall\nOlhHelpCall: failed (returned 3)\n");
+}
+
+TEST_F(DebugOutput, IsReadAgainBeforeTheEntryLineOfATest) {
+  OlhDocListInit();
+  set("OLH_DEBUG", "1");
+  EXPECT_EQ(standard_error_of([] { OlhHelpTest("", ""); }), "OlhHelpTest\nOlhHelpTest: failed (returned 3)\n");
+}
+
+}  // namespace

@@ -1,0 +1,211 @@
+#include "detached_start.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+
+#include <csignal>
+#include <cstddef>
+#include <future>
+#include <string>
+#include <vector>
+
+#include "olh/olh.h"
+#include "scratch.h"
+
+namespace {
+
+using olh::StartOutcome;
+using Words = std::vector<std::string>;
+
+struct Case {
+  Words words;
+  StartOutcome outcome;
+  int status;
+};
+
+const std::vector<Case> kOutcomes = {
+    {{"/bin/sh", "-c", "exit 0"}, StartOutcome::kStarted, 0},
+    {{"/bin/sh", "-c", "sleep 3"}, StartOutcome::kStarted, 0},
+    {{"/bin/sh", "-c", "kill -9 $$"}, StartOutcome::kStarted, 0},
+    {{"/bin/sh", "-c", "exit 1"}, StartOutcome::kFailed, OLH_RESULT_FAILED},
+    {{"/bin/sh", "-c", "exit 2"}, StartOutcome::kFailed, OLH_RESULT_NO_PROGRAM},
+    {{"/no/such/program"}, StartOutcome::kFailed, OLH_RESULT_NO_PROGRAM},
+    {{"no-such-program"}, StartOutcome::kFailed, OLH_RESULT_NO_PROGRAM},
+    {{""}, StartOutcome::kFailed, OLH_RESULT_NO_PROGRAM},
+    {{"/"}, StartOutcome::kFailed, OLH_RESULT_FAILED},
+};
+
+// Every case on a thread of its own: they take two seconds together, and a host with many threads is safe.
+void expect_outcomes(const std::vector<Case>& cases) {
+  std::vector<std::future<olh::DetachedStart>> starts;
+  for (const Case& test : cases)
+    starts.push_back(std::async(std::launch::async, [&test] { return olh::start_detached(test.words); }));
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    const olh::DetachedStart start = starts[i].get();
+    SCOPED_TRACE(testing::PrintToString(cases[i].words));
+    EXPECT_EQ(start.outcome, cases[i].outcome);
+    EXPECT_EQ(start.status, cases[i].status);
+  }
+}
+
+void handle(int number, void (*handler)(int)) {
+  struct sigaction action = {};
+  action.sa_handler = handler;
+  sigaction(number, &action, nullptr);
+}
+
+void collect_every_child(int) {
+  while (waitpid(-1, nullptr, WNOHANG) > 0) {
+  }
+}
+
+void do_nothing(int) {}
+
+class DetachedStart : public olh_test::Scratch {
+ protected:
+  // A script that writes its arguments into `out`, each on a line.
+  std::string add_script(const std::string& relative, const std::string& first_line) const {
+    const std::string path = write(relative, first_line + "\nprintf '%s\\n' \"$@\" >" + dir + "/out\n");
+    chmod(path.c_str(), 0700);
+    return path;
+  }
+  std::string output_of_script() const { return olh_test::read_file(dir + "/out"); }
+};
+
+TEST_F(DetachedStart, OutcomesAndNoZombie) {
+  expect_outcomes(kOutcomes);
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(DetachedStart, SameOutcomesInAHostThatIgnoresItsChildren) {
+  signal(SIGCHLD, SIG_IGN);
+  expect_outcomes(kOutcomes);
+}
+
+TEST_F(DetachedStart, SameOutcomesInAHostThatCollectsEveryChildAndIsInterrupted) {
+  handle(SIGCHLD, collect_every_child);
+  handle(SIGALRM, do_nothing);
+  const itimerval every_20_ms = {{0, 20000}, {0, 20000}};
+  setitimer(ITIMER_REAL, &every_20_ms, nullptr);
+  expect_outcomes(kOutcomes);
+}
+
+TEST_F(DetachedStart, ProgramGetsItsArgumentsAndNothingElseOfTheHost) {
+  const olh_test::Recorder viewer = add_viewer("viewer");
+  handle(SIGUSR1, do_nothing);
+  signal(SIGCHLD, SIG_IGN);
+  signal(SIGPIPE, SIG_IGN);
+  sigset_t set;
+  sigfillset(&set);
+  sigprocmask(SIG_SETMASK, &set, nullptr);
+  ASSERT_GE(fcntl(0, F_DUPFD, 3), 3);
+  ASSERT_GE(fcntl(0, F_DUPFD, 200), 200);
+  const Words arguments = {"", "-x", "$(touch x) `y`", "it's \"z\"", "a\nb", "\xff"};
+  Words words = {viewer.path};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  olh::start_detached(words);
+  const std::vector<olh_test::Invocation> calls = viewer.invocations();
+  ASSERT_EQ(calls.size(), 1U);
+  EXPECT_EQ(calls[0].arguments, arguments);
+  EXPECT_EQ(calls[0].open_descriptors, "");
+  EXPECT_EQ(calls[0].ignored_signals, "0000000000000000");
+  EXPECT_EQ(calls[0].blocked_signals, "0000000000000000");
+  sigset_t after;
+  sigprocmask(SIG_SETMASK, nullptr, &after);
+  EXPECT_EQ(sigismember(&after, SIGUSR1), 1) << "the host's own mask has changed";
+}
+
+TEST_F(DetachedStart, DescriptorsAreClosedOneByOneWhereTheSystemKnowsNoRange) {
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_close_range, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter = {std::size(program), program};
+  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) != 0)
+    GTEST_SKIP() << "no system call filter here";
+  const olh_test::Recorder viewer = add_viewer("viewer");
+  ASSERT_GE(fcntl(0, F_DUPFD, 100), 100);
+  olh::start_detached(Words{viewer.path});
+  ASSERT_EQ(viewer.invocations().size(), 1U);
+  EXPECT_EQ(viewer.invocations()[0].open_descriptors, "");
+}
+
+TEST_F(DetachedStart, ClosedStandardStreamsOfTheHostAreNoFileOfTheViewer) {
+  const std::string script =
+      write("show", "#!/bin/sh\nseen=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\necho \"$seen\" >" + dir +
+                        "/out\n");
+  chmod(script.c_str(), 0700);
+  const int saved[] = {dup(0), dup(1), dup(2)};
+  for (int fd = 0; fd < 3; ++fd) close(fd);
+  const olh::DetachedStart start = olh::start_detached(Words{script});
+  for (int fd = 0; fd < 3; ++fd) dup2(saved[fd], fd);
+  EXPECT_EQ(start.outcome, StartOutcome::kStarted);
+  EXPECT_EQ(output_of_script(), "/dev/null\n/dev/null\n/dev/null\n");
+}
+
+// As execlp would find them: what cannot be executed is passed over, and remembered when nothing else is found.
+TEST_F(DetachedStart, BareNamesAreSearchedAlongPath) {
+  write("first/found", "not executable");
+  add_viewer("found", "second");
+  add_viewer("here", "working");
+  write("first/denied", "not executable");
+  set("PATH", dir + "/first:" + dir + "/no-such-directory::" + dir + "/second");
+  ASSERT_EQ(chdir((dir + "/working").c_str()), 0);
+  expect_outcomes({
+      {{"found"}, StartOutcome::kStarted, 0},
+      {{"here"}, StartOutcome::kStarted, 0},
+      {{"denied"}, StartOutcome::kFailed, OLH_RESULT_FAILED},
+      {{std::string(300, 'x')}, StartOutcome::kFailed, OLH_RESULT_FAILED},
+  });
+}
+
+TEST_F(DetachedStart, WithoutPathTheSystemsDirectoriesAreSearched) {
+  unset("PATH");
+  EXPECT_EQ(olh::start_detached(Words{"sh", "-c", "exit 2"}).status, OLH_RESULT_NO_PROGRAM);
+}
+
+TEST_F(DetachedStart, ScriptWithoutFirstLineRunsInTheShell) {
+  add_script("bin/script", "");
+  EXPECT_EQ(olh::start_detached(Words{"script", "a b", "$c"}).outcome, StartOutcome::kStarted);
+  EXPECT_EQ(output_of_script(), "a b\n$c\n");
+}
+
+TEST_F(DetachedStart, ScriptNamedLikeAnOptionIsNone) {
+  add_script("-c/-e", "");
+  ASSERT_EQ(chdir(dir.c_str()), 0);
+  EXPECT_EQ(olh::start_detached(Words{"-c/-e", "a"}).outcome, StartOutcome::kStarted);
+  EXPECT_EQ(output_of_script(), "a\n");
+}
+
+// Becomes a user with room for `processes` processes, this one included. Returns false where that cannot be done.
+bool limit_processes(rlim_t processes) {
+  const auto nobody_else = static_cast<uid_t>(100000 + getpid());
+  const rlimit limit = {processes, processes};
+  return setresuid(nobody_else, nobody_else, nobody_else) == 0 && setrlimit(RLIMIT_NPROC, &limit) == 0;
+}
+
+TEST(DetachedStartWithoutProcesses, NoFirstFork) {
+  const rlimit none = {0, 0};
+  if (geteuid() == 0 ? !limit_processes(1) : setrlimit(RLIMIT_NPROC, &none) != 0) GTEST_SKIP() << "no limit here";
+  EXPECT_EQ(olh::start_detached(Words{"/bin/true"}).outcome, StartOutcome::kForkFailed);
+}
+
+TEST(DetachedStartWithoutProcesses, NoSecondFork) {
+  if (!limit_processes(2)) GTEST_SKIP() << "needs root";
+  const olh::DetachedStart start = olh::start_detached(Words{"/bin/true"});
+  EXPECT_EQ(start.outcome, StartOutcome::kFailed);
+  EXPECT_EQ(start.status, OLH_RESULT_FAILED);
+}
+
+}  // namespace

@@ -1,0 +1,86 @@
+#include <cstring>
+
+#include "olh/support.h"
+#include "support/scratch.h"
+
+namespace {
+
+class Wrappers : public olh_test::Scratch {};
+
+// The instance lives as long as the process; each of these is the first use in a process of its own.
+TEST_F(Wrappers, NothingConfiguredIsNoPath) {
+  EXPECT_EQ(GetOlhDocPath(), nullptr);
+  EXPECT_EQ(GetOlhDisplayType(), OLH_DISPLAY_NORMAL);
+  SetOlhDisplayType(7);
+  EXPECT_EQ(GetOlhDisplayType(), 7);
+}
+
+TEST_F(Wrappers, EnvironmentFixesTheDisplayTypeForTheProcess) {
+  set("QEL_OLH_DISPLAY_TYPE", "Popup");
+  SetOlhDisplayType(OLH_DISPLAY_NORMAL);
+  EXPECT_EQ(GetOlhDisplayType(), OLH_DISPLAY_POPUP);
+  set("QEL_OLH_DISPLAY_TYPE", "topic");
+  OlhDocListInit();
+  EXPECT_EQ(GetOlhDisplayType(), OLH_DISPLAY_POPUP);
+}
+
+TEST_F(Wrappers, EveryFunctionReadsTheEnvironmentFirst) {
+  const std::string root = make_root("docs");
+  set("QEL_DOC_PATH", root);
+  ASSERT_NE(GetOlhDocPath(), nullptr);
+  EXPECT_EQ(GetOlhDocPath(), root);
+}
+
+TEST_F(Wrappers, TraceLogBeginsWithWhatFirstUseCauses) {
+  const std::string log = dir + "/trace.log";
+  set("OLH_LOG_HELP", log);
+  set("QEL_DOC_TYPE", "pdf");
+  EXPECT_EQ(OlhSetViewerOrder("html"), 0);
+  CloseOlhLog();
+  const std::string text = olh_test::read_file(log);
+  const std::string begin = "OlhSetViewerOrder( \"pdf\" );\n";
+  const std::string own = "OlhSetViewerOrder( \"html\" );\n";
+  EXPECT_EQ(text.rfind(begin, 0), 0U) << text;
+  EXPECT_EQ(text.find(begin, 1), std::string::npos) << text;
+  EXPECT_NE(text.find("OlhSetViewerOrder returned 0\n" + own), std::string::npos) << text;
+}
+
+TEST_F(Wrappers, DisplayTypeComesAfterTheViewerOrder) {
+  const std::string said = olh_test::standard_error_of([] {
+    set("OLH_DEBUG", "1");
+    setDebugVariable();
+    OlhDocListInit();
+    OlhDocListInit();
+  });
+  std::string asked;
+  for (const char* const name :
+       {"QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "TRV_HOME", "QEL_HOME"})
+    asked += std::string("olh_docList::GetOlhVariable: ") + name + "\nolh_docList::GetOlhVariable: failed\n";
+  asked += "olh_docList::CheckOlhVariables\n";
+  for (const char* const name : {"OLH_LOG_HELP", "QEL_DOC_TYPE", "QEL_OLH_DISPLAY_TYPE"})
+    asked += std::string("olh_docList::GetOlhVariable: ") + name + "\nolh_docList::GetOlhVariable: failed\n";
+  EXPECT_EQ(said, asked + "olh_docList::CheckOlhVariables: done\n");
+}
+
+TEST_F(Wrappers, UnknownViewersDoNotRun) {
+  for (const OlhViewer viewer : {OlhViewer{OLH_VIEWER_TOMEDECK}, OlhViewer{OLH_VIEWER_DEFAULT}, 2})
+    EXPECT_EQ(isViewerRunning(viewer), 2);
+  EXPECT_EQ(exitViewer(), 2);
+  OlhSetViewer(OLH_VIEWER_TOMEDECK, 0);
+  EXPECT_EQ(startViewer(), 2);
+}
+
+TEST_F(Wrappers, PathAndVariableTakeNull) {
+  const std::string root = make_root("docs");
+  set("QEL_DOC_PATH", root);
+  char value[OLH_BUFFER_SIZE] = "left over";
+  EXPECT_EQ(GetOlhVariable(nullptr, "QEL_DOC_PATH"), 0);
+  EXPECT_EQ(GetOlhVariable(value, nullptr), 0);
+  EXPECT_STREQ(value, "");
+  EXPECT_EQ(SetOlhDocPath(make_root("host").c_str()), 1);
+  EXPECT_EQ(GetOlhDocPath(), dir + "/host");
+  EXPECT_EQ(SetOlhDocPath(nullptr), 1);
+  EXPECT_EQ(GetOlhDocPath(), root);
+}
+
+}  // namespace

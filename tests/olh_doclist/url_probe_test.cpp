@@ -1,0 +1,187 @@
+#include <filesystem>
+
+#include "olh/support.h"
+#include "olh_doclist.h"
+#include "support/http_server.h"
+#include "support/scratch.h"
+
+namespace {
+
+using olh_test::HttpReply;
+using olh_test::HttpServer;
+
+constexpr std::size_t kPartSize = 512;
+
+class UrlProbe : public olh_test::Scratch {
+ protected:
+  UrlProbe() {
+    set("OLH_DEBUG", "1");
+    setDebugVariable();
+  }
+
+  // What the probe says last, without the words that every line begins with; "" when it judges without a word.
+  std::string last_words(const std::string& url, int& result) {
+    std::string said = olh_test::standard_error_of([&] { result = locator.ValidURL(url.c_str()); });
+    EXPECT_EQ(said.back(), '\n');
+    said.pop_back();
+    const std::string start = "olh_docList::ValidURL: failed: ";
+    const std::size_t found = said.find(start);
+    return found == std::string::npos ? "" : said.substr(found + start.size());
+  }
+
+  olh_docList locator;
+};
+
+std::size_t open_descriptors() {
+  const std::filesystem::directory_iterator entries("/proc/self/fd");
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+TEST_F(UrlProbe, UrlsSplitIntoHostPortAndPath) {
+  const struct {
+    const char* url;
+    const char* host;
+    int port;
+    const char* path;
+  } cases[] = {
+      {"http://h/docs/x.pdf", "h", 80, "/docs/x.pdf"},
+      {"http://h:8080/docs/x.pdf", "h", 8080, "/docs/x.pdf"},
+      {"http://h:65535/", "h", 65535, "/"},
+      {"http://h/a?b=c#d", "h", 80, "/a?b=c#d"},
+      {"http://h/a:b", "h", 80, "/a:b"},
+      {"http://h/a:8080/b", "h", 80, "/a:8080/b"},
+      {"http://h:/x", "h", 80, "/x"},
+      {"http://h:8080/a:9", "h", 8080, "/a:9"},
+      {"http:x//h/y", "h", 80, "/y"},
+  };
+  for (const auto& expected : cases) {
+    char host[kPartSize];
+    char path[kPartSize];
+    int port = 0;
+    ASSERT_EQ(locator.ParseURL(expected.url, host, &port, path), 1) << expected.url;
+    EXPECT_STREQ(host, expected.host) << expected.url;
+    EXPECT_EQ(port, expected.port) << expected.url;
+    EXPECT_STREQ(path, expected.path) << expected.url;
+  }
+}
+
+TEST_F(UrlProbe, MalformedUrlsAreNamed) {
+  const struct {
+    const char* url;
+    const char* said;
+  } cases[] = {
+      {"h/docs", "Invalid url: no protocol specified"},
+      {"", "Invalid url: no protocol specified"},
+      {"https://h/docs", "Invalid protocol: https"},
+      {"HTTP://h/x", "Invalid protocol: HTTP"},
+      {"://h/x", "Invalid protocol: "},
+      {"http:h/docs", "Invalid url: no server specified"},
+      {"http://h", "Invalid url: no path specified"},
+      {"http://h:80", "Invalid url: no path specified"},
+  };
+  for (const auto& expected : cases) {
+    int result = -1;
+    const std::string said = olh_test::standard_error_of([&] { result = locator.ValidURL(expected.url); });
+    EXPECT_EQ(result, 0) << expected.url;
+    EXPECT_EQ(said, std::string("olh_docList::ValidURL: ") + expected.url + "\nolh_docList::ParseURL: " +
+                        expected.said + "\nolh_docList::ValidURL: failed: url parse error\n");
+  }
+}
+
+TEST_F(UrlProbe, RequestIsOneHeadLineAndTheHostWithoutPort) {
+  const HttpServer server({"/docs/x.pdf"});
+  const std::string url = server.url("/docs/x.pdf");
+  const std::string said = olh_test::standard_error_of([&] { EXPECT_EQ(locator.ValidURL(url.c_str()), 1); });
+  EXPECT_EQ(said, "olh_docList::ValidURL: " + url + "\nolh_docList::ValidURL: host: 127.0.0.1, port: " +
+                      std::to_string(server.port()) + ", path: /docs/x.pdf\n");
+  EXPECT_EQ(server.requests(), std::vector<std::string>{"HEAD /docs/x.pdf HTTP/1.1\r\nHOST: 127.0.0.1\r\n\r\n"});
+}
+
+TEST_F(UrlProbe, FirstStatusLineDecides) {
+  using namespace std::string_literals;
+  const std::string ok = "HTTP/1.1 200 OK\r\n\r\n";
+  const std::string redirection = "HTTP/1.1 302 Found\r\nLocation: /\r\n\r\n";
+  const struct {
+    const char* what;
+    HttpReply reply;
+    int result;
+    std::string said;
+  } cases[] = {
+      {"found", {{ok}}, 1, ""},
+      {"not found", {{"HTTP/1.1 404 Not Found\r\n\r\n"}}, 0, "HTTP/1.1 404 Not Found"},
+      {"redirected", {{redirection}}, 0, "HTTP error: HTTP/1.1 302 Found\r\nLocation: /\r\n\r"},
+      {"forbidden", {{"HTTP/1.1 403 Forbidden\n\n"}}, 0, "HTTP error: HTTP/1.1 403 Forbidden"},
+      {"other words", {{"HTTP/1.1 200 Fine\r\n\r\n"}}, 0, "HTTP error: HTTP/1.1 200 Fine\r\n\r"},
+      {"second piece", {{"\r\n", ok}}, 1, ""},
+      {"third chunk", {{std::string(20000, '-') + ok}}, 1, ""},
+      {"older server", {{"HTTP/1.0 200 OK\r\n\r\n"}, HttpReply::kClose}, 0, ""},
+      {"behind a NUL", {{"\0"s + ok}, HttpReply::kClose}, 0, ""},
+      {"closed", {{}, HttpReply::kClose}, 0, ""},
+      {"reset", {{}, HttpReply::kReset}, 0, ""},
+  };
+  for (const auto& expected : cases) {
+    const HttpServer server([&expected](const std::string&) { return expected.reply; });
+    int result = -1;
+    EXPECT_EQ(last_words(server.url("/x"), result), expected.said) << expected.what;
+    EXPECT_EQ(result, expected.result) << expected.what;
+    EXPECT_EQ(server.requests().size(), 1U) << expected.what;
+  }
+}
+
+TEST_F(UrlProbe, WhatWouldSpoilTheRequestIsNeverSent) {
+  const HttpServer server([](const std::string&) { return olh_test::http_status("200 OK"); });
+  const std::string host = "127.0.0.1";
+  const std::string longest = "/" + std::string(485 - host.size() - 1, 'p');
+  int result = -1;
+  EXPECT_EQ(last_words(server.url(longest), result), "");
+  EXPECT_EQ(result, 1);
+  const std::string urls[] = {
+      server.url(longest + "p"),
+      server.url("/" + std::string(10000, 'p')),
+      server.url("/a b"),
+      server.url("/a\tb"),
+      server.url("/a\x7f"),
+      server.url("/x HTTP/1.1\r\nHOST: other\r\n\r\n"),
+      "http://127.0.0.1:0/x",
+      "http://127.0.0.1:65536/x",
+      "http://127.0.0.1:99999999999999999999/x",
+      "http://" + std::string(600, 'h') + "/x",
+  };
+  for (const std::string& url : urls) {
+    EXPECT_EQ(last_words(url, result), "url parse error") << url;
+    EXPECT_EQ(result, 0) << url;
+  }
+  EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
+  int result = -1;
+  EXPECT_EQ(last_words("http:///x", result), "unknown host: ");
+  EXPECT_EQ(result, 0);
+  std::string url;
+  {
+    const HttpServer gone({"/x"});
+    url = gone.url("/x");
+  }
+  EXPECT_EQ(last_words(url, result), "cannot connect");
+  EXPECT_EQ(result, 0);
+}
+
+TEST_F(UrlProbe, NoDescriptorIsLeftOpen) {
+  const HttpServer server([](const std::string& request) -> HttpReply {
+    if (request.find("/reset") != std::string::npos) return {{}, HttpReply::kReset};
+    if (request.find("/close") != std::string::npos) return {{}, HttpReply::kClose};
+    return olh_test::http_status(request.find("/there") != std::string::npos ? "200 OK" : "404 Not Found");
+  });
+  const std::string refused = "http://127.0.0.1:1/x";
+  locator.ValidURL(server.url("/there").c_str());
+  server.requests();
+  const std::size_t before = open_descriptors();
+  for (const std::string& url : {server.url("/there"), server.url("/missing"), server.url("/close"),
+                                 server.url("/reset"), refused, std::string("http:///x")})
+    olh_test::standard_error_of([&] { locator.ValidURL(url.c_str()); });
+  EXPECT_EQ(server.requests().size(), 5U);
+  EXPECT_EQ(open_descriptors(), before);
+}
+
+}  // namespace

@@ -1,0 +1,166 @@
+#include "commands.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "records.h"
+
+namespace olh_recorder {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::string>;
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kNotDone = 1;
+constexpr int kUsage = 64;
+
+constexpr const char kHelp[] =
+    "usage: olh-recorder make VIEWER...\n"
+    "       olh-recorder answer VIEWER ping|remote|start STATUS [SECONDS [TEXT]]\n"
+    "       olh-recorder show [--json] VIEWER\n"
+    "       olh-recorder wait VIEWER COUNT [SECONDS]\n"
+    "       olh-recorder clear VIEWER\n"
+    "\n"
+    "Makes viewers that show nothing: they note how they are called. So a Help button is tested without a display:\n"
+    "\n"
+    "  olh-recorder make /tmp/t/browser\n"
+    "  QEL_HTML_BROWSER=/tmp/t/browser ./program-under-test\n"
+    "  olh-recorder show /tmp/t/browser\n"
+    "\n"
+    "make    copies itself to each path; whatever is called there is a recording viewer\n"
+    "answer  how it answers from now on a ping, a remote command or a start: its exit status, how long it stays,\n"
+    "        what it prints. Without this a ping finds nothing running, and all else ends at once with 0.\n"
+    "        A running browser:  olh-recorder answer VIEWER ping 0\n"
+    "show    its calls, one a line, as words of a shell; with --json as an array of objects with the keys\n"
+    "        arguments, open_descriptors, ignored_signals, blocked_signals\n"
+    "wait    waits until COUNT calls were noted, at most SECONDS (5)\n"
+    "clear   forgets its calls and answers\n"
+    "\n"
+    "Exit status: 0 done, 1 not done, 64 the command line is wrong.\n";
+
+int complain(const std::string& what, int status) {
+  std::fprintf(stderr, "olh-recorder: %s\n", what.c_str());
+  return status;
+}
+
+int usage() { return complain("the command line is wrong; see olh-recorder --help", kUsage); }
+
+bool to_number(const std::string& word, int& number) {
+  char* end = nullptr;
+  const long value = std::strtol(word.c_str(), &end, 10);
+  number = static_cast<int>(value);
+  return !word.empty() && *end == '\0' && value >= 0 && value <= 100000;
+}
+
+std::string shell_word(const std::string& text) {
+  const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./:=,+%@#";
+  if (!text.empty() && text.find_first_not_of(plain) == std::string::npos && text[0] != '#') return text;
+  std::string word = "'";
+  for (const char c : text) word += c == '\'' ? "'\\''" : std::string(1, c);
+  return word + "'";
+}
+
+std::string json_text(const std::string& text) {
+  std::string out = "\"";
+  for (const char c : text) {
+    char code[8];
+    std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(c)));
+    const bool special = c == '"' || c == '\\';
+    out += special ? std::string("\\") + c : static_cast<unsigned char>(c) < 0x20 ? code : std::string(1, c);
+  }
+  return out + "\"";
+}
+
+std::string json_object(const Call& call) {
+  std::string arguments;
+  for (const std::string& argument : call.arguments)
+    arguments += (arguments.empty() ? "" : ", ") + json_text(argument);
+  return "{\"arguments\": [" + arguments + "], \"open_descriptors\": " + json_text(call.open_descriptors) +
+         ", \"ignored_signals\": " + json_text(call.ignored_signals) +
+         ", \"blocked_signals\": " + json_text(call.blocked_signals) + "}";
+}
+
+int make(const Words& viewers) {
+  if (viewers.empty()) return usage();
+  for (const std::string& viewer : viewers) {
+    std::error_code error;
+    if (fs::path(viewer).filename() == "olh-recorder") return complain("a viewer has another name", kNotDone);
+    if (fs::path(viewer).has_parent_path()) fs::create_directories(fs::path(viewer).parent_path(), error);
+    fs::copy_file(own_path(), viewer, fs::copy_options::overwrite_existing, error);
+    if (error) return complain(viewer + ": " + error.message(), kNotDone);
+  }
+  return kDone;
+}
+
+int answer(const Words& words) {
+  int status = 0;
+  int seconds = 0;
+  const std::string kind = words.size() < 3 ? "" : words[1];
+  if (words.size() > 5 || (kind != "ping" && kind != "remote" && kind != "start")) return usage();
+  if (!to_number(words[2], status) || (words.size() > 3 && !to_number(words[3], seconds))) return usage();
+  std::ofstream rule(words[0] + "." + kind);
+  rule << status << ' ' << seconds << '\n' << (words.size() > 4 ? words[4] + "\n" : "");
+  rule.close();
+  return rule ? kDone : complain(words[0] + "." + kind + ": cannot be written", kNotDone);
+}
+
+int show(Words words) {
+  const bool json = !words.empty() && words[0] == "--json";
+  if (json) words.erase(words.begin());
+  if (words.size() != 1) return usage();
+  if (access(words[0].c_str(), X_OK) != 0) return complain(words[0] + ": no viewer", kNotDone);
+  std::string text;
+  for (const Call& call : read_calls(words[0])) {
+    if (json) {
+      text += (text.empty() ? "" : ",\n ") + json_object(call);
+      continue;
+    }
+    std::string line;
+    for (const std::string& argument : call.arguments) line += (line.empty() ? "" : " ") + shell_word(argument);
+    text += line + "\n";
+  }
+  std::fputs((json ? "[" + text + "]\n" : text).c_str(), stdout);
+  return kDone;
+}
+
+int wait(const Words& words) {
+  int count = 0;
+  int seconds = 5;
+  if (words.size() < 2 || words.size() > 3 || !to_number(words[1], count)) return usage();
+  if (words.size() == 3 && !to_number(words[2], seconds)) return usage();
+  for (int tries = 0; tries <= seconds * 50; ++tries) {
+    if (read_calls(words[0]).size() >= static_cast<std::size_t>(count)) return kDone;
+    usleep(20000);
+  }
+  return complain(words[0] + ": " + std::to_string(read_calls(words[0]).size()) + " calls", kNotDone);
+}
+
+int clear(const Words& words) {
+  if (words.size() != 1) return usage();
+  std::error_code ignored;
+  for (const char* suffix : {".log", ".ping", ".remote", ".start"}) fs::remove(words[0] + suffix, ignored);
+  return kDone;
+}
+
+}  // namespace
+
+int run_command(const Words& words) {
+  if (words.empty()) return usage();
+  const Words rest(words.begin() + 1, words.end());
+  if (words[0] == "make") return make(rest);
+  if (words[0] == "answer") return answer(rest);
+  if (words[0] == "show") return show(rest);
+  if (words[0] == "wait") return wait(rest);
+  if (words[0] == "clear") return clear(rest);
+  if (words[0] != "--help" && words[0] != "-h") return usage();
+  std::fputs(kHelp, stdout);
+  return kDone;
+}
+
+}  // namespace olh_recorder

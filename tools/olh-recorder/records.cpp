@@ -1,0 +1,91 @@
+#include "records.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace olh_recorder {
+
+namespace {
+
+std::string open_descriptors() {
+  std::string list;
+  DIR* directory = opendir("/proc/self/fd");
+  if (directory == nullptr) return "unknown";
+  while (const dirent* entry = readdir(directory)) {
+    const int fd = std::atoi(entry->d_name);
+    if (entry->d_name[0] != '.' && fd > 2 && fd != dirfd(directory)) list += std::string(entry->d_name) + " ";
+  }
+  closedir(directory);
+  return list;
+}
+
+std::string status_line(const std::string& name) {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);)
+    if (line.rfind(name + ":", 0) == 0) return line.substr(line.find_first_not_of(" \t", name.size() + 1));
+  return "";
+}
+
+// Takes the field at `position` and goes behind it. Returns false when it has no end yet.
+bool next_field(const std::string& log, std::size_t& position, std::string& field) {
+  const std::size_t end = log.find('\0', position);
+  if (end == std::string::npos) return false;
+  field = log.substr(position, end - position);
+  position = end + 1;
+  return true;
+}
+
+bool next_call(const std::string& log, std::size_t& position, Call& call) {
+  std::string count;
+  if (!next_field(log, position, count)) return false;
+  call.arguments.resize(static_cast<std::size_t>(std::strtoul(count.c_str(), nullptr, 10)));
+  for (std::string& argument : call.arguments)
+    if (!next_field(log, position, argument)) return false;
+  return next_field(log, position, call.open_descriptors) && next_field(log, position, call.ignored_signals) &&
+         next_field(log, position, call.blocked_signals);
+}
+
+}  // namespace
+
+std::string own_path() {
+  std::string path(4096, '\0');
+  const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
+  path.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+  return path;
+}
+
+Call this_call(int argc, char** argv) {
+  return {.arguments = std::vector<std::string>(argv + 1, argv + argc),
+          .open_descriptors = open_descriptors(),
+          .ignored_signals = status_line("SigIgn"),
+          .blocked_signals = status_line("SigBlk")};
+}
+
+bool append(const std::string& viewer, const Call& call) {
+  std::string record = std::to_string(call.arguments.size()) + '\0';
+  for (const std::string& argument : call.arguments) record += argument + '\0';
+  for (const std::string* field : {&call.open_descriptors, &call.ignored_signals, &call.blocked_signals})
+    record += *field + '\0';
+  const int log = open((viewer + ".log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  if (log < 0) return false;
+  const bool written = write(log, record.data(), record.size()) == static_cast<ssize_t>(record.size());
+  return close(log) == 0 && written;
+}
+
+std::vector<Call> read_calls(const std::string& viewer) {
+  std::ifstream file(viewer + ".log", std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  const std::string log = bytes.str();
+  std::vector<Call> calls;
+  Call call;
+  for (std::size_t position = 0; next_call(log, position, call);) calls.push_back(call);
+  return calls;
+}
+
+}  // namespace olh_recorder
