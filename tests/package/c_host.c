@@ -1,0 +1,43 @@
+/* A host in C that loads the library by hand. Usage: c_host LIBRARY [load | lookup NAME | unload] */
+#include <dlfcn.h>
+#include <stdio.h>
+#include <string.h>
+#include <unistd.h>
+
+/* Seen in a trace of system calls: where the part that is looked at begins and ends. */
+static void mark(const char* what) { (void)access(what, F_OK); }
+
+static int lookup(void* library, const char* name) {
+  int (*find)(char*, const char*, char*);
+  char out[4096] = "";
+  char viewer[4096] = "";
+  void (*initialise)(void);
+  *(void**)&initialise = dlsym(library, "OlhDocListInit");
+  *(void**)&find = dlsym(library, "FindHtmlDoc");
+  if (initialise == NULL || find == NULL) return 1;
+  initialise();
+  mark("/mark/begin");
+  find(out, name, viewer);
+  mark("/mark/end");
+  return 0;
+}
+
+int main(int argc, char** argv) {
+  void* library;
+  int result = 0;
+  if (argc < 3) return 64;
+  mark("/mark/begin-load");
+  library = dlopen(argv[1], RTLD_NOW);
+  mark("/mark/end-load");
+  if (library == NULL) {
+    fprintf(stderr, "%s\n", dlerror());
+    return 1;
+  }
+  if (strcmp(argv[2], "lookup") == 0 && argc > 3) result = lookup(library, argv[3]);
+  dlclose(library);
+  if (dlopen(argv[1], RTLD_NOW | RTLD_NOLOAD) != NULL) {
+    fprintf(stderr, "still loaded after dlclose\n");
+    return 2;
+  }
+  return result;
+}
