@@ -1,0 +1,33 @@
+// The verbs of `olh`: what each adds to the command line.
+//
+// Knows    that a verb puts its subcommand into `app`, and its outcome into `exit_code` when it has run: a result code
+//          of the library, or kWrongUse.
+// For      main.cpp, whose table names every verb once.
+#ifndef OLH_TOOLS_COMMANDS_H
+#define OLH_TOOLS_COMMANDS_H
+
+#include <CLI/CLI.hpp>
+
+namespace olh {
+
+inline constexpr int kWrongUse = 64;
+
+CLI::App* add_show_command(CLI::App& app, int& exit_code);
+CLI::App* add_test_command(CLI::App& app, int& exit_code);
+CLI::App* add_where_command(CLI::App& app, int& exit_code);
+CLI::App* add_paths_command(CLI::App& app, int& exit_code);
+CLI::App* add_setup_command(CLI::App& app, int& exit_code);
+CLI::App* add_version_command(CLI::App& app, int& exit_code);
+
+// Hidden: `olh` asks itself, in a process of its own, what one URL root holds (root_probe.h).
+CLI::App* add_probe_root_command(CLI::App& app, int& exit_code);
+
+// The options that many verbs share.
+inline void add_root_option(CLI::App& verb, std::string& root) {
+  verb.add_option("--root", root, "Documentation roots to put in front, separated by ':'")->type_name("PATHS");
+}
+inline void add_json_option(CLI::App& verb, bool& json) { verb.add_flag("--json", json, "Answer as JSON"); }
+
+}  // namespace olh
+
+#endif

@@ -1,0 +1,34 @@
+// What `olh` reads from, and for a moment changes in, its own process.
+//
+// For      debug_capture and rehearsal, which set a variable around a call; whoever needs this program's own path.
+#ifndef OLH_TOOLS_ENVIRONMENT_H
+#define OLH_TOOLS_ENVIRONMENT_H
+
+#include <optional>
+#include <string>
+
+namespace olh {
+
+// The value of an environment variable; nothing when it is unset.
+std::optional<std::string> variable(const char* name);
+
+// Gives an environment variable a value, and its former state back at the end of the scope.
+class VariableForNow {
+ public:
+  VariableForNow(const char* name, const std::string& value);
+  ~VariableForNow();
+  VariableForNow(const VariableForNow&) = delete;
+  VariableForNow& operator=(const VariableForNow&) = delete;
+  const std::optional<std::string>& former() const { return former_; }
+
+ private:
+  const char* name_;
+  std::optional<std::string> former_;
+};
+
+// The full path of this program, with symbolic links resolved; "" when the system does not tell.
+std::string own_program();
+
+}  // namespace olh
+
+#endif

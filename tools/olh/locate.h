@@ -1,0 +1,38 @@
+// Where a document is, as the library's own lookups answer.
+//
+// Knows    which lookups a help call makes for a name, in which order, and how it tells a PDF from an HTML manual.
+// Not      what a lookup tries on its way (places).
+// For      show, test and where.
+#ifndef OLH_TOOLS_LOCATE_H
+#define OLH_TOOLS_LOCATE_H
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "olh/olh.h"
+#include "search_roots.h"
+
+namespace olh {
+
+struct Located {
+  bool found = false;
+  std::string location;
+  OlhViewer kind = OLH_VIEWER_HTML;
+  std::string root;          // "" outside the roots
+  std::string tree_program;  // the viewer that the documentation tree prescribes for it
+  std::string tree_file;     // and the options file that says so
+};
+
+Located locate(const std::string& document, const SearchRoots& roots);
+
+// The keys "document", "found", "location", "kind" and "root" of an answer.
+nlohmann::json located_as_json(const std::string& document, const Located& located);
+
+// Sentences on standard error: that there is no such document, where it was looked for, what helps; and everything
+// that may be the reason (rejected --root, option files that could not be read).
+void complain_not_found(const std::string& document, const SearchRoots& roots);
+void complain_about_roots(const SearchRoots& roots);
+
+}  // namespace olh
+
+#endif

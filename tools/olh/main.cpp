@@ -1,0 +1,51 @@
+// olh: the documentation at a terminal. Everything it does goes through the library's public functions.
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+#include "commands.h"
+#include "output.h"
+#include "rehearsal.h"
+
+namespace {
+
+// Every verb, in the order in which the help lists them.
+constexpr auto kVerbs = {
+    olh::add_show_command,  olh::add_test_command,    olh::add_where_command,      olh::add_paths_command,
+    olh::add_setup_command, olh::add_version_command, olh::add_probe_root_command,
+};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  olh show olh_manual quick_start\n"
+    "  olh where --all olh_manual\n"
+    "  olh VERB --help\n"
+    "The exit code is the library's result code, 64 for wrong use.\n";
+
+int run(int argc, char** argv) {
+  int exit_code = 0;
+  CLI::App app("The documentation of this machine's programs, at a terminal.", "olh");
+  app.require_subcommand(1);
+  app.footer(kExamples);
+  for (const auto add : kVerbs) add(app, exit_code);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : olh::kWrongUse;
+  }
+  if (std::fflush(stdout) == 0) return exit_code;
+  olh::complain("the answer could not be written.");
+  return OLH_RESULT_IO;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    const char* rehearsal = std::getenv(olh::kRehearsalVariable);
+    return rehearsal != nullptr ? olh::answer_as_viewer(rehearsal, argc, argv) : run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "olh: %s\n", error.what());
+    return OLH_RESULT_FAILED;
+  }
+}

@@ -1,0 +1,96 @@
+#include "option_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <fstream>
+
+#include "debug_capture.h"
+#include "olh/support.h"
+#include "output.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kTooLong = "iniparser: input line too long in ";
+constexpr const char* kSyntax = "iniparser: syntax error in ";
+
+std::string trimmed(const std::string& text, const char* characters) {
+  const std::size_t begin = text.find_first_not_of(characters);
+  if (begin == std::string::npos) return "";
+  return text.substr(begin, text.find_last_not_of(characters) - begin + 1);
+}
+
+// "PREFIX FILE (LINE)" or "PREFIX FILE (LINE):".
+bool parse_complaint(const std::string& line, const std::string& prefix, SpoiltFile& found) {
+  if (line.rfind(prefix, 0) != 0) return false;
+  const std::size_t number = line.rfind(" (");
+  if (number == std::string::npos || number < prefix.size()) return false;
+  found.file = line.substr(prefix.size(), number - prefix.size());
+  found.line = std::atoi(line.c_str() + number + 2);
+  return true;
+}
+
+void add_once(std::vector<SpoiltFile>& list, const SpoiltFile& found) {
+  const auto same = [&](const SpoiltFile& known) { return known.file == found.file && known.line == found.line; };
+  if (std::none_of(list.begin(), list.end(), same)) list.push_back(found);
+}
+
+}  // namespace
+
+std::string user_option_file() {
+  std::array<char, OLH_BUFFER_SIZE> home{};
+  GetHomeDirectory(home.data());
+  return std::string(home.data()) + "/.qel_viewer_config.ini";
+}
+
+OptionFile read_option_file(const std::string& file) {
+  std::array<char, OLH_BUFFER_SIZE> alternate{};
+  std::array<char, OLH_BUFFER_SIZE> browser{};
+  std::array<char, OLH_BUFFER_SIZE> reader{};
+  std::string name = file;
+  const auto lines =
+      debug_lines_of([&] { ReadIniFile(name.data(), alternate.data(), browser.data(), reader.data()); });
+  return {browser.data(), reader.data(), reader_complaints(lines)};
+}
+
+std::string written_value(const std::string& file, const std::string& key) {
+  std::ifstream text(file);
+  std::string value;
+  for (std::string line; std::getline(text, line);) {
+    const std::string rest = trimmed(line, " \t\r");
+    const std::size_t equals = rest.find('=');
+    if (equals == std::string::npos || rest[0] == '#' || rest[0] == ';') continue;
+    std::string name = trimmed(rest.substr(0, equals), " \t");
+    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
+    if (name == key) value = trimmed(rest.substr(equals + 1), " \t\"");
+  }
+  return value;
+}
+
+std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines) {
+  std::vector<SpoiltFile> list;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    SpoiltFile found;
+    if (parse_complaint(lines[i], kTooLong, found)) {
+      found.reason = "over 1,022 characters (continued lines count together)";
+    } else if (parse_complaint(lines[i], kSyntax, found)) {
+      found.reason = "no KEY=\"value\"";
+      if (i + 1 < lines.size() && lines[i + 1].rfind("-> ", 0) == 0) found.reason += ": " + lines[i + 1].substr(3);
+    } else {
+      continue;
+    }
+    add_once(list, found);
+  }
+  return list;
+}
+
+void complain_about(const std::vector<SpoiltFile>& spoilt) {
+  for (const SpoiltFile& one : spoilt) {
+    const std::string place = one.line > 0 ? one.file + ", line " + std::to_string(one.line) : one.file;
+    complain(place + ": " + one.reason + ". The whole file counts for nothing until that is mended.");
+  }
+}
+
+}  // namespace olh

@@ -1,0 +1,44 @@
+// The two option files, as the library reads them, and what keeps one from being read.
+//
+// Knows    where the user's file lies, and the INI reader's two messages about a line.
+// Not      which roots' files are read and when (search_path).
+// For      viewer_choice, setup, and every verb that explains a failure.
+#ifndef OLH_TOOLS_OPTION_FILE_H
+#define OLH_TOOLS_OPTION_FILE_H
+
+#include <string>
+#include <vector>
+
+namespace olh {
+
+// One line for which the INI reader gives up a whole file. Line 0: the file as such.
+struct SpoiltFile {
+  std::string file;
+  int line = 0;
+  std::string reason;
+};
+
+struct OptionFile {
+  std::string browser;  // "" when the file names none that is an executable
+  std::string reader;
+  std::vector<SpoiltFile> spoilt;
+};
+
+// The user's file. Without HOME it lies at the top of the file system, where the library looks for it too.
+std::string user_option_file();
+
+// Reads a file through the library. One that is missing is empty.
+OptionFile read_option_file(const std::string& file);
+
+// What a file's text holds for a key, whether or not it is an executable; "" for nothing. Only for telling the user.
+std::string written_value(const std::string& file, const std::string& key);
+
+// The INI reader's complaints among captured lines, each once.
+std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines);
+
+// One sentence a spoilt file, on standard error.
+void complain_about(const std::vector<SpoiltFile>& spoilt);
+
+}  // namespace olh
+
+#endif

@@ -1,0 +1,58 @@
+#include "output.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace olh {
+
+namespace {
+
+std::string shell_word(const std::string& word) {
+  const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789%+,-./:=@_";
+  if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
+}  // namespace
+
+void say(const std::string& line) { std::fputs((line + "\n").c_str(), stdout); }
+
+void complain(const std::string& sentence) {
+  std::fflush(stdout);
+  std::fputs(("olh: " + sentence + "\n").c_str(), stderr);
+}
+
+void say_json(const nlohmann::json& answer) {
+  say(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+}
+
+std::string emphasized(const std::string& text) {
+  const char* no_color = std::getenv("NO_COLOR");
+  if ((no_color != nullptr && *no_color != '\0') || isatty(STDOUT_FILENO) == 0) return text;
+  return "\033[1m" + text + "\033[0m";
+}
+
+std::string command_line(const std::vector<std::string>& words) {
+  std::string line;
+  for (const std::string& word : words) line += (line.empty() ? "" : " ") + shell_word(word);
+  return line;
+}
+
+std::string enumeration(const std::vector<std::string>& items) {
+  std::string text;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i > 0) text += i + 1 == items.size() ? " and " : ", ";
+    text += items[i];
+  }
+  return text;
+}
+
+nlohmann::json text_or_null(const std::string& text) {
+  return text.empty() ? nlohmann::json(nullptr) : nlohmann::json(text);
+}
+
+}  // namespace olh

@@ -1,0 +1,34 @@
+// How `olh` speaks: answers on standard output, complaints on standard error.
+//
+// Knows    when a terminal may get emphasis, how a word is quoted for a shell, and that JSON survives bytes that are
+//          no UTF-8.
+// For      every verb.
+#ifndef OLH_TOOLS_OUTPUT_H
+#define OLH_TOOLS_OUTPUT_H
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace olh {
+
+// A line on standard output.
+void say(const std::string& line);
+// A sentence on standard error, after the program's name.
+void complain(const std::string& sentence);
+// A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
+void say_json(const nlohmann::json& answer);
+
+// The text in bold on a terminal, unless NO_COLOR is set.
+std::string emphasized(const std::string& text);
+// The words as a person would type them to a shell.
+std::string command_line(const std::vector<std::string>& words);
+// "a", "a and b", "a, b and c".
+std::string enumeration(const std::vector<std::string>& items);
+
+// The text, or JSON's null for "".
+nlohmann::json text_or_null(const std::string& text);
+
+}  // namespace olh
+
+#endif
