@@ -1,0 +1,30 @@
+// The shell around the HTML manuals: #context=NAME&query=WORDS&tab=2&src=doc searches one manual, or all of them.
+// The libraries come from LibList.js, which "olh dmerge" writes; only a name that it lists is ever opened.
+(function () {
+  'use strict';
+
+  function address(query, context) {
+    return '#context=' + encodeURIComponent(context) + '&query=' + encodeURIComponent(query) + '&tab=2&src=doc';
+  }
+
+  function show() {
+    var asked = olh.asked(), context = asked.context || '', main = document.querySelector('main');
+    var all = typeof mLibraryList === 'undefined' ? [] : mLibraryList;
+    var chosen = all.filter(function (row) { return row[1] === context; });
+    var say = olh.element('p', { 'class': 'note', role: 'status' });
+    if (!all.length) say.textContent = 'The list of manuals is missing or empty. "olh dmerge" with this documentation root writes it.';
+    else if (context && !chosen.length) say.textContent = 'There is no manual "' + context + '" here. All manuals are searched.';
+    var scopes = [['All manuals', '']].concat(all.map(function (row) { return [row[0], row[1]]; }));
+    var search = olhSearch.panel('../', chosen.length ? chosen : all, asked.query || '', scopes, chosen.length ? context : '',
+      function (query, scope) { location.hash = address(query, scope); });
+    var list = olh.element('ul', { 'class': 'list' }, all.map(function (row) {
+      return olh.element('li', {}, olh.element('a', { href: encodeURIComponent(row[1]) + '/index.htm' }, row[0]));
+    }));
+    main.replaceChildren(olh.element('h1', {}, chosen.length ? chosen[0][0] : 'Manuals'), say, search,
+      olh.element('h2', {}, 'All manuals'), list);
+    if (asked.tab === '2' && !asked.query) document.getElementById('query').focus();
+  }
+
+  addEventListener('DOMContentLoaded', show);
+  addEventListener('hashchange', show);
+})();

@@ -1,0 +1,17 @@
+QELAddBookVar("DocTitle","The libolh manual");
+QELAddTopic(["quick_start","quick_start.htm","Quick start","Start here"]);
+QELAddTopic(["how_help_travels","how_help_travels.htm","How a help request travels","Start here"]);
+QELAddTopic(["terminal","terminal.htm","Help at the terminal","Start here"]);
+QELAddTopic(["host_c","host_c.htm","A host in C or C++","For the developer of a program"]);
+QELAddTopic(["host_python","host_python.htm","A host in Python","For the developer of a program"]);
+QELAddTopic(["entry_points","entry_points.htm","Entry points","For the developer of a program"]);
+QELAddTopic(["result_codes","result_codes.htm","Result codes and messages","For the developer of a program"]);
+QELAddTopic(["search_path","search_path.htm","Search path and roots","On the user's machine"]);
+QELAddTopic(["environment","environment.htm","Environment variables","On the user's machine"]);
+QELAddTopic(["option_files","option_files.htm","Option files","On the user's machine"]);
+QELAddTopic(["viewers","viewers.htm","Viewers of today","On the user's machine"]);
+QELAddTopic(["troubleshooting","troubleshooting.htm","Troubleshooting","On the user's machine"]);
+QELAddTopic(["root_layout","root_layout.htm","Laying out a root","For the administrator"]);
+QELAddTopic(["topics","topics.htm","Topics and named destinations","For the administrator"]);
+QELAddTopic(["web_server","web_server.htm","Serving a root over HTTP","For the administrator"]);
+QELAddTopic(["dmerge","dmerge.htm","The list generator","For the administrator"]);
