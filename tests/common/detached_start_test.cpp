@@ -188,21 +188,38 @@ TEST_F(DetachedStart, ScriptNamedLikeAnOptionIsNone) {
   EXPECT_EQ(output_of_script(), "a\n");
 }
 
-// Becomes a user with room for `processes` processes, this one included. Returns false where that cannot be done.
-bool limit_processes(rlim_t processes) {
-  const auto nobody_else = static_cast<uid_t>(100000 + getpid());
-  const rlimit limit = {processes, processes};
-  return setresuid(nobody_else, nobody_else, nobody_else) == 0 && setrlimit(RLIMIT_NPROC, &limit) == 0;
-}
+// Room for so many processes, this one included, while it lives. A limit does not hold for root, who becomes another user
+// for good; that user's leak checker may still look into the process.
+class ProcessLimit {
+ public:
+  explicit ProcessLimit(rlim_t processes) {
+    const auto nobody_else = static_cast<uid_t>(100000 + getpid());
+    const bool is_user =
+        geteuid() != 0 || (setresuid(nobody_else, nobody_else, nobody_else) == 0 && prctl(PR_SET_DUMPABLE, 1) == 0);
+    getrlimit(RLIMIT_NPROC, &before_);
+    const rlimit limit = {processes, before_.rlim_max};
+    holds = is_user && setrlimit(RLIMIT_NPROC, &limit) == 0;
+  }
+  ~ProcessLimit() { setrlimit(RLIMIT_NPROC, &before_); }
+  ProcessLimit(const ProcessLimit&) = delete;
+  ProcessLimit& operator=(const ProcessLimit&) = delete;
+
+  bool holds = false;
+
+ private:
+  rlimit before_ = {};
+};
 
 TEST(DetachedStartWithoutProcesses, NoFirstFork) {
-  const rlimit none = {0, 0};
-  if (geteuid() == 0 ? !limit_processes(1) : setrlimit(RLIMIT_NPROC, &none) != 0) GTEST_SKIP() << "no limit here";
+  const ProcessLimit limit(1);
+  if (!limit.holds) GTEST_SKIP() << "no limit here";
   EXPECT_EQ(olh::start_detached(Words{"/bin/true"}).outcome, StartOutcome::kForkFailed);
 }
 
 TEST(DetachedStartWithoutProcesses, NoSecondFork) {
-  if (!limit_processes(2)) GTEST_SKIP() << "needs root";
+  if (geteuid() != 0) GTEST_SKIP() << "only a user without other processes can be counted";
+  const ProcessLimit limit(2);
+  ASSERT_TRUE(limit.holds);
   const olh::DetachedStart start = olh::start_detached(Words{"/bin/true"});
   EXPECT_EQ(start.outcome, StartOutcome::kFailed);
   EXPECT_EQ(start.status, OLH_RESULT_FAILED);
