@@ -70,7 +70,7 @@ TEST_F(PathLists, RepeatedRootsMerge) {
 TEST_F(PathLists, HundredThousandRootsAreMergedWithoutComparingEachWithEach) {
   char none[] = "";
   for (int i = 0; i < 200000; ++i) {
-    std::string path = "/root/" + std::to_string(i % 100000);
+    std::string path = "/docs/" + std::to_string(i % 100000);
     ASSERT_EQ(locator.Push(list, path.data(), none, none, none), 0);
   }
   locator.RemoveDuplicates(list);
