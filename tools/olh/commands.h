@@ -13,9 +13,13 @@ namespace olh {
 inline constexpr int kWrongUse = 64;
 
 CLI::App* add_show_command(CLI::App& app, int& exit_code);
+CLI::App* add_search_command(CLI::App& app, int& exit_code);
+CLI::App* add_portal_command(CLI::App& app, int& exit_code);
+CLI::App* add_bookcase_command(CLI::App& app, int& exit_code);
 CLI::App* add_test_command(CLI::App& app, int& exit_code);
 CLI::App* add_where_command(CLI::App& app, int& exit_code);
 CLI::App* add_paths_command(CLI::App& app, int& exit_code);
+CLI::App* add_alt_path_command(CLI::App& app, int& exit_code);
 CLI::App* add_setup_command(CLI::App& app, int& exit_code);
 CLI::App* add_version_command(CLI::App& app, int& exit_code);
 

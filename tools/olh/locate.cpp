@@ -12,8 +12,6 @@ namespace olh {
 
 namespace {
 
-using Lookup = int (*)(char*, const char*, char*);
-
 // The lookups that a help call makes, in their order.
 std::vector<Lookup> lookups_for(const std::string& document, OlhViewer preferred) {
   if (is_path_or_url(document)) {
@@ -41,6 +39,23 @@ const SearchRoot* root_of(const std::string& document, const std::string& locati
   return nullptr;
 }
 
+// The root that a location lies below; the longest, since one root may lie in another.
+const SearchRoot* root_around(const std::string& location, const SearchRoots& roots) {
+  const std::string scheme = "file://";
+  const std::string path = location.rfind(scheme, 0) == 0 ? location.substr(scheme.size()) : location;
+  const SearchRoot* around = nullptr;
+  for (const SearchRoot& root : roots.roots)
+    if (path.rfind(root.path + "/", 0) == 0 && (around == nullptr || around->path.size() < root.path.size()))
+      around = &root;
+  return around;
+}
+
+void take_root(Located& located, const SearchRoot* root) {
+  if (root == nullptr) return;
+  located.root = root->path;
+  located.tree_file = located.tree_program == root->browser ? root->browser_from : root->reader_from;
+}
+
 }  // namespace
 
 Located locate(const std::string& document, const SearchRoots& roots) {
@@ -53,12 +68,22 @@ Located locate(const std::string& document, const SearchRoots& roots) {
     located.location = location.data();
     located.kind = kind_of(document, lookup, located.location);
     located.tree_program = viewer.data();
-    if (const SearchRoot* root = root_of(document, located.location, roots)) {
-      located.root = root->path;
-      located.tree_file = located.tree_program == root->browser ? root->browser_from : root->reader_from;
-    }
+    take_root(located, root_of(document, located.location, roots));
     break;
   }
+  return located;
+}
+
+Located locate_with(Lookup lookup, OlhViewer kind, const std::string& name, const SearchRoots& roots) {
+  std::array<char, OLH_BUFFER_SIZE> location{};
+  std::array<char, OLH_BUFFER_SIZE> viewer{};
+  Located located;
+  located.kind = kind;
+  located.found = lookup(location.data(), name.c_str(), viewer.data()) == 1;
+  if (!located.found) return located;
+  located.location = location.data();
+  located.tree_program = viewer.data();
+  take_root(located, root_around(located.location, roots));
   return located;
 }
 

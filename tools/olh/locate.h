@@ -2,7 +2,7 @@
 //
 // Knows    which lookups a help call makes for a name, in which order, and how it tells a PDF from an HTML manual.
 // Not      what a lookup tries on its way (places).
-// For      show, test and where.
+// For      every verb that looks one document up.
 #ifndef OLH_TOOLS_LOCATE_H
 #define OLH_TOOLS_LOCATE_H
 
@@ -24,6 +24,10 @@ struct Located {
 };
 
 Located locate(const std::string& document, const SearchRoots& roots);
+
+// As one lookup alone answers: a document of that kind, below whichever root holds it.
+using Lookup = int (*)(char* out, const char* name, char* viewer_path);
+Located locate_with(Lookup lookup, OlhViewer kind, const std::string& name, const SearchRoots& roots);
 
 // The keys "document", "found", "location", "kind" and "root" of an answer.
 nlohmann::json located_as_json(const std::string& document, const Located& located);

@@ -150,6 +150,16 @@ std::size_t first_added(const std::vector<JudgedRoot>& judged) {
   return judged.size();
 }
 
+std::vector<JudgedRoot> rejected_by_split(const std::vector<std::string>& lines, const std::string& source) {
+  StoryReader reader(source);
+  for (const std::string& line : lines) {
+    if (line.starts_with("olh_docList::GetOlhVariable: ")) break;
+    reader.line(line);
+  }
+  reader.line("olh_docList::SetOlhDocPath: done");
+  return std::move(reader).story({}).rejected;
+}
+
 PathStory read_path_story(const std::vector<std::string>& lines, const std::string& source) {
   StoryReader reader(source);
   for (const std::string& line : lines) reader.line(line);

@@ -3,7 +3,7 @@
 // Knows    the lines of SetOlhDocPath, ReadQelDocOptions, ValidDocPath and ValidURL, and what they tell together.
 // Not      which root comes before which (search_roots asks a lookup for that), how the lines are caught
 //          (debug_capture).
-// For      search_roots.
+// For      search_roots and alt_path_command.
 #ifndef OLH_TOOLS_PATH_STORY_H
 #define OLH_TOOLS_PATH_STORY_H
 
@@ -39,6 +39,10 @@ PathStory read_path_story(const std::vector<std::string>& lines, const std::stri
 // Of the roots that one string named, judged once while it was split and the accepted ones again as they were added:
 // the position of the first that was added. A root that repeats its predecessor ends the adding.
 std::size_t first_added(const std::vector<JudgedRoot>& judged);
+
+// Of one string that is split before the roots of the environment are gathered anew (OlhSetAltDocPath): what was
+// rejected.
+std::vector<JudgedRoot> rejected_by_split(const std::vector<std::string>& lines, const std::string& source);
 
 }  // namespace olh
 

@@ -74,7 +74,7 @@ void end_watching() {
 
 }  // namespace
 
-Rehearsal rehearse_help_call(const std::string& document, const std::string& tag, OlhDisplayType display) {
+Rehearsal rehearse(const std::function<int()>& call) {
   const ReportFile report;
   const VariableForNow variable(kRehearsalVariable, report.path());
   const std::string self = own_program();
@@ -82,7 +82,7 @@ Rehearsal rehearse_help_call(const std::string& document, const std::string& tag
   OlhAcroSetPath(self.c_str());
   CloseOlhLog();
   Rehearsal rehearsal;
-  rehearsal.result = OlhHelpCall(document.c_str(), tag.c_str(), display);
+  rehearsal.result = call();
   for (const std::vector<std::string>& words : report.calls()) {
     if (is_remote(words) && words[1] == kPing) continue;
     rehearsal.in_browser = is_remote(words);

@@ -1,0 +1,82 @@
+"""A scratch machine for olh: a home directory, one documentation root, a recording browser and PDF reader.
+A test file runs with the build directory as its first argument."""
+import json
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+BUILD = Path(sys.argv.pop(1)).resolve()
+OLH = BUILD / "bin/olh"
+RECORDER = BUILD / "bin/olh-recorder"
+
+TOPICS = """QELAddBookVar("DocTitle","The guide");
+QELAddTopic(["intro","intro.htm","Introduction"]);
+QELAddTopic(["setting_up","setting_up.htm","Setting up"]);
+"""
+
+
+def write(path, text=""):
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(text)
+    return path
+
+
+class Scene(unittest.TestCase):
+    def setUp(self):
+        self.dir = Path(tempfile.mkdtemp(prefix="olh-verbs-")).resolve()
+        self.addCleanup(shutil.rmtree, self.dir, ignore_errors=True)
+        self.home = self.dir / "home"
+        self.bin = self.dir / "bin"
+        self.home.mkdir()
+        self.browser = self.viewer("web", running=True)
+        self.reader = self.viewer("paper")
+        self.docs = self.make_root("docs")
+        self.variables = {"QEL_DOC_PATH": str(self.docs), "QEL_HTML_BROWSER": str(self.browser),
+                          "QEL_PDF_READER": str(self.reader)}
+
+    def viewer(self, name, running=False):
+        program = self.bin / name
+        program.parent.mkdir(exist_ok=True)
+        shutil.copy(RECORDER, program)
+        if running:
+            write(Path(f"{program}.ping"), "0 0\n")
+        return program
+
+    def make_root(self, name):
+        """One document of each kind: the manual "guide", the PDF "paper_only", the portal "group_td"."""
+        root = self.dir / name
+        write(root / "htmldocs/qelhelp.htm")
+        write(root / "htmldocs/guide/index.htm")
+        write(root / "htmldocs/guide/QELdata/QELAllData.js", TOPICS)
+        write(root / "pdfdocs/paper_only.pdf", "%PDF-1.4\n")
+        write(root / "tomedecks/index.html")
+        write(root / "tomedecks/group_td/index.html")
+        write(root / "tomedecks/group_td/js/doclist.js", 'mTomeDeckName = "The group";\n')
+        return root
+
+    def olh(self, *words, **variables):
+        """Runs olh. A variable given as None is unset."""
+        environment = {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
+        environment = {name: value for name, value in environment.items() if value is not None}
+        command = [OLH, *words]
+        return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=self.dir, timeout=60,
+                              stdin=subprocess.DEVNULL)
+
+    def json(self, *words, code=0, **variables):
+        done = self.olh(*words, "--json", **variables)
+        self.assertEqual(done.returncode, code, done.stdout + done.stderr)
+        return json.loads(done.stdout)
+
+    def calls(self, viewer):
+        """What a recording viewer was called with, the questions whether it runs apart."""
+        shown = subprocess.run([RECORDER, "show", "--json", viewer], capture_output=True, text=True, check=True)
+        calls = [call["arguments"] for call in json.loads(shown.stdout)]
+        return [words for words in calls if words != ["-remote", "ping()"]]
+
+    def opened(self):
+        """The URLs that the browser was handed."""
+        return [re.fullmatch(r"openURL\((.*),new-tab\)", words[-1]).group(1) for words in self.calls(self.browser)]

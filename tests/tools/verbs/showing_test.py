@@ -1,0 +1,77 @@
+"""olh search, portal and bookcase: what reaches the viewer, what --print tells, and what is said of a failure."""
+import unittest
+
+from scene import Scene
+
+
+class Showing(Scene):
+    def test_each_verb_hands_its_page_to_the_browser(self):
+        base = f"file://{self.docs}"
+        for words, url in [
+            (["search", "viewer order"], f"{base}/index.html#query=viewer%20order&tab=search"),
+            (["search", "a&b", "guide"], f"{base}/htmldocs/qelhelp.htm#context=guide&query=a%20b&tab=2&src=doc"),
+            (["search", "x", "group_td"], f"{base}/index.html#tomedeck=group_td&query=x&tab=search"),
+            (["portal"], f"{base}/tomedecks/index.html"),
+            (["portal", "group_td", "Doc"], f"{base}/tomedecks/index.html?tomedeck=group_td&tab=Doc"),
+            (["portal", "", "Doc"], f"{base}/tomedecks/index.html?tab=Doc"),
+        ]:
+            with self.subTest(words=words):
+                printed = self.json(*words, "--print")
+                self.assertEqual((printed["url"], printed["root"]), (url, str(self.docs)))
+                self.assertNotIn(url, self.opened())  # nothing was started
+                done = self.olh(*words)
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertIn(str(self.browser), done.stdout)
+                self.assertEqual(self.opened()[-1], url)
+
+    def test_a_search_of_the_support_portal_needs_no_root(self):
+        done = self.olh("search", "x", "orvane", QEL_DOC_PATH=None)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn("query=x", self.opened()[0])
+
+    def test_the_bookcase_goes_to_the_reader_at_its_destination(self):
+        printed = self.json("bookcase", "paper_only", "First Steps", "--print")
+        file = str(self.docs / "pdfdocs/paper_only.pdf")
+        self.assertEqual(printed["arguments"]["start"],
+                         ["-openInNewWindow", "/a", "nameddest=M8.newlink.First.Steps", file])
+        self.assertEqual(printed["viewer"], {"program": str(self.reader), "choice": "variable",
+                                             "from": "QEL_PDF_READER"})
+        self.assertEqual(self.olh("bookcase", "paper_only", "-q").stdout, "")
+        self.assertEqual(self.calls(self.reader), [[file]])
+
+    def test_the_exit_code_is_the_results_and_a_sentence_says_why(self):
+        nothing = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
+        for words, code, sentence, variables in [
+            (["search", ""], 3, "words to search for are needed", {}),
+            (["search", "x", "paper_only"], 4, '"paper_only" is a PDF, which cannot be searched', {}),
+            (["search", "x", "missing"], 4, 'no document "missing" below', {}),
+            (["search", "x"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            (["portal", "missing_td"], 4, "there is no tomedecks/missing_td/index.html below", {}),
+            (["portal"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            (["bookcase"], 4, "no pdfdocs/_bk_qel.pdf or system_admin_docs/_bk_qel.pdf below", {}),
+            (["bookcase", "paper_only"], 5, "no PDF reader is known", nothing),
+            (["search"], 64, "QUERY", {}),
+            (["portal", "--json"], 64, "--print", {}),
+        ]:
+            with self.subTest(words=words):
+                done = self.olh(*words, **variables)
+                self.assertEqual(done.returncode, code, done.stdout + done.stderr)
+                self.assertIn(sentence, done.stderr)
+                self.assertNotIn("Shown", done.stdout)
+
+    def test_without_any_portal_everything_cannot_be_searched(self):
+        (self.docs / "tomedecks/index.html").unlink()
+        done = self.olh("search", "--print", "x")
+        self.assertEqual((done.returncode, done.stdout), (4, ""))
+        self.assertIn("Name an HTML manual to search in", done.stderr)
+
+    def test_the_viewer_that_a_tree_prescribes_shows_its_portal_but_not_its_search(self):
+        other = self.viewer("tree_web", running=True)
+        (self.docs / "qel_doc_options.ini").write_text(f'QEL_HTML_BROWSER="{other}"\n')
+        for words, program in [(["portal"], str(other)), (["search", "x"], None)]:
+            printed = self.json(*words, "--print", code=0 if program else 7, QEL_HTML_BROWSER=None)
+            self.assertEqual(printed["viewer"]["program"], program)
+
+
+if __name__ == "__main__":
+    unittest.main()
