@@ -1,17 +1,45 @@
-# What an installation holds for a host developer: headers, library, pkg-config file, CMake package.
+# What an installation holds, in the four parts that Debian would make of it; each is a component of `cmake --install`
+# and a package of `cpack -G DEB` (packages.cmake):
+#   libolh4     the library, for programs that were linked with it
+#   libolh-dev  headers, pkg-config file, CMake package, libolh(3) and the examples, for those who write hosts
+#   olh         the command, the viewers behind it, their pages and completions, the defaults of a session
+#   olh-doc     the documentation root
+# Every path is below the prefix and no file names it, so that the installed tree can be moved.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS olh EXPORT olh-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY include/olh DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-install(EXPORT olh-targets NAMESPACE olh:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/olh)
+set(OLH_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/olh)
 
+install(TARGETS olh EXPORT olh-targets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libolh4 NAMELINK_COMPONENT libolh-dev)
+
+install(DIRECTORY include/olh DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT libolh-dev
+        FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
+install(EXPORT olh-targets NAMESPACE olh:: DESTINATION ${OLH_CMAKE_DIR} COMPONENT libolh-dev)
 configure_package_config_file(cmake/olh-config.cmake.in ${PROJECT_BINARY_DIR}/olh-config.cmake
-                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/olh)
+                              INSTALL_DESTINATION ${OLH_CMAKE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/olh-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/olh-config.cmake ${PROJECT_BINARY_DIR}/olh-config-version.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/olh)
+        DESTINATION ${OLH_CMAKE_DIR} COMPONENT libolh-dev)
 
-# The pkg-config file finds its prefix from where it lies, so that the installed tree can be moved.
+# The pkg-config file finds its prefix from where it lies.
 file(RELATIVE_PATH OLH_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/olh.pc.in ${PROJECT_BINARY_DIR}/olh.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/olh.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/olh.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT libolh-dev)
+
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/libolh-dev/examples COMPONENT libolh-dev
+        PATTERN "__pycache__" EXCLUDE)
+
+# olh_install_pages(COMPONENT PAGES...): manual pages, each into the section that its name ends with.
+function(olh_install_pages component)
+  foreach(page IN LISTS ARGN)
+    string(REGEX MATCH "[0-9]$" section ${page})
+    install(FILES share/man/${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
+  endforeach()
+endfunction()
+olh_install_pages(libolh-dev libolh.3)
+olh_install_pages(olh olh-recorder.1 olh_documentation_root.5 olh_environment.7 olh_trace_log.5
+                  qel_doc_options.ini.5 qel_viewer_config.ini.5)
+
+# The viewers of a session. CMAKE_INSTALL_SYSCONFDIR is "etc" below the prefix; a package gives it as /etc.
+install(FILES share/environment/60-olh.conf DESTINATION lib/environment.d COMPONENT olh)
+install(FILES share/environment/olh.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh)

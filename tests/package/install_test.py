@@ -1,6 +1,7 @@
-"""Installs the library, builds hosts in C against it in three ways, moves the tree, and runs them.
+"""Installs everything, moves the tree, and uses it there: hosts in C through pkg-config and CMake, and the installed
+examples in C, C++ and Python, which show a topic of the installed manual in an installed recording viewer.
 
-Usage: install_test.py BUILD_DIR SOURCE_DIR C_COMPILER C_FLAGS
+Usage: install_test.py BUILD_DIR SOURCE_DIR C_COMPILER C_FLAGS CXX_COMPILER CXX_FLAGS
 """
 import os
 import shutil
@@ -9,7 +10,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-build, source, compiler, flags = sys.argv[1:]
+build, source, c_compiler, c_flags, cxx_compiler, cxx_flags = sys.argv[1:]
 consumer = Path(source, "tests/package/consumer")
 
 
@@ -20,18 +21,28 @@ def run(*command, **more):
     return done.stdout
 
 
-with tempfile.TemporaryDirectory(prefix="olh-install-") as scratch:
-    prefix = Path(scratch, "first")
-    run("cmake", "--install", build, "--prefix", prefix)
-    # The installed tree must not know where it was installed to.
-    moved = Path(scratch, "second place")
-    shutil.move(prefix, moved)
-    lib = next(moved.glob("**/libolh.so")).parent
-    root = Path(scratch, "root/htmldocs/guide")
+def configure_and_build(folder, into, prefix):
+    run("cmake", "-S", folder, "-B", into, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}",
+        f"-DCMAKE_C_COMPILER={c_compiler}", f"-DCMAKE_C_FLAGS={c_flags}",
+        f"-DCMAKE_CXX_COMPILER={cxx_compiler}", f"-DCMAKE_CXX_FLAGS={cxx_flags}")
+    run("cmake", "--build", into)
+
+
+def check_library(tree):
+    lib = next(tree.glob("**/libolh.so")).parent
+    if not Path(lib, "libolh.so.4").is_symlink():
+        sys.exit("libolh.so.4 is missing beside libolh.so")
+    installed = sorted(p.name for p in (tree / "include/olh").iterdir())
+    if installed != sorted(p.name for p in Path(source, "include/olh").iterdir()):
+        sys.exit(f"installed headers: {installed}")
+    return lib
+
+
+def check_small_hosts(tree, scratch, environment):
+    root = scratch / "root/htmldocs/guide"
     root.mkdir(parents=True)
-    Path(root, "index.htm").write_text("guide")
-    environment = {**os.environ, "PKG_CONFIG_PATH": f"{lib}/pkgconfig", "LD_LIBRARY_PATH": str(lib), "HOME": scratch,
-                   "QEL_DOC_PATH": str(root.parent.parent)}
+    (root / "index.htm").write_text("guide")
+    environment = {**environment, "QEL_DOC_PATH": str(scratch / "root")}
 
     def check(host):
         shown = run(host, env=environment)
@@ -40,17 +51,45 @@ with tempfile.TemporaryDirectory(prefix="olh-install-") as scratch:
 
     options = run("pkg-config", "--cflags", "--libs", "olh", env=environment)
     # A blank in the path is escaped by pkg-config as a shell would want it.
-    run("sh", "-c", f"{compiler} {flags} -std=c99 -Wall -Werror '{consumer}/host.c' -o '{scratch}/by-pkg-config' {options}")
-    check(f"{scratch}/by-pkg-config")
+    run("sh", "-c", f"{c_compiler} {c_flags} -std=c99 -Wall -Werror '{consumer}/host.c' -o '{scratch}/by-pkg-config' {options}")
+    check(scratch / "by-pkg-config")
+    configure_and_build(consumer, scratch / "build", tree)
+    check(scratch / "build/host")
 
-    run("cmake", "-S", consumer, "-B", f"{scratch}/build", "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={moved}",
-        f"-DCMAKE_C_COMPILER={compiler}", f"-DCMAKE_C_FLAGS={flags}")
-    run("cmake", "--build", f"{scratch}/build")
-    check(f"{scratch}/build/host")
 
-    if not Path(lib, "libolh.so.4").is_symlink():
-        sys.exit("libolh.so.4 is missing beside libolh.so")
-    installed = sorted(str(p.relative_to(moved)) for p in moved.rglob("*.h"))
-    if installed != [f"include/olh/{h.name}" for h in sorted(Path(source, "include/olh").glob("*.h"))]:
-        sys.exit(f"installed headers: {installed}")
+def check_examples(tree, scratch, environment):
+    """The examples as a developer finds them, beside the manual and the recording viewer of the same tree."""
+    examples = tree / "share/doc/libolh-dev/examples"
+    recorder, browser = tree / "bin/olh-recorder", scratch / "browser"
+    run(recorder, "make", browser)
+    run(recorder, "answer", browser, "ping", 0)
+    configure_and_build(examples, scratch / "examples", tree)
+    environment = {**environment, "QEL_DOC_PATH": str(tree / "share/olh/docs"), "QEL_HTML_BROWSER": str(browser),
+                   "PYTHONDONTWRITEBYTECODE": "1"}
+
+    def shows_quick_start(*command, **more):
+        run(recorder, "clear", browser)
+        run(recorder, "answer", browser, "ping", 0)
+        printed = run(*command, env=environment, **more)
+        calls = run(recorder, "show", browser)
+        if f"{tree.name}/share/olh/docs/htmldocs/olh_manual/index.htm".replace(" ", "%20") not in calls.replace(" ", "%20") \
+                or "topic=quick_start" not in calls:
+            sys.exit(f"{command[0]} printed {printed!r}, and the browser was called so:\n{calls}")
+
+    shows_quick_start(scratch / "examples/help_menu", input="1\nq\n")
+    shows_quick_start(scratch / "examples/unit_converter", "help", "inch")
+    if "sanitize" not in cxx_flags:  # python itself would have to be built so
+        shows_quick_start(sys.executable, examples / "help_demo.py")
+
+
+with tempfile.TemporaryDirectory(prefix="olh-install-") as directory:
+    scratch = Path(directory)
+    run("cmake", "--install", build, "--prefix", scratch / "first")
+    # The installed tree must not know where it was installed to.
+    tree = scratch / "second place"
+    shutil.move(scratch / "first", tree)
+    lib = check_library(tree)
+    environment = {**os.environ, "PKG_CONFIG_PATH": f"{lib}/pkgconfig", "LD_LIBRARY_PATH": str(lib), "HOME": directory}
+    check_small_hosts(tree, scratch, environment)
+    check_examples(tree, scratch, environment)
     print("installed, moved, linked through pkg-config and CMake, run")

@@ -1,0 +1,85 @@
+"""The manual pages: without a fault that mandoc knows, complete for the functions, programs and variables that there
+are, with samples that are what they say.
+
+Usage: manual_test.py SOURCE_DIR C_COMPILER
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+source, compiler = Path(sys.argv[1]), sys.argv[2]
+pages = sorted((source / "share/man").iterdir())
+problems = []
+
+
+def page(name):
+    return (source / "share/man" / name).read_text()
+
+
+def without_fault():
+    # -W warning: what is a matter of style only, such as the operating system's own way to write a date, is not a fault.
+    done = subprocess.run(["mandoc", "-T", "lint", "-W", "warning", *pages], capture_output=True, text=True)
+    problems.extend((done.stdout + done.stderr).splitlines())
+
+
+def documented_functions():
+    script = (source / "src/libolh.map").read_text().rsplit("local:", 1)[0]
+    exported = set(re.findall(r"^\s+(\w+);", script, flags=re.M))
+    headers = "".join(h.read_text() for h in (source / "include/olh").glob("*.h"))
+    functions = {name for name in exported if re.search(rf"OLH_API\s[^;]*\b{name}\(", headers)}
+    entries = set(re.findall(r'^\.It Fn "[^"]*?(\w+)"', page("libolh.3"), flags=re.M))
+    problems.extend(f"libolh(3) has no entry for {name}" for name in sorted(functions - entries))
+    problems.extend(f"libolh(3) tells of {name}, which is not exported" for name in sorted(entries - functions))
+    if len(functions) < 70:
+        problems.append(f"only {len(functions)} functions seen in the headers")
+
+
+def prototypes():
+    """What libolh(3) says a function takes is what the header says: a C compiler compares them."""
+    lines = ["#include <olh/olh.h>", "#include <olh/support.h>", "#include <olh/dmerge.h>"]
+    for entry in re.findall(r'^\.It Fn (".*")$', page("libolh.3"), flags=re.M):
+        function, *parameters = re.findall(r'"([^"]*)"', entry)
+        taken = "" if parameters == ["..."] else ", ".join(parameters)
+        lines.append(f"{function}({taken});")
+    done = subprocess.run([compiler, "-std=c99", "-fsyntax-only", "-x", "c", f"-I{source}/include", "-"],
+                          input="\n".join(lines), capture_output=True, text=True)
+    problems.extend(line for line in done.stderr.splitlines() if "error" in line)
+
+
+def documented_variables():
+    code = "".join(f.read_text() for f in (source / "src").rglob("*.cpp"))
+    read = set(re.findall(r'"((?:QEL|TRV|OLH(?!_VIEWER_|_DISPLAY_))_[A-Z_]+)"', code))
+    told = set(re.findall(r"\b(?:QEL|OLH|TRV)_[A-Z_]+\b", " ".join(re.findall(r"^\.It Ev (.*)$", page("olh_environment.7"), flags=re.M))))
+    keys_of_files = set(re.findall(r"^\.It Ic (\w+)$", page("qel_doc_options.ini.5") + page("qel_viewer_config.ini.5"), flags=re.M))
+    problems.extend(f"olh_environment(7) does not tell of {name}" for name in sorted(read - told - keys_of_files))
+    problems.extend(f"olh_environment(7) tells of {name}, which nothing reads" for name in sorted(told - read))
+
+
+def samples():
+    """A sample is marked by a comment that gives it a name; a C program compiles, a file of options loads."""
+    found = 0
+    for one in pages:
+        for name, sample in re.findall(r'^\.\\" sample: (\S+)\n\.Bd [^\n]*\n(.*?)^\.Ed', one.read_text(), flags=re.M | re.S):
+            found += 1
+            sample = sample.replace("\\e", "\\")
+            if name.endswith(".c"):
+                done = subprocess.run([compiler, "-std=c99", "-Wall", "-Werror", "-fsyntax-only", "-x", "c", f"-I{source}/include",
+                                       "-"], input=sample, capture_output=True, text=True)
+                problems.extend(f"{one.name}: {line}" for line in done.stderr.splitlines())
+            elif name.endswith(".ini"):
+                lines = [line for line in sample.splitlines() if line and not re.match(r'#|[A-Z_]+="[^"]*"$', line)]
+                problems.extend(f"{one.name}: {line} would spoil the file" for line in lines)
+    if found < 5:
+        problems.append(f"only {found} samples found")
+
+
+try:
+    without_fault()
+except FileNotFoundError:
+    print("skipped: mandoc is not installed")
+    sys.exit(77)
+for check in (documented_functions, prototypes, documented_variables, samples):
+    check()
+print("\n".join(problems) or f"{len(pages)} pages")
+sys.exit(1 if problems else 0)
