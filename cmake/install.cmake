@@ -43,3 +43,10 @@ olh_install_pages(olh olh-recorder.1 olh_documentation_root.5 olh_environment.7 
 # The viewers of a session. CMAKE_INSTALL_SYSCONFDIR is "etc" below the prefix; a package gives it as /etc.
 install(FILES share/environment/60-olh.conf DESTINATION lib/environment.d COMPONENT olh)
 install(FILES share/environment/olh.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh)
+
+# The completions of three shells, each in the folder where that shell looks; they ask the first file.
+install(PROGRAMS share/completions/candidates.sh DESTINATION ${CMAKE_INSTALL_DATADIR}/olh COMPONENT olh)
+install(FILES share/completions/olh.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME olh
+        COMPONENT olh)
+install(FILES share/completions/_olh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT olh)
+install(FILES share/completions/olh.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT olh)

@@ -1,0 +1,76 @@
+#!/bin/sh
+# What may stand at a place of an olh command line: one candidate a line. The completions of bash, zsh and fish ask this.
+# Usage: candidates.sh OLH WORD...     the last WORD is the one being typed, which may be empty
+#
+# The program itself is asked: its --help for verbs, options and arguments, its lists for documents and topics. A time
+# limit keeps a documentation root behind a URL from holding up the person who types. Exit status 3 asks for file names.
+set -u
+olh=$1
+shift
+
+ask() { timeout 2 "$olh" "$@" 2>/dev/null </dev/null; }
+files() { exit 3; }
+
+# Parts of a help text: the verbs, the long options, the kind of an option's value (none for a flag), the Nth argument.
+verbs_of() { printf '%s\n' "$help" | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p'; }
+options_of() { printf '%s\n' "$help" | sed -n 's/^  \(-[A-Za-z],\)\{0,1\}\(--[a-z-]*\).*/\2/p'; }
+value_of() { printf '%s\n' "$help" | sed -n "s/^  \(-[A-Za-z],\)\{0,1\}$1 \([A-Z][A-Z][^ ]*\).*/\2/p"; }
+argument_at() {
+  printf '%s\n' "$help" | sed -n '/^Usage:/{s/.*\[OPTIONS\]//;s/\[\|\]\|\.\.\.//g;p;}' | awk -v n="$1" '{ print $n }'
+}
+
+# The words before the one being typed: the verb (and a verb below it), the arguments, and an option that wants a value.
+verb= first= position=1 option= root=
+help=$(ask --help)
+while [ $# -gt 1 ]; do
+  word=$1
+  shift
+  if [ -n "$option" ]; then
+    [ "$option" = --root ] && root=$word
+    option=
+    continue
+  fi
+  case $word in
+    -*) [ -z "$(value_of "$word")" ] || option=$word ;;
+    *)
+      if [ $position = 1 ] && verbs_of | grep -qx -e "$word"; then
+        verb="$verb $word"
+        help=$(ask $verb --help)
+      else
+        [ $position = 1 ] && first=$word
+        position=$((position + 1))
+      fi
+      ;;
+  esac
+done
+
+documents() { ask list --names ${root:+--root "$root"} "$@"; }
+# A topic with a blank in it is shown in quotes, and left to the person.
+topics() { ask topics "$first" ${root:+--root "$root"} | sed -n "s/^\([^' (][^' ]*\).*/\1/p"; }
+
+if [ -n "$option" ]; then
+  value=$(value_of "$option")
+  case $option:$value in
+    --display:*) printf '%s\n' normal topic popup ;;
+    *:*{*}*) printf '%s\n' "$value" | sed 's/.*{\(.*\)}.*/\1/' | tr ',' '\n' ;;
+    *) files ;;
+  esac
+  exit 0
+fi
+case $1 in
+  -*) options_of ;;
+  *)
+    argument=$(argument_at "$position")
+    case $verb:$argument in
+      *:SUBCOMMAND) verbs_of ;;
+      *portal:NAME) documents --kind portal ;;
+      *bookcase:NAME) documents --kind pdf ;;
+      *:DOC) documents ;;
+      *:TAG) topics ;;
+      *:SCOPE) documents --kind html && documents --kind portal && echo orvane ;;
+      *:QUERY | *:TAB | *:) ;;
+      *) files ;;
+    esac
+    ;;
+esac
+exit 0

@@ -1,0 +1,64 @@
+#!/bin/sh
+# What scripts/test-packages runs as root in a clean chroot: the packages in /tmp/packages are installed, used by a person
+# without rights, removed, purged. Each step says what it saw; the first that saw something else ends the run.
+set -eu
+cd /tmp
+
+fail() { echo "FAILED: $*" >&2; exit 1; }
+files() { find / -xdev \( -path /tmp -o -path /proc -o -path /sys \) -prune -o -print | sort; }
+as_person() { setpriv --reuid=12345 --regid=12345 --clear-groups env HOME=/tmp/person "$@"; }
+# What a login shell has as the browser of on-line help.
+browser_at_login() { sh -c '. /etc/profile; echo "${QEL_HTML_BROWSER-none}"'; }
+
+[ "$(browser_at_login)" = none ] || fail "a viewer is chosen before anything is installed"
+files >before
+dpkg -i packages/*.deb >installed.log 2>&1 || { cat installed.log; fail "the packages cannot be installed"; }
+dpkg-query -W -f '${Package} ${Version} ${Status}\n' libolh4 libolh-dev olh olh-doc
+ldconfig -p | grep -q 'libolh\.so\.4 ' || fail "the loader does not know libolh.so.4"
+
+# A person's session. The recorder stands in the place of the browser: there is no display here.
+mkdir -m 777 person
+export QEL_DOC_PATH=/usr/share/olh/docs QEL_HTML_BROWSER=/tmp/person/browser
+as_person olh-recorder make person/browser
+as_person olh-recorder answer person/browser ping 0
+
+# shows WHAT COMMAND...: the command ends well, and makes the browser show the topic.
+shows() {
+  what=$1
+  shift
+  as_person olh-recorder clear person/browser
+  as_person olh-recorder answer person/browser ping 0
+  as_person "$@" >person/out 2>&1 || { cat person/out; fail "$what ended with an error"; }
+  as_person olh-recorder show person/browser | grep -q 'olh_manual/index.htm#.*topic=quick_start' ||
+    { cat person/out; as_person olh-recorder show person/browser; fail "$what did not show the topic"; }
+  echo "$what: shown"
+}
+
+as_person olh where olh_manual
+shows "olh" olh show olh_manual quick_start
+as_person cc -std=c99 -Wall -Werror consumer/host.c -o person/host $(pkg-config --cflags --libs olh)
+[ "$(as_person person/host)" = "v4.3_2.1 4 4" ] || fail "the host in C printed $(as_person person/host)"
+echo "host in C, through pkg-config: runs"
+as_person cmake -S /usr/share/doc/libolh-dev/examples -B person/build -G Ninja >person/log || fail "find_package(olh)"
+as_person cmake --build person/build >person/log || { cat person/log; fail "the examples do not build"; }
+printf '1\nq\n' >person/keys
+shows "host in C, through CMake" sh -c 'person/build/help_menu <person/keys'
+shows "host in C++" person/build/unit_converter help inch
+shows "host in Python" env PYTHONDONTWRITEBYTECODE=1 python3 /usr/share/doc/libolh-dev/examples/help_demo.py
+
+unset QEL_HTML_BROWSER
+if command -v olh-browser >/dev/null; then
+  [ "$(browser_at_login)" = olh-browser ] || fail "a login shell has $(browser_at_login) as browser"
+  echo "login shell: olh-browser is the browser"
+fi
+
+dpkg --remove olh olh-doc libolh-dev libolh4 >person/log || { cat person/log; fail "the packages cannot be removed"; }
+files >after
+left=$(comm -13 before after | grep -v '^/var/lib/dpkg/info/' || true)
+[ "$left" = /etc/profile.d/olh.sh ] || fail "removed, and there is: $left"
+[ "$(browser_at_login)" = none ] || fail "removed, and a login shell still has $(browser_at_login) as browser"
+dpkg --purge olh olh-doc libolh-dev libolh4 >person/log 2>&1
+files >after
+cmp -s before after || { diff before after; fail "purged, and the machine is not what it was"; }
+ldconfig -p | grep libolh && fail "purged, and the loader still knows the library"
+echo "removed and purged: nothing is left behind"
