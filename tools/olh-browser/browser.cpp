@@ -1,0 +1,89 @@
+#include "browser.h"
+
+#include <cstdio>
+
+#include "child.h"
+#include "choice.h"
+#include "display.h"
+#include "files.h"
+#include "running.h"
+#include "text_view.h"
+#include "url.h"
+#include "viewer_environment.h"
+
+namespace olh_viewers {
+
+namespace {
+
+// A launcher looks two seconds after a start: by then it must see how the browser fared. A browser that runs takes a page
+// within a tenth of a second, and may take longer on a busy machine.
+constexpr int kWatchStart = 1500;
+constexpr int kWatchHandOver = 2000;
+
+constexpr int kNotRunning = 2;
+
+bool is_outside_home(const std::string& file) {
+  const std::string home = variable("HOME");
+  return home.empty() || !file.starts_with(home + "/");
+}
+
+void warn(const Choice& choice, const std::string& url, const Trace& trace) {
+  if (choice.is_sandboxed && is_file_url(url) && is_outside_home(file_of(url)))
+    trace.complain("note: " + choice.program + " runs in a sandbox and may not see " + file_of(url) +
+                   ". A documentation root behind http:// is the way out.");
+  if (choice.row != nullptr && choice.row->needs_session_bus && !has_session_bus() && is_running(choice.row->process))
+    trace.complain("note: " + choice.program +
+                   " runs already, and without a session bus it cannot take the page: it may " +
+                   "say that it must be closed. Set DBUS_SESSION_BUS_ADDRESS to the session's.");
+}
+
+int dry_run(const Words& command, const std::string& source) {
+  std::printf("%s    (%s)\n", shown(command).c_str(), source.c_str());
+  return kExitShown;
+}
+
+}  // namespace
+
+int answer_ping(const Trace& trace) {
+  const Choice choice = has_display() ? choose_browser() : Choice();
+  if (choice && choice.row != nullptr && is_running(choice.row->process)) {
+    trace.note(choice.program + " runs");
+    return kExitShown;
+  }
+  std::puts("No running window");
+  return kNotRunning;
+}
+
+int open_in_browser(const BrowserRequest& request, const Trace& trace) {
+  const bool has_url = !request.url.empty();
+  const std::string objection = has_url ? objection_to(request.url) : "";
+  if (!objection.empty()) {
+    trace.complain("the address is not opened: it " + objection + ".");
+    return kExitWrongUse;
+  }
+  const bool shows_text = request.as_text || !has_display();
+  if (shows_text && has_url && !request.dry_run)
+    return show_page_as_text(request.url, request.as_text ? WhyText::kAsked : WhyText::kNoDisplay, trace);
+  if (shows_text && has_url) return dry_run({"w3m", "-dump", request.url}, "text");
+  if (shows_text) {
+    trace.complain("there is no display to start a browser on.");
+    return kExitFailed;
+  }
+  const Choice choice = choose_browser();
+  if (!choice) {
+    trace.complain(std::string("there is no browser. Install one, or name one in ") + kBrowserVariable + ".");
+    return kExitNoProgram;
+  }
+  const Words command =
+      has_url ? open_command(choice, {request.url, file_of(request.url), "", 0}) : start_command(choice);
+  if (request.dry_run) return dry_run(command, choice.source);
+  warn(choice, request.url, trace);
+  trace.note(shown(command) + " (" + choice.source + ")");
+  std::string said;
+  const bool is_remote = request.kind == BrowserRequest::Kind::kRemote;
+  const int status = start_and_watch(command, is_remote ? kWatchHandOver : kWatchStart, said);
+  if (status != kExitShown) trace.complain(choice.program + " " + said + ".");
+  return status;
+}
+
+}  // namespace olh_viewers

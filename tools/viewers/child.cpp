@@ -1,0 +1,199 @@
+#include "child.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "viewer_environment.h"
+
+namespace olh_viewers {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kMillisecondsForOutput = 10000;
+
+std::vector<char*> pointers_to(Words& words) {
+  std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
+  for (std::string& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// What becomes of a started program's descriptors and signals.
+class Setup {
+ public:
+  Setup() {
+    posix_spawn_file_actions_init(&actions);
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigset_t all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setsigdefault(&attributes, &all);
+    flags(0);
+  }
+  ~Setup() {
+    posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
+  }
+  Setup(const Setup&) = delete;
+  Setup& operator=(const Setup&) = delete;
+
+  void flags(int more) {
+    posix_spawnattr_setflags(&attributes, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | more));
+  }
+  void from_file(int fd, const char* path, int mode) {
+    posix_spawn_file_actions_addopen(&actions, fd, path, mode | O_NONBLOCK, 0);
+  }
+  void from_descriptor(int fd, int source) { posix_spawn_file_actions_adddup2(&actions, source, fd); }
+
+  posix_spawn_file_actions_t actions;
+  posix_spawnattr_t attributes;
+};
+
+// Returns 0 or an errno.
+int spawn(Words words, const Setup& setup, pid_t& child) {
+  Words environment = viewer_environment();
+  const std::vector<char*> arguments = pointers_to(words);
+  const std::vector<char*> variables = pointers_to(environment);
+  return posix_spawnp(&child, arguments[0], &setup.actions, &setup.attributes, arguments.data(), variables.data());
+}
+
+int left_until(Clock::time_point end) {
+  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
+  return left > 0 ? static_cast<int>(left) : 0;
+}
+
+// SIGCHLD waits to be taken while this lives, also in a process that was started with it ignored.
+class ChildSignal {
+ public:
+  ChildSignal() {
+    std::signal(SIGCHLD, SIG_DFL);
+    sigemptyset(&signal_);
+    sigaddset(&signal_, SIGCHLD);
+    sigprocmask(SIG_BLOCK, &signal_, &before_);
+  }
+  ~ChildSignal() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  ChildSignal(const ChildSignal&) = delete;
+  ChildSignal& operator=(const ChildSignal&) = delete;
+
+  // Whether the child has ended before that time; `status` is then how.
+  bool ends_until(pid_t child, Clock::time_point end, int& status) const {
+    for (;;) {
+      const pid_t ended = waitpid(child, &status, WNOHANG);
+      if (ended == child) return true;
+      const int left = left_until(end);
+      if (left == 0 || (ended < 0 && errno != EINTR)) return false;
+      const timespec time = {left / 1000, static_cast<long>(left % 1000) * 1000000};
+      sigtimedwait(&signal_, nullptr, &time);
+    }
+  }
+
+ private:
+  sigset_t signal_;
+  sigset_t before_;
+};
+
+std::string read_until(int fd, Clock::time_point end) {
+  std::string text;
+  char block[16384];
+  pollfd readable = {fd, POLLIN, 0};
+  for (;;) {
+    const int ready = poll(&readable, 1, left_until(end));
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready <= 0) return text;
+    const ssize_t count = read(fd, block, sizeof block);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return text;
+    text.append(block, static_cast<std::size_t>(count));
+  }
+}
+
+// Whether the pager took the text.
+bool page(const std::string& text) {
+  const char* chosen = std::getenv("PAGER");
+  const bool plain_name = chosen != nullptr && *chosen != '\0' && std::strpbrk(chosen, " \t") == nullptr;
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return false;
+  Setup setup;
+  setup.from_descriptor(STDIN_FILENO, ends[0]);
+  pid_t pager = 0;
+  const int failed = spawn(plain_name ? Words{chosen} : Words{"less", "-FX"}, setup, pager);
+  close(ends[0]);
+  std::signal(SIGPIPE, SIG_IGN);
+  for (std::size_t written = 0; failed == 0 && written < text.size();) {
+    const ssize_t count = write(ends[1], text.data() + written, text.size() - written);
+    if (count < 0 && errno != EINTR) break;
+    if (count > 0) written += static_cast<std::size_t>(count);
+  }
+  close(ends[1]);
+  while (failed == 0 && waitpid(pager, nullptr, 0) < 0 && errno == EINTR) continue;
+  return failed == 0;
+}
+
+}  // namespace
+
+int start_and_watch(const Words& words, int milliseconds, std::string& said) {
+  const ChildSignal signal;
+  Setup setup;
+  setup.flags(POSIX_SPAWN_SETSID);
+  for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) setup.from_file(fd, "/dev/null", O_RDWR);
+  pid_t child = 0;
+  const int failed = spawn(words, setup, child);
+  if (failed != 0) {
+    said = std::string("could not be started: ") + std::strerror(failed);
+    return failed == ENOENT ? kExitNoProgram : kExitFailed;
+  }
+  int status = 0;
+  if (!signal.ends_until(child, Clock::now() + std::chrono::milliseconds(milliseconds), status)) return kExitShown;
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return kExitShown;
+  said = WIFEXITED(status) ? "ended with the status " + std::to_string(WEXITSTATUS(status))
+                           : "was ended by the signal " + std::to_string(WTERMSIG(status));
+  return kExitFailed;
+}
+
+std::optional<std::string> output_of(const Words& words, const std::string& input_file) {
+  const ChildSignal signal;
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
+  Setup setup;
+  setup.from_file(STDIN_FILENO, input_file.empty() ? "/dev/null" : input_file.c_str(), O_RDONLY);
+  setup.from_descriptor(STDOUT_FILENO, ends[1]);
+  setup.from_file(STDERR_FILENO, "/dev/null", O_WRONLY);
+  pid_t child = 0;
+  const int failed = spawn(words, setup, child);
+  close(ends[1]);
+  const Clock::time_point end = Clock::now() + std::chrono::milliseconds(kMillisecondsForOutput);
+  const std::string text = failed == 0 ? read_until(ends[0], end) : "";
+  close(ends[0]);
+  if (failed != 0) return std::nullopt;
+  int status = 0;
+  if (!signal.ends_until(child, end, status)) {
+    kill(child, SIGKILL);
+    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+    return std::nullopt;
+  }
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
+  return text;
+}
+
+void print_text(const std::string& text, bool paged) {
+  if (paged && isatty(STDOUT_FILENO) == 1 && page(text)) return;
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace olh_viewers

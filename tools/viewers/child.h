@@ -1,0 +1,29 @@
+// Starting other programs, by words and never through a shell.
+//
+// Knows    how long a program is watched, and what its end means.
+// Not      which program is started.
+// For      both adapters.
+#ifndef OLH_TOOLS_VIEWERS_CHILD_H
+#define OLH_TOOLS_VIEWERS_CHILD_H
+
+#include <optional>
+
+#include "words.h"
+
+namespace olh_viewers {
+
+// Starts a viewer in a session of its own, without the terminal's streams, and watches it for so long. Returns an
+// ExitStatus: kExitShown when it still runs or has ended with 0, kExitNoProgram when there is no such program,
+// kExitFailed when it ended otherwise, also by a signal. `said` becomes the end of a sentence about a failure.
+int start_and_watch(const Words& words, int milliseconds, std::string& said);
+
+// What a program prints, its input taken from a file ("": none); nothing when it could not be run, ended with another
+// status than 0, or took longer than ten seconds.
+std::optional<std::string> output_of(const Words& words, const std::string& input_file = "");
+
+// Writes a text to standard output, through a pager when `paged` and that is a terminal.
+void print_text(const std::string& text, bool paged);
+
+}  // namespace olh_viewers
+
+#endif

@@ -1,0 +1,122 @@
+#include "choice.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "desktop_default.h"
+#include "files.h"
+
+namespace olh_viewers {
+
+namespace {
+
+// The table's row for a program, also when it is called through a link such as x-www-browser.
+const Program* row_of(const std::string& path) {
+  if (const Program* row = program_named(std::filesystem::path(path).filename().string())) return row;
+  std::error_code failed;
+  const std::string target = std::filesystem::canonical(path, failed).string();
+  return failed ? nullptr : program_named(std::filesystem::path(target).filename().string());
+}
+
+Choice of_program(const std::string& name, const std::string& source) {
+  Choice choice;
+  choice.program = find_program(name);
+  if (!choice) return choice;
+  choice.row = row_of(choice.program);
+  choice.source = source;
+  choice.is_sandboxed = choice.program.starts_with("/snap/");
+  return choice;
+}
+
+// A desktop entry that only calls a known program is taken as that program; flatpak and the like need all their words.
+Choice of_desktop(const std::string& kind) {
+  const Words words = desktop_default(kind);
+  if (words.empty()) return {};
+  Choice choice = of_program(words[0], "the desktop's default");
+  if (!choice) return choice;
+  const bool is_wrapper = std::find(words.begin(), words.end(), "run") != words.end();
+  choice.is_sandboxed = choice.is_sandboxed || is_wrapper || words[0].starts_with("/snap/");
+  if (choice.row == nullptr || is_wrapper) choice.exec = words;
+  return choice;
+}
+
+Choice of_table(std::span<const Program> table) {
+  for (const Program& program : table)
+    if (Choice choice = of_program(std::string(program.name), "found along PATH")) return choice;
+  return {};
+}
+
+// The program of the user's variable: one that is not there is as good as none.
+Choice of_variable(const char* name) {
+  const std::string program = variable(name);
+  return program.empty() ? Choice() : of_program(program, name);
+}
+
+bool is_placeholder(const std::string& word) { return word.size() == 2 && word[0] == '%' && word[1] != '%'; }
+
+// The words of a desktop entry; the document stands at the end when the entry leaves no place for it.
+Words exec_command(const Choice& choice, const Place& place) {
+  const bool has_place = std::any_of(choice.exec.begin(), choice.exec.end(), is_placeholder);
+  Words words = filled(choice.exec, place);
+  words.erase(std::remove(words.begin() + 1, words.end(), ""), words.end());
+  const std::string& document = place.url.empty() ? place.file : place.url;
+  if (!has_place && !document.empty()) words.push_back(document);
+  return words;
+}
+
+Words row_command(const Choice& choice, const Words& form, const Place& place) {
+  if (choice.row == nullptr || !choice.exec.empty() || form.empty()) return {};
+  Words words = filled(form, place);
+  words.insert(words.begin(), choice.program);
+  return words;
+}
+
+std::string quoted(const std::string& word) {
+  const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789%+,-./:=@_#";
+  if (!word.empty() && word[0] != '#' && word.find_first_not_of(plain) == std::string::npos) return word;
+  std::string text = "'";
+  for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return text + "'";
+}
+
+}  // namespace
+
+Choice choose_browser() {
+  if (Choice choice = of_variable(kBrowserVariable)) return choice;
+  if (Choice choice = of_desktop("x-scheme-handler/http")) return choice;
+  if (Choice choice = of_program("x-www-browser", "the system's x-www-browser")) return choice;
+  return of_table(browsers());
+}
+
+Choice choose_reader() {
+  if (Choice choice = of_variable(kReaderVariable)) return choice;
+  if (Choice choice = of_desktop("application/pdf")) return choice;
+  if (Choice choice = of_table(pdf_readers())) return choice;
+  return choose_browser();
+}
+
+Words open_command(const Choice& choice, const Place& place) {
+  if (!choice.exec.empty()) return exec_command(choice, place);
+  if (choice.row != nullptr) return row_command(choice, choice.row->open, place);
+  return {choice.program, place.file.empty() ? place.url : place.file};
+}
+
+Words destination_command(const Choice& choice, const Place& place) {
+  return choice.row == nullptr ? Words() : row_command(choice, choice.row->at_destination, place);
+}
+
+Words page_command(const Choice& choice, const Place& place) {
+  return choice.row == nullptr ? Words() : row_command(choice, choice.row->at_page, place);
+}
+
+Words start_command(const Choice& choice) {
+  return choice.exec.empty() ? Words{choice.program} : exec_command(choice, {});
+}
+
+std::string shown(const Words& words) {
+  std::string line;
+  for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);
+  return line;
+}
+
+}  // namespace olh_viewers

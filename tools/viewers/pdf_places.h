@@ -1,0 +1,31 @@
+// The places in a PDF.
+//
+// Knows    what pdfinfo (of poppler-utils) prints of named destinations and pages.
+// For      olh-pdf-reader, and text_view.
+#ifndef OLH_TOOLS_VIEWERS_PDF_PLACES_H
+#define OLH_TOOLS_VIEWERS_PDF_PLACES_H
+
+#include <optional>
+#include <string>
+
+namespace olh_viewers {
+
+enum class Found { kYes, kNo, kCannotTell };  // the last: without pdfinfo, or for a file that it cannot read
+
+struct PdfPlace {
+  Found found = Found::kCannotTell;
+  int page = 1;
+};
+
+// The page of a named destination.
+PdfPlace place_of_destination(const std::string& file, const std::string& destination);
+
+// The same in what pdfinfo -dests has printed: lines of a page, an array in brackets, and the name in double quotes.
+PdfPlace place_in_listing(const std::string& listing, const std::string& destination);
+
+// How many pages there are; nothing when that cannot be told.
+std::optional<int> page_count(const std::string& file);
+
+}  // namespace olh_viewers
+
+#endif

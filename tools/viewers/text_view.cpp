@@ -1,0 +1,94 @@
+#include "text_view.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "child.h"
+#include "files.h"
+#include "pdf_places.h"
+#include "topic_page.h"
+#include "url.h"
+
+namespace olh_viewers {
+
+namespace {
+
+constexpr int kWidestText = 100;
+
+// Without scripts of its own: a page must not make w3m run one of this machine's.
+const Words kW3m = {"w3m", "-o", "cgi_bin=", "-o", "use_dictcommand=0", "-I", "UTF-8", "-O", "UTF-8"};
+
+Words w3m(const Words& more) {
+  Words words = kW3m;
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+std::string columns() {
+  winsize size = {};
+  const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 20;
+  return std::to_string(known ? std::min<int>(size.ws_col, kWidestText) : 80);
+}
+
+std::string fetch(const std::string& url) {
+  if (is_file_url(url)) return content_of(file_of(url));
+  return output_of(w3m({"-dump_source", url})).value_or("");
+}
+
+std::optional<std::string> text_of_page(const std::string& url) {
+  const Words form = {"-dump", "-T", "text/html", "-cols", columns()};
+  if (!is_file_url(url)) return output_of(w3m({"-dump", "-cols", columns(), url}));
+  const std::string file = file_of(url);
+  return is_readable_file(file) ? output_of(w3m(form), file) : std::nullopt;
+}
+
+void print(const std::string& heading, const std::string& text, WhyText why) {
+  const std::string reason = why == WhyText::kNoDisplay ? "No display, so here is the text of " : "The text of ";
+  print_text("[" + reason + heading + "]\n\n" + text, why == WhyText::kAsked);
+}
+
+}  // namespace
+
+int show_page_as_text(const std::string& url, WhyText why, const Trace& trace) {
+  const std::string pdf = is_file_url(url) ? file_of(url) : "";
+  if (pdf.ends_with(".pdf")) return show_pdf_as_text(pdf, std::string(fragment_of(url)), why, trace);
+  if (find_program("w3m").empty()) {
+    trace.complain("there is no display, and no w3m to show text with. Install the package w3m, or open " + url);
+    return kExitFailed;
+  }
+  const TextPage page = page_without_scripts(url, fetch);
+  if (!page.missing.empty())
+    trace.complain("the topic \"" + page.missing + "\" is not in the manual's topic table; this is its start page.");
+  const std::optional<std::string> text = text_of_page(page.url);
+  if (!text || text->empty()) {
+    trace.complain("the page " + page.url + " cannot be read.");
+    return kExitFailed;
+  }
+  trace.note("text of " + page.url);
+  print(page.url, *text, why);
+  return kExitShown;
+}
+
+int show_pdf_as_text(const std::string& file, const std::string& destination, WhyText why, const Trace& trace) {
+  const PdfPlace place = destination.empty() ? PdfPlace{Found::kYes, 1} : place_of_destination(file, destination);
+  if (place.found == Found::kNo)
+    trace.complain(file + " has no destination \"" + destination + "\"; this is its first page.");
+  const std::string page = std::to_string(place.page);
+  const std::string argument = file.starts_with('-') ? "./" + file : file;
+  const std::optional<std::string> text = output_of({"pdftotext", "-layout", "-f", page, "-l", page, argument, "-"});
+  if (!text) {
+    trace.complain(find_program("pdftotext").empty()
+                       ? "there is no pdftotext to show text with. Install the package poppler-utils, or open " + file
+                       : "the document " + file + " cannot be read.");
+    return kExitFailed;
+  }
+  trace.note("text of " + file + ", page " + page);
+  const std::optional<int> pages = page_count(file);
+  print(file + ", page " + page + (pages ? " of " + std::to_string(*pages) : ""), *text, why);
+  return kExitShown;
+}
+
+}  // namespace olh_viewers

@@ -1,0 +1,36 @@
+// Addresses: what may be handed to a browser at all, and the way between a file and its address.
+//
+// Knows    schemes and percent-encoding.
+// For      both adapters.
+#ifndef OLH_TOOLS_VIEWERS_URL_H
+#define OLH_TOOLS_VIEWERS_URL_H
+
+#include <string>
+#include <string_view>
+
+namespace olh_viewers {
+
+// What is wrong with an address as a sentence's end ("begins with \"-\""); "" when a browser may have it: http, https or
+// file, without control characters.
+std::string objection_to(std::string_view url);
+
+// The same for a file or a destination, which may have any bytes but control characters.
+std::string objection_to_text(std::string_view text);
+
+bool is_file_url(std::string_view url);
+
+// The parts of an address.
+std::string_view without_query_and_fragment(std::string_view url);
+std::string_view fragment_of(std::string_view url);
+
+// The file of a file:// address, decoded; "" for any other address.
+std::string file_of(std::string_view url);
+// The file:// address of a file; a relative one lies in the working directory.
+std::string url_of(const std::string& file);
+
+// Every byte but letters, digits, "-", "_", "." and "~" as %XX.
+std::string percent_encoded(std::string_view text);
+
+}  // namespace olh_viewers
+
+#endif

@@ -1,0 +1,56 @@
+#include "viewer_environment.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string_view>
+
+namespace olh_viewers {
+
+namespace {
+
+constexpr std::array<std::string_view, 9> kOfTheHost = {"LD_LIBRARY_PATH",   "LD_PRELOAD",
+                                                        "QT_PLUGIN_PATH",    "QT_QPA_PLATFORM_PLUGIN_PATH",
+                                                        "GTK_PATH",          "GDK_PIXBUF_MODULE_FILE",
+                                                        "GIO_EXTRA_MODULES", "PYTHONHOME",
+                                                        "PYTHONPATH"};
+constexpr const char* kBusVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+bool is_of_the_host(std::string_view name) {
+  return std::find(kOfTheHost.begin(), kOfTheHost.end(), name) != kOfTheHost.end();
+}
+
+// Where a login without the variable has its bus all the same; "" when it has none.
+std::string usual_bus() {
+  const std::string socket = "/run/user/" + std::to_string(getuid()) + "/bus";
+  struct stat status = {};
+  return stat(socket.c_str(), &status) == 0 && S_ISSOCK(status.st_mode) ? "unix:path=" + socket : "";
+}
+
+bool is_set(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
+Words viewer_environment() {
+  Words result;
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    const std::string_view text = *entry;
+    if (!is_of_the_host(text.substr(0, text.find('=')))) result.emplace_back(text);
+  }
+  for (const std::string_view name : kOfTheHost) {
+    const char* before = std::getenv((std::string(name) + "_ORIG").c_str());
+    if (before != nullptr && *before != '\0') result.push_back(std::string(name) + "=" + before);
+  }
+  if (!is_set(kBusVariable) && !usual_bus().empty()) result.push_back(std::string(kBusVariable) + "=" + usual_bus());
+  return result;
+}
+
+bool has_session_bus() { return is_set(kBusVariable) || !usual_bus().empty(); }
+
+}  // namespace olh_viewers
