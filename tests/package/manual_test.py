@@ -48,7 +48,8 @@ def prototypes():
 
 
 def documented_variables():
-    code = "".join(f.read_text() for f in (source / "src").rglob("*.cpp"))
+    rooms = [source / "src", source / "tools/viewers", source / "tools/olh-browser", source / "tools/olh-pdf-reader"]
+    code = "".join(f.read_text() for room in rooms for f in room.rglob("*") if f.suffix in (".cpp", ".h"))
     read = set(re.findall(r'"((?:QEL|TRV|OLH(?!_VIEWER_|_DISPLAY_))_[A-Z_]+)"', code))
     told = set(re.findall(r"\b(?:QEL|OLH|TRV)_[A-Z_]+\b", " ".join(re.findall(r"^\.It Ev (.*)$", page("olh_environment.7"), flags=re.M))))
     keys_of_files = set(re.findall(r"^\.It Ic (\w+)$", page("qel_doc_options.ini.5") + page("qel_viewer_config.ini.5"), flags=re.M))

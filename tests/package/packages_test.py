@@ -30,7 +30,7 @@ def expected_files():
             package, files[line] = line, set()
         else:
             files[package].add(re.sub(r"^LIB/", f"usr/{libdir}/", line))
-    files["olh"] |= {f"usr/bin/{p.name}" for p in (source / "tools").iterdir() if (p / "CMakeLists.txt").exists()}
+    files["olh"] |= {f"usr/bin/{p.name}" for p in (source / "tools").iterdir() if (p / "main.cpp").exists()}
     files["olh-doc"] |= {f"usr/share/olh/docs/{p.relative_to(build / 'docs')}"
                          for p in (build / "docs").rglob("*") if p.is_file()}
     return files
