@@ -57,6 +57,24 @@ def documented_variables():
     problems.extend(f"olh_environment(7) tells of {name}, which nothing reads" for name in sorted(told - read))
 
 
+def pages_of_programs():
+    for program in (p.name for p in (source / "tools").iterdir() if (p / "main.cpp").exists()):
+        if not (source / f"share/man/{program}.1").exists():
+            problems.append(f"{program} has no manual page")
+    for adapter in ("olh-browser", "olh-pdf-reader"):
+        has = set(re.findall(r"--([a-z-]+)", (source / f"tools/{adapter}/main.cpp").read_text())) | {"help", "version"}
+        told = set(re.findall(r"Fl Fl ([a-z-]+)", page(f"{adapter}.1")))
+        problems.extend(f"{adapter}(1) and --help do not agree about --{name}" for name in sorted(has ^ told))
+
+
+def cross_references():
+    there = {p.name for p in pages}
+    for one in pages:
+        for name, section in re.findall(r"^\.Xr (\S+) (\d)", one.read_text(), flags=re.M):
+            if f"{name}.{section}" not in there and name not in ("w3m", "pdftotext", "pdfinfo"):
+                problems.append(f"{one.name} refers to {name}({section}), which is not there")
+
+
 def samples():
     """A sample is marked by a comment that gives it a name; a C program compiles, a file of options loads."""
     found = 0
@@ -80,7 +98,8 @@ try:
 except FileNotFoundError:
     print("skipped: mandoc is not installed")
     sys.exit(77)
-for check in (documented_functions, prototypes, documented_variables, samples):
+for check in (documented_functions, prototypes, documented_variables, pages_of_programs, cross_references,
+              samples):
     check()
 print("\n".join(problems) or f"{len(pages)} pages")
 sys.exit(1 if problems else 0)
