@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "failing_allocator.h"
+#include "olh/dmerge.h"
 #include "olh/support.h"
 #include "scratch.h"
 
@@ -113,6 +114,17 @@ const std::vector<Call> kCalls = {OLH_CALL(OlhHelpCall, a, b, 2),
                                   OLH_CALL(SetAltDocPath, a),
                                   OLH_CALL(search_path, x, a, b),
                                   OLH_CALL(search_path, x, a, nullptr),
+                                  OLH_CALL(OlhDmerge, a, nullptr),
+                                  OLH_CALL(dmerge, a, nullptr),
+                                  OLH_CALL(generateTdInstalledList, mutable_copy(a)),
+                                  OLH_CALL(generateDocLists, mutable_copy(a)),
+                                  OLH_CALL(extractLibList, mutable_copy(a)),
+                                  OLH_CALL(writeLibList, a),
+                                  OLH_CALL(writeLibAvail, a),
+                                  OLH_CALL(addToFoundTdList, mutable_copy(a)),
+                                  OLH_CALL(inFoundList, a),
+                                  OLH_CALL(registerNewFile, mutable_copy(a)),
+                                  OLH_CALL(dmerge_free),
                                   OLH_CALL(OlhBrowserRunning),
                                   OLH_CALL(OlhBrowserOpenURL, a, b),
                                   OLH_CALL(OlhBrowserGetPath, x, a),

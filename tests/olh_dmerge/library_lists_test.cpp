@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "dmerge_scene.h"
+#include "registries.h"
+
+namespace {
+
+class LibraryLists : public olh_test::DmergeScene {
+ protected:
+  LibraryLists() { make("htmldocs/QEL/lib"); }
+  // The entries as "title|name|type;", the one added last first.
+  static std::string entries() {
+    std::string text;
+    for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next)
+      text += std::string(entry->title) + "|" + (entry->docName == nullptr ? "-" : entry->docName) + "|" +
+              (entry->type == nullptr ? "both" : entry->type) + ";";
+    return text;
+  }
+};
+
+TEST_F(LibraryLists, NamesOfPdfs) {
+  const struct {
+    const char* file;
+    const char* entry;
+  } cases[] = {
+      {"a.pdf", "a.pdf|a|pdf;"},
+      {"A.PdF", "A.PdF|A|pdf;"},
+      {"a.b.pdf", "a.b.pdf|a.b|pdf;"},
+      {".pdf", ""},
+      {"_bk_a.pdf", ""},
+      {"a_bk_.pdf", "a_bk_.pdf|a_bk_|pdf;"},
+      {"a.pdfx", ""},
+      {"apdf", ""},
+      {"a.pdf.", ""},
+  };
+  for (const auto& test : cases) {
+    clearLibList();
+    const std::string path = put(std::string("pdfdocs/") + test.file, "%PDF");
+    EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+    EXPECT_EQ(entries(), test.entry) << test.file;
+    std::filesystem::remove(path);
+  }
+}
+
+TEST_F(LibraryLists, BothForms) {
+  put("htmldocs/a/QELdata/QELAllData.js", "QELAddBookVar(\"DocTitle\",\"A\");");
+  put("pdfdocs/a.pdf", "pdf:Title='Other'");
+  put("pdfdocs/a.PDF", "pdf:Title='Other'");
+  put("pdfdocs/b.pdf", "pdf:Title='B'");
+  put("pdfdocs/b.PDF", "pdf:Title='B'");
+  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(entries(), "B|b|pdf;A|a|both;");
+  EXPECT_EQ(numLleEntries, 2);
+}
+
+TEST_F(LibraryLists, SortedByBytesAndEachNameOnce) {
+  olh::add_document("z", "late", olh::kHtmlType);
+  olh::add_document("Z", "early", olh::kPdfType);
+  olh::add_document("b", "twice", olh::kPdfType);
+  olh::add_document("a", "twice", olh::kHtmlType);
+  olh::add_document("\xc3\x84", "above", olh::kHtmlType);
+  make("tomedecks/qel_td/js");
+  EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_OK);
+  const std::string list = get("tomedecks/qel_td/js/LibList.js");
+  EXPECT_EQ(list.substr(list.find("   m")),
+            "   mLibraryList.push([\"Z\",\"early\",\"pdf\"] );\n"
+            "   mLibraryList.push([\"a\",\"twice\",\"html\"] );\n"
+            "   mLibraryList.push([\"z\",\"late\",\"html\"] );\n"
+            "   mLibraryList.push([\"\xc3\x84\",\"above\",\"html\"] );\n");
+  EXPECT_NE(entries().find("b|-|pdf;"), std::string::npos) << "the later one has lost its name";
+  EXPECT_EQ(numLleEntries, 5);
+}
+
+TEST_F(LibraryLists, WithoutPortalsOnlyTheirOwnList) {
+  put("tomedecks_template", "");
+  EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_OK);
+  EXPECT_EQ(numRegisteredFiles, 1);
+  make("tomedecks/qel_td");
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_UNWRITABLE); }),
+            "ERROR: writeLibList: unable to open " + in_root("tomedecks/qel_td/js/LibList.js") + "\n");
+}
+
+TEST_F(LibraryLists, BasicPage) {
+  make("tomedecks/qel_td/js");
+  olh::add_document("T", "d", olh::kHtmlType);
+  const std::string rows =
+      "<tr><td>T</td><td class=\"right\">\n"
+      "<a href=\"../htmldocs/d/index.htm\" class=\"doctagging\" target=\"_blank\">HTM</a>\n"
+      "</td></tr>\n";
+  const std::string list_mark = "<!-- Insert document list here -->";
+  const struct {
+    std::string page_template;
+    std::string page;
+  } cases[] = {
+      {"a\r\nb", "a\r\nb"},
+      {"x" + list_mark + "y\n" + list_mark, rows + rows},
+      {"a\n <!-- Insert release name here -->\nb\n", "a\nb\n"},
+      {"<!-- insert document list here -->\n", "<!-- insert document list here -->\n"},
+  };
+  for (const auto& test : cases) {
+    put("tomedecks/common/html/basic.htm", test.page_template);
+    EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_OK);
+    EXPECT_EQ(get("tomedecks/basic.htm"), test.page);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,106 @@
+#include "title_scan.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <random>
+
+#include "dmerge_scene.h"
+#include "line_reader.h"
+#include "script_line.h"
+
+namespace {
+
+class TitleScan : public olh_test::DmergeScene {
+ protected:
+  std::string title_of(const std::string& bytes) {
+    blocks.start(olh::open_regular_file(put("x.pdf", bytes).c_str()));
+    return olh::pdf_title(blocks);
+  }
+
+  olh::PieceBlocks blocks;
+};
+
+// The rule, piece by piece and slowly: the text behind the attribute up to the next "'", else behind the element up to the
+// next "<"; neither goes beyond a line feed, and an empty one does not count.
+std::string plain_title_of(const std::string& bytes) {
+  for (std::size_t begin = 0; begin < bytes.size();) {
+    std::size_t end = std::min(begin + olh::kLongestLine, bytes.size());
+    const std::size_t feed = bytes.find('\n', begin);
+    if (feed < end) end = feed + 1;
+    const std::string piece = bytes.substr(begin, end - begin);
+    begin = end;
+    for (const auto& [mark, closing] : {std::pair("pdf:Title='", "'\n"), std::pair("<pdf:Title>", "<\n")}) {
+      const std::size_t at = piece.find(mark);
+      if (at == std::string::npos) continue;
+      const std::string rest = piece.substr(at + std::string(mark).size());
+      const std::string title = rest.substr(0, rest.find_first_of(closing));
+      if (!title.empty()) return title;
+    }
+  }
+  return "";
+}
+
+TEST_F(TitleScan, Titles) {
+  const std::string filler(3000, 'x');
+  const struct {
+    std::string bytes;
+    const char* title;
+  } cases[] = {
+      {"pdf:Title='A b'", "A b"},
+      {"<pdf:Title>A b</pdf:Title>", "A b"},
+      {"<pdf:Title>A</pdf:Title> pdf:Title='B'", "B"},
+      {"pdf:Title=''\n<pdf:Title>A</pdf:Title>", "A"},
+      {"pdf:Title='' <pdf:Title>A<", "A"},
+      {"pdf:Title='A\nB'", "A"},
+      {"pdf:Title='\nA'", ""},
+      {"pdf:title='A' PDF:Title='B' pdf:Title=\"C\" <pdf:Title >D<", ""},
+      {"pdf:Title", ""},
+      {"", ""},
+      {std::string("a\0pdf:Title='A\x1a\xff'", 17), "A\x1a\xff"},
+      {filler + "pdf:Title='A'", "A"},
+      {std::string(2040, 'x') + "pdf:Title='A'", ""},  // the mark lies across two pieces
+      {std::string(2035, 'x') + "pdf:Title='Abc'", "A"},
+  };
+  for (const auto& test : cases) EXPECT_EQ(title_of(test.bytes), test.title) << test.bytes.substr(0, 60);
+}
+
+// Whole, cut and false marks at every distance from the ends of pieces and blocks.
+TEST_F(TitleScan, AgreesWithTheSlowRule) {
+  std::minstd_rand random(20261124);
+  const char* const parts[] = {"pdf:Title='", "<pdf:Title>", "pdf:Title", "pdf:", ":", "'",
+                               "<",           "\n",          "p",         "=''",  "T", ">"};
+  for (int round = 0; round < 300; ++round) {
+    // A title is rare: most rounds look at what comes before one.
+    std::string bytes(random() % 3 == 0 ? 256 * 1024 - random() % 5000 : random() % 5000, 'x');
+    for (int i = 0; i < 400; ++i) {
+      bytes += parts[random() % std::size(parts)];
+      if (random() % 4 == 0) bytes.append(random() % 2100, random() % 2 == 0 ? ':' : 'y');
+    }
+    ASSERT_EQ(title_of(bytes), plain_title_of(bytes)) << "round " << round;
+  }
+}
+
+TEST_F(TitleScan, LibraryTitle) {
+  const struct {
+    std::string table;
+    const char* title;  // null: none
+  } cases[] = {
+      {"QELAddBookVar(\"DocTitle\",\"A\");\nQELAddBookVar(\"DocTitle\" , \"B\");", "B"},
+      {"QELAddBookVar(\"DocTitle\",\"A\");\nQELAddBookVar(\"DocTitle\");\n", "A"},
+      {"\"x\" QELAddBookVar(\"DocTitle\",\"A\");", "DocTitle"},
+      {"QELAddBookVar(\"Doctitle\",\"A\");", nullptr},
+      {"QELAddBookVar(\"DocTitle\",\"\");", ""},
+      {"", nullptr},
+  };
+  for (const auto& test : cases) {
+    blocks.start(olh::open_regular_file(put("t.js", test.table).c_str()));
+    const auto title = olh::library_title(blocks);
+    ASSERT_EQ(title.has_value(), test.title != nullptr) << test.table;
+    if (title) {
+      EXPECT_EQ(*title, test.title);
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,3 @@
+WWHFrame = eval("window.self");
+LibraryAvailable = "true";
+

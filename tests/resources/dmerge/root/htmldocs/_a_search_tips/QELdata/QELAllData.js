@@ -1,0 +1,1 @@
+QELAddBookVar("DocTitle","Never listed");

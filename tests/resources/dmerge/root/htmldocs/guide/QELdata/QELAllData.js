@@ -1,0 +1,3 @@
+QELAddBookVar("DocTitle","An older title");
+QELAddTopic(["intro","intro.htm"]);
+QELAddBookVar("DocTitle","Guide for 'all'");

@@ -1,0 +1,3 @@
+mTomeDeckName = "Named";
+List.fAddItem( "Title of the portal", "titled" );
+// List.fAddItem( "Commented out", "element" );
