@@ -1,0 +1,66 @@
+"""olh dmerge: what it tells of a run, and whether --check sees what a run would change."""
+import json
+import unittest
+
+from scene import Scene, write
+
+INSTALLED = "tomedecks/qel_td/js/tdklist_installed.js"
+LISTS = [INSTALLED, "htmldocs/QEL/lib/LibList.js", "tomedecks/qel_td/js/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js"]
+
+
+class Dmerge(Scene):
+    def setUp(self):
+        super().setUp()
+        (self.docs / "htmldocs/QEL/lib").mkdir(parents=True)
+        (self.docs / "tomedecks/qel_td/js").mkdir(parents=True)
+        write(self.docs / "pdfdocs/guide.pdf", "%PDF-1.4\n")
+
+    def dmerge(self, *arguments, code=0, **variables):
+        done = self.olh("dmerge", *arguments, **variables)
+        self.assertEqual(done.returncode, code, done.stdout + done.stderr)
+        return done
+
+    def files_of(self, root):
+        return {str(p.relative_to(root)): p.read_bytes() for p in root.rglob("*") if p.is_file()}
+
+    def test_a_run_names_its_files_and_ends_with_totals(self):
+        lines = self.dmerge(str(self.docs)).stdout.splitlines()
+        created = "tomedecks/qel_td/js/tdklist.js"
+        self.assertEqual(lines[:-1], [str(self.docs / name) for name in [created, *LISTS]])
+        self.assertRegex(lines[-1], r"^1 library, 2 PDFs, 1 in both forms, 1 portal, \d+\.\d\d seconds$")
+        self.assertEqual(self.dmerge("--quiet").stdout, "", "the first root of the search path")
+        answer = json.loads(self.dmerge("--json").stdout)
+        self.assertEqual({k: answer[k] for k in ("libraries", "pdfs", "both_forms", "portals", "messages", "result")},
+                         {"libraries": 1, "pdfs": 2, "both_forms": 1, "portals": 1, "messages": [], "result": 0})
+        self.assertEqual(answer["files"], [str(self.docs / name) for name in LISTS])
+
+    def test_check_writes_nothing_and_says_what_would_change(self):
+        before = self.files_of(self.docs)
+        done = self.dmerge("--check", code=1)
+        self.assertIn(f"{INSTALLED} is missing.", done.stdout)
+        self.assertIn(f"'olh dmerge {self.docs}'", done.stderr)
+        self.assertEqual(self.files_of(self.docs), before)
+        self.dmerge("--quiet")
+        self.assertIn("are true", self.dmerge("--check").stdout)
+        write(self.docs / "pdfdocs/more.pdf", "%PDF-1.4\n")
+        (self.docs / "htmldocs/guide/QELdata/QELAllData.js").unlink()
+        answer = json.loads(self.dmerge("--check", "--json", code=1).stdout)
+        self.assertEqual([(c["file"], c["more"], c["less"]) for c in answer["out_of_date"]],
+                         [("htmldocs/QEL/lib/LibList.js", 1, 1), ("tomedecks/qel_td/js/LibList.js", 2, 1)])
+
+    def test_failures_are_told_apart(self):
+        done = self.dmerge(str(self.dir / "missing"), code=4)
+        self.assertIn(f"there is no readable directory {self.dir}/missing.", done.stderr)
+        self.assertIn("is an address", self.dmerge("http://h/docs", code=4).stderr)
+        self.assertIn("no documentation root is known", self.dmerge(code=4, QEL_DOC_PATH=None).stderr)
+        (self.docs / "htmldocs/QEL/lib").rmdir()
+        done = self.dmerge(code=5)
+        self.assertIn("ERROR: writeLibList: unable to open ", done.stdout)
+        self.assertIn("htmldocs/QEL/lib", done.stderr)
+        answer = json.loads(self.dmerge("--check", "--json", code=5).stdout)
+        self.assertEqual(answer["messages"], [f"ERROR: writeLibList: unable to open {self.docs}/htmldocs/QEL/lib/LibList.js"])
+        self.assertEqual(self.dmerge("--nonsense", code=64).stdout, "")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,189 @@
+// olh dmerge [ROOT]: the lists that the pages of a documentation root read; with --check, whether they are true.
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <sstream>
+
+#include "commands.h"
+#include "list_run.h"
+#include "olh/dmerge.h"
+#include "olh/support.h"
+#include "output.h"
+#include "shadow_root.h"
+#include "stream_in_memory.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Without ROOT: the first root of the search path. Run it after documentation was installed or removed.\n"
+    "Examples:\n"
+    "  olh dmerge /usr/share/doc/product/docs\n"
+    "  olh dmerge --check /usr/share/doc/product/docs   which lists are out of date; nothing is written\n"
+    "Exit code: 0 the lists are made (--check: they are true), 1 --check: a list is out of date,\n"
+    "2 the portals cannot be listed, 4 no such root, 5 a list cannot be written, 64 wrong use.\n";
+
+constexpr int kOutOfDate = 1;
+
+struct Arguments {
+  std::string root;
+  bool check = false;
+  bool quiet = false;
+  bool json = false;
+};
+
+int exit_code_of(int result) {
+  switch (result) {
+    case DMERGE_RESULT_OK:
+      return OLH_RESULT_OK;
+    case DMERGE_RESULT_UNLISTABLE:
+      return OLH_RESULT_FAILED;
+    default:
+      return OLH_RESULT_IO;  // the list of portals, or one of the others
+  }
+}
+
+// The generator's own message, which names the file, has reached standard output before.
+void explain(int result, const std::string& root) {
+  if (result == DMERGE_RESULT_UNLISTABLE) {
+    complain("the portals of " + root + " could not be listed: is the directory " + root + "/tomedecks readable?");
+  } else if (result == DMERGE_RESULT_UNWRITABLE) {
+    complain("a list could not be written below " + root +
+             ": the message above names it. Its directory must exist (" +
+             "htmldocs/QEL/lib, and tomedecks/qel_td/js beside portals) and be writable.");
+  } else if (result != DMERGE_RESULT_OK) {
+    complain("the list of installed portals could not be made: the message above names the file. The directory " +
+             root + "/tomedecks/qel_td/js must exist and be writable.");
+  }
+}
+
+std::string count(int number, const char* one, const char* many) {
+  return std::to_string(number) + " " + (number == 1 ? one : many);
+}
+
+std::string totals(const ListRun& run) {
+  char seconds[32];
+  std::snprintf(seconds, sizeof seconds, "%.2f", run.seconds);
+  return count(run.libraries, "library", "libraries") + ", " + count(run.pdfs, "PDF", "PDFs") + ", " +
+         std::to_string(run.both) + " in both forms, " + count(run.portals, "portal", "portals") + ", " + seconds +
+         " seconds";
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::string& messages) {
+  return {{"root", root},
+          {"result", exit_code_of(run.result)},
+          {"libraries", run.libraries},
+          {"pdfs", run.pdfs},
+          {"both_forms", run.both},
+          {"portals", run.portals},
+          {"seconds", run.seconds},
+          {"messages", lines_of(messages)}};
+}
+
+// ---- making the lists ------------------------------------------------------------------------------------------
+
+int make(const std::string& root, const Arguments& asked) {
+  if (asked.json) {
+    StreamInMemory memory(stdout);
+    const ListRun run = make_lists(
+        root, [](const std::string&) {}, false);
+    const std::string messages = memory.text();
+    nlohmann::json answer = run_as_json(root, run, messages);
+    answer["files"] = run.files;
+    say_json(answer);
+    explain(run.result, root);
+    return exit_code_of(run.result);
+  }
+  const auto tell = [&asked](const std::string& file) {
+    if (asked.quiet) return;
+    say(file);
+    std::fflush(stdout);
+  };
+  const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
+  if (run.result == DMERGE_RESULT_OK && !asked.quiet) say(totals(run));
+  explain(run.result, root);
+  return exit_code_of(run.result);
+}
+
+// ---- --check -----------------------------------------------------------------------------------------------------
+
+std::string sentence_about(const ListChange& change) {
+  if (change.is_new) return change.file + " is missing.";
+  return change.file + " is out of date: " + count(change.more, "line", "lines") + " to add, " +
+         count(change.less, "line", "lines") + " to remove.";
+}
+
+int check(const std::string& root, const Arguments& asked) {
+  const ShadowRoot shadow(root);
+  StreamInMemory memory(stdout);
+  const ListRun run = make_lists(
+      shadow.path(), [](const std::string&) {}, false);
+  const std::string messages = shadow.unveiled(memory.text());
+  const std::vector<ListChange> changes = changes_in(shadow, root, run.files);
+  const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run.result)
+                   : changes.empty()              ? static_cast<int>(OLH_RESULT_OK)
+                                                  : kOutOfDate;
+  if (asked.json) {
+    nlohmann::json answer = run_as_json(root, run, messages);
+    answer["result"] = code;
+    answer["out_of_date"] = nlohmann::json::array();
+    for (const ListChange& change : changes)
+      answer["out_of_date"].push_back(
+          {{"file", change.file}, {"missing", change.is_new}, {"more", change.more}, {"less", change.less}});
+    say_json(answer);
+  } else {
+    std::fputs(messages.c_str(), stdout);
+    if (!asked.quiet)
+      for (const ListChange& change : changes) say(sentence_about(change));
+    if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
+  }
+  if (code == kOutOfDate && !asked.quiet)
+    complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
+  explain(run.result, root);
+  return code;
+}
+
+int run(const Arguments& asked) {
+  const char* first = asked.root.empty() ? GetOlhDocPath() : nullptr;
+  std::string root = first == nullptr ? asked.root : first;
+  cleanPath(root.data());
+  root = root.c_str();
+  if (root.empty()) {
+    complain("no documentation root is known. Name one, or set QEL_DOC_PATH.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  if (is_url(root.c_str()) != 0) {
+    complain(root + " is an address: the lists are made where the files lie, in a directory.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  if (pathExists(root.c_str()) == 0) {
+    complain("there is no readable directory " + root + ".");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  return asked.check ? check(root, asked) : make(root, asked);
+}
+
+}  // namespace
+
+CLI::App* add_dmerge_command(CLI::App& app, int& exit_code) {
+  CLI::App* verb = app.add_subcommand("dmerge", "Make the lists of a documentation root");
+  const auto asked = std::make_shared<Arguments>();
+  verb->add_option("ROOT", asked->root, "The directory of the documentation root");
+  verb->add_flag("--check", asked->check, "Write nothing; say which lists are out of date");
+  verb->add_flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
+  add_json_option(*verb, asked->json);
+  verb->footer(kExamples);
+  verb->callback([asked, &exit_code] { exit_code = run(*asked); });
+  return verb;
+}
+
+}  // namespace olh

@@ -1,0 +1,108 @@
+#include "list_run.h"
+
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+
+#include "olh/dmerge.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kInstalledPortals = "/tdklist_installed.js";
+constexpr const char* kLibraries = "/htmldocs/QEL/lib/LibList.js";
+
+// The run in progress: the generator's callback has no argument of its own.
+ListRun* run = nullptr;
+const std::function<void(const std::string&)>* listener = nullptr;
+
+void count_documents() {
+  for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) {
+    if (entry->docName == nullptr) continue;  // another one has its name
+    const std::string type = entry->type == nullptr ? "" : entry->type;
+    if (type != "pdf") ++run->libraries;
+    if (type != "html") ++run->pdfs;
+    if (type.empty()) ++run->both;
+  }
+}
+
+void count_portals(const std::string& installed_list) {
+  std::ifstream lines(installed_list);
+  for (std::string line; std::getline(lines, line);)
+    if (!line.starts_with("//") && line.find("List.fAddItem") != std::string::npos) ++run->portals;
+}
+
+extern "C" int note_list(char* path) {
+  const std::string file = path;
+  run->files.push_back(file);
+  if (file.ends_with(kLibraries)) count_documents();
+  if (file.ends_with(kInstalledPortals)) count_portals(file);
+  (*listener)(file);
+  return 0;
+}
+
+// ---- progress: from a signal handler, so only what is safe there ----
+
+// Writes the number of documents found so far over the last one.
+extern "C" void show_progress(int) {
+  char line[] = "\r          documents so far";
+  int number = numLleEntries;
+  for (int i = 10; i > 0; --i) {
+    line[i] = number > 0 || i == 10 ? static_cast<char>('0' + number % 10) : ' ';
+    number /= 10;
+  }
+  if (write(STDERR_FILENO, line, sizeof line - 1) < 0) return;
+}
+
+// The number of documents twice a second, while it lives.
+class Progress {
+ public:
+  explicit Progress(bool wanted) : wanted_(wanted) {
+    if (!wanted_) return;
+    struct sigaction action = {};
+    action.sa_handler = show_progress;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGALRM, &action, &before_);
+    set_timer(500000);
+  }
+  ~Progress() {
+    if (!wanted_) return;
+    set_timer(0);
+    sigaction(SIGALRM, &before_, nullptr);
+    std::fputs("\r\033[K", stderr);
+  }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+ private:
+  static void set_timer(suseconds_t microseconds) {
+    const itimerval interval = {{0, microseconds}, {0, microseconds}};
+    setitimer(ITIMER_REAL, &interval, nullptr);
+  }
+
+  bool wanted_;
+  struct sigaction before_ = {};
+};
+
+}  // namespace
+
+ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
+                   bool shows_progress) {
+  ListRun made;
+  run = &made;
+  listener = &on_file;
+  const auto begin = std::chrono::steady_clock::now();
+  {
+    const Progress progress(shows_progress);
+    made.result = dmerge(root.c_str(), note_list);
+  }
+  made.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  return made;
+}
+
+}  // namespace olh

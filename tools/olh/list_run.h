@@ -1,0 +1,32 @@
+// One run of the list generator, and what it came to.
+//
+// Knows    how the generator's records are counted while the run lasts.
+// Not      what a person is told of it (dmerge_command).
+// For      dmerge, for a root and for a shadow of it.
+#ifndef OLH_TOOLS_LIST_RUN_H
+#define OLH_TOOLS_LIST_RUN_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace olh {
+
+struct ListRun {
+  int result = 0;                  // a DmergeResult
+  std::vector<std::string> files;  // what was written, in order
+  int libraries = 0;               // HTML manuals
+  int pdfs = 0;                    // PDF documents
+  int both = 0;                    // of these, documents in both forms
+  int portals = 0;                 // portals that the installed list names
+  double seconds = 0;
+};
+
+// Makes the lists of a root. `on_file` hears of each right after it was written. With `shows_progress` the number of
+// documents found so far appears on standard error while the run takes long.
+ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
+                   bool shows_progress);
+
+}  // namespace olh
+
+#endif

@@ -1,0 +1,107 @@
+#include "shadow_root.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <stdexcept>
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What the generator writes. tdklist.js is only written when it is missing.
+constexpr const char* kWritten[] = {"htmldocs/QEL/lib/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js",
+                                    "tomedecks/basic.htm", "tomedecks/qel_td/js/LibList.js",
+                                    "tomedecks/qel_td/js/tdklist_installed.js"};
+
+bool is_written(const fs::path& relative) {
+  for (const char* file : kWritten)
+    if (relative == file) return true;
+  return false;
+}
+
+// Whether a file that the generator writes lies below this directory.
+bool holds_written(const fs::path& relative) {
+  const std::string directory = relative.string() + "/";
+  for (const char* file : kWritten)
+    if (std::string(file).starts_with(directory)) return true;
+  return false;
+}
+
+void mirror(const fs::path& root, const fs::path& shadow, const fs::path& relative) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(root / relative)) {
+    const fs::path name = relative / entry.path().filename();
+    if (holds_written(name) && fs::is_directory(entry.path())) {
+      fs::create_directory(shadow / name);
+      mirror(root, shadow, name);
+    } else if (!is_written(name)) {
+      fs::create_symlink(fs::absolute(entry.path()), shadow / name);
+    }
+  }
+}
+
+// How often each line stands in a file.
+std::map<std::string, int> lines_of(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::map<std::string, int> lines;
+  for (std::string line; std::getline(stream, line);) ++lines[line];
+  return lines;
+}
+
+std::string bytes_of(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+ListChange compared(const fs::path& before, const fs::path& after) {
+  ListChange change;
+  std::error_code failed;
+  change.is_new = !fs::exists(before, failed);
+  if (bytes_of(before) == bytes_of(after)) return change;
+  std::map<std::string, int> lines = lines_of(after);
+  for (const auto& [line, count] : lines_of(before)) lines[line] -= count;
+  for (const auto& [line, count] : lines) (count > 0 ? change.more : change.less) += std::abs(count);
+  return change;
+}
+
+}  // namespace
+
+ShadowRoot::ShadowRoot(const std::string& root)
+    : root_(root), path_((fs::temp_directory_path() / "olh-dmerge-XXXXXX").string()) {
+  if (mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no directory can be made for temporary files");
+  try {
+    mirror(root_, path_, "");
+  } catch (const fs::filesystem_error&) {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+    throw;
+  }
+}
+
+ShadowRoot::~ShadowRoot() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
+std::string ShadowRoot::unveiled(std::string text) const {
+  for (std::size_t at = text.find(path_); at != std::string::npos; at = text.find(path_, at + root_.size()))
+    text.replace(at, path_.size(), root_);
+  return text;
+}
+
+std::vector<ListChange> changes_in(const ShadowRoot& shadow, const std::string& root,
+                                   const std::vector<std::string>& written) {
+  std::vector<ListChange> changes;
+  for (const std::string& file : written) {
+    const fs::path relative = fs::path(file).lexically_relative(shadow.path());
+    ListChange change = compared(root / relative, file);
+    change.file = relative.string();
+    if (change.is_new || change.more != 0 || change.less != 0) changes.push_back(change);
+  }
+  return changes;
+}
+
+}  // namespace olh
