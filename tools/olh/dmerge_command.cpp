@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <sstream>
 
@@ -156,7 +157,7 @@ int run(const Arguments& asked) {
   const char* first = asked.root.empty() ? GetOlhDocPath() : nullptr;
   std::string root = first == nullptr ? asked.root : first;
   cleanPath(root.data());
-  root = root.c_str();
+  root.resize(std::strlen(root.c_str()));
   if (root.empty()) {
     complain("no documentation root is known. Name one, or set QEL_DOC_PATH.");
     return OLH_RESULT_NOT_FOUND;
