@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -40,6 +41,12 @@ std::string command_line(const std::vector<std::string>& words) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + shell_word(word);
   return line;
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+  const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+  const auto length = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
+  return text + std::string(width > length ? width - length : 0, ' ');
 }
 
 std::string enumeration(const std::vector<std::string>& items) {

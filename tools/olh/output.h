@@ -23,6 +23,8 @@ void say_json(const nlohmann::json& answer);
 std::string emphasized(const std::string& text);
 // The words as a person would type them to a shell.
 std::string command_line(const std::vector<std::string>& words);
+// The text with blanks behind it, up to that many characters (of UTF-8).
+std::string padded(const std::string& text, std::size_t width);
 // "a", "a and b", "a, b and c".
 std::string enumeration(const std::vector<std::string>& items);
 

@@ -6,7 +6,9 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 import unittest
+from http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer
 from pathlib import Path
 
 BUILD = Path(sys.argv.pop(1)).resolve()
@@ -23,6 +25,13 @@ def write(path, text=""):
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_text(text)
     return path
+
+
+class WebPages(SimpleHTTPRequestHandler):
+    protocol_version = "HTTP/1.1"
+
+    def log_message(self, *args):
+        pass
 
 
 class Scene(unittest.TestCase):
@@ -57,6 +66,15 @@ class Scene(unittest.TestCase):
         write(root / "tomedecks/group_td/index.html")
         write(root / "tomedecks/group_td/js/doclist.js", 'mTomeDeckName = "The group";\n')
         return root
+
+    def serve(self, root, pages=WebPages):
+        """The http:// address of a root; the server ends with the test."""
+        server = ThreadingHTTPServer(("127.0.0.1", 0), lambda *request: pages(*request, directory=str(root)))
+        server.daemon_threads = True
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        return f"http://127.0.0.1:{server.server_address[1]}"
 
     def olh(self, *words, **variables):
         """Runs olh. A variable given as None is unset."""

@@ -1,0 +1,99 @@
+"""olh list: what each root holds, and which of it a help call would show."""
+import shutil
+import unittest
+
+from scene import Scene, WebPages, write
+
+
+class CutShort(WebPages):
+    """Announces more of a list than it sends."""
+
+    def do_GET(self):
+        self.send_response(200)
+        self.send_header("Content-Length", "1000")
+        self.end_headers()
+        self.wfile.write(b'   mLibraryList.push(["Half a title","half","html"] );\n')
+        self.close_connection = True
+
+
+class List(Scene):
+    def with_lists(self, root):
+        (root / "htmldocs/QEL/lib").mkdir(parents=True, exist_ok=True)
+        (root / "tomedecks/qel_td/js").mkdir(parents=True, exist_ok=True)
+        self.assertEqual(self.olh("dmerge", "--quiet", str(root)).returncode, 0)
+        return root
+
+    def listed(self, *words, **variables):
+        """For each root, its documents as {name: (title, kinds, the root that shadows it)}."""
+        return [(root["path"], {d["name"]: (d["title"], d["kinds"], d["shadowed_by"]) for d in root["documents"]})
+                for root in self.json("list", *words, **variables)["roots"]]
+
+    def test_a_directory_holds_what_the_lookups_would_find(self):
+        write(self.docs / "htmldocs/old_style/old_style.htm")
+        write(self.docs / "htmldocs/no_start_page/chapter.htm")
+        write(self.docs / "pdfdocs/guide.pdf")
+        write(self.docs / "system_admin_docs/admin.pdf")
+        write(self.docs / "pdfdocs/LOUD.PDF")
+        write(self.docs / "pdfdocs/notes.txt")
+        write(self.docs / "tomedecks/no_page_td/js/doclist.js")
+        self.with_lists(self.docs)
+        self.assertEqual(self.listed(), [(str(self.docs), {
+            "LOUD.PDF": (None, ["pdf"], None), "admin": (None, ["pdf"], None), "guide": ("The guide", ["html", "pdf"], None),
+            "group_td": ("The group", ["portal"], None), "old_style": (None, ["html"], None),
+            "paper_only": ("paper_only.pdf", ["pdf"], None)})])
+
+    def test_what_is_not_shadowed_is_what_a_help_call_shows(self):
+        other = self.make_root("other")
+        write(self.docs / "pdfdocs/apart.pdf")
+        write(other / "htmldocs/apart/index.htm")
+        write(other / "pdfdocs/guide.pdf")
+        write(other / "pdfdocs/more.pdf")
+        write(other / "htmldocs/group_td/index.htm")
+        for order in ("html", "pdf"):
+            surroundings = {"QEL_DOC_PATH": f"{self.docs}:{other}", "QEL_DOC_TYPE": order}
+            roots = self.listed(**surroundings)
+            self.assertEqual([path for path, _ in roots], [str(self.docs), str(other)])
+            for path, documents in roots:
+                for name, (_, _, shadowed_by) in documents.items():
+                    with self.subTest(order=order, path=path, name=name):
+                        self.assertEqual(shadowed_by or path, self.json("where", name, **surroundings)["root"])
+            self.assertEqual(roots[1][1]["more"][2], None)
+        text = self.olh("list", QEL_DOC_PATH=f"{self.docs}:{other}").stdout
+        self.assertRegex(text, rf"\n2\. {other}\n(.*\n)*     guide +html, pdf +\[shadowed by {self.docs}\]\n")
+
+    def test_a_web_root_is_told_by_its_lists(self):
+        write(self.docs / "pdfdocs/guide.pdf")
+        url = self.serve(self.with_lists(self.docs))
+        known = {"guide": ("The guide", ["html", "pdf"], None), "paper_only": ("paper_only.pdf", ["pdf"], None)}
+        group = {"group_td": ("The group", ["portal"], None)}
+        self.assertEqual(self.listed(QEL_DOC_PATH=url), [(url, {**known, **group})])
+        shutil.rmtree(self.docs / "tomedecks")
+        answer = self.json("list", QEL_DOC_PATH=url)["roots"][0]
+        self.assertEqual((answer["documents_known"], answer["portals_known"]), (True, False))
+        self.assertEqual({d["name"]: d["kinds"] for d in answer["documents"]}, {"guide": ["html", "pdf"], "paper_only": ["pdf"]})
+        shutil.rmtree(self.docs / "htmldocs/QEL")
+        self.assertIn("cannot tell which documents and portals it holds", self.olh("list", QEL_DOC_PATH=url).stdout)
+
+    def test_a_list_that_arrives_cut_short_tells_nothing(self):
+        url = self.serve(self.docs, CutShort)
+        answer = self.json("list", QEL_DOC_PATH=url)["roots"][0]
+        self.assertEqual((answer["documents_known"], answer["documents"]), (False, []))
+
+    def test_names_for_scripts(self):
+        other = self.make_root("other")
+        write(other / "pdfdocs/two words.pdf")
+        both = {"QEL_DOC_PATH": f"{self.docs}:{other}"}
+        self.assertEqual(self.olh("list", "--names", **both).stdout, "group_td\nguide\npaper_only\ntwo words\n")
+        for kind, names in (("html", "guide\n"), ("pdf", "paper_only\ntwo words\n"), ("portal", "group_td\n")):
+            self.assertEqual(self.olh("list", "--names", "--kind", kind, **both).stdout, names)
+        self.assertEqual(self.olh("list", "--kind", "video").returncode, 64)
+
+    def test_without_a_root(self):
+        done = self.olh("list", "--root", str(self.dir / "missing"), QEL_DOC_PATH=None)
+        self.assertEqual((done.returncode, done.stdout), (4, ""))
+        self.assertIn(f"--root {self.dir}/missing is no documentation root: it does not exist", done.stderr)
+        self.assertIn("no documentation root is known", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

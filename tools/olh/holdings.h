@@ -1,0 +1,40 @@
+// What a documentation root holds: its documents and portals, by name.
+//
+// Knows    which files make a document for the lookups, and that behind a URL only the root's own lists can tell.
+// Not      which roots there are (search_roots).
+// For      list and check.
+#ifndef OLH_TOOLS_HOLDINGS_H
+#define OLH_TOOLS_HOLDINGS_H
+
+#include <string>
+#include <vector>
+
+#include "olh/olh.h"
+
+namespace olh {
+
+struct Holding {
+  std::string name;   // as a help call would name it
+  std::string title;  // "" when no list gives it
+  bool html = false;
+  bool pdf = false;
+  bool portal = false;
+  std::string shadowed_by;  // the root whose document of that name is shown instead, "" when this one is shown
+};
+
+struct Holdings {
+  std::string root;
+  bool documents_known = true;
+  bool portals_known = true;
+  std::vector<Holding> all;  // by name
+};
+
+Holdings holdings_of(const std::string& root);
+
+// Marks what a help call with its bare name would not show. The roots in the order of the search path; `preferred` is
+// the front of the viewer order.
+void mark_shadowed(std::vector<Holdings>& roots, OlhViewer preferred);
+
+}  // namespace olh
+
+#endif

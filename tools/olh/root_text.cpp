@@ -1,0 +1,30 @@
+#include "root_text.h"
+
+#include "files.h"
+#include "olh/support.h"
+#include "url.h"
+#include "web_text.h"
+
+namespace olh {
+
+bool is_web_root(const std::string& root) { return is_url(root.c_str()) == 1; }
+
+std::string place_in_root(const std::string& root, const std::string& relative) {
+  if (!is_web_root(root)) return root + "/" + relative;
+  std::string address = root;
+  for (const std::string& part : olh_viewers::pieces_of(relative, '/'))
+    address += "/" + olh_viewers::percent_encoded(part);
+  return address;
+}
+
+std::optional<std::string> text_at(const std::string& place) {
+  if (is_web_root(place)) return web_text(place);
+  if (!olh_viewers::is_readable_file(place)) return std::nullopt;
+  return olh_viewers::content_of(place);
+}
+
+std::optional<std::string> text_in_root(const std::string& root, const std::string& relative) {
+  return text_at(place_in_root(root, relative));
+}
+
+}  // namespace olh
