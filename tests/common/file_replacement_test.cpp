@@ -1,0 +1,90 @@
+#include "file_replacement.h"
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "scratch.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using olh::FileReplacement;
+using olh_test::read_file;
+
+class Replacement : public olh_test::Scratch {
+ protected:
+  bool replace(const std::string& name, const std::string& text) {
+    FileReplacement replacement(name);
+    replacement.write(text);
+    return replacement.commit();
+  }
+  std::string file = write("file", "old");
+};
+
+TEST_F(Replacement, AnUncommittedTextLeavesNothing) {
+  {
+    FileReplacement abandoned(file);
+    abandoned.write("new");
+    EXPECT_EQ(read_file(file), "old");
+  }
+  EXPECT_EQ(read_file(file), "old");
+  EXPECT_FALSE(fs::exists(file + ".new"));
+  EXPECT_TRUE(replace(file, "new"));
+  EXPECT_EQ(read_file(file), "new");
+  EXPECT_FALSE(fs::exists(file + ".new"));
+}
+
+TEST_F(Replacement, TheModeStays) {
+  chmod(file.c_str(), 0640);
+  EXPECT_TRUE(replace(file, "new"));
+  struct stat status = {};
+  ASSERT_EQ(stat(file.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
+  make_directory("links");
+  fs::create_symlink("../second", dir + "/links/first");
+  fs::create_symlink(file, dir + "/second");
+  EXPECT_TRUE(replace(dir + "/links/first", "new"));
+  EXPECT_EQ(read_file(file), "new");
+  EXPECT_TRUE(fs::is_symlink(dir + "/links/first") && fs::is_symlink(dir + "/second"));
+  fs::create_symlink("made", dir + "/dangling");
+  EXPECT_TRUE(replace(dir + "/dangling", "fresh"));
+  EXPECT_EQ(read_file(dir + "/made"), "fresh");
+}
+
+TEST_F(Replacement, ALeftoverIsReplacedAndNotFollowed) {
+  write("other", "untouched");
+  fs::create_symlink(dir + "/other", file + ".new");
+  EXPECT_TRUE(replace(file, "new"));
+  EXPECT_EQ(read_file(file), "new");
+  EXPECT_EQ(read_file(dir + "/other"), "untouched");
+}
+
+TEST_F(Replacement, OnlyARegularFileIsReplaced) {
+  const std::string directory = make_directory("d");
+  ASSERT_EQ(mkfifo((dir + "/fifo").c_str(), 0600), 0);
+  for (const std::string& name : {directory, dir + "/fifo", dir + "/no/such/file"}) EXPECT_FALSE(replace(name, "x"));
+  EXPECT_TRUE(fs::is_directory(directory) && fs::is_fifo(dir + "/fifo"));
+}
+
+// As on a full disk: what cannot be written whole does not replace anything.
+TEST_F(Replacement, AWriteThatFailsLeavesTheOldText) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit tight = {1000, RLIM_INFINITY};
+  rlimit before = {};
+  getrlimit(RLIMIT_FSIZE, &before);
+  setrlimit(RLIMIT_FSIZE, &tight);
+  const bool replaced = replace(file, std::string(100000, 'x'));
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_FALSE(replaced);
+  EXPECT_EQ(read_file(file), "old");
+  EXPECT_FALSE(fs::exists(file + ".new"));
+}
+
+}  // namespace

@@ -1,0 +1,206 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "olh/support.h"
+#include "olh_doclist.h"
+#include "support/scratch.h"
+
+namespace {
+
+constexpr int kBrowser = 1;
+constexpr int kReader = 2;
+constexpr int kAltPath = 3;
+constexpr int kUserFile = 1;
+constexpr int kTreeFile = 2;
+
+using olh_test::read_file;
+
+class OptionFile : public olh_test::Scratch {
+ protected:
+  OptionFile() {
+    char root_path[OLH_BUFFER_SIZE] = "";
+    root.copy(root_path, sizeof root_path - 1);
+    locator.AddTail(locator.mDocPathList, root_path, nullptr, nullptr, nullptr);
+  }
+  int set_user(int key, const std::string& value) { return locator.SetIniFile(key, value.c_str(), kUserFile); }
+  int set_tree(int key, const std::string& value) { return locator.SetIniFile(key, value.c_str(), kTreeFile); }
+  // The tree's file after a value was set in it.
+  std::string edited(const std::string& old, int key, const std::string& value) {
+    write("root/qel_doc_options.ini", old);
+    EXPECT_EQ(set_tree(key, value), 0);
+    return read_file(tree_file);
+  }
+
+  std::string root = make_root("root");
+  std::string user_file = home + "/.qel_viewer_config.ini";
+  std::string tree_file = root + "/qel_doc_options.ini";
+  olh_docList locator;
+};
+
+const std::string kRule(80, '#');
+const std::string kHead = kRule +
+                          "\n# qel_doc_options.ini \n# \n"
+                          "# This file lets you configure how documentation is accessed through the use    \n"
+                          "# of variables that override default settings.    \n# \n# Examples : \n# \n";
+const std::string kTreeExamples =
+    "# Set Alternate Documentation Location access path:\n#  Windows example\n"
+    "#      QEL_ALT_DOC_PATH=\"Z:\\QuillworksFlow\\7.9.2QW\\docs\" \n#   Linux/UNIX example \n"
+    "#      QEL_ALT_DOC_PATH=\"/usr/local/qel/QuillworksFlow/7.9.2QW/docs\" \n#   Web server example \n"
+    "#      QEL_ALT_DOC_PATH=\"http://server/QuillworksFlow/7.9.2QW/docs\"   \n#  \n";
+const std::string kTail =
+    "# Set default web browser:  \n#   Windows example  \n"
+    "#      QEL_HTML_BROWSER=\"C:\\Program Files\\Mozilla Firefox\\firefox.exe\"  \n#   Linux/UNIX example   \n"
+    "#      QEL_HTML_BROWSER=\"/usr/local/bin/firefox\"    \n" +
+    kRule + " \n \n";
+
+TEST_F(OptionFile, ANewFileIsAHeaderAndOneLine) {
+  EXPECT_EQ(set_user(kBrowser, "/b"), 0);
+  EXPECT_EQ(read_file(user_file), kHead + kTail + "\n QEL_HTML_BROWSER=\"/b\"\n");
+  unlink(user_file.c_str());
+  EXPECT_EQ(set_user(kReader, ""), 0);
+  EXPECT_EQ(read_file(user_file), kHead + kTail + "\n QEL_PDF_READER=\"\"\n");
+  EXPECT_EQ(set_tree(kAltPath, "/a:http://h/d"), 0);
+  EXPECT_EQ(read_file(tree_file), kHead + kTreeExamples + kTail + " QEL_ALT_DOC_PATH=\"/a:http://h/d\"\n");
+}
+
+TEST_F(OptionFile, OnlyTheKeysOwnLineChanges) {
+  const struct {
+    const char* what;
+    std::string old;
+    int key;
+    std::string fresh;
+  } cases[] = {
+      {"in place, without its blank", "# c\n QEL_HTML_BROWSER=\"/o\"\n\nX=1\n", kBrowser,
+       "# c\nQEL_HTML_BROWSER=\"/n\"\n\nX=1\n"},
+      {"appended without an empty line", "QEL_HTML_BROWSER=\"/o\"\n; c\n", kReader,
+       "QEL_HTML_BROWSER=\"/o\"\n; c\nQEL_PDF_READER=\"/n\"\n"},
+      {"a comment that names the key stays", "#QEL_PDF_READER=\"/o\"\n", kReader,
+       "#QEL_PDF_READER=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
+      {"lower case is another line", "qel_pdf_reader=\"/o\"\n", kReader,
+       "qel_pdf_reader=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
+      {"a last line without line feed", "X=1", kReader, "X=1\nQEL_PDF_READER=\"/n\"\n"},
+      {"an empty file", "", kReader, "QEL_PDF_READER=\"/n\"\n"},
+      {"a line over 1023 characters", "X=" + std::string(3000, 'x') + "\n", kReader,
+       "X=" + std::string(3000, 'x') + "\nQEL_PDF_READER=\"/n\"\n"},
+      {"bytes", std::string("X=\xff\x1a\0y\n", 7), kReader,
+       std::string("X=\xff\x1a\0y\n", 7) + "QEL_PDF_READER=\"/n\"\n"},
+      {"three lines become one", "A=1\nQEL_ALT_DOC_PATH=\"/a:\\\n/b:\\\n/c\"\nB=2\n", kAltPath,
+       "A=1\nQEL_ALT_DOC_PATH=\"/n\"\nB=2\n"},
+      {"a comment inside the old value stays", "QEL_ALT_DOC_PATH=\"/a:\n# c\n\n/c\"\n", kAltPath,
+       "# c\n\nQEL_ALT_DOC_PATH=\"/n\"\n"},
+      {"a value that never ends is dropped", "QEL_ALT_DOC_PATH=\"/a:\n/b\nB=2\n", kAltPath,
+       "QEL_ALT_DOC_PATH=\"/n\"\n"},
+      {"the key's name inside the old value", "QEL_ALT_DOC_PATH=\"/a:\n/QEL_ALT_DOC_PATH/b:\n/c\"\nB=2\n", kAltPath,
+       "QEL_ALT_DOC_PATH=\"/n\"\nB=2\n"},
+      {"another key's lines stay", "QEL_PDF_READER=\"/a\\\n/b\"\nX=1\n", kAltPath,
+       "QEL_PDF_READER=\"/a\\\n/b\"\nX=1\nQEL_ALT_DOC_PATH=\"/n\"\n"},
+  };
+  for (const auto& test : cases) EXPECT_EQ(edited(test.old, test.key, "/n"), test.fresh) << test.what;
+}
+
+TEST_F(OptionFile, TheEditTellsOfQuotes) {
+  write("root/qel_doc_options.ini", "X=1\nQEL_ALT_DOC_PATH=\"/a:\n/b:\n/c\"\n");
+  set("OLH_DEBUG", "1");
+  setDebugVariable();
+  EXPECT_EQ(olh_test::standard_error_of([this] { set_tree(kAltPath, "/n"); }),
+            "olh_docList::modifyOldIniFile: either multi-lined comment or unrelated line in .ini: X=1\n"
+            "olh_docList::modifyOldIniFile: either multi-lined comment or unrelated line in .ini: /b:\n"
+            "olh_docList::modifyOldIniFile: end of multi-lined variable\n");
+}
+
+TEST_F(OptionFile, WhatIsSetIsReadBack) {
+  const std::string browser = make_program("a b;#'$x");
+  EXPECT_EQ(set_user(kBrowser, browser), 0);
+  EXPECT_EQ(set_user(kReader, home), 0);
+  char paths[OLH_BUFFER_SIZE] = "untouched";
+  char html[OLH_BUFFER_SIZE] = "";
+  char pdf[OLH_BUFFER_SIZE] = "untouched";
+  EXPECT_EQ(locator.ReadIniFile(user_file.data(), paths, html, pdf), 0);
+  EXPECT_EQ(html, browser);
+  EXPECT_STREQ(pdf, "") << "a directory is no program";
+  EXPECT_STREQ(paths, "untouched");
+}
+
+TEST_F(OptionFile, UnreadableFilesLeaveTheBuffersAndAMissingOneEmptiesTwo) {
+  const std::string program = make_program("p");
+  const auto read = [&](const std::string& name) {
+    std::string file = dir + "/" + name;
+    char paths[OLH_BUFFER_SIZE] = "old";
+    char html[OLH_BUFFER_SIZE] = "";
+    char pdf[OLH_BUFFER_SIZE] = "";
+    program.copy(html, sizeof html - 1);
+    const int result = locator.ReadIniFile(file.data(), paths, html, pdf);
+    return std::to_string(result) + " " + paths + " " + html;
+  };
+  write("broken.ini", "QEL_ALT_DOC_PATH=\"/a\"\nno equals sign\n");
+  write("large.ini", "QEL_ALT_DOC_PATH=\"/a\"\n#" + std::string(256 * 1024, 'x'));
+  mkfifo((dir + "/fifo.ini").c_str(), 0600);
+  testing::internal::CaptureStderr();
+  for (const char* const name : {"broken.ini", "large.ini", "fifo.ini", "home"})
+    EXPECT_EQ(read(name), "0 old " + program) << name;
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(read("missing.ini"), "4 old ");
+}
+
+TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
+  const std::string old = "QEL_PDF_READER=\"/o\"\n";
+  write("root/qel_doc_options.ini", old);
+  const std::string longest(1005, 'r');
+  for (const std::string& value : {std::string("a\"b"), std::string("a\nb"), longest + "r"})
+    EXPECT_EQ(set_tree(kReader, value), 5) << value.size();
+  EXPECT_EQ(read_file(tree_file), old);
+  EXPECT_EQ(set_tree(kReader, longest), 0);
+  char value[OLH_BUFFER_SIZE] = "";
+  char rest[OLH_BUFFER_SIZE] = "";
+  EXPECT_EQ(set_tree(kAltPath, std::string(1003, 'a')), 0);
+  EXPECT_EQ(locator.ReadIniFile(tree_file.data(), value, rest, rest), 0);
+  EXPECT_EQ(value, std::string(1003, 'a'));
+}
+
+TEST_F(OptionFile, FilesThatCannotBeWritten) {
+  EXPECT_EQ(locator.SetIniFile(kReader, "/n", 3), 5);
+  EXPECT_EQ(locator.SetIniFile(9, "/n", kTreeFile), 5);
+  mkdir((tree_file + ".new").c_str(), 0700);
+  EXPECT_EQ(set_tree(kReader, "/n"), 5);
+  write("root/qel_doc_options.ini", "X=1\n");
+  set("OLH_DEBUG", "1");
+  setDebugVariable();
+  EXPECT_EQ(olh_test::standard_error_of([this] { EXPECT_EQ(set_tree(kReader, "/n"), 5); }),
+            "olh_docList::modifyOldIniFile: failed: unable to open file " + tree_file + ".new for writing\n");
+  EXPECT_EQ(read_file(tree_file), "X=1\n");
+  locator.ClearPathList(locator.mDocPathList);
+  EXPECT_EQ(set_tree(kReader, "/n"), 4);
+  EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_PDF, "/n"), 4);
+  char url[] = "http://h/docs";
+  locator.AddTail(locator.mDocPathList, url, nullptr, nullptr, nullptr);
+  EXPECT_EQ(set_tree(kReader, "/n"), 5);
+}
+
+TEST_F(OptionFile, AMissingHomeIsMadeWithoutRunningItsName) {
+  const std::string new_home = dir + "/ho\"me $(touch owned) `touch owned`";
+  set("HOME", new_home);
+  EXPECT_EQ(set_user(kBrowser, "/b"), 0);
+  EXPECT_NE(read_file(new_home + "/.qel_viewer_config.ini"), "");
+  EXPECT_NE(access("owned", F_OK), 0);
+  set("HOME", dir + "/no/such/parent");
+  EXPECT_EQ(set_user(kBrowser, "/b"), 5);
+}
+
+TEST_F(OptionFile, TheTreesFileIsThatOfTheParent) {
+  make_root("alt");
+  std::string alt = dir + "/alt";
+  std::string parent = root;
+  locator.Push(locator.mDocPathList, alt.data(), parent.data(), parent.data(), parent.data());
+  EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_HTML, "/b"), 0);
+  EXPECT_NE(read_file(tree_file).find("QEL_HTML_BROWSER=\"/b\"\n"), std::string::npos);
+  EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_TOMEDECK, "/b"), 2);
+}
+
+TEST_F(OptionFile, StrippedTextIsACopy) {
+  char text[] = " \t a b \r\n";
+  EXPECT_STREQ(locator.strstrip(text), "a b");
+  EXPECT_STREQ(text, " \t a b \r\n");
+  EXPECT_EQ(locator.strstrip(nullptr), nullptr);
+}
+
+}  // namespace
