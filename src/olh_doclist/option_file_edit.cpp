@@ -60,8 +60,9 @@ OptionFileEdit::Fate OptionFileEdit::fate_of(std::string_view line) {
 //   in the key's old quoted value?   line                                          fate
 //   no                               goes on after the key's line, without "="     drop: alone it voids the file
 //   no                               goes on after another line                    copy
-//   either                           names the key, opens a quote for good         drop; the old value begins
-//   either                           names the key                                 replace
+//   yes                              names the key                                 drop; it is part of the old value
+//   no                               names the key, opens a quote for good         drop; the old value begins
+//   no                               names the key                                 replace
 //   yes                              has a quote                                   replace; the old value ends
 //   yes                              any other                                     drop
 //   no                               any other                                     copy
@@ -82,7 +83,7 @@ OptionFileEdit::Fate OptionFileEdit::fate_of_text(std::string_view text, bool co
     if (!stands_alone) return Fate::kDrop;
   }
   const bool names_key = text.find(key_.name) != std::string_view::npos;
-  if (names_key && key_.spans_lines && quotes == 1) {
+  if (names_key && key_.spans_lines && (was_skipping || quotes == 1)) {
     skipping_ = true;
     return Fate::kDrop;
   }
