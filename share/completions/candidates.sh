@@ -45,8 +45,7 @@ while [ $# -gt 1 ]; do
 done
 
 documents() { ask list --names ${root:+--root "$root"} "$@"; }
-# A topic with a blank in it is shown in quotes, and left to the person.
-topics() { ask topics "$first" ${root:+--root "$root"} | sed -n "s/^\([^' (][^' ]*\).*/\1/p"; }
+topics() { ask topics --names ${root:+--root "$root"} "$first"; }
 
 if [ -n "$option" ]; then
   value=$(value_of "$option")

@@ -20,7 +20,8 @@ case "$*" in
   "list --names --kind portal") echo guide_td ;;
   "list --names --root /srv/docs") echo served ;;
   "list --names --root http://slow/") exec sleep 60 ;;
-  "topics guide") printf '%s\n' 'install    Installing it' "'Getting Started'  quoted" index ;;
+  "topics --names guide") printf '%s\n' install 'Getting Started' index ;;
+  "topics --names --root http://slow/ guide") exec sleep 60 ;;
 esac
 """
 
@@ -31,7 +32,8 @@ CASES = [
     (["show", "--display", ""], ["normal", "topic", "popup"], ["guide"]),
     (["show", "gui"], ["guide", "guide_td"], ["show"]),
     (["show", "--display", "topic", "gui"], ["guide"], []),
-    (["show", "guide", ""], ["install", "index"], ["guide", "Getting", "'Getting"]),
+    (["show", "guide", ""], ["install", "index"], ["guide", "Getting"]),
+    (["show", "--root", "http://slow/", "guide", ""], [], ["install"]),
     (["test", "--root", "/srv/docs", ""], ["served"], ["guide"]),
     (["portal", ""], ["guide_td"], ["guide"]),
     (["test", "--root", "http://slow/", ""], [], ["guide"]),
@@ -81,6 +83,8 @@ with tempfile.TemporaryDirectory(prefix="olh-completions-") as directory:
     # What a document is called is text: it is not run, and stands quoted on the command line.
     if bash(["show", "tri"]) != [r"tricky\$\(touch\ run\)"] or (scratch / "run").exists():
         problems.append(f"bash: a hostile name is offered as {bash(['show', 'tri'])}")
+    if bash(["show", "guide", "Get"]) != [r"Getting\ Started"]:
+        problems.append(f"bash: a tag of two words is offered as {bash(['show', 'guide', 'Get'])}")
     (scratch / "a root").mkdir()
     if bash(["show", "--root", "a"]) != ["a root"]:
         problems.append(f"bash: directories for --root: {bash(['show', '--root', 'a'])}")

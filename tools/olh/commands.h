@@ -17,6 +17,7 @@ CLI::App* add_search_command(CLI::App& app, int& exit_code);
 CLI::App* add_portal_command(CLI::App& app, int& exit_code);
 CLI::App* add_bookcase_command(CLI::App& app, int& exit_code);
 CLI::App* add_list_command(CLI::App& app, int& exit_code);
+CLI::App* add_topics_command(CLI::App& app, int& exit_code);
 CLI::App* add_test_command(CLI::App& app, int& exit_code);
 CLI::App* add_where_command(CLI::App& app, int& exit_code);
 CLI::App* add_paths_command(CLI::App& app, int& exit_code);

@@ -1,5 +1,7 @@
 #include "root_text.h"
 
+#include <string_view>
+
 #include "files.h"
 #include "olh/support.h"
 #include "url.h"
@@ -15,6 +17,13 @@ std::string place_in_root(const std::string& root, const std::string& relative) 
   for (const std::string& part : olh_viewers::pieces_of(relative, '/'))
     address += "/" + olh_viewers::percent_encoded(part);
   return address;
+}
+
+std::string place_beside(const std::string& page, const std::string& relative) {
+  constexpr std::string_view kFileScheme = "file://";
+  const std::string directory = page.substr(0, page.rfind('/'));
+  if (directory.starts_with(kFileScheme)) return directory.substr(kFileScheme.size()) + "/" + relative;
+  return place_in_root(directory, relative);
 }
 
 std::optional<std::string> text_at(const std::string& place) {

@@ -1,6 +1,8 @@
 #include "pdf_places.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <string_view>
 
 #include "child.h"
 #include "files.h"
@@ -14,14 +16,28 @@ std::string as_argument(const std::string& file) { return file.starts_with('-') 
 
 }  // namespace
 
-PdfPlace place_in_listing(const std::string& listing, const std::string& destination) {
-  const std::string wanted = "] \"" + destination + "\"";
+std::vector<NamedPlace> places_in_listing(const std::string& listing) {
+  constexpr std::string_view kBeforeName = "] \"";
+  std::vector<NamedPlace> places;
   for (const std::string& line : pieces_of(listing, '\n')) {
-    if (!line.ends_with(wanted)) continue;
-    const int page = std::atoi(line.c_str());
-    return {Found::kYes, page > 0 ? page : 1};
+    const std::size_t begin = line.find(kBeforeName);
+    if (begin == std::string::npos || !line.ends_with('"')) continue;
+    const std::size_t name = begin + kBeforeName.size();
+    if (name >= line.size()) continue;
+    places.push_back({line.substr(name, line.size() - 1 - name), std::max(std::atoi(line.c_str()), 1)});
   }
+  return places;
+}
+
+PdfPlace place_in_listing(const std::string& listing, const std::string& destination) {
+  for (const NamedPlace& place : places_in_listing(listing))
+    if (place.name == destination) return {Found::kYes, place.page};
   return {Found::kNo, 1};
+}
+
+std::optional<std::vector<NamedPlace>> destinations_of(const std::string& file) {
+  const std::optional<std::string> listing = output_of({"pdfinfo", "-dests", as_argument(file)});
+  return listing ? std::optional(places_in_listing(*listing)) : std::nullopt;
 }
 
 PdfPlace place_of_destination(const std::string& file, const std::string& destination) {

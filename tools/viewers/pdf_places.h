@@ -1,12 +1,13 @@
 // The places in a PDF.
 //
 // Knows    what pdfinfo (of poppler-utils) prints of named destinations and pages.
-// For      olh-pdf-reader, and text_view.
+// For      olh-pdf-reader, and text_view; olh, which lists and checks destinations.
 #ifndef OLH_TOOLS_VIEWERS_PDF_PLACES_H
 #define OLH_TOOLS_VIEWERS_PDF_PLACES_H
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace olh_viewers {
 
@@ -20,7 +21,16 @@ struct PdfPlace {
 // The page of a named destination.
 PdfPlace place_of_destination(const std::string& file, const std::string& destination);
 
+struct NamedPlace {
+  std::string name;
+  int page = 1;
+};
+
+// All named destinations; nothing when that cannot be told.
+std::optional<std::vector<NamedPlace>> destinations_of(const std::string& file);
+
 // The same in what pdfinfo -dests has printed: lines of a page, an array in brackets, and the name in double quotes.
+std::vector<NamedPlace> places_in_listing(const std::string& listing);
 PdfPlace place_in_listing(const std::string& listing, const std::string& destination);
 
 // How many pages there are; nothing when that cannot be told.

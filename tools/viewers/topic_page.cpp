@@ -1,8 +1,7 @@
 #include "topic_page.h"
 
-#include <cctype>
-
 #include "files.h"
+#include "topic_table.h"
 #include "url.h"
 
 namespace olh_viewers {
@@ -10,18 +9,6 @@ namespace olh_viewers {
 namespace {
 
 constexpr std::string_view kStartPage = "/index.htm";
-constexpr std::string_view kTopicLine = "QELAddTopic([\"";
-
-// Only letters, digits, "-" and "_" of a topic count, in any case.
-std::string normal(std::string_view topic) {
-  std::string text;
-  for (const char c : topic) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80 && (std::isalnum(byte) != 0 || c == '-' || c == '_'))
-      text += static_cast<char>(std::tolower(byte));
-  }
-  return text;
-}
 
 // The value of a key in "key=value&key=value"; "" without one.
 std::string value_of(std::string_view pairs, std::string_view key) {
@@ -42,16 +29,9 @@ TextPage portal_page(const std::string& url, std::string_view page, const Fetch&
 }  // namespace
 
 std::string target_in_table(std::string_view table, std::string_view topic) {
-  const std::string wanted = normal(topic);
-  for (const std::string& line : pieces_of(table, '\n')) {
-    if (!line.starts_with(kTopicLine)) continue;
-    const std::size_t end = line.find('"', kTopicLine.size());
-    if (end == std::string::npos || normal(line.substr(kTopicLine.size(), end - kTopicLine.size())) != wanted)
-      continue;
-    const std::size_t begin = line.find('"', end + 2);
-    if (begin == std::string::npos) return "";
-    return line.substr(begin + 1, line.find('"', begin + 1) - begin - 1);
-  }
+  const std::string wanted = normal_topic(topic);
+  for (const TableTopic& known : topics_in_table(table))
+    if (normal_topic(known.name) == wanted) return known.page;
   return "";
 }
 
