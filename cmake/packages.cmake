@@ -56,6 +56,6 @@ olh_package(olh-doc doc "on-line help for host programs: the manual"
 portals, and a model for a root of one's own.")
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SHLIBDEPS OFF)
-set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SUGGESTS olh)
+set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SUGGESTS "olh, python3, qpdf, chromium")
 
 include(CPack)

@@ -5,7 +5,7 @@ import re
 from collections import namedtuple
 from pathlib import Path
 
-Topic = namedtuple("Topic", "id page title")
+Topic = namedtuple("Topic", "id page title group")
 
 TABLE = "QELdata/QELAllData.js"
 
@@ -15,7 +15,7 @@ def topics(manual):
     rows = []
     for line in (Path(manual) / TABLE).read_text(encoding="utf-8").splitlines():
         if line.startswith('QELAddTopic(["'):
-            rows.append(Topic(*re.findall(r'"([^"]*)"', line)[:3]))
+            rows.append(Topic(*(re.findall(r'"([^"]*)"', line) + ["", ""])[:4]))
     return rows
 
 
@@ -35,6 +35,18 @@ def plain_text(markup):
     without = re.sub(r"<svg.*?</svg>", " ", markup, flags=re.DOTALL)
     spaced = re.sub(r"</?(?:p|h\d|li|dt|dd|tr|td|th|pre|figcaption)\b[^>]*>", " ", without)
     return " ".join(html.unescape(re.sub(r"<[^>]*>", "", spaced)).split())
+
+
+def lead(page):
+    """What a page is about: the first sentence of its opening paragraph."""
+    text = plain_text(re.search(r'<p class="lead">(.*?)</p>', Path(page).read_text(encoding="utf-8"), re.DOTALL).group(1))
+    return re.match(r".*?[.](?= |$)|.*", text)[0]
+
+
+def passages(page):
+    """The text of a page in passages: (anchor, heading, text), the first one under the page's own heading."""
+    parts = re.split(r'<h[1-4](?: id="([^"]*)")?>(.*?)</h[1-4]>', main_part(page), flags=re.DOTALL)
+    return [(anchor or "", plain_text(heading), plain_text(text)) for anchor, heading, text in zip(parts[1::3], parts[2::3], parts[3::3])]
 
 
 def destination(tag):

@@ -75,7 +75,8 @@ def main(kind, source, style, out, *more):
     title, body = manual(source, *more) if kind == "manual" else bookcase(source, *more)
     print_style = Path(__file__).with_name("print.css").resolve().as_uri()
     page = PAGE.format(title=title, style=Path(style).resolve().as_uri(), print_style=print_style, body=body)
-    Path(out).write_text(page, encoding="utf-8")
+    if not Path(out).exists() or Path(out).read_text(encoding="utf-8") != page:
+        Path(out).write_text(page, encoding="utf-8")
 
 
 if __name__ == "__main__":

@@ -8,9 +8,7 @@ tag; a heading's text makes a second name for the same place. Links to files bes
 the PDF.
 """
 
-import base64
 import html
-import json
 import os
 import re
 import subprocess
@@ -19,18 +17,7 @@ import tempfile
 from pathlib import Path
 
 from manual_pages import destination, plain_text
-
-XMP = """<?xpacket begin="\ufeff" id="W5M0MpCehiHzreSzNTczkc9d"?>
-<x:xmpmeta xmlns:x="adobe:ns:meta/">
-<rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
-<rdf:Description rdf:about="" xmlns:pdf="http://ns.adobe.com/pdf/1.3/" xmlns:dc="http://purl.org/dc/elements/1.1/">
-<pdf:Title>{title}</pdf:Title>
-<dc:title><rdf:Alt><rdf:li xml:lang="x-default">{title}</rdf:li></rdf:Alt></dc:title>
-</rdf:Description>
-</rdf:RDF>
-</x:xmpmeta>
-<?xpacket end="r"?>
-"""
+from pdf_places import Document
 
 CHROMIUM_OPTIONS = ["--headless=new", "--disable-gpu", "--no-first-run", "--disable-background-networking", "--no-sandbox",
                     "--no-pdf-header-footer", "--generate-pdf-document-outline"]
@@ -50,14 +37,14 @@ def heading_texts(markup):
     return {found[1]: plain_text(found[2]) for found in re.finditer(r'<h\d id="([^"]+)">(.*?)</h\d>', markup, re.DOTALL)}
 
 
-def name_tree(places, headings):
-    """The name tree that replaces the dictionary of destinations: sorted pairs of name and place."""
-    names = {}
+def named_for_the_library(places, headings):
+    """The destinations under the names that the library asks for."""
+    named = {}
     for key, place in places.items():
-        for tag in (key[1:], headings.get(key[1:], "")):
+        for tag in (key, headings.get(key, "")):
             if tag:
-                names.setdefault(destination(tag), place)
-    return {"/Names": [item for name in sorted(names) for item in ("u:" + name, names[name])]}
+                named.setdefault(destination(tag), place)
+    return named
 
 
 def mended(value, here):
@@ -76,41 +63,20 @@ def mended(value, here):
     return value
 
 
-def update(document, page):
-    """The objects to change in the printed PDF, in the form that qpdf takes."""
-    header, objects = document["qpdf"]
-    markup = page.read_text(encoding="utf-8")
-    title = html.unescape(re.search(r"<title>(.*?)</title>", markup)[1])
-    here = page.parent.as_uri() + "/"
-    changed = {}
-    for key, found in objects.items():
-        if "value" in found and mended(found["value"], here) != found["value"]:
-            changed[key] = {"value": mended(found["value"], here)}
-    catalog_key = "obj:" + objects["trailer"]["value"]["/Root"]
-    catalog = dict(objects[catalog_key]["value"])
-    places = catalog.pop("/Dests", {})
-    if isinstance(places, str):
-        places = objects["obj:" + places]["value"]
-    tree, metadata = header["maxobjectid"] + 1, header["maxobjectid"] + 2
-    catalog["/Names"] = {"/Dests": f"{tree} 0 R"}
-    catalog["/Metadata"] = f"{metadata} 0 R"
-    xmp = XMP.format(title=html.escape(title, quote=False)).encode()
-    changed[catalog_key] = {"value": catalog}
-    changed[f"obj:{tree} 0 R"] = {"value": name_tree(places, heading_texts(markup))}
-    changed[f"obj:{metadata} 0 R"] = {"stream": {"dict": {"/Type": "/Metadata", "/Subtype": "/XML"},
-                                                 "data": base64.b64encode(xmp).decode()}}
-    return {"qpdf": [header, changed]}
-
-
 def main(chromium, qpdf, page, out):
     page = Path(page).resolve()
+    markup = page.read_text(encoding="utf-8")
     with tempfile.TemporaryDirectory(prefix="print_pdf.") as scratch:
-        printed, changes = f"{scratch}/printed.pdf", Path(scratch, "changes.json")
+        printed = f"{scratch}/printed.pdf"
         chromium_print(chromium, page, printed, scratch)
-        listing = subprocess.run([qpdf, "--json", "--json-key=qpdf", printed], capture_output=True, check=True)
-        changes.write_text(json.dumps(update(json.loads(listing.stdout), page)), encoding="utf-8")
-        subprocess.run([qpdf, printed, f"--update-from-json={changes}", "--stream-data=preserve", "--deterministic-id", out],
-                       check=True)
+        document = Document(printed, qpdf)
+        here = page.parent.as_uri() + "/"
+        for key, found in document.objects.items():
+            if "value" in found and mended(found["value"], here) != found["value"]:
+                document.changed[key] = {"value": mended(found["value"], here)}
+        document.set_names(named_for_the_library(document.names(), heading_texts(markup)))
+        document.set_title(html.unescape(re.search(r"<title>(.*?)</title>", markup)[1]))
+        document.write(out)
 
 
 if __name__ == "__main__":

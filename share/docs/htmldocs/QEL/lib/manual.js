@@ -1,5 +1,6 @@
 // The frame of an HTML manual. Its start page follows #context=NAME&topic=TOPIC&single=true|popup to the topic's own
-// page; every topic page gets the contents beside it, unless it is shown alone (single=true) or as a popup.
+// page; every topic page gets the contents beside it, unless it is shown alone (single=true) or as a popup. What context
+// says does not matter: the manual is the one that this page belongs to.
 var olhManual = { title: '', topics: [] };
 
 // The topic table, QELdata/QELAllData.js, is made of calls of these two.
@@ -66,28 +67,58 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     return row;
   }
 
+  // The headings of a long page, for wide screens.
+  function headings(main) {
+    var found = Array.from(main.querySelectorAll('h2[id]'));
+    return found.length < 3 ? '' : olh.element('nav', { 'class': 'here', 'aria-label': 'On this page' }, [
+      olh.element('p', {}, 'On this page'),
+      olh.element('ul', {}, found.map(function (heading) {
+        return olh.element('li', {}, olh.element('a', { href: '#' + heading.id }, heading.textContent));
+      }))]);
+  }
+
+  // What is too wide for the screen can be scrolled with the keyboard.
+  function reachable() {
+    document.querySelectorAll('pre, .wide').forEach(function (box) {
+      if (box.scrollWidth > box.clientWidth) box.tabIndex = 0;
+      else box.removeAttribute('tabindex');
+    });
+  }
+
+  // A topic shown alone leads to topics shown alone.
+  function keepAlone(single) {
+    document.querySelectorAll('main a').forEach(function (link) {
+      if (/^[^\/:#?]+\.htm$/.test(link.getAttribute('href'))) link.href += '#single=' + single;
+    });
+  }
+
   // A link to this topic's place in the PDF of the same manual, when the generated list says that there is one.
   function pdfLink(topic) {
     olh.script('../QEL/lib/LibList.js').then(function () {
       if (typeof mPDFList === 'undefined' || mPDFList.indexOf(manual) < 0) return;
       var place = 'M8.newlink.' + topic.id.replace(/ /g, '.').replace(/[^A-Za-z0-9.]/g, '');
       var bar = document.querySelector('.bar nav');
-      if (bar) bar.append(olh.element('a', { href: '../../pdfdocs/' + manual + '.pdf#nameddest=' + place }, 'This topic in the PDF'));
+      if (bar) bar.prepend(olh.element('a', { href: '../../pdfdocs/' + manual + '.pdf#nameddest=' + place }, 'This topic in the PDF'));
     });
   }
 
   function frame() {
     follow();
-    if (document.documentElement.dataset.single) return;
+    reachable();
+    addEventListener('resize', reachable);
+    if (document.documentElement.dataset.single) return keepAlone(document.documentElement.dataset.single);
     var main = document.querySelector('main');
     var at = olhManual.topics.findIndex(function (topic) { return topic.page === here; });
     document.body.prepend(olh.element('a', { 'class': 'skip', href: '#topic' }, 'Skip to the topic'));
-    document.querySelector('.bar').append(olh.element('nav', { 'aria-label': 'Elsewhere' }, [
-      olh.element('a', { href: '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&tab=2' }, 'Search'),
-      olh.element('a', { href: '../../index.html' }, 'All documentation')]));
+    document.querySelector('.bar').append(
+      olh.element('nav', { 'aria-label': 'Elsewhere' }, olh.element('a', { href: '../../index.html' }, 'All documentation')),
+      olh.searchField('Search this manual', function (words) {
+        return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
+      }));
     if (at < 0) return;
     document.body.classList.add('framed');
     main.before(contents());
+    main.after(headings(main));
     main.append(turning(at));
     pdfLink(olhManual.topics[at]);
   }

@@ -1,10 +1,13 @@
-// What every page needs: the values in its address, elements made from text, scripts loaded in order.
+// What every page needs: the values in its address, elements made from text, scripts loaded in order, a search field.
 // Text from an address only ever becomes text: nothing here, or in a script that uses it, writes markup.
 var olh = (function () {
   'use strict';
 
+  // Text without its percent signs. A sign that stands for itself stays: the library does not encode it.
   function decoded(text) {
-    try { return decodeURIComponent(text); } catch (e) { return text; }
+    return text.replace(/(?:%[0-9A-Fa-f]{2})+/g, function (bytes) {
+      try { return decodeURIComponent(bytes); } catch (e) { return bytes; }
+    });
   }
 
   // "a=1&b=2" as an object. Of two equal keys the last one counts: what stands first may be a context or a portal
@@ -46,5 +49,16 @@ var olh = (function () {
     return String(text).replace(/[^A-Za-z0-9_-]/g, '').toLowerCase();
   }
 
-  return { asked: asked, decoded: decoded, element: element, script: script, topicName: topicName };
+  // A field in the bar that goes to the page of results: place is its address up to the words.
+  function searchField(what, place) {
+    var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: what });
+    var form = element('form', { role: 'search' }, field);
+    form.addEventListener('submit', function (event) {
+      event.preventDefault();
+      if (field.value.trim()) location.href = place(encodeURIComponent(field.value));
+    });
+    return form;
+  }
+
+  return { asked: asked, decoded: decoded, element: element, script: script, searchField: searchField, topicName: topicName };
 })();

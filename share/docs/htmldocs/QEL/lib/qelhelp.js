@@ -7,21 +7,28 @@
     return '#context=' + encodeURIComponent(context) + '&query=' + encodeURIComponent(query) + '&tab=2&src=doc';
   }
 
+  // The manual's name in a context, which is what the program called the manual: a name, also with ".pdf" or folders
+  // before it, or the path or URL of its start page.
+  function nameIn(context) {
+    return context.replace(/[#?].*$/, '').replace(/\/index\.htm$/, '').replace(/\/+$/, '').replace(/^.*[\/\\]/, '').replace(/\.pdf$/i, '');
+  }
+
   function show() {
     var asked = olh.asked(), context = asked.context || '', main = document.querySelector('main');
     var all = typeof mLibraryList === 'undefined' ? [] : mLibraryList;
-    var chosen = all.filter(function (row) { return row[1] === context; });
+    var chosen = all.filter(function (row) { return row[1] === nameIn(context); }), searching = asked.tab === '2' || asked.query;
     var say = olh.element('p', { 'class': 'note', role: 'status' });
     if (!all.length) say.textContent = 'The list of manuals is missing or empty. "olh dmerge" with this documentation root writes it.';
     else if (context && !chosen.length) say.textContent = 'There is no manual "' + context + '" here. All manuals are searched.';
     var scopes = [['All manuals', '']].concat(all.map(function (row) { return [row[0], row[1]]; }));
-    var search = olhSearch.panel('../', chosen.length ? chosen : all, asked.query || '', scopes, chosen.length ? context : '',
+    var search = olhSearch.panel('../', chosen.length ? chosen : all, asked.query || '', scopes, chosen.length ? chosen[0][1] : '',
       function (query, scope) { location.hash = address(query, scope); });
     var list = olh.element('ul', { 'class': 'list' }, all.map(function (row) {
       return olh.element('li', {}, olh.element('a', { href: encodeURIComponent(row[1]) + '/index.htm' }, row[0]));
     }));
-    main.replaceChildren(olh.element('h1', {}, chosen.length ? chosen[0][0] : 'Manuals'), say, search,
-      olh.element('h2', {}, 'All manuals'), list);
+    var title = !searching ? 'Manuals' : chosen.length ? 'Search in ' + chosen[0][0] : 'Search in all manuals';
+    main.replaceChildren(olh.element('h1', {}, title), say, search, olh.element('h2', {}, 'All manuals'), list);
+    document.title = title;
     if (asked.tab === '2' && !asked.query) document.getElementById('query').focus();
   }
 

@@ -57,6 +57,13 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
     return rows.length ? olh.element('ul', { 'class': 'list' }, rows) : olh.element('p', { 'class': 'note' }, empty);
   }
 
+  function portalList(portals) {
+    return list(portals.map(function (item) {
+      return olh.element('li', {}, olh.element('a', { href: root + 'tomedecks/index.html?tomedeck=' + encodeURIComponent(portalName(item)) }, item[0]));
+    }), 'No portal is listed. "olh dmerge" with this documentation root lists the portals that it finds.');
+  }
+
+  // What a tab shows. The first one of all the documentation leads to the portals too.
   function body(tab, portal, portals, query) {
     if (tab === 'search') {
       var scopes = [['All documents', '']].concat(portals.map(function (item) { return [item[0], portalName(item)]; }));
@@ -64,12 +71,9 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
         location.hash = address(scope, { query: words, tab: 'search' });
       });
     }
-    if (tab === 'tomedecks') {
-      return list(portals.map(function (item) {
-        return olh.element('li', {}, olh.element('a', { href: root + 'tomedecks/index.html?tomedeck=' + encodeURIComponent(portalName(item)) }, item[0]));
-      }), 'No portal is listed. "olh dmerge" with this documentation root lists the portals that it finds.');
-    }
-    return list(documents(portal).map(documentRow), 'No document is listed. "olh dmerge" with this documentation root lists what it finds.');
+    if (tab === 'tomedecks') return portalList(portals);
+    var rows = list(documents(portal).map(documentRow), 'No document is listed. "olh dmerge" with this documentation root lists what it finds.');
+    return portal || !portals.length ? rows : olh.element('div', {}, [olh.element('h2', {}, 'Documents'), rows, olh.element('h2', {}, 'Portals'), portalList(portals)]);
   }
 
   function tabOf(asked) {
@@ -80,13 +84,18 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
   function show(asked, portal, portals) {
     var tab = tabOf(asked), say = olh.element('p', { 'class': 'note', role: 'status' });
     if (asked.tomedeck && asked.tomedeck !== portal) say.textContent = 'There is no portal "' + asked.tomedeck + '" here. This is all the documentation.';
+    var title = tab === 'search' ? (portal ? 'Search in ' + mTomeDeckName : 'Search in all documents') : portal ? mTomeDeckName : 'Documentation';
     document.querySelector('.bar nav').replaceChildren.apply(document.querySelector('.bar nav'),
       [['documents', 'Documents'], ['tomedecks', 'Portals'], ['search', 'Search']].map(function (pair) {
         return olh.element('a', Object.assign({ href: address(portal, { tab: pair[0] }) }, pair[0] === tab ? { 'aria-current': 'page' } : {}), pair[1]);
       }));
-    document.querySelector('main').replaceChildren(olh.element('h1', {}, portal ? mTomeDeckName : 'Documentation'), say,
-      body(tab, portal, portals, asked.query || ''), olh.element('p', { 'class': 'lead' }, mReleaseName));
-    document.title = portal ? mTomeDeckName : 'Documentation';
+    var bar = document.querySelector('.bar'), old = bar.querySelector('form');
+    if (old) old.remove();
+    if (tab !== 'search') bar.append(olh.searchField('Search ' + title, function (words) { return address(portal, { tab: 'search' }) + '&query=' + words; }));
+    document.querySelector('main').replaceChildren(olh.element('h1', {}, title), say, body(tab, portal, portals, asked.query || ''),
+      olh.element('p', { 'class': 'release' }, mReleaseName));
+    document.title = title;
+    if (tab === 'search' && !asked.query) document.getElementById('query').focus();
   }
 
   function start() {
