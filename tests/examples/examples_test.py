@@ -1,0 +1,160 @@
+"""The examples as a developer finds them: in an installed tree, beside the manual and the recording viewer that they are
+tried with. What a viewer was handed is what its recording says.
+
+Usage: examples_test.py BUILD_DIR C_COMPILER C_FLAGS CXX_COMPILER CXX_FLAGS
+"""
+import contextlib
+import os
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+BUILD, C_COMPILER, C_FLAGS, CXX_COMPILER, CXX_FLAGS = (sys.argv.pop(1) for _ in range(5))
+# An interpreter that was not built so cannot load what the sanitizers were built into.
+needs_plain_library = unittest.skipIf("sanitize" in CXX_FLAGS, "python is built without sanitizers")
+
+
+def run(*command, **more):
+    return subprocess.run(list(map(str, command)), capture_output=True, text=True, check=True, **more).stdout
+
+
+def python_with_tk():
+    """The interpreter that python3-tk belongs to need not be the first one on the path."""
+    for python in (sys.executable, "/usr/bin/python3"):
+        if subprocess.run([python, "-c", "import tkinter"], capture_output=True).returncode == 0:
+            return python
+    raise unittest.SkipTest("no python here has tkinter")
+
+
+class Examples(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        scratch = Path(tempfile.mkdtemp(prefix="olh-examples-"))
+        cls.addClassCleanup(shutil.rmtree, scratch, ignore_errors=True)
+        run("cmake", "--install", BUILD, "--prefix", scratch / "first")
+        cls.tree = (scratch / "first").rename(scratch / "second place")
+        cls.sources = cls.tree / "share/doc/libolh-dev/examples"
+        cls.programs = scratch / "built"
+        run("cmake", "-S", cls.sources, "-B", cls.programs, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={cls.tree}",
+            f"-DCMAKE_C_COMPILER={C_COMPILER}", f"-DCMAKE_C_FLAGS={C_FLAGS} -Wall -Wextra -Werror",
+            f"-DCMAKE_CXX_COMPILER={CXX_COMPILER}", f"-DCMAKE_CXX_FLAGS={CXX_FLAGS} -Wall -Wextra -Werror")
+        run("cmake", "--build", cls.programs)
+        cls.browser = scratch / "browser"
+        cls.docs = cls.tree / "share/olh/docs"
+        cls.environment = {k: v for k, v in os.environ.items() if not re.match("QEL_|OLH_|TRV_", k)} | {
+            "HOME": str(scratch), "LD_LIBRARY_PATH": str(next(cls.tree.rglob("libolh.so.4")).parent),
+            "QEL_DOC_PATH": str(cls.docs), "QEL_HTML_BROWSER": str(cls.browser), "PYTHONDONTWRITEBYTECODE": "1"}
+
+    def setUp(self):
+        self.recorder("make", self.browser)
+        self.recorder("clear", self.browser)
+        self.recorder("answer", self.browser, "ping", 0)
+
+    def recorder(self, *arguments):
+        return run(self.tree / "bin/olh-recorder", *arguments)
+
+    def host(self, *command, result=0, typed="", **variables):
+        """What a host prints; it ends with the result."""
+        done = subprocess.run(list(map(str, command)), input=typed, capture_output=True, text=True,
+                              env=self.environment | variables)
+        self.assertEqual(done.returncode, result, done.stdout + done.stderr)
+        return done.stdout + done.stderr
+
+    def shown(self):
+        """The URLs that the browser was handed, below the documentation root."""
+        calls = [shlex.split(line) for line in self.recorder("show", self.browser).splitlines()]
+        urls = [call[1].removeprefix("openURL(").removesuffix(",new-tab)") for call in calls if call[1] != "ping()"]
+        return [url.removeprefix(f"{self.docs.as_uri()}/") for url in urls]
+
+    @staticmethod
+    def page(topic=""):
+        return "htmldocs/olh_manual/index.htm" + (f"#context=&topic={topic}" if topic else "")
+
+    def test_help_menu_shows_what_is_picked(self):
+        screen = self.host(self.programs / "help_menu", typed="1\n2\np\n9\nq\n3\n")
+        self.assertEqual(self.shown(), [self.page("quick_start"), self.page("search_path"), "tomedecks/index.html"])
+        self.assertIn("  3  Browsers and PDF readers\n", screen)
+        self.assertEqual(screen.count("see your browser"), 3)
+        self.assertEqual(screen.count("There is no such line."), 1)
+
+    def test_help_menu_offers_only_what_is_there(self):
+        screen = self.host(self.programs / "help_menu", typed="1\n", QEL_DOC_PATH="")
+        self.assertNotIn("Quick start", screen)
+        self.assertIn("There is no such line.", screen)
+        self.assertEqual(self.shown(), [])
+
+    def test_help_menu_takes_its_own_root(self):
+        self.host(self.programs / "help_menu", self.docs, typed="1\n", QEL_DOC_PATH="")
+        self.assertEqual(self.shown(), [self.page("quick_start")])
+
+    def test_unit_converter_helps_with_a_unit(self):
+        converter = self.programs / "unit_converter"
+        self.host(converter, "help", "mile")
+        self.host(converter, "help", "cubit")
+        self.host(converter)
+        self.assertEqual(self.shown(), [self.page("search_path"), self.page(), self.page()])
+
+    def test_unit_converter_converts_and_complains(self):
+        converter = self.programs / "unit_converter"
+        self.assertEqual(self.host(converter, "2", "fathom"), "3.6576 m\n")
+        self.assertIn("cubit is no unit", self.host(converter, "2", "cubit", result=64))
+        self.assertIn("not a number: two", self.host(converter, "two", "inch", result=64))
+        about = self.host(converter, "about")
+        self.assertRegex(about, rf"documentation: {self.docs}/*\nbrowser: +{self.browser}\n")
+        self.assertEqual(self.shown(), [])
+        self.assertIn("help: olh_manual: not found", self.host(converter, "help", result=4, QEL_DOC_PATH="/nowhere"))
+
+    @needs_plain_library
+    def test_python_host_shows_a_topic_or_the_start(self):
+        demo = [sys.executable, self.sources / "help_demo.py"]
+        self.host(*demo)
+        self.assertIn("does not tell of nothing_such", self.host(*demo, "olh_manual", "nothing_such"))
+        self.assertEqual(self.shown(), [self.page("quick_start"), self.page()])
+        self.assertIn("absent is not below", self.host(*demo, "absent", result=4))
+
+    @needs_plain_library
+    def test_python_hands_over_text_whole_or_not_at_all(self):
+        script = """import olh, pathlib; print(olh.show("olh_manual", "viewers\\0 and more").name,
+            olh.test(b"olh_manual", "viewers").name, olh.test(pathlib.Path("absent")).name, olh.viewer_path(olh.Viewer.HTML),
+            olh.set_viewer_order("nonsense").name, olh.version())"""
+        printed = self.host(sys.executable, "-c", script, PYTHONPATH=str(self.sources))
+        self.assertRegex(printed, rf"^INVALID OK NOT_FOUND {self.browser} INVALID v[0-9.]+_[0-9.]+\n$")
+        self.assertEqual(self.shown(), [])
+
+    @needs_plain_library
+    def test_f1_opens_the_help_for_the_field_in_focus(self):
+        python = python_with_tk()
+        with contextlib.ExitStack() as running:
+            display = self.display(running)
+            environment = self.environment | {"DISPLAY": display}
+            form = running.enter_context(subprocess.Popen([python, self.sources / "tk_form.py"], env=environment))
+            running.callback(form.kill)
+            window = run("xdotool", "search", "--sync", "--onlyvisible", "--name", "^Form with help$", env=environment).split()[0]
+            run("xdotool", "windowfocus", "--sync", window, "key", "F1", env=environment)
+            self.recorder("wait", self.browser, 2, 30)  # a ping and the URL
+            run("xdotool", "key", "Tab", "type", "hello", env=environment)
+            run("xdotool", "key", "F1", env=environment)
+            self.recorder("wait", self.browser, 4, 30)
+        self.assertEqual(self.shown(), [self.page("search_path"), self.page("viewers")])
+
+    def display(self, running):
+        """A display of its own, which Xvfb chooses; it says so when it is ready."""
+        reading, writing = os.pipe()
+        try:
+            server = running.enter_context(subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-nolisten", "tcp"],
+                                                            pass_fds=[writing], stderr=subprocess.DEVNULL))
+        except FileNotFoundError:
+            self.skipTest("Xvfb is not installed")
+        running.callback(server.kill)
+        os.close(writing)
+        with open(reading) as ready:
+            return f":{ready.readline().strip()}"
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
