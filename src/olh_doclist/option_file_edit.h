@@ -40,6 +40,8 @@ class OptionFileEdit {
   Fate fate_of(std::string_view line);
   // Whether a line was replaced; without one the key's line is to be appended.
   bool has_replaced() const noexcept { return replaced_; }
+  // Whether the INI reader would take a line after the last one for a part of it.
+  bool goes_on() const noexcept { return continues_; }
 
  private:
   Fate fate_of_text(std::string_view text, bool continues);

@@ -97,6 +97,7 @@ bool copy_with_line(std::FILE* stream, const OptionKey& key, const std::string& 
   if (!lines.at_end()) return false;
   if (edit.has_replaced()) return true;
   if (!at_line_start) file.write("\n");
+  if (edit.goes_on()) file.write("\n");
   file.write(key_line);
   return true;
 }

@@ -79,6 +79,7 @@ TEST_F(OptionFile, OnlyTheKeysOwnLineChanges) {
       {"lower case is another line", "qel_pdf_reader=\"/o\"\n", kReader,
        "qel_pdf_reader=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
       {"a last line without line feed", "X=1", kReader, "X=1\nQEL_PDF_READER=\"/n\"\n"},
+      {"a last line that goes on", "X=1\\\n", kReader, "X=1\\\n\nQEL_PDF_READER=\"/n\"\n"},
       {"an empty file", "", kReader, "QEL_PDF_READER=\"/n\"\n"},
       {"a line over 1023 characters", "X=" + std::string(3000, 'x') + "\n", kReader,
        "X=" + std::string(3000, 'x') + "\nQEL_PDF_READER=\"/n\"\n"},

@@ -1,0 +1,77 @@
+// Names, tags, URLs and paths as a host may pass them on from anywhere.
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "expect.h"
+#include "olh/support.h"
+#include "olh_doclist.h"
+#include "shell_quote.h"
+#include "url_build.h"
+
+namespace {
+
+std::string in_place(void (*operation)(char*), std::string text) {
+  operation(text.data());
+  text.resize(std::strlen(text.c_str()));
+  return text;
+}
+
+// What a shell makes of a word: quotes taken away; nothing when it would act on a character of it.
+std::optional<std::string> shell_word(std::string_view word) {
+  std::string text;
+  bool quoted = false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (word[i] == '\'') {
+      quoted = !quoted;
+    } else if (!quoted && word[i] == '\\' && i + 1 < word.size()) {
+      text += word[++i];
+    } else if (!quoted && std::strchr(" \t\n|&;<>()$`\\\"*?[]#~!{}^", word[i]) != nullptr) {
+      return std::nullopt;
+    } else {
+      text += word[i];
+    }
+  }
+  return quoted || word.empty() ? std::nullopt : std::optional(text);
+}
+
+void check_quoting(const std::string& text) {
+  expect(shell_word(olh::shell_bare(text)) == text, "a quoted word is the word");
+  expect(shell_word("'" + olh::shell_in_single_quotes(text) + "'") == text, "text in quotes is the text");
+}
+
+void check_splitting(const std::string& text) {
+  olh_docList locator;
+  char host[512] = "";
+  char path[512] = "";
+  int port = 0;
+  if (locator.ParseURL(text.c_str(), host, &port, path) == 1) {
+    expect(path[0] == '/' && std::strpbrk(host, "/:") == nullptr, "a host and a path");
+    expect(port >= 1 && port <= 65535, "a port");
+  }
+  std::vector<char> single(text.size() + 1);
+  std::string copy = text;
+  locator.RemoveDuplicateSlash(copy.data(), single.data());
+  const std::string rest = single.data();
+  const std::size_t begin = rest.rfind("http://", 0) == 0 ? 7 : 0;
+  expect(rest.find("//", begin) == std::string::npos, "no slash follows another");
+  locator.SplitString(copy.data(), nullptr, nullptr, locator.mDocPathList, nullptr);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), strnlen(reinterpret_cast<const char*>(data), size));
+  const std::string encoded = olh::encoded(text);
+  expect(olh::encoded(encoded) == encoded, "encoding twice is encoding once");
+  const std::string topic = in_place(FormatTopic, text);
+  expect(in_place(FormatTopic, topic) == topic && topic.find_first_of(" &#<\"'") == std::string::npos, "a topic");
+  for (const auto helper : {downcase, dirslash, urlslash, remove_leaf})
+    expect(in_place(helper, text).size() <= text.size(), "a helper never lengthens");
+  check_quoting(text);
+  check_splitting(text);
+  return 0;
+}
