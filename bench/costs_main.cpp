@@ -15,6 +15,5 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  reporter.Finalize();
   return 0;
 }
