@@ -37,25 +37,25 @@ bool at_given_path(char* out, Candidate& candidate, const char* name) noexcept {
   candidate.join({name});
   dirslash(candidate.text());
   if (!candidate.is_readable()) return false;
-  Candidate page({candidate.text(), "/", "index.htm"});
+  Candidate page({candidate.text(), "/index.htm"});
   return (page.is_readable() && hand_out(out, {kFileScheme, page.text()})) ||
          hand_out(out, {kFileScheme, candidate.text()});
 }
 
 bool in_url_root(olh_docList& locator, Candidate& candidate, char* out, std::string_view manual) {
   const std::string_view root = locator.mCurrentDocPath;
-  candidate.join({root, "/", "htmldocs", "/", manual, "/", "index.htm"});
+  candidate.join({root, "/htmldocs/", manual, "/index.htm"});
   if (candidate.is_served(locator)) return write_buffer(out, candidate.text());
-  candidate.join({root, "/", "tomedecks", "/", manual, "/", "index.html"});
+  candidate.join({root, "/tomedecks/", manual, "/index.html"});
   return candidate.is_served(locator) && write_buffer(out, candidate.text());
 }
 
 bool in_directory_root(const char* root, Candidate& candidate, char* out, std::string_view manual) noexcept {
-  candidate.join({root, "/", "htmldocs", "/", manual, "/", "index.htm"});
+  candidate.join({root, "/htmldocs/", manual, "/index.htm"});
   if (candidate.is_readable() && hand_out(out, {kFileScheme, candidate.text()})) return true;
-  candidate.join({root, "/", "htmldocs", "/", manual, "/", manual, ".htm"});
+  candidate.join({root, "/htmldocs/", manual, "/", manual, ".htm"});
   if (candidate.is_readable() && hand_out(out, {kFileScheme, candidate.text()})) return true;
-  candidate.join({root, "/", "tomedecks", "/", manual, "/", "index.html"});
+  candidate.join({root, "/tomedecks/", manual, "/index.html"});
   return candidate.is_readable() && hand_out(out, {kFileScheme, candidate.text()});
 }
 

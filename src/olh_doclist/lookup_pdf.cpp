@@ -25,8 +25,8 @@ int found_in_root(char* out, Candidate& location) noexcept {
 // Looks in one root. FILE is `name` and `suffix`.
 bool in_root(olh_docList& locator, Candidate& candidate, bool is_remote, std::string_view root, std::string_view name,
              std::string_view suffix) {
-  for (const std::string_view set : {"pdfdocs", "system_admin_docs"}) {
-    candidate.join({root, "/", set, "/", name, suffix});
+  for (const std::string_view set : {"/pdfdocs/", "/system_admin_docs/"}) {
+    candidate.join({root, set, name, suffix});
     if (is_remote ? candidate.is_served(locator) : candidate.is_readable()) return true;
   }
   return false;

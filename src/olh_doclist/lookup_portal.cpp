@@ -14,14 +14,14 @@ namespace {
 
 void set_marker(Candidate& marker, std::string_view root, std::string_view name) noexcept {
   if (name.empty())
-    marker.join({root, "/", "tomedecks", "/", "index.html"});
+    marker.join({root, "/tomedecks/index.html"});
   else
-    marker.join({root, "/", "tomedecks", "/", name, "/", "index.html"});
+    marker.join({root, "/tomedecks/", name, "/index.html"});
 }
 
 // The main page below a root, with the portal's name in the query.
 bool hand_out(char* out, std::string_view scheme, std::string_view root, std::string_view name) noexcept {
-  Candidate location({scheme, root, "/", "tomedecks", "/", "index.html", name.empty() ? "" : "?tomedeck=", name});
+  Candidate location({scheme, root, "/tomedecks/index.html", name.empty() ? "" : "?tomedeck=", name});
   urlslash(location.text());
   return write_buffer(out, location.text()) && *out != '\0';
 }
