@@ -8,6 +8,7 @@
 //   http://h/docs/x.pdf      h, 80, /docs/x.pdf
 //   http://h:8080/x?a#b      h, 8080, /x?a#b
 //   http://h/a:b             h, 80, /a:b            a ":" without a number behind it, or in the path, is no port
+//   http://h/a b             h, 80, /a b            sent as it is
 //   http://h                 refused                no path
 //   https://h/x  HTTP://h/x  refused                another protocol
 #include <algorithm>
@@ -43,9 +44,9 @@ int port_in(std::string_view host_and_port) noexcept {
   return error == std::errc() && port >= 1 && port <= kLastPort ? port : 0;
 }
 
-// Blanks and control characters would end the path early or begin another header line.
-bool is_one_word(std::string_view url) noexcept {
-  return std::none_of(url.begin(), url.end(), [](char c) { return (c >= '\0' && c <= ' ') || c == '\x7f'; });
+// A line end in a name would begin another header line. Blanks go out as they are: a server may take them.
+bool is_one_line(std::string_view url) noexcept {
+  return std::none_of(url.begin(), url.end(), [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; });
 }
 
 std::string head_request(std::string_view host, std::string_view path) {
@@ -150,7 +151,7 @@ int olh_docList::ValidURL(const char* url) {
   int port = 0;
   std::string request;
   if (ParseURL(url, host, &port, path) == 1) request = olh::head_request(host, path);
-  if (request.empty() || request.size() >= olh::kPartSize || !olh::is_one_word(text)) {
+  if (request.empty() || request.size() >= olh::kPartSize || !olh::is_one_line(text)) {
     print_debug("olh_docList::ValidURL: failed: url parse error\n");
     return 0;
   }
