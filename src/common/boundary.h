@@ -1,8 +1,8 @@
 // The door: nothing thrown inside the library reaches a host.
 //
-// Knows    that a failed allocation (or any other exception) is the ordinary failure of the function it
-// stops. Not      which result that is: each exported function names its own. For      every exported
-// function, and nothing else.
+// Knows    that a failed allocation (or any other exception) is the ordinary failure of the function it stops.
+// Not      which result that is: each exported function names its own.
+// For      every exported function, and nothing else.
 #ifndef OLH_COMMON_BOUNDARY_H
 #define OLH_COMMON_BOUNDARY_H
 

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "retry.h"
 #include "unique_fd.h"
 
 namespace olh {
@@ -88,7 +89,8 @@ bool FileReplacement::commit() noexcept {
 bool FileReplacement::finish() noexcept {
   std::FILE* stream = std::exchange(stream_, nullptr);
   bool whole = std::ferror(stream) == 0 && std::fflush(stream) == 0;
-  if (whole && durability_ == Durability::kOnDisk) whole = fsync(fileno(stream)) == 0;
+  if (whole && durability_ == Durability::kOnDisk)
+    whole = retry_interrupted([stream] { return fsync(fileno(stream)); }) == 0;
   return std::fclose(stream) == 0 && whole;
 }
 

@@ -1,7 +1,6 @@
 // An open descriptor that is closed when it goes out of scope.
 //
-// Knows    that the library's descriptors are close-on-exec and lie above 2, so that a host with closed
-// standard
+// Knows    that the library's descriptors are close-on-exec and lie above 2, so that a host with closed standard
 //          streams never has its messages land in one of our files.
 // For      every room that opens a file or a socket.
 #ifndef OLH_COMMON_UNIQUE_FD_H

@@ -1,9 +1,9 @@
 // The locator: the one object that knows where documentation lives and how it is shown.
 //
-// Knows    the variables, the search path, the lookups, the URLs, the option files; a file of this room for
-// each. Not      how a browser or reader is started (browser, acrobat_dde), what an entry point answers
-// (client). Owns     every string, list and buffer in its fields. For      this room. Everybody else comes
-// through the exported functions of olh/support.h (olh_doclist_capi).
+// Knows    the variables, the search path, the lookups, the URLs, the option files; a file of this room for each.
+// Not      how a browser or reader is started (browser, acrobat_dde), what an entry point answers (client).
+// Owns     every string, list and buffer in its fields.
+// For      this room. Everybody else comes through the exported functions of olh/support.h (olh_doclist_capi).
 #ifndef OLH_DOCLIST_OLH_DOCLIST_H
 #define OLH_DOCLIST_OLH_DOCLIST_H
 

@@ -108,6 +108,9 @@ int split_roots(olh_docList& locator, std::string_view paths, const RootOrigin& 
 
 }  // namespace olh
 
+//   in                out
+//   /opt//docs///     /opt/docs/
+//   http:////h//x     http:///h/x    the scheme stays as it is
 void olh_docList::RemoveDuplicateSlash(char* in, char* out) {
   const std::string_view text = olh::text_of(in);
   olh::write_buffer(out, olh::without_repeated_slashes(text), text.size() + 1);

@@ -72,6 +72,9 @@ void olh_docList::EncodeSpecialCharsInURL(char* url) {
   if (!olh::is_empty(url)) olh::write_buffer(url, olh::encoded(url), olh::kUrlSize);
 }
 
+//   topic             becomes
+//   my topic-1_a.b    mytopic-1_ab
+//
 // Only shrinks the text: fits wherever it was.
 void olh_docList::FormatTopic(char* topic) {
   if (topic == nullptr) return;
