@@ -29,15 +29,21 @@ PAGE = """<!DOCTYPE html>
 """
 
 
-def inside_links(markup, anchors):
-    """Turns links between topic pages into links inside this page, and drops links that lead out of the manual."""
+def inside_links(markup, own_page, anchors):
+    """Turns links between topic pages into links inside this page, and drops links that lead out of the manual. An id that
+    is another topic's gets the name of its own topic before it."""
+
+    def unique(anchor, page):
+        return f"{anchors[page]}.{anchor}" if anchor in anchors.values() and anchor != anchors[page] else anchor
 
     def turned(match):
         page, _, fragment = match["href"].partition("#")
-        if page and page not in anchors:
+        page = page or own_page
+        if page not in anchors:
             return match[0] if "://" in page else match["text"]
-        return f'<a href="#{fragment or anchors[page]}">{match["text"]}</a>'
+        return f'<a href="#{unique(fragment or anchors[page], page)}">{match["text"]}</a>'
 
+    markup = re.sub(r'(<\w+ id=")([^"]+)"', lambda found: f'{found[1]}{unique(found[2], own_page)}"', markup)
     return re.sub(r'<a\s+href="(?P<href>[^"]*)">(?P<text>.*?)</a>', turned, markup, flags=re.DOTALL)
 
 
@@ -45,7 +51,7 @@ def manual(directory, first=None):
     """All topics of a manual behind a list of them; the topic named first leads, and then no list is needed."""
     topics = sorted(manual_pages.topics(directory), key=lambda topic: topic.id != first)
     anchors = {topic.page: topic.id for topic in topics}
-    parts = [inside_links(manual_pages.main_part(Path(directory) / topic.page), anchors) for topic in topics]
+    parts = [inside_links(manual_pages.main_part(Path(directory) / topic.page), topic.page, anchors) for topic in topics]
     body = "\n".join(f'<article class="topic">\n{part}</article>' for part in parts)
     entries = "\n".join(f'<li><a href="#{topic.id}">{html.escape(topic.title)}</a></li>' for topic in topics)
     title = html.escape(manual_pages.title(directory))

@@ -38,12 +38,12 @@ def heading_texts(markup):
 
 
 def named_for_the_library(places, headings):
-    """The destinations under the names that the library asks for."""
+    """The destinations under the names that the library asks for. An id comes before a heading of the same name."""
     named = {}
-    for key, place in places.items():
-        for tag in (key, headings.get(key, "")):
-            if tag:
-                named.setdefault(destination(tag), place)
+    for tags in ({key: key for key in places}, headings):
+        for key, place in places.items():
+            if tags.get(key):
+                named.setdefault(destination(tags[key]), place)
     return named
 
 
