@@ -4,6 +4,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -23,7 +24,8 @@ bool answers(const std::string& socket_name, bool is_abstract) {
   const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + offset + socket_name.size());
   const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   if (fd < 0) return false;
-  const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), size) == 0;
+  // One that has as many callers waiting as it can hold is there all the same.
+  const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), size) == 0 || errno == EAGAIN;
   close(fd);
   return connected;
 }
@@ -49,6 +51,13 @@ bool has_display() {
   const std::string wayland = variable("WAYLAND_DISPLAY");
   const std::string x = variable("DISPLAY");
   return (!wayland.empty() && wayland_display_answers(wayland)) || (!x.empty() && x_display_answers(x));
+}
+
+bool is_same_display(std::string_view one, std::string_view other) {
+  const auto without_screen = [](std::string_view display) {
+    return display.substr(0, display.find('.', display.rfind(':')));
+  };
+  return without_screen(one) == without_screen(other);
 }
 
 }  // namespace olh_viewers
