@@ -5,6 +5,7 @@
 #include "child.h"
 #include "choice.h"
 #include "display.h"
+#include "file_address.h"
 #include "files.h"
 #include "running.h"
 #include "text_view.h"
@@ -31,7 +32,12 @@ void warn(const Choice& choice, const std::string& url, const Trace& trace) {
   if (choice.is_sandboxed && is_file_url(url) && is_outside_home(file_of(url)))
     trace.complain("note: " + choice.program + " runs in a sandbox and may not see " + file_of(url) +
                    ". A documentation root behind http:// is the way out.");
-  if (choice.row != nullptr && choice.row->needs_session_bus && !has_session_bus() && is_running(choice.row->process))
+  if (choice.row == nullptr) return;
+  const std::string display = display_of_running(*choice.row);
+  const std::string own = variable("DISPLAY");
+  if (!display.empty() && !own.empty() && !is_same_display(display, own))
+    trace.complain("note: " + choice.program + " runs on the display " + display + ", where the page will open.");
+  if (choice.row->needs_session_bus && !has_session_bus() && is_running(*choice.row))
     trace.complain("note: " + choice.program +
                    " runs already, and without a session bus it cannot take the page: it may " +
                    "say that it must be closed. Set DBUS_SESSION_BUS_ADDRESS to the session's.");
@@ -46,7 +52,7 @@ int dry_run(const Words& command, const std::string& source) {
 
 int answer_ping(const Trace& trace) {
   const Choice choice = has_display() ? choose_browser() : Choice();
-  if (choice && choice.row != nullptr && is_running(choice.row->process)) {
+  if (choice && choice.row != nullptr && is_running(*choice.row)) {
     trace.note(choice.program + " runs");
     return kExitShown;
   }
@@ -54,13 +60,14 @@ int answer_ping(const Trace& trace) {
   return kNotRunning;
 }
 
-int open_in_browser(const BrowserRequest& request, const Trace& trace) {
+int open_in_browser(BrowserRequest request, const Trace& trace) {
   const bool has_url = !request.url.empty();
   const std::string objection = has_url ? objection_to(request.url) : "";
   if (!objection.empty()) {
     trace.complain("the address is not opened: it " + objection + ".");
     return kExitWrongUse;
   }
+  request.url = mended_address(request.url);
   const bool shows_text = request.as_text || !has_display();
   if (shows_text && has_url && !request.dry_run)
     return show_page_as_text(request.url, request.as_text ? WhyText::kAsked : WhyText::kNoDisplay, trace);

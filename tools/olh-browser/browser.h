@@ -15,7 +15,7 @@ namespace olh_viewers {
 int answer_ping(const Trace& trace);
 
 // Shows the address, or only starts the browser. Returns an ExitStatus.
-int open_in_browser(const BrowserRequest& request, const Trace& trace);
+int open_in_browser(BrowserRequest request, const Trace& trace);
 
 }  // namespace olh_viewers
 

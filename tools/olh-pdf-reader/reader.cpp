@@ -25,7 +25,7 @@ std::string as_argument(const std::string& file) {
 }
 
 // At the destination by its name; else at its page; else, said aloud, at the first page. A reader that is asked for a
-// name that is not there shows page 1 and says nothing.
+// name that is not there says nothing: a new window shows page 1, one that shows the file already stays where it is.
 Words command_at(const Choice& choice, const ReaderRequest& request, const Trace& trace) {
   const std::string file = as_argument(request.file);
   Place place = {url_of(request.file), file, request.destination, 1};
@@ -33,7 +33,8 @@ Words command_at(const Choice& choice, const ReaderRequest& request, const Trace
   const PdfPlace found = place_of_destination(request.file, request.destination);
   if (found.found == Found::kNo) {
     trace.complain(request.file + " has no destination \"" + request.destination + "\"; it opens at its first page.");
-    return open_command(choice, place);
+    Words command = page_command(choice, place);
+    return command.empty() ? open_command(choice, place) : command;
   }
   if (Words command = destination_command(choice, place); !command.empty()) return command;
   place.page = found.page;

@@ -10,9 +10,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
+#include "files.h"
 #include "viewer_environment.h"
 
 namespace olh_viewers {
@@ -20,8 +20,6 @@ namespace olh_viewers {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr int kMillisecondsForOutput = 10000;
 
 std::vector<char*> pointers_to(Words& words) {
   std::vector<char*> pointers;
@@ -124,14 +122,13 @@ std::string read_until(int fd, Clock::time_point end) {
 
 // Whether the pager took the text.
 bool page(const std::string& text) {
-  const char* chosen = std::getenv("PAGER");
-  const bool plain_name = chosen != nullptr && *chosen != '\0' && std::strpbrk(chosen, " \t") == nullptr;
+  const Words chosen = pieces_of(variable("PAGER"), ' ');
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return false;
   Setup setup;
   setup.from_descriptor(STDIN_FILENO, ends[0]);
   pid_t pager = 0;
-  const int failed = spawn(plain_name ? Words{chosen} : Words{"less", "-FX"}, setup, pager);
+  const int failed = spawn(chosen.empty() ? Words{"less", "-FX"} : chosen, setup, pager);
   close(ends[0]);
   std::signal(SIGPIPE, SIG_IGN);
   for (std::size_t written = 0; failed == 0 && written < text.size();) {
@@ -165,7 +162,7 @@ int start_and_watch(const Words& words, int milliseconds, std::string& said) {
   return kExitFailed;
 }
 
-std::optional<std::string> output_of(const Words& words, const std::string& input_file) {
+std::optional<std::string> output_of(const Words& words, const std::string& input_file, int milliseconds) {
   const ChildSignal signal;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
@@ -176,7 +173,7 @@ std::optional<std::string> output_of(const Words& words, const std::string& inpu
   pid_t child = 0;
   const int failed = spawn(words, setup, child);
   close(ends[1]);
-  const Clock::time_point end = Clock::now() + std::chrono::milliseconds(kMillisecondsForOutput);
+  const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
   const std::string text = failed == 0 ? read_until(ends[0], end) : "";
   close(ends[0]);
   if (failed != 0) return std::nullopt;

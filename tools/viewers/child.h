@@ -18,8 +18,9 @@ namespace olh_viewers {
 int start_and_watch(const Words& words, int milliseconds, std::string& said);
 
 // What a program prints, its input taken from a file ("": none); nothing when it could not be run, ended with another
-// status than 0, or took longer than ten seconds.
-std::optional<std::string> output_of(const Words& words, const std::string& input_file = "");
+// status than 0, or took longer than so many milliseconds.
+std::optional<std::string> output_of(const Words& words, const std::string& input_file = "",
+                                     int milliseconds = 10000);
 
 // Writes a text to standard output, through a pager when `paged` and that is a terminal.
 void print_text(const std::string& text, bool paged);

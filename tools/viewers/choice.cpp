@@ -1,6 +1,7 @@
 #include "choice.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 
 #include "desktop_default.h"
@@ -18,13 +19,24 @@ const Program* row_of(const std::string& path) {
   return failed ? nullptr : program_named(std::filesystem::path(target).filename().string());
 }
 
+// Snap and Flatpak keep the programs that they start in directories of their own.
+bool is_in_sandbox(const std::string& path) {
+  return path.starts_with("/snap/") || path.find("/flatpak/exports/") != std::string::npos;
+}
+
+// Whether a start script that breaks words apart leaves this one whole.
+bool is_plain_name(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](unsigned char c) { return std::isalnum(c) != 0 || c == '.' || c == '-' || c == '_'; });
+}
+
 Choice of_program(const std::string& name, const std::string& source) {
   Choice choice;
   choice.program = find_program(name);
   if (!choice) return choice;
   choice.row = row_of(choice.program);
   choice.source = source;
-  choice.is_sandboxed = choice.program.starts_with("/snap/");
+  choice.is_sandboxed = is_in_sandbox(choice.program);
   return choice;
 }
 
@@ -35,7 +47,7 @@ Choice of_desktop(const std::string& kind) {
   Choice choice = of_program(words[0], "the desktop's default");
   if (!choice) return choice;
   const bool is_wrapper = std::find(words.begin(), words.end(), "run") != words.end();
-  choice.is_sandboxed = choice.is_sandboxed || is_wrapper || words[0].starts_with("/snap/");
+  choice.is_sandboxed = is_wrapper || std::any_of(words.begin(), words.end(), is_in_sandbox);
   if (choice.row == nullptr || is_wrapper) choice.exec = words;
   return choice;
 }
@@ -102,7 +114,9 @@ Words open_command(const Choice& choice, const Place& place) {
 }
 
 Words destination_command(const Choice& choice, const Place& place) {
-  return choice.row == nullptr ? Words() : row_command(choice, choice.row->at_destination, place);
+  const bool is_refused =
+      choice.row == nullptr || (choice.row->takes_plain_names_only && !is_plain_name(place.destination));
+  return is_refused ? Words() : row_command(choice, choice.row->at_destination, place);
 }
 
 Words page_command(const Choice& choice, const Place& place) {

@@ -6,9 +6,14 @@
 #ifndef OLH_TOOLS_VIEWERS_DISPLAY_H
 #define OLH_TOOLS_VIEWERS_DISPLAY_H
 
+#include <string_view>
+
 namespace olh_viewers {
 
 bool has_display();
+
+// Whether two values of DISPLAY mean the same one, whichever screen of it.
+bool is_same_display(std::string_view one, std::string_view other);
 
 }  // namespace olh_viewers
 

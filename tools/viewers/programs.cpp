@@ -13,32 +13,47 @@ const Words kNamed = {"%u#nameddest=%e"};
 const Words kPaged = {"%u#page=%n"};
 const Words kNone = {};
 
+const Traces kFirefoxTraces = {
+    {".mozilla/firefox/*/lock", "%c/mozilla/firefox/*/lock", "snap/firefox/common/.mozilla/firefox/*/lock"},
+    "",
+    "firefox"};
+const Traces kEpiphanyTraces = {{}, "org.gnome.Epiphany", "epiphany"};
+
+const Words kChromiumLocks = {"%c/chromium/SingletonLock", "snap/chromium/common/chromium/SingletonLock"};
+
+// Chromium and its kin differ in the directory of their settings.
+Program chromium_like(std::string_view name, const Words& locks, std::string_view process) {
+  return {name, {"%u"}, kNamed, kPaged, {locks, "", process}};
+}
+
+// Epiphany drops the fragment of a file:// address that has no query. "falkon --new-tab" opens an empty tab beside the page.
 const std::array kBrowsers = {
-    Program{"firefox-esr", "firefox-esr", {"--new-tab", "%u"}, kNamed, kPaged, true},
-    Program{"firefox", "firefox", {"--new-tab", "%u"}, kNamed, kPaged, true},
-    Program{"chromium", "chromium", {"%u"}, kNamed, kPaged, false},
-    Program{"chromium-browser", "chromium-browse", {"%u"}, kNamed, kPaged, false},
-    Program{"google-chrome", "chrome", {"%u"}, kNamed, kPaged, false},
-    Program{"google-chrome-stable", "chrome", {"%u"}, kNamed, kPaged, false},
-    Program{"brave-browser", "brave", {"%u"}, kNamed, kPaged, false},
-    Program{"microsoft-edge", "msedge", {"%u"}, kNamed, kPaged, false},
-    Program{"vivaldi", "vivaldi-bin", {"%u"}, kNamed, kPaged, false},
-    Program{"epiphany", "epiphany", {"%u"}, kNone, kNone, false},
-    Program{"epiphany-browser", "epiphany", {"%u"}, kNone, kNone, false},
-    Program{"falkon", "falkon", {"--new-tab", "%u"}, kNone, kNone, false},
-    Program{"konqueror", "konqueror", {"%u"}, kNone, kNone, false},
+    Program{"firefox-esr", {"--new-tab", "%u"}, kNamed, kPaged, kFirefoxTraces, true},
+    Program{"firefox", {"--new-tab", "%u"}, kNamed, kPaged, kFirefoxTraces, true},
+    chromium_like("chromium", kChromiumLocks, "chrom"),
+    chromium_like("chromium-browser", kChromiumLocks, "chrom"),
+    chromium_like("google-chrome", {"%c/google-chrome/SingletonLock"}, "chrome"),
+    chromium_like("google-chrome-stable", {"%c/google-chrome/SingletonLock"}, "chrome"),
+    chromium_like("brave-browser", {"%c/BraveSoftware/Brave-Browser/SingletonLock"}, "brave"),
+    chromium_like("microsoft-edge", {"%c/microsoft-edge/SingletonLock"}, "msedge"),
+    chromium_like("vivaldi", {"%c/vivaldi/SingletonLock"}, "vivaldi"),
+    Program{"epiphany", {"%q"}, kNone, kNone, kEpiphanyTraces},
+    Program{"epiphany-browser", {"%q"}, kNone, kNone, kEpiphanyTraces},
+    Program{"falkon", {"%u"}, kNone, kNone, {{}, "org.kde.Falkon", "falkon"}},
+    Program{"konqueror", {"%u"}, kNone, kNone, {{}, "org.kde.konqueror", "konqueror"}},
 };
 
+// Readers that keep a window for a file keep its page too, unless they are told one.
 const std::array kReaders = {
-    Program{"evince", "evince", {"%f"}, {"--named-dest=%d", "%f"}, {"-i", "%n", "%f"}, false},
-    Program{"okular", "okular", {"--unique", "%u"}, {"--unique", "%u#%e"}, {"--unique", "-p", "%n", "%u"}, false},
-    Program{"atril", "atril", {"%f"}, {"-n", "%d", "%f"}, {"-i", "%n", "%f"}, false},
-    Program{"xpdf", "xpdf", {"%f"}, {"%f", "+%d"}, {"%f", "%n"}, false},
-    Program{"mupdf-gl", "mupdf-gl", {"%f"}, {"%f", "%d"}, {"%f", "%n"}, false},
-    Program{"zathura", "zathura", {"%f"}, kNone, {"-P", "%n", "%f"}, false},
-    Program{"qpdfview", "qpdfview", {"--unique", "%f"}, kNone, {"--unique", "%f#%n"}, false},
-    Program{"mupdf", "mupdf", {"%f"}, kNone, {"%f", "%n"}, false},
-    Program{"acroread", "acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone, false},
+    Program{"evince", {"%f"}, {"--named-dest=%d", "%f"}, {"-i", "%n", "%f"}},
+    Program{"okular", {"--unique", "%u"}, {"--unique", "%u#%e"}, {"--unique", "-p", "%n", "%u"}},
+    Program{"atril", {"%f"}, {"-n", "%d", "%f"}, {"-i", "%n", "%f"}},
+    Program{"xpdf", {"%f"}, {"%f", "+%d"}, {"%f", "%n"}, {}, false, true},
+    Program{"mupdf-gl", {"%f"}, {"%f", "%d"}, {"%f", "%n"}},
+    Program{"zathura", {"%f"}, kNone, {"-P", "%n", "%f"}},
+    Program{"qpdfview", {"--unique", "%f"}, kNone, {"--unique", "%f#%n"}},
+    Program{"mupdf", {"%f"}, kNone, {"%f", "%n"}},
+    Program{"acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone},
 };
 
 std::string value_of(char placeholder, const Place& place) {
@@ -46,6 +61,8 @@ std::string value_of(char placeholder, const Place& place) {
     case 'u':
     case 'U':
       return place.url;
+    case 'q':
+      return with_query(place.url);
     case 'f':
     case 'F':
       return place.file;

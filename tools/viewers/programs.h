@@ -14,15 +14,25 @@
 
 namespace olh_viewers {
 
-// In the words: %u the address (of a file: its file:// URL), %f the file, %d the name of a destination, %e the same
-// percent-encoded, %n a page number. A form without words is one that the program does not have.
+// How it is seen that a program runs, without a word to it. Every road that a row has is tried in this order, and the first
+// that can answer does.
+struct Traces {
+  Words locks;  // links that hold the process at their end, below HOME or, with %c, the settings; "*": any name
+  std::string_view bus_name;  // its name on the session bus, also with "-" or "." and more behind it
+  std::string_view process;   // what its process is called; with a lock, what it begins with
+};
+
+// In the words: %u the address (of a file: its file:// URL), %q the same with an empty query before a file's fragment, %f
+// the file, %d the name of a destination, %e the same percent-encoded, %n a page number. A form without words is one that
+// the program does not have.
 struct Program {
-  std::string_view name;     // as it is called
-  std::string_view process;  // as a running one is named; "" when it cannot be told
-  Words open;                // an address, or a file at its first page; one that runs takes it, if it ever does
-  Words at_destination;      // a PDF at a named destination
-  Words at_page;             // a PDF at a page
-  bool needs_session_bus;    // without one it cannot hand over to a running window
+  std::string_view name;           // as it is called
+  Words open;                      // an address, or a file at its first page; one that runs takes it, if it ever does
+  Words at_destination;            // a PDF at a named destination
+  Words at_page;                   // a PDF at a page
+  Traces traces = {};              // of a browser: those of a PDF reader are never asked for
+  bool needs_session_bus = false;  // without one it cannot hand over to a running window
+  bool takes_plain_names_only = false;  // its start script breaks other destinations into words
 };
 
 // In the order in which they are looked for along PATH.

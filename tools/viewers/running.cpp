@@ -1,55 +1,91 @@
 #include "running.h"
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <memory>
-#include <string>
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+#include "child.h"
+#include "files.h"
+#include "processes.h"
+#include "viewer_environment.h"
 
 namespace olh_viewers {
 
 namespace {
 
-struct CloseDirectory {
-  void operator()(DIR* stream) const noexcept { closedir(stream); }
-};
+// A ping answers at once: a bus that does not is left out.
+constexpr int kMillisecondsForBus = 500;
 
-constexpr std::size_t kLongestName = 15;  // the system cuts the names of processes
-
-// The head of a process's status: name, state and owner stand in it.
-std::string status_of(const char* process) {
-  const std::string path = std::string("/proc/") + process + "/status";
-  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return "";
-  char text[1024];
-  const ssize_t count = read(fd, text, sizeof text);
-  close(fd);
-  return count > 0 ? std::string(text, static_cast<std::size_t>(count)) : "";
+// What a pattern of the table names: at most one part of it is "*", any name in that directory.
+Words paths_of(const std::string& pattern) {
+  constexpr std::string_view kSettings = "%c/";
+  const std::string home = variable("HOME");
+  const std::string own = variable("XDG_CONFIG_HOME");
+  const std::string path = pattern.starts_with(kSettings) ? path_in(own.empty() ? path_in(home, ".config") : own,
+                                                                    pattern.substr(kSettings.size()))
+                                                          : path_in(home, pattern);
+  const std::size_t star = path.find("/*/");
+  if (star == std::string::npos) return {path};
+  Words paths;
+  std::error_code failed;
+  for (std::filesystem::directory_iterator entry(path.substr(0, star), failed), end; !failed && entry != end;
+       entry.increment(failed))
+    paths.push_back(path_in(entry->path().string(), path.substr(star + 3)));
+  return paths;
 }
 
-std::string_view field(std::string_view status, std::string_view name) {
-  std::size_t begin = status.find(name);
-  if (begin == std::string_view::npos) return {};
-  begin += name.size();
-  const std::size_t end = status.find_first_of("\t\n", begin);
-  return status.substr(begin, end == std::string_view::npos ? end : end - begin);
+// The process at the end of a lock: "ADDRESS:+PROCESS", or "HOST-PROCESS" of this machine; 0 without one.
+int process_of_lock(const std::string& lock) {
+  std::error_code failed;
+  const std::string text = std::filesystem::read_symlink(lock, failed).string();
+  const std::size_t separator = failed ? std::string::npos : text.find_last_of("+-");
+  if (separator == std::string::npos) return 0;
+  char host[256] = "";
+  gethostname(host, sizeof host - 1);
+  if (text[separator] == '-' && text.substr(0, separator) != host) return 0;
+  return std::atoi(text.c_str() + separator + 1);
+}
+
+int process_of_locks(const Traces& traces) {
+  for (const std::string& pattern : traces.locks)
+    for (const std::string& lock : paths_of(pattern))
+      if (const int process = process_of_lock(lock); is_process(process, traces.process)) return process;
+  return 0;
+}
+
+bool is_bus_name(std::string_view name, std::string_view wanted) {
+  if (!name.starts_with(wanted)) return false;
+  name.remove_prefix(wanted.size());
+  return name.empty() || name[0] == '-' || name[0] == '.';
+}
+
+// Nothing when the bus cannot be asked.
+std::optional<bool> is_on_bus(std::string_view wanted) {
+  if (wanted.empty() || !has_session_bus() || find_program("dbus-send").empty()) return std::nullopt;
+  const std::optional<std::string> listing =
+      output_of({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                 "org.freedesktop.DBus.ListNames"},
+                "", kMillisecondsForBus);
+  if (!listing) return std::nullopt;
+  const Words pieces = pieces_of(*listing, '"');
+  return std::any_of(pieces.begin(), pieces.end(),
+                     [wanted](const std::string& piece) { return is_bus_name(piece, wanted); });
 }
 
 }  // namespace
 
-bool is_running(std::string_view process) {
-  const std::unique_ptr<DIR, CloseDirectory> processes(opendir("/proc"));
-  if (processes == nullptr || process.empty()) return false;
-  const std::string name(process.substr(0, kLongestName));
-  const std::string user = std::to_string(getuid());
-  while (const dirent* entry = readdir(processes.get())) {
-    if (entry->d_name[0] < '0' || entry->d_name[0] > '9') continue;
-    const std::string status = status_of(entry->d_name);
-    const bool is_dead = field(status, "State:\t").starts_with('Z');
-    if (field(status, "Name:\t") == name && field(status, "\nUid:\t") == user && !is_dead) return true;
-  }
-  return false;
+bool is_running(const Program& program) {
+  const Traces& traces = program.traces;
+  if (!traces.locks.empty()) return process_of_locks(traces) != 0;
+  return is_on_bus(traces.bus_name).value_or(process_named(traces.process) != 0);
+}
+
+std::string display_of_running(const Program& program) {
+  const Traces& traces = program.traces;
+  const int process = traces.locks.empty() ? process_named(traces.process) : process_of_locks(traces);
+  return process == 0 ? "" : variable_of_process(process, "DISPLAY");
 }
 
 }  // namespace olh_viewers

@@ -1,17 +1,23 @@
 // Whether a program of this user runs.
 //
-// Knows    how the system lists processes. Nothing is asked of the program itself, so nothing happens in it, and a lock
-//          that a killed program left behind misleads nobody.
+// Knows    how the system lists processes, what the locks of browsers look like, and how the session bus names its members.
+//          Nothing is asked of the program itself, so nothing happens in it, and a lock that a killed program left behind
+//          misleads nobody.
+// Not      which traces a program leaves (programs).
 // For      olh-browser.
 #ifndef OLH_TOOLS_VIEWERS_RUNNING_H
 #define OLH_TOOLS_VIEWERS_RUNNING_H
 
-#include <string_view>
+#include "programs.h"
 
 namespace olh_viewers {
 
-// A process of this user with that name that has not ended. Where the system has no /proc: false.
-bool is_running(std::string_view process);
+// Whether a window of the program would take an address. Only this user's processes count; where the system has no /proc,
+// none.
+bool is_running(const Program& program);
+
+// The X display that its process was started on; "" when that cannot be told, or it does not run.
+std::string display_of_running(const Program& program);
 
 }  // namespace olh_viewers
 

@@ -39,21 +39,6 @@ int hex_value(char c) {
   return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
-std::string decoded(std::string_view text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool escape =
-        text[i] == '%' && i + 2 < text.size() && hex_value(text[i + 1]) >= 0 && hex_value(text[i + 2]) >= 0;
-    if (escape) {
-      result += static_cast<char>(hex_value(text[i + 1]) * 16 + hex_value(text[i + 2]));
-      i += 2;
-    } else {
-      result += text[i];
-    }
-  }
-  return result;
-}
-
 }  // namespace
 
 std::string objection_to_text(std::string_view text) {
@@ -68,6 +53,21 @@ std::string objection_to(std::string_view url) {
 }
 
 bool is_file_url(std::string_view url) { return url.starts_with(kFileScheme); }
+
+std::string decoded(std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool escape =
+        text[i] == '%' && i + 2 < text.size() && hex_value(text[i + 1]) >= 0 && hex_value(text[i + 2]) >= 0;
+    if (escape) {
+      result += static_cast<char>(hex_value(text[i + 1]) * 16 + hex_value(text[i + 2]));
+      i += 2;
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
+}
 
 std::string_view without_query_and_fragment(std::string_view url) { return url.substr(0, url.find_first_of("?#")); }
 
@@ -86,6 +86,12 @@ std::string url_of(const std::string& file) {
   std::error_code failed;
   const std::string absolute = std::filesystem::absolute(file, failed).string();
   return std::string(kFileScheme) + encoded(failed ? file : absolute, "/");
+}
+
+std::string with_query(const std::string& url) {
+  const std::size_t end = url.find_first_of("?#");
+  if (!is_file_url(url) || end == std::string::npos || url[end] == '?') return url;
+  return url.substr(0, end) + "?" + url.substr(end);
 }
 
 std::string percent_encoded(std::string_view text) { return encoded(text, ""); }

@@ -19,6 +19,9 @@ std::string objection_to_text(std::string_view text);
 
 bool is_file_url(std::string_view url);
 
+// Text with every %XX as the byte it stands for.
+std::string decoded(std::string_view text);
+
 // The parts of an address.
 std::string_view without_query_and_fragment(std::string_view url);
 std::string_view fragment_of(std::string_view url);
@@ -27,6 +30,9 @@ std::string_view fragment_of(std::string_view url);
 std::string file_of(std::string_view url);
 // The file:// address of a file; a relative one lies in the working directory.
 std::string url_of(const std::string& file);
+
+// A file:// address that has a fragment, with a query (be it empty) before it.
+std::string with_query(const std::string& url);
 
 // Every byte but letters, digits, "-", "_", "." and "~" as %XX.
 std::string percent_encoded(std::string_view text);

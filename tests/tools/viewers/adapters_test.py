@@ -30,7 +30,7 @@ class Adapters(unittest.TestCase):
         self.addCleanup(self.display.close)
         number = 100000 + os.getpid()
         self.display.bind(f"\0/tmp/.X11-unix/X{number}")
-        self.display.listen(16)
+        self.display.listen(128)
         self.environment = {"HOME": str(self.dir), "PATH": str(self.bin), "DISPLAY": f":{number}.0",
                             "XDG_DATA_DIRS": str(self.dir / "share"), "XDG_CONFIG_DIRS": str(self.dir / "etc"),
                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "OLH_LOG_HELP": str(self.log)}
@@ -76,6 +76,90 @@ class Adapters(unittest.TestCase):
         running.kill()
         running.wait()
         self.assertFalse([call for call in self.calls("falkon") if call], "asked nothing of the browser")
+
+    def running(self, name, **environment):
+        """A process of that name which stays."""
+        self.viewer(name)
+        self.start_answer(name, 0, 20)
+        process = subprocess.Popen([self.bin / name], env={**self.environment, **environment})
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
+
+    def pings(self, name, **environment):
+        return self.browser("-remote", "ping()", OLH_BROWSER_PROGRAM=name, **environment).returncode == 0
+
+    def test_a_browser_of_its_own_profile_is_not_the_one_that_runs(self):
+        chromium = self.running("chromium").pid
+        firefox = self.running("firefox").pid
+        ended = subprocess.Popen(["/bin/true"])
+        ended.wait()
+        profile = self.dir / "settings/mozilla/firefox/abc.default"
+        (self.dir / "settings/chromium").mkdir(parents=True)
+        profile.mkdir(parents=True)
+        host = socket.gethostname()
+        cases = (("chromium", "settings/chromium/SingletonLock",
+                  (f"{host}-{chromium}", f"{host}-{ended.pid}", f"{host}-{firefox}", f"elsewhere-{chromium}", "")),
+                 ("firefox", "settings/mozilla/firefox/abc.default/lock",
+                  (f"127.0.1.1:+{firefox}", f"127.0.1.1:+{ended.pid}", f"127.0.1.1:+{chromium}", "127.0.1.1:+0", "x")))
+        for name, lock, ends in cases:
+            settings = {"XDG_CONFIG_HOME": str(self.dir / "settings")}
+            self.assertFalse(self.pings(name, **settings), f"{name} without a lock")
+            for end in filter(None, ends):
+                (self.dir / lock).symlink_to(end)
+                self.assertEqual(self.pings(name, **settings), end == ends[0], f"{name}: {end}")
+                (self.dir / lock).unlink()
+
+    def test_a_browser_on_the_session_bus(self):
+        self.viewer("epiphany", "konqueror")
+        listing = self.dir / "names"
+        (self.bin / "dbus-send").write_text(f"#!/bin/sh\nexec /bin/cat {listing}\n")
+        (self.bin / "dbus-send").chmod(0o755)
+        for line, running in (("org.gnome.Epiphany", ["epiphany"]), ("org.gnome.EpiphanyWebApp", []),
+                              ("org.kde.konqueror-77", ["konqueror"]), (":1.7", [])):
+            listing.write_text(f'method return\n   array [\n      string "org.freedesktop.DBus"\n      string "{line}"\n   ]\n')
+            self.assertEqual([name for name in ("epiphany", "konqueror") if self.pings(name)], running, line)
+        self.running("epiphany")
+        self.assertFalse(self.pings("epiphany"), "one that is not on the bus takes no address")
+        listing.unlink()
+        self.assertTrue(self.pings("epiphany"), "a bus that does not answer")
+
+    def test_a_browser_on_another_display_is_said_aloud(self):
+        self.running("falkon", DISPLAY=":7.1")
+        self.start_answer("falkon", 0)
+        self.assertIn("falkon runs on the display :7.1, where the page will open.", self.browser("http://h/").stderr)
+        # The screen does not count, nor a display of this adapter that is no X display.
+        self.assertNotIn("runs on the display", self.browser("http://h/", DISPLAY=":7.0").stderr)
+
+    def test_the_line_of_every_browser(self):
+        plain, forms = "file:///d/index.htm#context=&topic=b", {}
+        for name in ("firefox-esr", "firefox"):
+            forms[name] = ["--new-tab", plain]
+        for name in ("chromium", "chromium-browser", "google-chrome", "google-chrome-stable", "brave-browser",
+                     "microsoft-edge", "vivaldi", "falkon", "konqueror"):
+            forms[name] = [plain]
+        for name in ("epiphany", "epiphany-browser"):
+            forms[name] = ["file:///d/index.htm?#context=&topic=b"]
+        for name, arguments in forms.items():
+            self.viewer(name)
+            for call in (["-remote", f"openURL({plain},new-tab)"], [plain]):
+                done = self.browser(*call, OLH_BROWSER_PROGRAM=name)
+                self.assertEqual((done.returncode, done.stderr), (0, ""), name)
+            self.assertEqual(self.calls(name), [arguments] * 2, name)
+
+    def test_a_file_whose_name_holds_a_separator_of_addresses(self):
+        self.viewer("chromium")
+        odd = self.dir / "my docs #2"
+        odd.mkdir()
+        (odd / "a #1?.htm").touch()
+        (odd / "100%25.htm").touch()
+        start = f"file://{self.dir}/my%20docs%20"
+        for asked, opened in ((f"{start}#2/a%20#1?.htm#topic", f"{start}%232/a%20%231%3F.htm#topic"),
+                              (f"{start}#2/a%20#1?.htm", f"{start}%232/a%20%231%3F.htm"),
+                              (f"{start}#2/100%25.htm?q#t", f"{start}%232/100%2525.htm?q#t"),
+                              (f"{start}#2/none.htm#topic", f"{start}#2/none.htm#topic")):
+            self.assertEqual(self.browser(asked).returncode, 0)
+            self.assertEqual(self.calls("chromium")[-1], [opened])
 
     def test_an_address_keeps_query_and_fragment_on_every_road(self):
         self.viewer("firefox-esr")
@@ -166,9 +250,15 @@ class Adapters(unittest.TestCase):
         expected = {
             "evince": [f"--named-dest={DESTINATION}", str(PDF)],
             "okular": ["--unique", f"file://{PDF}#{DESTINATION}"],
+            "atril": ["-n", DESTINATION, str(PDF)],
+            "xpdf": [str(PDF), f"+{DESTINATION}"],
+            "mupdf-gl": [str(PDF), DESTINATION],
             "zathura": ["-P", page, str(PDF)],
             "qpdfview": ["--unique", f"{PDF}#{page}"],
+            "mupdf": [str(PDF), page],
+            "acroread": ["-openInNewWindow", "/a", f"nameddest={DESTINATION}", str(PDF)],
             "firefox": [f"file://{PDF}#nameddest={DESTINATION}"],
+            "chromium": [f"file://{PDF}#nameddest={DESTINATION}"],
         }
         for name, arguments in expected.items():
             self.viewer(name)
@@ -183,7 +273,8 @@ class Adapters(unittest.TestCase):
         self.tools("pdfinfo")
         self.viewer("evince")
         done = self.at_destination("M8.newlink.nowhere")
-        self.assertEqual((done.returncode, self.calls("evince")), (0, [[str(PDF)]]))
+        # The first page by its number: a window that shows the file already would stay where it is.
+        self.assertEqual((done.returncode, self.calls("evince")), (0, [["-i", "1", str(PDF)]]))
         self.assertIn('has no destination "M8.newlink.nowhere"; it opens at its first page.', done.stderr)
         self.assertIn("nowhere", self.log.read_text())
 
@@ -198,6 +289,19 @@ class Adapters(unittest.TestCase):
         self.assertEqual(self.reader("missing.pdf").returncode, 1)
         self.assertEqual(self.reader("a\nb.pdf").returncode, 64)
         self.assertEqual(self.at_destination("a\x1bb").returncode, 64)
+
+    def test_a_display_with_many_callers_is_one(self):
+        self.viewer("falkon")
+        self.display.listen(0)
+        address = self.display.getsockname()
+        while True:
+            caller = socket.socket(socket.AF_UNIX)
+            self.addCleanup(caller.close)
+            caller.setblocking(False)
+            if caller.connect_ex(address) != 0:
+                break
+        self.assertEqual(self.browser("http://h/").returncode, 0)
+        self.assertEqual(self.calls("falkon"), [["http://h/"]])
 
     def test_text_of_the_place(self):
         self.tools("pdfinfo", "pdftotext")
