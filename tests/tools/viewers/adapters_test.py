@@ -3,8 +3,10 @@ and a display that only answers. Usage: adapters_test.py BUILD_DIR
 """
 import json
 import os
+import pty
 import re
 import shutil
+import signal
 import socket
 import subprocess
 import sys
@@ -42,6 +44,11 @@ class Adapters(unittest.TestCase):
     def tools(self, *names):
         for name in names:
             (self.bin / name).symlink_to(shutil.which(name))
+
+    def script(self, name, text):
+        (self.bin / name).unlink(missing_ok=True)
+        (self.bin / name).write_text(f"#!/bin/sh\n{text}\n")
+        (self.bin / name).chmod(0o755)
 
     def run_adapter(self, adapter, *arguments, **environment):
         changed = {k: v for k, v in {**self.environment, **environment}.items() if v is not None}
@@ -113,8 +120,7 @@ class Adapters(unittest.TestCase):
     def test_a_browser_on_the_session_bus(self):
         self.viewer("epiphany", "konqueror")
         listing = self.dir / "names"
-        (self.bin / "dbus-send").write_text(f"#!/bin/sh\nexec /bin/cat {listing}\n")
-        (self.bin / "dbus-send").chmod(0o755)
+        self.script("dbus-send", f"exec /bin/cat {listing}")
         for line, running in (("org.gnome.Epiphany", ["epiphany"]), ("org.gnome.EpiphanyWebApp", []),
                               ("org.kde.konqueror-77", ["konqueror"]), (":1.7", [])):
             listing.write_text(f'method return\n   array [\n      string "org.freedesktop.DBus"\n      string "{line}"\n   ]\n')
@@ -196,9 +202,7 @@ class Adapters(unittest.TestCase):
         done = self.browser("http://h/")
         self.assertEqual(done.returncode, 1)
         self.assertIn("chromium ended with the status 7.", done.stderr)
-        (self.bin / "chromium").unlink()
-        (self.bin / "chromium").write_text("#!/bin/sh\nkill -SEGV $$\n")
-        (self.bin / "chromium").chmod(0o755)
+        self.script("chromium", "kill -SEGV $$")
         done = self.browser("http://h/")
         self.assertEqual(done.returncode, 1, "a death by a signal becomes a status")
         self.assertIn("was ended by the signal 11.", done.stderr)
@@ -206,6 +210,13 @@ class Adapters(unittest.TestCase):
         done = self.browser("http://h/")
         self.assertEqual(done.returncode, 2)
         self.assertIn("there is no browser", done.stderr)
+
+    def test_a_browser_that_does_not_return_is_left_alone(self):
+        pid = self.dir / "pid"
+        self.script("chromium", f"echo $$ >{pid}; exec /bin/sleep 300")
+        for arguments in (["-remote", "openURL(http://h/,new-tab)"], ["http://h/"]):
+            self.assertEqual(self.browser(*arguments).returncode, 0)
+            os.kill(int(pid.read_text()), signal.SIGKILL)
 
     def test_what_no_browser_gets(self):
         self.viewer("firefox")
@@ -218,8 +229,7 @@ class Adapters(unittest.TestCase):
 
     def test_the_viewer_does_not_get_the_libraries_of_the_host(self):
         seen = self.dir / "seen"
-        (self.bin / "firefox").write_text(f"#!/bin/sh\n/usr/bin/env >{seen}\n")
-        (self.bin / "firefox").chmod(0o755)
+        self.script("firefox", f"/usr/bin/env >{seen}")
         self.browser("http://h/", LD_LIBRARY_PATH="/host/lib", QT_PLUGIN_PATH="/host/qt", GTK_PATH="/host/gtk",
                      GTK_PATH_ORIG="/usr/gtk", LC_ALL="C", XDG_ACTIVATION_TOKEN="t")
         text = seen.read_text()
@@ -237,6 +247,23 @@ class Adapters(unittest.TestCase):
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)
         self.assertEqual(self.browser("file:///no/such/index.htm", DISPLAY=None).returncode, 1)
         self.assertEqual(self.browser(DISPLAY=":99999").returncode, 1)
+
+    def test_text_that_was_asked_for_is_paged_on_a_terminal(self):
+        self.tools("w3m")
+        paged = self.dir / "paged"
+        self.script("pager", f'echo "$@" >{paged}; /bin/cat >>{paged}')
+        for arguments, environment, is_paged in ((["--text"], {}, True), ([], {"DISPLAY": None}, False)):
+            terminal, end = pty.openpty()
+            paged.unlink(missing_ok=True)
+            done = subprocess.run([BUILD / "bin/olh-browser", *arguments, f"file://{MANUAL}#context=&topic=search_path"],
+                                  env={k: v for k, v in {**self.environment, "PAGER": "pager -R", **environment}.items() if v},
+                                  stdout=end, stderr=subprocess.PIPE, timeout=30)
+            os.close(end)
+            self.assertEqual((done.returncode, done.stderr), (0, b""))
+            self.assertEqual(paged.exists(), is_paged)
+            shown = paged.read_text() if is_paged else os.read(terminal, 65536).decode()
+            os.close(terminal)
+            self.assertTrue(shown.startswith("-R\n[The text of " if is_paged else "[No display, so"), shown[:80])
 
     # ---- the PDF reader ---------------------------------------------------------------------------------------
 
@@ -282,6 +309,7 @@ class Adapters(unittest.TestCase):
         self.viewer("evince")
         odd = self.dir / "-a b's $x.pdf"
         shutil.copy(PDF, odd)
+        self.addCleanup(os.chdir, os.getcwd())
         os.chdir(self.dir)
         self.assertEqual(self.reader(odd.name).returncode, 0)
         self.assertEqual(self.reader().returncode, 0)
