@@ -6,6 +6,8 @@
 #ifndef OLH_DMERGE_GENERATED_FILE_H
 #define OLH_DMERGE_GENERATED_FILE_H
 
+#include <unistd.h>
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,8 +24,10 @@ class GeneratedFile {
       : path_(std::move(path)), file_(path_, FileReplacement::Durability::kCached) {}
 
   const std::string& path() const noexcept { return path_; }
-  // Whether it can be written.
-  explicit operator bool() const noexcept { return static_cast<bool>(file_); }
+  // Whether it can be written. One that is write-protected stays, though a new file could take its place.
+  explicit operator bool() const noexcept {
+    return file_ && (access(path_.c_str(), F_OK) != 0 || access(path_.c_str(), W_OK) == 0);
+  }
   // Writes all of it and reports the file. Returns whether it is there; otherwise the old one is as it was.
   bool finish(std::string_view text) {
     file_.write(text);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "dmerge_scene.h"
 #include "olh/support.h"
@@ -85,6 +86,23 @@ TEST_F(WholeRun, AListThatCannotBeWrittenStaysAsItWas) {
   EXPECT_EQ(printed_by([&] { EXPECT_EQ(dmerge(root.c_str(), nullptr), DMERGE_RESULT_UNWRITABLE); }).find("basic"),
             std::string::npos)
       << "the basic page is missed silently";
+}
+
+// A superuser may write everything: the run is made as somebody who may not.
+TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
+  constexpr uid_t kNobody = 65534;
+  make("htmldocs/QEL/lib");
+  const std::string list = put("htmldocs/QEL/lib/LibList.js", "earlier\n");
+  fs::permissions(list, fs::perms::owner_read | fs::perms::others_read);
+  for (const fs::path& place : {fs::path(root).parent_path(), fs::path(root), fs::path(list).parent_path()})
+    fs::permissions(place, fs::perms::all);
+  EXPECT_EXIT(
+      {
+        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);
+        _exit(dmerge(root.c_str(), nullptr));
+      },
+      testing::ExitedWithCode(DMERGE_RESULT_UNWRITABLE), "");
+  EXPECT_EQ(get("htmldocs/QEL/lib/LibList.js"), "earlier\n");
 }
 
 TEST_F(WholeRun, EntryPointMapsTheResults) {

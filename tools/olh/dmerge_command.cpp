@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "commands.h"
+#include "list_failure.h"
 #include "list_run.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
@@ -43,20 +44,6 @@ int exit_code_of(int result) {
       return OLH_RESULT_FAILED;
     default:
       return OLH_RESULT_IO;  // the list of portals, or one of the others
-  }
-}
-
-// The generator's own message, which names the file, has reached standard output before.
-void explain(int result, const std::string& root) {
-  if (result == DMERGE_RESULT_UNLISTABLE) {
-    complain("the portals of " + root + " could not be listed: is the directory " + root + "/tomedecks readable?");
-  } else if (result == DMERGE_RESULT_UNWRITABLE) {
-    complain("a list could not be written below " + root +
-             ": the message above names it. Its directory must exist (" +
-             "htmldocs/QEL/lib, and tomedecks/qel_td/js beside portals) and be writable.");
-  } else if (result != DMERGE_RESULT_OK) {
-    complain("the list of installed portals could not be made: the message above names the file. The directory " +
-             root + "/tomedecks/qel_td/js must exist and be writable.");
   }
 }
 
@@ -101,7 +88,7 @@ int make(const std::string& root, const Arguments& asked) {
     nlohmann::json answer = run_as_json(root, run, messages);
     answer["files"] = run.files;
     say_json(answer);
-    explain(run.result, root);
+    if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(root, run));
     return exit_code_of(run.result);
   }
   const auto tell = [&asked](const std::string& file) {
@@ -110,8 +97,10 @@ int make(const std::string& root, const Arguments& asked) {
     std::fflush(stdout);
   };
   const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
-  if (run.result == DMERGE_RESULT_OK && !asked.quiet) say(totals(run));
-  explain(run.result, root);
+  if (run.result != DMERGE_RESULT_OK)
+    complain(sentence_about_failure(root, run));
+  else if (!asked.quiet)
+    say(totals(run));
   return exit_code_of(run.result);
 }
 
@@ -149,7 +138,7 @@ int check(const std::string& root, const Arguments& asked) {
   }
   if (code == kOutOfDate && !asked.quiet)
     complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
-  explain(run.result, root);
+  if (run.result != DMERGE_RESULT_OK) complain(shadow.unveiled(sentence_about_failure(shadow.path(), run)));
   return code;
 }
 

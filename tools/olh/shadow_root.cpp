@@ -1,5 +1,7 @@
 #include "shadow_root.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -35,6 +37,7 @@ void mirror(const fs::path& root, const fs::path& shadow, const fs::path& relati
   for (const fs::directory_entry& entry : fs::directory_iterator(root / relative)) {
     const fs::path name = relative / entry.path().filename();
     if (holds_written(name) && fs::is_directory(entry.path())) {
+      if (access(entry.path().c_str(), R_OK) != 0) continue;  // as good as missing, to the generator too
       fs::create_directory(shadow / name);
       mirror(root, shadow, name);
     } else if (!is_written(name)) {

@@ -56,10 +56,24 @@ class Dmerge(Scene):
         (self.docs / "htmldocs/QEL/lib").rmdir()
         done = self.dmerge(code=5)
         self.assertIn("ERROR: writeLibList: unable to open ", done.stdout)
-        self.assertIn("htmldocs/QEL/lib", done.stderr)
+        lib = self.docs / "htmldocs/QEL/lib"
+        self.assertIn(f"{lib}/LibList.js cannot be written: there is no directory {lib}.", done.stderr)
         answer = json.loads(self.dmerge("--check", "--json", code=5).stdout)
         self.assertEqual(answer["messages"], [f"ERROR: writeLibList: unable to open {self.docs}/htmldocs/QEL/lib/LibList.js"])
         self.assertEqual(self.dmerge("--nonsense", code=64).stdout, "")
+
+    def test_a_failure_names_the_file_at_fault_and_the_reason(self):
+        js = self.docs / "tomedecks/qel_td/js"
+        (js / "tdklist_installed.js.new/x").mkdir(parents=True)
+        self.assertIn(f"{js}/tdklist_installed.js cannot be written: the directory {js}/tdklist_installed.js.new is in its way.",
+                      self.dmerge(code=5).stderr)
+        (js / "tdklist.js").unlink()
+        (js / "tdklist.js").mkdir()
+        self.assertIn(f"{js}/tdklist.js cannot be read: it is no regular file.", self.dmerge(code=5).stderr)
+        (self.docs / "tomedecks").rename(self.docs / "away")
+        write(self.docs / "tomedecks", "a file")
+        done = self.dmerge("--quiet", code=5)
+        self.assertIn(f"{js}/tdklist.js cannot be written: there is no directory {js}.", done.stderr)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,82 @@
+#include "list_failure.h"
+
+#include <dirent.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "olh/dmerge.h"
+#include "olh/support.h"
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string system_reason() { return std::strerror(errno); }
+
+// Why a directory cannot be listed.
+std::string why_unlistable(const std::string& directory) {
+  DIR* const stream = opendir(directory.c_str());
+  if (stream == nullptr) return system_reason();
+  closedir(stream);
+  return "reading it failed";
+}
+
+std::string why_unreadable(const std::string& file) {
+  if (access(file.c_str(), R_OK) != 0) return system_reason();
+  return fs::is_regular_file(file) ? "reading it failed" : "it is no regular file";
+}
+
+// Why a list cannot be put in its place; a list is put together beside the old one, as NAME.new.
+std::string why_unwritable(const std::string& file) {
+  const std::string directory = fs::path(file).parent_path();
+  std::error_code failed;
+  if (!fs::is_directory(directory, failed)) return "there is no directory " + directory;
+  if (fs::exists(file, failed) && !fs::is_regular_file(file, failed)) return "it is no regular file";
+  if (access(file.c_str(), W_OK) != 0 && errno != ENOENT) return system_reason();
+  if (access(directory.c_str(), W_OK | X_OK) != 0) return directory + ": " + system_reason();
+  if (fs::is_directory(file + ".new", failed)) return "the directory " + file + ".new is in its way";
+  struct statvfs disk = {};
+  if (statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0) return "the disk is full";
+  return "not all of it could be written";
+}
+
+// The library list, the portals' list or the library flag: whichever the run did not come to.
+std::string unwritten_list(const std::string& root, const ListRun& run) {
+  const auto is_written = [&run](const std::string& file) { return std::ranges::count(run.files, file) != 0; };
+  const std::string for_libraries = root + "/htmldocs/QEL/lib/LibList.js";
+  const std::string for_portals = root + "/tomedecks/qel_td/js/LibList.js";
+  if (!is_written(for_libraries)) return for_libraries;
+  if (path_exists((root + "/tomedecks").c_str()) != 0 && !is_written(for_portals)) return for_portals;
+  return root + "/htmldocs/QEL/lib/LibraryAvailable.js";
+}
+
+std::string cannot_be_read(const std::string& file) {
+  return file + " cannot be read: " + why_unreadable(file) + ".";
+}
+
+std::string cannot_be_written(const std::string& file) {
+  return file + " cannot be written: " + why_unwritable(file) + ".";
+}
+
+}  // namespace
+
+std::string sentence_about_failure(const std::string& root, const ListRun& run) {
+  const std::string portals = root + "/tomedecks";
+  if (run.result == DMERGE_RESULT_UNLISTABLE)
+    return "the portals cannot be listed: " + portals + ": " + why_unlistable(portals) + ".";
+  if (run.result == DMERGE_RESULT_UNWRITABLE) return cannot_be_written(unwritten_list(root, run));
+  const std::string source = portals + "/qel_td/js/tdklist.js";
+  if (access(source.c_str(), F_OK) != 0) return cannot_be_written(source);
+  std::error_code failed;
+  if (path_exists(source.c_str()) == 0 || !fs::is_regular_file(source, failed)) return cannot_be_read(source);
+  return cannot_be_written(portals + "/qel_td/js/tdklist_installed.js");
+}
+
+}  // namespace olh
