@@ -3,6 +3,7 @@
 // Knows    where a manual's topic table lies and how its lines name a topic and its page.
 // Not      how topics are normalised (url_build), how a URL names a topic (url_build).
 // For      the lookup wrapper.
+#include <cctype>
 #include <string>
 #include <string_view>
 
@@ -60,20 +61,31 @@ void hand_out_page(char* out, std::string_view rest) noexcept {
   write_buffer(out, page.substr(0, page.find_first_of("\"\n")));
 }
 
-void set_normal_form(std::string& topic, std::string_view text) {
-  normalise_topic(text, topic);
+std::string normal_form(std::string_view text) {
+  std::string topic = normalised_topic(text);
   downcase(topic.data());
+  return topic;
+}
+
+// Whether the normal form of a text is `wanted`. A table holds thousands of other topics: none of them is built.
+bool has_normal_form(std::string_view text, std::string_view wanted) noexcept {
+  std::size_t matched = 0;
+  for (const char byte : text) {
+    if (!belongs_to_topic(byte)) continue;
+    const bool goes_on = matched < wanted.size() &&
+                         static_cast<char>(std::tolower(static_cast<unsigned char>(byte))) == wanted[matched];
+    if (!goes_on) return false;
+    ++matched;
+  }
+  return matched == wanted.size();
 }
 
 bool search(LineReader& table, const std::string& wanted, char* out) {
-  std::string topic;
   std::string_view line;
   TopicLine parsed;
   while (table.next(line)) {
-    if (!parse(line, parsed)) continue;
-    set_normal_form(topic, parsed.topic);
-    if (topic != wanted) continue;
-    print_debug("olh_docList::FindHtmlTopic: found topic: %s\n", topic.c_str());
+    if (!parse(line, parsed) || !has_normal_form(parsed.topic, wanted)) continue;
+    print_debug("olh_docList::FindHtmlTopic: found topic: %s\n", wanted.c_str());
     hand_out_page(out, parsed.rest);
     return true;
   }
@@ -90,8 +102,7 @@ int olh_docList::FindHtmlTopic(const char* docLocation, const char* topic, char*
   if (olh::is_empty(docLocation) || olh::is_empty(topic)) return 0;
   const std::string path = olh::table_of(docLocation);
   if (path.empty()) return 0;
-  std::string wanted;
-  olh::set_normal_form(wanted, topic);
+  const std::string wanted = olh::normal_form(topic);
   olh::LineReader table(path.c_str(), olh::kLongestLine);
   if (!table) return 0;
   print_debug("olh_docList::FindHtmlTopic: looking for topic: %s\n", wanted.c_str());

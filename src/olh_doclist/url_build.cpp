@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
 
 #include "bounded_text.h"
 #include "olh/support.h"
@@ -17,12 +18,6 @@
 namespace olh {
 
 namespace {
-
-constexpr bool is_letter_or_digit(char byte) noexcept {
-  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
-
-constexpr bool belongs_to_topic(char byte) noexcept { return is_letter_or_digit(byte) || byte == '-' || byte == '_'; }
 
 const char* display_suffix(int display_type) noexcept {
   switch (display_type) {
@@ -61,9 +56,10 @@ std::string encoded(std::string_view text) {
   return result;
 }
 
-void normalise_topic(std::string_view text, std::string& topic) {
-  topic.clear();
-  std::copy_if(text.begin(), text.end(), std::back_inserter(topic), belongs_to_topic);
+std::string normalised_topic(std::string_view topic) {
+  std::string result;
+  std::copy_if(topic.begin(), topic.end(), std::back_inserter(result), belongs_to_topic);
+  return result;
 }
 
 }  // namespace olh
@@ -123,8 +119,7 @@ void olh_docList::BuildFullURL(char* url, const char* doc, const char* topic) {
   olh::clear_buffer(url);
   if (url == nullptr || olh::is_empty(doc) || !olh::fits(olh::text_of(topic))) return;
   std::string result = olh::encoded(doc);
-  std::string normal;
-  olh::normalise_topic(olh::text_of(topic), normal);
+  const std::string normal = olh::normalised_topic(olh::text_of(topic));
   if (!normal.empty() && olh::is_frame_page(result))
     result.append("#context=")
         .append(olh::text_of(mContext))

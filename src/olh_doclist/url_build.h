@@ -15,11 +15,18 @@ namespace olh {
 // Room for a URL and its NUL, and for a PDF destination.
 inline constexpr std::size_t kUrlSize = 2048;
 
+constexpr bool is_letter_or_digit(char byte) noexcept {
+  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+
+// Whether a byte survives in a topic.
+constexpr bool belongs_to_topic(char byte) noexcept { return is_letter_or_digit(byte) || byte == '-' || byte == '_'; }
+
 // `text` with its space, apostrophe, parentheses and commas percent-encoded.
 std::string encoded(std::string_view text);
 
-// The letters, digits, "-" and "_" of a topic, into `topic`.
-void normalise_topic(std::string_view text, std::string& topic);
+// The bytes of a topic that survive.
+std::string normalised_topic(std::string_view topic);
 
 }  // namespace olh
 
