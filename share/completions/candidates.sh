@@ -66,6 +66,7 @@ case $1 in
       *bookcase:NAME) documents --kind pdf ;;
       *:DOC) documents ;;
       *:TAG) topics ;;
+      *viewers*:KIND) printf '%s\n' browser pdf ;;
       *:SCOPE) documents --kind html && documents --kind portal && echo orvane ;;
       *:QUERY | *:TAB | *:) ;;
       *) files ;;

@@ -37,6 +37,8 @@ CASES = [
     (["test", "--root", "/srv/docs", ""], ["served"], ["guide"]),
     (["portal", ""], ["guide_td"], ["guide"]),
     (["test", "--root", "http://slow/", ""], [], ["guide"]),
+    (["viewers", ""], ["set", "forget"], ["guide"]),
+    (["viewers", "set", ""], ["browser", "pdf"], ["guide"]),
 ]
 
 

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "debug_capture.h"
 #include "olh/support.h"
+#include "option_file.h"
 #include "output.h"
 #include "search_roots.h"
 
@@ -33,25 +34,14 @@ struct Arguments {
   bool json = false;
 };
 
-std::string options_file(const SearchRoots& roots) {
-  const SearchRoot& first = roots.roots.front();
-  return (first.parent.empty() ? first.path : first.parent) + "/qel_doc_options.ini";
-}
-
 std::string stored_paths() {
   std::array<char, OLH_BUFFER_SIZE> paths{};
   return OlhGetAltDocPath(paths.data()) == OLH_RESULT_OK ? paths.data() : "";
 }
 
-void complain_unwritten(const std::string& file) {
-  complain(file + (is_url(file.c_str()) == 1 ? " lies behind a URL and cannot be written from here: change it on the "
-                                               "server."
-                                             : " could not be written."));
-}
-
 int show(const Arguments& asked, const SearchRoots& roots) {
   const std::string stored = stored_paths();
-  const std::string file = options_file(roots);
+  const std::string file = tree_options_file(roots);
   if (asked.json) {
     say_json({{"file", file}, {"paths", text_or_null(stored)}});
   } else {
@@ -62,7 +52,7 @@ int show(const Arguments& asked, const SearchRoots& roots) {
 }
 
 int forget(const SearchRoots& roots) {
-  const std::string file = options_file(roots);
+  const std::string file = tree_options_file(roots);
   if (stored_paths().empty()) {
     say("No alternate location is stored in " + file + "; nothing is written.");
     return OLH_RESULT_OK;
@@ -87,7 +77,7 @@ void explain(int result, const std::string& file, const std::vector<JudgedRoot>&
 }
 
 int set(const Arguments& asked, const SearchRoots& roots) {
-  const std::string file = options_file(roots);
+  const std::string file = tree_options_file(roots);
   if (!roots.spoilt.empty()) {  // what would be written there could not be read back
     complain_about(roots.spoilt);
     complain("nothing is changed.");

@@ -1,6 +1,5 @@
 #include "chosen_viewer.h"
 
-#include <algorithm>
 #include <array>
 
 #include "olh/support.h"
@@ -9,10 +8,6 @@
 namespace olh {
 
 namespace {
-
-const char* variable_of(OlhViewer viewer) {
-  return viewer == OLH_VIEWER_HTML ? "QEL_HTML_BROWSER" : "QEL_PDF_READER";
-}
 
 std::string stored_choice(OlhViewer viewer) {
   std::array<char, OLH_BUFFER_SIZE> home{};
@@ -23,7 +18,7 @@ std::string stored_choice(OlhViewer viewer) {
 
 std::string choice_in_variable(OlhViewer viewer) {
   std::array<char, OLH_BUFFER_SIZE> value{};
-  if (GetOlhVariable(value.data(), variable_of(viewer)) != 1) return "";
+  if (GetOlhVariable(value.data(), kind_of(viewer).key) != 1) return "";
   dirslash(value.data());
   return value.data();
 }
@@ -36,7 +31,7 @@ ChosenViewer choose_viewer(OlhViewer viewer, const std::string& tree_program, co
   if (get(buffer.data(), tree_program.c_str()) != OLH_RESULT_OK) return {};
   const std::string program = buffer.data();
   if (program == stored_choice(viewer)) return {program, "option_file", user_option_file()};
-  if (program == choice_in_variable(viewer)) return {program, "variable", variable_of(viewer)};
+  if (program == choice_in_variable(viewer)) return {program, "variable", kind_of(viewer).key};
   if (program == tree_program) return {program, "tree", tree_file};
   return {program, "search", "PATH"};
 }
@@ -46,10 +41,11 @@ std::string describe(const ChosenViewer& viewer) {
   return viewer.program + (viewer.choice == "search" ? " (found along PATH)" : " (" + viewer.from + ")");
 }
 
-bool misunderstands_remote(const std::string& program) {
-  constexpr std::array kNames = {"firefox", "firefox-esr", "chromium", "google-chrome", "x-www-browser"};
-  const std::string name = program.substr(program.rfind('/') + 1);
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+ChosenViewer viewer_in_use(const ViewerKind& kind, const SearchRoots& roots) {
+  if (roots.roots.empty()) return choose_viewer(kind.viewer, "", "");
+  const SearchRoot& first = roots.roots.front();
+  return kind.viewer == OLH_VIEWER_HTML ? choose_viewer(kind.viewer, first.browser, first.browser_from)
+                                        : choose_viewer(kind.viewer, first.reader, first.reader_from);
 }
 
 }  // namespace olh

@@ -3,13 +3,15 @@
 // Knows    the order of the sources: the user's option file, the variable, the documentation tree's options file, the
 //          search along PATH.
 // Not      how a program is started.
-// For      show and setup.
+// For      show, setup, viewers and doctor.
 #ifndef OLH_TOOLS_CHOSEN_VIEWER_H
 #define OLH_TOOLS_CHOSEN_VIEWER_H
 
 #include <string>
 
 #include "olh/olh.h"
+#include "search_roots.h"
+#include "viewer_kind.h"
 
 namespace olh {
 
@@ -26,9 +28,8 @@ ChosenViewer choose_viewer(OlhViewer viewer, const std::string& tree_program, co
 // "/usr/bin/evince (QEL_PDF_READER)", or "none".
 std::string describe(const ChosenViewer& viewer);
 
-// Whether the program is one of today's browsers, which no longer understand the command line that asks a browser
-// whether it runs: they hang, or show an empty window instead of the page.
-bool misunderstands_remote(const std::string& program);
+// The program for what the first documentation root holds.
+ChosenViewer viewer_in_use(const ViewerKind& kind, const SearchRoots& roots);
 
 }  // namespace olh
 

@@ -23,6 +23,7 @@ CLI::App* add_where_command(CLI::App& app, int& exit_code);
 CLI::App* add_paths_command(CLI::App& app, int& exit_code);
 CLI::App* add_alt_path_command(CLI::App& app, int& exit_code);
 CLI::App* add_setup_command(CLI::App& app, int& exit_code);
+CLI::App* add_viewers_command(CLI::App& app, int& exit_code);
 CLI::App* add_dmerge_command(CLI::App& app, int& exit_code);
 CLI::App* add_version_command(CLI::App& app, int& exit_code);
 

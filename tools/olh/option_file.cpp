@@ -86,6 +86,12 @@ std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines)
   return list;
 }
 
+void complain_unwritten(const std::string& file) {
+  complain(file + (is_url(file.c_str()) == 1 ? " lies behind a URL and cannot be written from here: change it on the "
+                                               "server."
+                                             : " could not be written."));
+}
+
 void complain_about(const std::vector<SpoiltFile>& spoilt) {
   for (const SpoiltFile& one : spoilt) {
     const std::string place = one.line > 0 ? one.file + ", line " + std::to_string(one.line) : one.file;

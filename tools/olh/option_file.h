@@ -36,6 +36,9 @@ std::string written_value(const std::string& file, const std::string& key);
 // The INI reader's complaints among captured lines, each once.
 std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines);
 
+// A sentence on standard error: a tree's options file could not be written.
+void complain_unwritten(const std::string& file);
+
 // One sentence a spoilt file, on standard error.
 void complain_about(const std::vector<SpoiltFile>& spoilt);
 

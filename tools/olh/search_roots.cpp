@@ -120,4 +120,9 @@ std::vector<std::string> paths_of(const SearchRoots& roots) {
   return paths;
 }
 
+std::string tree_options_file(const SearchRoots& roots) {
+  const SearchRoot& first = roots.roots.front();
+  return (first.parent.empty() ? first.path : first.parent) + "/qel_doc_options.ini";
+}
+
 }  // namespace olh

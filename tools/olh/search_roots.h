@@ -39,6 +39,9 @@ SearchRoots find_search_roots(const std::string& host_roots);
 // The paths alone.
 std::vector<std::string> paths_of(const SearchRoots& roots);
 
+// The options file that belongs to the first root, or to its parent tree. There must be a root.
+std::string tree_options_file(const SearchRoots& roots);
+
 }  // namespace olh
 
 #endif

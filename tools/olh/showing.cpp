@@ -20,10 +20,9 @@ ChosenViewer viewer_of(const Located& located) {
   return located.found ? choose_viewer(viewer_for(located), located.tree_program, located.tree_file) : ChosenViewer();
 }
 
-void warn_of_browser(const ChosenViewer& viewer) {
-  if (!misunderstands_remote(viewer.program)) return;
-  complain("note: today's browsers do not understand the command line that " + viewer.program +
-           " gets: it may hang, or show an empty window. 'olh setup' puts olh-browser in its place.");
+void warn_of(const ChosenViewer& viewer, OlhViewer kind) {
+  if (misunderstands(kind_of(kind), viewer.program))
+    complain("note: " + misunderstanding(kind_of(kind), viewer.program));
 }
 
 void say_shown(const ShowRequest& request, const ChosenViewer& viewer) {
@@ -47,7 +46,7 @@ void explain_failure(int result, const ShowRequest& request, const ChosenViewer&
 
 int show(const ShowRequest& request, bool quiet, const SearchRoots& roots) {
   const ChosenViewer viewer = viewer_of(request.located);
-  if (!quiet) warn_of_browser(viewer);
+  if (!quiet) warn_of(viewer, viewer_for(request.located));
   const int result = request.call();
   if (result != OLH_RESULT_OK) {
     explain_failure(result, request, viewer, roots);

@@ -91,9 +91,11 @@ class Scene(unittest.TestCase):
 
     def calls(self, viewer):
         """What a recording viewer was called with, the questions whether it runs apart."""
+        return [words for words in self.calls_with_questions(viewer) if words != ["-remote", "ping()"]]
+
+    def calls_with_questions(self, viewer):
         shown = subprocess.run([RECORDER, "show", "--json", viewer], capture_output=True, text=True, check=True)
-        calls = [call["arguments"] for call in json.loads(shown.stdout)]
-        return [words for words in calls if words != ["-remote", "ping()"]]
+        return [call["arguments"] for call in json.loads(shown.stdout)]
 
     def opened(self):
         """The URLs that the browser was handed."""
