@@ -20,6 +20,7 @@ constexpr const char* kLibraries = "/htmldocs/QEL/lib/LibList.js";
 // The run in progress: the generator's callback has no argument of its own.
 ListRun* run = nullptr;
 const std::function<void(const std::string&)>* listener = nullptr;
+bool progress_is_shown = false;
 
 void count_documents() {
   for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) {
@@ -37,20 +38,11 @@ void count_portals(const std::string& installed_list) {
     if (!line.starts_with("//") && line.find("List.fAddItem") != std::string::npos) ++run->portals;
 }
 
-extern "C" int note_list(char* path) {
-  const std::string file = path;
-  run->files.push_back(file);
-  if (file.ends_with(kLibraries)) count_documents();
-  if (file.ends_with(kInstalledPortals)) count_portals(file);
-  (*listener)(file);
-  return 0;
-}
-
 // ---- progress: from a signal handler, so only what is safe there ----
 
-// Writes the number of documents found so far over the last one.
+// Writes the number of documents found so far over the last one. A message of the generator goes over it in its turn.
 extern "C" void show_progress(int) {
-  char line[] = "\r          documents so far";
+  char line[] = "\r           documents so far\r";
   int number = numLleEntries;
   for (int i = 10; i > 0; --i) {
     line[i] = number > 0 || i == 10 ? static_cast<char>('0' + number % 10) : ' ';
@@ -58,6 +50,8 @@ extern "C" void show_progress(int) {
   }
   if (write(STDERR_FILENO, line, sizeof line - 1) < 0) return;
 }
+
+void erase_progress() { std::fputs("\r\033[K", stderr); }
 
 // The number of documents twice a second, while it lives.
 class Progress {
@@ -74,7 +68,7 @@ class Progress {
     if (!wanted_) return;
     set_timer(0);
     sigaction(SIGALRM, &before_, nullptr);
-    std::fputs("\r\033[K", stderr);
+    erase_progress();
   }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -89,6 +83,38 @@ class Progress {
   struct sigaction before_ = {};
 };
 
+// While it lives, lines of other kinds may be written: the number has left the terminal and does not come back.
+class ProgressPause {
+ public:
+  explicit ProgressPause(bool wanted) : wanted_(wanted) {
+    if (!wanted_) return;
+    sigset_t alarm;
+    sigemptyset(&alarm);
+    sigaddset(&alarm, SIGALRM);
+    sigprocmask(SIG_BLOCK, &alarm, &before_);
+    erase_progress();
+  }
+  ~ProgressPause() {
+    if (wanted_) sigprocmask(SIG_SETMASK, &before_, nullptr);
+  }
+  ProgressPause(const ProgressPause&) = delete;
+  ProgressPause& operator=(const ProgressPause&) = delete;
+
+ private:
+  bool wanted_;
+  sigset_t before_ = {};
+};
+
+extern "C" int note_list(char* path) {
+  const std::string file = path;
+  run->files.push_back(file);
+  if (file.ends_with(kLibraries)) count_documents();
+  if (file.ends_with(kInstalledPortals)) count_portals(file);
+  const ProgressPause pause(progress_is_shown);
+  (*listener)(file);
+  return 0;
+}
+
 }  // namespace
 
 ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
@@ -96,6 +122,7 @@ ListRun make_lists(const std::string& root, const std::function<void(const std::
   ListRun made;
   run = &made;
   listener = &on_file;
+  progress_is_shown = shows_progress;
   const auto begin = std::chrono::steady_clock::now();
   {
     const Progress progress(shows_progress);

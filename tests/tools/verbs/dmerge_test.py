@@ -1,8 +1,15 @@
 """olh dmerge: what it tells of a run, and whether --check sees what a run would change."""
+import fcntl
 import json
+import os
+import pty
+import re
+import signal
+import subprocess
+import time
 import unittest
 
-from scene import Scene, write
+from scene import OLH, Scene, write
 
 INSTALLED = "tomedecks/qel_td/js/tdklist_installed.js"
 LISTS = [INSTALLED, "htmldocs/QEL/lib/LibList.js", "tomedecks/qel_td/js/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js"]
@@ -74,6 +81,32 @@ class Dmerge(Scene):
         write(self.docs / "tomedecks", "a file")
         done = self.dmerge("--quiet", code=5)
         self.assertIn(f"{js}/tdklist.js cannot be written: there is no directory {js}.", done.stderr)
+
+    # A full pipe holds the run at its first list, until the next number of documents waits to be shown.
+    def test_a_list_is_not_named_behind_the_number_of_documents(self):
+        out, full = os.pipe()
+        filling = b"-" * fcntl.fcntl(full, fcntl.F_SETPIPE_SZ, 4096)
+        os.write(full, filling)
+        terminal, stderr = pty.openpty()
+        done = subprocess.Popen([OLH, "dmerge", str(self.docs)], stdout=full, stderr=stderr)
+        os.close(full), os.close(stderr)
+        self.wait_until(lambda: self.has_pending(done.pid, signal.SIGALRM))
+        with os.fdopen(out, "rb") as lines:
+            self.assertEqual(len(lines.read()[len(filling):].splitlines()), len(LISTS) + 2)
+        self.assertEqual(done.wait(), 0)
+        shown = os.read(terminal, 4096).decode()
+        self.assertRegex(shown, r"^(\r\x1b\[K|\r +\d+ documents so far\r)+$")
+        self.assertIn("0 documents so far", shown)
+
+    def has_pending(self, pid, number):
+        status = open(f"/proc/{pid}/status").read()
+        return int(re.search(r"ShdPnd:\s*(\w+)", status)[1], 16) >> (number - 1) & 1
+
+    def wait_until(self, condition):
+        end = time.monotonic() + 20
+        while not condition():
+            self.assertLess(time.monotonic(), end)
+            time.sleep(0.01)
 
 
 if __name__ == "__main__":
