@@ -42,6 +42,7 @@ Entries sorted_entries() {
 // Of the entries with one name the first keeps it; the others are listed nowhere any more.
 void remove_repeated_names(const Entries& entries) {
   std::unordered_set<std::string_view> names;
+  names.reserve(entries.size());
   for (LibListEntry* entry : entries)
     if (entry->docName != nullptr && !names.insert(entry->docName).second) discard(entry->docName);
 }
@@ -97,7 +98,8 @@ int writeLibList(const char* root) noexcept {
 
 int compare_entries(const void* a, const void* b) noexcept {
   const auto title = [](const void* entry) {
-    return entry == nullptr ? std::string_view() : olh::text_of(static_cast<const LibListEntry*>(entry)->title);
+    const char* text = entry == nullptr ? nullptr : static_cast<const LibListEntry*>(entry)->title;
+    return text == nullptr ? "" : text;
   };
-  return title(a).compare(title(b));
+  return std::strcmp(title(a), title(b));
 }
