@@ -60,20 +60,28 @@ def manual(directory, first=None):
     return title, f'<header class="cover"><p class="cover-title">{title}</p>\n<ol class="contents">\n{entries}\n</ol></header>\n{body}'
 
 
+def about(root, name):
+    """What a manual's start page says that the manual is."""
+    page = Path(root, "htmldocs", name, "index.htm")
+    return f"<p>{html.escape(manual_pages.lead(page), quote=False)}</p>" if page.exists() else ""
+
+
 def bookcase(root, *pdfs):
     """The documents that the portals list, each with the ways to it; those that are in pdfs open by their title."""
     lines = [line for portal in sorted(Path(root, "tomedecks").glob("*_td/js/doclist.js"))
              for line in portal.read_text(encoding="utf-8").splitlines()]
     items = dict(reversed(re.findall(r'"([^"]*)"', line)[:2]) for line in lines if line.startswith("List.fAddItem("))
-    rows = []
+    shelf, rows = [], []
     for name, title in sorted(items.items(), key=lambda item: item[1].lower()):
-        shown = f'<a href="{name}.pdf">{html.escape(title)}</a>' if name in pdfs else html.escape(title)
-        ways = [f"<p>At a terminal: <code>olh show {name}</code></p>"]
-        if Path(root, "htmldocs", name, "index.htm").exists():
-            ways.append(f'<p class="small">Below the documentation root: <code>htmldocs/{name}/index.htm</code></p>')
-        rows.append(f'<section><h2 id="{name}">{shown}</h2>\n' + "\n".join(ways) + "</section>")
+        title = html.escape(title, quote=False)
+        shown = f'<a href="{name}.pdf">{title}</a>' if name in pdfs else title
+        places = [f"htmldocs/{name}/index.htm"] if Path(root, "htmldocs", name, "index.htm").exists() else []
+        places += [f"pdfdocs/{name}.pdf"] if name in pdfs else []
+        below = f'<p class="small">Below the documentation root: {" and ".join(f"<code>{one}</code>" for one in places)}</p>'
+        shelf.append(f'<li><a href="#{name}">{title}</a></li>')
+        rows.append(f'<section><h2 id="{name}">{shown}</h2>\n{about(root, name)}\n<p>At a terminal: <code>olh show {name}</code></p>\n{below}</section>')
     intro = ("<h1>Bookcase</h1>\n<p class='lead'>The documents of this documentation root. A title that is a link opens the "
-             "document's PDF beside this one.</p>")
+             f'document\'s PDF beside this one.</p>\n<ol class="contents">{"".join(shelf)}</ol>')
     return "Bookcase", intro + "\n".join(rows)
 
 

@@ -88,7 +88,8 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
   // A topic shown alone leads to topics shown alone.
   function keepAlone(single) {
     document.querySelectorAll('main a').forEach(function (link) {
-      if (/^[^\/:#?]+\.htm$/.test(link.getAttribute('href'))) link.href += '#single=' + single;
+      var page = link.getAttribute('href');
+      if (/^[^\/:#?]+\.htm$/.test(page)) link.setAttribute('href', page + '#single=' + single);
     });
   }
 

@@ -1,0 +1,109 @@
+"""What the tests of the pages share: the documentation root on the disk and behind a stock nginx that runs with the
+configuration of the manual, one Chromium, and olh with a recording browser. The build directory is the first argument.
+"""
+import html
+import json
+import os
+import re
+import shutil
+import socket
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+from chromium import Browser
+
+BUILD = Path(sys.argv.pop(1)).resolve()
+DOCS = BUILD / "docs"
+MANUAL = DOCS / "htmldocs/olh_manual"
+
+AROUND = """
+{user} daemon off; worker_processes 1; pid {dir}/nginx.pid; error_log {dir}/error.log;
+events {{}}
+http {{
+  access_log {dir}/access.log;
+  client_body_temp_path {dir}/body; proxy_temp_path {dir}/proxy; fastcgi_temp_path {dir}/fastcgi;
+  uwsgi_temp_path {dir}/uwsgi; scgi_temp_path {dir}/scgi;
+  include /etc/nginx/mime.types;
+  {server}
+}}
+"""
+
+
+def told_to_copy(name):
+    """A configuration that the manual tells its readers to copy."""
+    page = (MANUAL / "web_server.htm").read_text()
+    return html.unescape(re.search(rf'<pre id="{name}">(.*?)</pre>', page, re.S)[1])
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+class Scene(unittest.TestCase):
+    """`browser`, and the addresses of the documentation root: `disk`, `web`, and `below`, a path of the same server."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.dir = Path(tempfile.mkdtemp(prefix="olh-pages-")).resolve()
+        cls.addClassCleanup(shutil.rmtree, cls.dir, ignore_errors=True)
+        cls.recorder = cls.dir / "firefox"
+        shutil.copy(BUILD / "bin/olh-recorder", cls.recorder)
+        cls.disk = DOCS.as_uri()
+        cls.port = free_port()
+        cls.web = f"http://127.0.0.1:{cls.port}"
+        cls.below = f"{cls.web}/docs"
+        cls.serve()
+        cls.browser = Browser()
+        cls.addClassCleanup(cls.browser.close)
+
+    @classmethod
+    def serve(cls):
+        server = told_to_copy("nginx").replace("listen 80", f"listen 127.0.0.1:{cls.port}").replace("/usr/share/olh/docs", str(DOCS))
+        below = told_to_copy("nginx_below").replace("/usr/share/olh/docs", str(DOCS))
+        # Beside it the same root as it is before the text for the search has been made.
+        bare = cls.dir / "bare"
+        shutil.copytree(DOCS, bare, ignore=lambda _, names: [name for name in names if name == "QELSearchText.js"])
+        more = f"{below}\nlocation /bare/ {{ alias {bare}/; }}\n}}"
+        user = "user root;" if os.geteuid() == 0 else ""
+        config = cls.dir / "nginx.conf"
+        config.write_text(AROUND.format(user=user, dir=cls.dir, server=server.strip().removesuffix("}") + more))
+        nginx = subprocess.Popen(["/usr/sbin/nginx", "-p", cls.dir, "-c", config, "-e", cls.dir / "error.log"])
+        cls.addClassCleanup(nginx.wait)
+        cls.addClassCleanup(nginx.terminate)
+        for _ in range(200):
+            with socket.socket() as probe:
+                if probe.connect_ex(("127.0.0.1", cls.port)) == 0:
+                    return
+            if nginx.poll() is not None:
+                break
+            time.sleep(0.05)
+        raise AssertionError("nginx does not answer: " + (cls.dir / "error.log").read_text())
+
+    def address(self, root, *arguments, exit_code=0):
+        """What the browser is handed by olh with these arguments, below this root (a directory or http:// URL)."""
+        recorder = BUILD / "bin/olh-recorder"
+        for words in (["clear", self.recorder], ["answer", self.recorder, "ping", "0"]):  # it runs, so it gets the URL at once
+            subprocess.run([recorder, *words], check=True)
+        environment = {name: value for name, value in os.environ.items() if not re.match("QEL_|OLH_|TRV_", name)}
+        environment |= {"HOME": str(self.dir), "QEL_DOC_PATH": root, "QEL_HTML_BROWSER": str(self.recorder)}
+        done = subprocess.run([BUILD / "bin/olh", *arguments], capture_output=True, text=True, env=environment)
+        self.assertEqual(done.returncode, exit_code, f"{arguments}: {done.stdout}{done.stderr}")
+        calls = json.loads(subprocess.run([recorder, "show", "--json", self.recorder], capture_output=True, check=True).stdout)
+        return re.fullmatch(r"openURL\((.*),new-tab\)", calls[-1]["arguments"][-1])[1]
+
+    def heading(self, text):
+        """Waits until this is the heading that a person sees."""
+        self.browser.wait("document.readyState == 'complete' && [...document.querySelectorAll('h1')].some(one => "
+                          f"one.getClientRects().length && one.textContent == {json.dumps(text)})")
+
+    def visible(self, selector):
+        return self.browser.value(f"[...document.querySelectorAll({json.dumps(selector)})].filter(one => one.getClientRects().length).length")
+
+    def texts(self, selector):
+        return self.browser.value(f"[...document.querySelectorAll({json.dumps(selector)})].map(one => one.textContent)")
