@@ -15,6 +15,11 @@ Section = namedtuple("Section", "title comment entries")
 CODE = r'"([^"]*)"|\b((?:Olh[A-Z]|OLH_|QEL_|TRV_|DMERGE_)\w*|[\w/]*\w\.(?:ini|js|htm|h)\b%s)'
 
 
+def anchor(name):
+    """Where an entry stands. The topics of the manual have names of their own, which some functions have too."""
+    return name if name.startswith("Olh") else "c_" + name
+
+
 def spaces(text):
     return " ".join(text.split())
 
@@ -26,7 +31,7 @@ def phrase(text, known=()):
         quoted, name = found[1], found[2]
         text = name or (quoted if re.search(r"\w", quoted) else f'"{quoted}"')
         shown = f"<code>{html.escape(text, quote=False)}</code>"
-        return f'<a href="#{name}">{shown}</a>' if name in known else shown
+        return f'<a href="#{anchor(name)}">{shown}</a>' if name in known else shown
 
     parts, at = [], 0
     for found in re.finditer(CODE % "".join(rf"|{name}\b" for name in known), text):
@@ -160,7 +165,7 @@ def overview(found):
     made = ""
     for section in found:
         rows = "".join(
-            f'<tr><td>{" ".join(f"""<a href="#{name}"><code>{name}</code></a>""" for name in entry.names)}</td>'
+            f'<tr><td>{" ".join(f"""<a href="#{anchor(name)}"><code>{name}</code></a>""" for name in entry.names)}</td>'
             f"<td>{phrase(first_sentence(entry.comment))}</td><td>{codes(entry)}</td></tr>\n" for entry in section.entries)
         made += f'<tbody>\n<tr><th colspan="3" scope="rowgroup">{html.escape(section.title)}</th></tr>\n{rows}</tbody>\n'
     heads = "<tr><th>Function</th><th>What it does</th><th>Results</th></tr>"
@@ -177,9 +182,9 @@ def reference(header, level="h2"):
         slug = re.sub(r"\W+", "_", section.title.lower()).strip("_")
         made += f'<{level} id="{Path(header).stem}_{slug}">{html.escape(section.title)}</{level}>\n{described(section.comment, known)}'
         for entry in section.entries:
-            more = "".join(f'<span id="{name}"></span>' for name in entry.names[1:])
-            made += (f'<section class="entry" aria-labelledby="{entry.names[0]}">\n'
-                     f'<{below} id="{entry.names[0]}">{html.escape(", ".join(entry.names))}</{below}>{more}\n'
+            more = "".join(f'<span id="{anchor(name)}"></span>' for name in entry.names[1:])
+            made += (f'<section class="entry" aria-labelledby="{anchor(entry.names[0])}">\n'
+                     f'<{below} id="{anchor(entry.names[0])}">{html.escape(", ".join(entry.names))}</{below}>{more}\n'
                      f'<pre class="c">{html.escape(chr(10).join(entry.prototypes), quote=False)}</pre>\n'
                      f"{described(entry.comment, known)}</section>\n")
     return made

@@ -70,5 +70,5 @@ def reference(program):
         title = f"{name} {command}".strip()
         text = said(program, *filter(None, [command]))
         body = "".join(shown(heading, lines) for heading, lines in parts(text) if heading != "Subcommands")
-        made += f'<section class="entry">\n<h2 id="{re.sub(r"[^a-z]+", "_", title)}">{title}</h2>\n{body}</section>\n'
+        made += f'<section class="entry">\n<h2 id="run_{re.sub(r"[^a-z]+", "_", title)}">{title}</h2>\n{body}</section>\n'
     return made
