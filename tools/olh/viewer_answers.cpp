@@ -13,8 +13,10 @@ constexpr const char* kAddress = "http://localhost/";
 
 std::optional<bool> is_process_running(const std::string& program) {
   const olh_viewers::Program* row = program.empty() ? nullptr : known_program(program);
-  if (row == nullptr || row->process.empty()) return std::nullopt;
-  return olh_viewers::is_running(row->process);
+  if (row == nullptr) return std::nullopt;
+  const olh_viewers::Traces& traces = row->traces;
+  if (traces.process.empty() && traces.bus_name.empty() && traces.locks.empty()) return std::nullopt;
+  return olh_viewers::is_running(*row);
 }
 
 }  // namespace
