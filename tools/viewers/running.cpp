@@ -84,7 +84,9 @@ bool is_running(const Program& program) {
 
 std::string display_of_running(const Program& program) {
   const Traces& traces = program.traces;
-  const int process = traces.locks.empty() ? process_named(traces.process) : process_of_locks(traces);
+  const int process = !traces.locks.empty() ? process_of_locks(traces)
+                      : is_running(program) ? process_named(traces.process)
+                                            : 0;
   return process == 0 ? "" : variable_of_process(process, "DISPLAY");
 }
 
