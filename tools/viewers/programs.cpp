@@ -45,15 +45,19 @@ const std::array kBrowsers = {
 
 // Readers that keep a window for a file keep its page too, unless they are told one.
 const std::array kReaders = {
-    Program{"evince", {"%f"}, {"--named-dest=%d", "%f"}, {"-i", "%n", "%f"}},
-    Program{"okular", {"--unique", "%u"}, {"--unique", "%u#%e"}, {"--unique", "-p", "%n", "%u"}},
-    Program{"atril", {"%f"}, {"-n", "%d", "%f"}, {"-i", "%n", "%f"}},
-    Program{"xpdf", {"%f"}, {"%f", "+%d"}, {"%f", "%n"}, {}, false, true},
-    Program{"mupdf-gl", {"%f"}, {"%f", "%d"}, {"%f", "%n"}},
-    Program{"zathura", {"%f"}, kNone, {"-P", "%n", "%f"}},
-    Program{"qpdfview", {"--unique", "%f"}, kNone, {"--unique", "%f#%n"}},
-    Program{"mupdf", {"%f"}, kNone, {"%f", "%n"}},
-    Program{"acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone},
+    Program{"evince", {"%f"}, {"--named-dest=%d", "%f"}, {"-i", "%n", "%f"}, {{}, "", "evince"}},
+    Program{"okular",
+            {"--unique", "%u"},
+            {"--unique", "%u#%e"},
+            {"--unique", "-p", "%n", "%u"},
+            {{}, "org.kde.okular", "okular"}},
+    Program{"atril", {"%f"}, {"-n", "%d", "%f"}, {"-i", "%n", "%f"}, {{}, "", "atril"}},
+    Program{"xpdf", {"%f"}, {"%f", "+%d"}, {"%f", "%n"}, {{}, "", "xpdf.real"}, false, true},
+    Program{"mupdf-gl", {"%f"}, {"%f", "%d"}, {"%f", "%n"}, {{}, "", "mupdf-gl"}},
+    Program{"zathura", {"%f"}, kNone, {"-P", "%n", "%f"}, {{}, "org.pwmt.zathura", "zathura"}},
+    Program{"qpdfview", {"--unique", "%f"}, kNone, {"--unique", "%f#%n"}, {{}, "", "qpdfview"}},
+    Program{"mupdf", {"%f"}, kNone, {"%f", "%n"}, {{}, "", "mupdf"}},
+    Program{"acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone, {{}, "", "acroread"}},
 };
 
 std::string value_of(char placeholder, const Place& place) {

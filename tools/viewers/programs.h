@@ -30,7 +30,7 @@ struct Program {
   Words open;                      // an address, or a file at its first page; one that runs takes it, if it ever does
   Words at_destination;            // a PDF at a named destination
   Words at_page;                   // a PDF at a page
-  Traces traces = {};              // of a browser: those of a PDF reader are never asked for
+  Traces traces;                   // by which it is seen to run
   bool needs_session_bus = false;  // without one it cannot hand over to a running window
   bool takes_plain_names_only = false;  // its start script breaks other destinations into words
 };

@@ -4,7 +4,7 @@
 //          Nothing is asked of the program itself, so nothing happens in it, and a lock that a killed program left behind
 //          misleads nobody.
 // Not      which traces a program leaves (programs).
-// For      olh-browser.
+// For      olh-browser, and olh viewers.
 #ifndef OLH_TOOLS_VIEWERS_RUNNING_H
 #define OLH_TOOLS_VIEWERS_RUNNING_H
 
@@ -12,7 +12,7 @@
 
 namespace olh_viewers {
 
-// Whether a window of the program would take an address. Only this user's processes count; where the system has no /proc,
+// Whether it runs, a browser so that it would take an address. Only this user's processes count; where the system has no /proc,
 // none.
 bool is_running(const Program& program);
 
