@@ -39,8 +39,8 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
   function documentRow(row) {
     var name = encodeURIComponent(row[1]), html = root + 'htmldocs/' + name + '/index.htm', pdf = root + 'pdfdocs/' + name + '.pdf';
     var item = olh.element('li', {}, olh.element('a', { href: row[2] === 'pdf' ? pdf : html }, row[0]));
-    if (row[2] !== 'pdf') item.append(olh.element('a', { href: html }, 'HTML'));
-    if (row[2] !== 'html') item.append(olh.element('a', { href: pdf }, 'PDF'));
+    item.append(olh.element('span', { 'class': 'forms' }, [row[2] === 'pdf' ? '' : olh.element('a', { href: html }, 'HTML'), ' ',
+      row[2] === 'html' ? '' : olh.element('a', { href: pdf }, 'PDF')]));
     return item;
   }
 
