@@ -2,10 +2,10 @@
 
 #include <cstdio>
 #include <optional>
-#include <sstream>
 
 #include "environment.h"
 #include "olh/support.h"
+#include "output.h"
 #include "stream_in_memory.h"
 
 namespace olh {
@@ -41,10 +41,7 @@ std::vector<std::string> debug_lines_of(const std::function<void()>& work) {
     text = memory.text();
   }
   if (wanted) std::fputs(text.c_str(), stderr);
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
+  return lines_of(text);
 }
 
 }  // namespace olh

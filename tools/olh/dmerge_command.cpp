@@ -4,15 +4,13 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <sstream>
 
 #include "commands.h"
 #include "list_failure.h"
-#include "list_run.h"
+#include "list_trial.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
 #include "output.h"
-#include "shadow_root.h"
 #include "stream_in_memory.h"
 
 namespace olh {
@@ -47,26 +45,15 @@ int exit_code_of(int result) {
   }
 }
 
-std::string count(int number, const char* one, const char* many) {
-  return std::to_string(number) + " " + (number == 1 ? one : many);
-}
-
 std::string totals(const ListRun& run) {
   char seconds[32];
   std::snprintf(seconds, sizeof seconds, "%.2f", run.seconds);
-  return count(run.libraries, "library", "libraries") + ", " + count(run.pdfs, "PDF", "PDFs") + ", " +
-         std::to_string(run.both) + " in both forms, " + count(run.portals, "portal", "portals") + ", " + seconds +
+  return counted(run.libraries, "library", "libraries") + ", " + counted(run.pdfs, "PDF", "PDFs") + ", " +
+         std::to_string(run.both) + " in both forms, " + counted(run.portals, "portal", "portals") + ", " + seconds +
          " seconds";
 }
 
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
-nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::string& messages) {
+nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::vector<std::string>& messages) {
   return {{"root", root},
           {"result", exit_code_of(run.result)},
           {"libraries", run.libraries},
@@ -74,7 +61,7 @@ nlohmann::json run_as_json(const std::string& root, const ListRun& run, const st
           {"both_forms", run.both},
           {"portals", run.portals},
           {"seconds", run.seconds},
-          {"messages", lines_of(messages)}};
+          {"messages", messages}};
 }
 
 // ---- making the lists ------------------------------------------------------------------------------------------
@@ -84,7 +71,7 @@ int make(const std::string& root, const Arguments& asked) {
     StreamInMemory memory(stdout);
     const ListRun run = make_lists(
         root, [](const std::string&) {}, false);
-    const std::string messages = memory.text();
+    const std::vector<std::string> messages = lines_of(memory.text());
     nlohmann::json answer = run_as_json(root, run, messages);
     answer["files"] = run.files;
     say_json(answer);
@@ -106,39 +93,29 @@ int make(const std::string& root, const Arguments& asked) {
 
 // ---- --check -----------------------------------------------------------------------------------------------------
 
-std::string sentence_about(const ListChange& change) {
-  if (change.is_new) return change.file + " is missing.";
-  return change.file + " is out of date: " + count(change.more, "line", "lines") + " to add, " +
-         count(change.less, "line", "lines") + " to remove.";
-}
-
 int check(const std::string& root, const Arguments& asked) {
-  const ShadowRoot shadow(root);
-  StreamInMemory memory(stdout);
-  const ListRun run = make_lists(
-      shadow.path(), [](const std::string&) {}, false);
-  const std::string messages = shadow.unveiled(memory.text());
-  const std::vector<ListChange> changes = changes_in(shadow, root, run.files);
+  const ListTrial trial = try_lists(root);
+  const ListRun& run = trial.run;
   const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run.result)
-                   : changes.empty()              ? static_cast<int>(OLH_RESULT_OK)
+                   : trial.changes.empty()        ? static_cast<int>(OLH_RESULT_OK)
                                                   : kOutOfDate;
   if (asked.json) {
-    nlohmann::json answer = run_as_json(root, run, messages);
+    nlohmann::json answer = run_as_json(root, run, trial.messages);
     answer["result"] = code;
     answer["out_of_date"] = nlohmann::json::array();
-    for (const ListChange& change : changes)
+    for (const ListChange& change : trial.changes)
       answer["out_of_date"].push_back(
           {{"file", change.file}, {"missing", change.is_new}, {"more", change.more}, {"less", change.less}});
     say_json(answer);
   } else {
-    std::fputs(messages.c_str(), stdout);
+    for (const std::string& message : trial.messages) say(message);
     if (!asked.quiet)
-      for (const ListChange& change : changes) say(sentence_about(change));
+      for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
     if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
   }
   if (code == kOutOfDate && !asked.quiet)
     complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
-  if (run.result != DMERGE_RESULT_OK) complain(shadow.unveiled(sentence_about_failure(shadow.path(), run)));
+  if (!trial.failure.empty()) complain(trial.failure);
   return code;
 }
 

@@ -22,10 +22,12 @@ ListRun* run = nullptr;
 const std::function<void(const std::string&)>* listener = nullptr;
 bool progress_is_shown = false;
 
-void count_documents() {
+void take_documents() {
   for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) {
     if (entry->docName == nullptr) continue;  // another one has its name
     const std::string type = entry->type == nullptr ? "" : entry->type;
+    run->documents.push_back(
+        {entry->docName, entry->title == nullptr ? "" : entry->title, type != "pdf", type != "html"});
     if (type != "pdf") ++run->libraries;
     if (type != "html") ++run->pdfs;
     if (type.empty()) ++run->both;
@@ -108,7 +110,7 @@ class ProgressPause {
 extern "C" int note_list(char* path) {
   const std::string file = path;
   run->files.push_back(file);
-  if (file.ends_with(kLibraries)) count_documents();
+  if (file.ends_with(kLibraries)) take_documents();
   if (file.ends_with(kInstalledPortals)) count_portals(file);
   const ProgressPause pause(progress_is_shown);
   (*listener)(file);

@@ -2,7 +2,7 @@
 //
 // Knows    how the generator's records are counted while the run lasts.
 // Not      what a person is told of it (dmerge_command).
-// For      dmerge, for a root and for a shadow of it.
+// For      dmerge and list_trial.
 #ifndef OLH_TOOLS_LIST_RUN_H
 #define OLH_TOOLS_LIST_RUN_H
 
@@ -10,15 +10,18 @@
 #include <string>
 #include <vector>
 
+#include "script_lists.h"
+
 namespace olh {
 
 struct ListRun {
-  int result = 0;                  // a DmergeResult
-  std::vector<std::string> files;  // what was written, in order
-  int libraries = 0;               // HTML manuals
-  int pdfs = 0;                    // PDF documents
-  int both = 0;                    // of these, documents in both forms
-  int portals = 0;                 // portals that the installed list names
+  int result = 0;                         // a DmergeResult
+  std::vector<std::string> files;         // what was written, in order
+  std::vector<ListedDocument> documents;  // with the titles that the generator sees
+  std::size_t libraries = 0;              // HTML manuals
+  std::size_t pdfs = 0;                   // PDF documents
+  std::size_t both = 0;                   // of these, documents in both forms
+  std::size_t portals = 0;                // portals that the installed list names
   double seconds = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 
 namespace olh {
 
@@ -47,6 +48,17 @@ std::string padded(const std::string& text, std::size_t width) {
   const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
   const auto length = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
   return text + std::string(width > length ? width - length : 0, ' ');
+}
+
+std::string counted(std::size_t number, const char* one, const char* many) {
+  return std::to_string(number) + " " + (number == 1 ? one : many);
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
 }
 
 std::string enumeration(const std::vector<std::string>& items) {

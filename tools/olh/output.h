@@ -25,6 +25,10 @@ std::string emphasized(const std::string& text);
 std::string command_line(const std::vector<std::string>& words);
 // The text with blanks behind it, up to that many characters (of UTF-8).
 std::string padded(const std::string& text, std::size_t width);
+// "1 manual", "2 manuals".
+std::string counted(std::size_t number, const char* one, const char* many);
+// The lines of a text, without their line feeds.
+std::vector<std::string> lines_of(const std::string& text);
 // "a", "a and b", "a, b and c".
 std::string enumeration(const std::vector<std::string>& items);
 

@@ -4,7 +4,7 @@
 //          symbolic link, so that nothing is copied.
 // Not      what is in a list.
 // Owns     a directory for temporary files, gone at the end of its life.
-// For      dmerge --check.
+// For      list_trial.
 #ifndef OLH_TOOLS_SHADOW_ROOT_H
 #define OLH_TOOLS_SHADOW_ROOT_H
 
