@@ -4,10 +4,15 @@
 #ifndef OLH_TOOLS_ENVIRONMENT_H
 #define OLH_TOOLS_ENVIRONMENT_H
 
+#include <array>
 #include <optional>
 #include <string>
 
 namespace olh {
+
+// The variables that bring documentation roots into a process.
+inline constexpr std::array kRootVariables = {"QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH",
+                                              "TRV_HOME", "QEL_HOME"};
 
 // The value of an environment variable; nothing when it is unset.
 std::optional<std::string> variable(const char* name);

@@ -20,18 +20,21 @@ namespace {
 
 constexpr const char* kVerb = "probe-root";
 
-// Everything that brings roots, a trace log or debug lines of its own into a process.
-constexpr std::array kLeftOut = {
-    "QEL_OVERRIDE_DOC_PATH=", "QEL_DOC_PATH=", "QEL_PRODUCT_DOC_PATH=", "TRV_HOME=", "QEL_HOME=",
-    "OLH_LOG_HELP=",          "OLH_DEBUG="};
+bool is_assignment_of(std::string_view entry, std::string_view name) {
+  return entry.starts_with(name) && entry.substr(name.size()).starts_with('=');
+}
+
+// Whether the entry brings roots, a trace log or debug lines of its own into a process.
+bool is_left_out(std::string_view entry) {
+  for (const char* name : kRootVariables)
+    if (is_assignment_of(entry, name)) return true;
+  return is_assignment_of(entry, "OLH_LOG_HELP") || is_assignment_of(entry, "OLH_DEBUG");
+}
 
 std::vector<char*> reduced_environment() {
   std::vector<char*> kept;
-  for (char** entry = environ; *entry != nullptr; ++entry) {
-    bool keep = true;
-    for (const char* name : kLeftOut) keep = keep && !std::string_view(*entry).starts_with(name);
-    if (keep) kept.push_back(*entry);
-  }
+  for (char** entry = environ; *entry != nullptr; ++entry)
+    if (!is_left_out(*entry)) kept.push_back(*entry);
   kept.push_back(nullptr);
   return kept;
 }

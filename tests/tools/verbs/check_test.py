@@ -1,0 +1,132 @@
+"""olh check: a clean root, and each kind of fault found where it was put."""
+import shutil
+import unittest
+
+from scene import BUILD, Scene, write
+
+PDF = """%PDF-1.4
+1 0 obj << /Type /Catalog /Pages 2 0 R /Names << /Dests << /Names [ (M8.newlink.intro) [4 0 R /Fit] ] >> >> >> endobj
+2 0 obj << /Type /Pages /Kids [4 0 R] /Count 1 >> endobj
+4 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >> endobj
+5 0 obj << /Metadata (<pdf:Title>A paper</pdf:Title>) >> endobj
+trailer << /Root 1 0 R >>
+"""
+TABLE = "htmldocs/guide/QELdata/QELAllData.js"
+DOCLIST = "tomedecks/group_td/js/doclist.js"
+OPTIONS = "qel_doc_options.ini"
+
+
+class Check(Scene):
+    def setUp(self):
+        super().setUp()
+        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
+        for page in ("htmldocs/guide/intro.htm", "htmldocs/guide/setting_up.htm", "htmldocs/QEL/lib/page.js",
+                     "tomedecks/qel_td/js/page.js"):
+            write(self.docs / page)
+        write(self.docs / "pdfdocs/paper_only.pdf", PDF)
+        self.make_lists()
+
+    def make_lists(self):
+        self.assertEqual(self.olh("dmerge", "--quiet", str(self.docs)).returncode, 0)
+
+    def found(self, *words, root=None, code, **variables):
+        answer = self.json("check", *words, str(root or self.docs), code=code, **variables)
+        self.assertEqual(answer["result"], code)
+        return [(f["level"], f["check"], f["file"], f["line"]) for f in answer["findings"]]
+
+    def test_a_clean_root_on_the_disk_and_behind_a_url(self):
+        self.assertEqual(self.found(code=0), [])
+        self.assertEqual(self.found(code=0, QEL_DOC_PATH=None), [])
+        url = self.serve(self.docs)
+        self.assertEqual([f[:2] for f in self.found(root=url, code=0)], [("note", "lists")])
+        done = self.olh("check", f"{self.docs}/")
+        self.assertEqual(done.stdout, f"{self.docs}: 1 manual, 1 PDF, 1 portal; nothing to complain about.\n")
+
+    def test_the_projects_own_root_is_clean(self):
+        if not (BUILD / "docs/pdfdocs/olh_manual.pdf").exists():
+            self.skipTest("the documentation was built without its PDFs")
+        done = self.olh("check", str(BUILD / "docs"))
+        self.assertEqual(done.returncode, 0, done.stdout)
+
+    def test_each_fault_is_found_where_it_is(self):
+        added = 'QELAddBookVar("DocTitle","x");\n'
+        row = 'QELAddTopic(["intro","intro.htm","Introduction"]);\n'
+        faults = [  # the file that is spoiled, its new text (None: it goes), and the finding
+            ("htmldocs/guide/index.htm", None, ("error", "start_pages", "htmldocs/guide", None)),
+            ("htmldocs/old/old.htm", "", ("warning", "start_pages", "htmldocs/old", None)),
+            (TABLE, None, ("warning", "topic_tables", TABLE, None)),
+            (TABLE, row, ("warning", "topic_tables", TABLE, None)),
+            (TABLE, added, ("warning", "topic_tables", TABLE, None)),
+            (TABLE, added + " " + row, ("error", "topic_lines", TABLE, 2)),
+            (TABLE, added + row + row, ("warning", "topic_lines", TABLE, 3)),
+            (TABLE, added + 'QELAddTopic(["intro"]);\n', ("error", "topic_lines", TABLE, 2)),
+            (TABLE, added + 'QELAddTopic(["intro","intro.htm","In\n', ("error", "topic_lines", TABLE, 2)),
+            (TABLE, added + 'QELAddTopic(["++","intro.htm","In"]);\n', ("error", "topic_lines", TABLE, 2)),
+            ("htmldocs/guide/setting_up.htm", None, ("error", "topic_pages", TABLE, 3)),
+            ("pdfdocs/guide.pdf", PDF, ("warning", "destinations", "pdfdocs/guide.pdf", None)),
+            ("pdfdocs/guide.pdf", "no PDF", ("error", "destinations", "pdfdocs/guide.pdf", None)),
+            ("pdfdocs/plain.pdf", "%PDF-1.4", ("warning", "pdf_titles", "pdfdocs/plain.pdf", None)),
+            ("pdfdocs/LOUD.PDF", PDF, ("warning", "pdf_endings", "pdfdocs/LOUD.PDF", None)),
+            (DOCLIST, None, ("error", "portal_list", "tomedecks/qel_td/js/tdklist_installed.js", 11)),
+            (DOCLIST, 'var nothing;\n', ("warning", "portal_files", DOCLIST, None)),
+            (DOCLIST, 'mTomeDeckName = "G";\nList.fAddItem( "x", "nowhere" );\n',
+             ("warning", "portal_documents", DOCLIST, 2)),
+            ("tomedecks/group_td/index.html", None, ("error", "portal_files", "tomedecks/group_td/index.html", None)),
+            ("tomedecks/new_td/js/doclist.js", 'mTomeDeckName = "N";\n',
+             ("warning", "portal_list", "tomedecks/new_td", None)),
+            ("htmldocs/QEL/lib/LibList.js", "", ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
+            ("htmldocs/QEL/lib/LibList.js", None, ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
+            (OPTIONS, 'QEL_PDF_READER="/bin/sh"\nno key\n', ("error", "options", OPTIONS, 2)),
+            (OPTIONS, 'QEL_PDF_READER="/no/reader"\n', ("warning", "options", OPTIONS, None)),
+            (OPTIONS, 'QEL_ALT_DOC_PATH="/no/root"\n', ("warning", "options", OPTIONS, None)),
+            ("pdfdocs/Guide.pdf", PDF, ("warning", "letter_case", "pdfdocs/Guide.pdf", None)),
+        ]
+        for number, (file, text, finding) in enumerate(faults):
+            with self.subTest(number=number, file=file):
+                leads_to_more = file == "tomedecks/new_td/js/doclist.js"  # a portal without a page, an error
+                whole = self.dir / f"whole{number}"
+                shutil.copytree(self.docs, whole)
+                if text is None:
+                    (self.docs / file).unlink()
+                else:
+                    write(self.docs / file, text)
+                self.assertIn(finding, self.found(code=2 if finding[0] == "error" or leads_to_more else 1))
+                shutil.rmtree(self.docs)
+                whole.rename(self.docs)
+
+    def test_faults_behind_a_url(self):
+        (self.docs / "htmldocs/guide/setting_up.htm").unlink()
+        (self.docs / "tomedecks/group_td/index.html").unlink()
+        found = self.found(root=self.serve(self.docs), code=2)
+        self.assertIn(("error", "topic_pages", TABLE, 3), found)
+        self.assertIn(("error", "portal_files", "tomedecks/group_td/index.html", None), found)
+
+    def test_tags_are_tested_in_this_root_alone(self):
+        other = self.make_root("other")
+        write(other / "htmldocs/elsewhere/index.htm")
+        write(self.dir / "here.pdf", PDF)
+        write(self.docs / "pdfdocs/guide.pdf", PDF)
+        self.make_lists()
+        tags = write(self.dir / "tags", "# what the program asks for\n\nguide\nguide Intro\ngroup_td Doc\npaper_only intro\n"
+                     "guide setting_up\nguide nothing\nelsewhere\npaper_only No Place\nhere\n")
+        there = [("note", "tags", str(tags), 5), ("warning", "tags", str(tags), 7)]
+        gone = [("error", "tags", str(tags), line) for line in (8, 9, 10, 11)]
+        found = self.found("--tags", str(tags), code=2, QEL_DOC_PATH=f"{other}:{self.docs}")
+        of_tags = [f for f in found if f[1] == "tags" and f[0] != "note"]
+        self.assertEqual([f[3] for f in of_tags if f[0] == "error"], [8, 9, 10, 11])
+        for one in there + gone:
+            self.assertIn(one, found)
+        served = self.found("--tags", str(tags), root=self.serve(self.docs), code=2)
+        self.assertEqual([f[3] for f in served if f[:2] == ("error", "tags")], [8, 9, 11])
+        self.assertEqual(self.olh("check", "--tags", str(self.dir / "none"), str(self.docs)).returncode, 64)
+
+    def test_what_is_no_root(self):
+        for root, reason in ((self.dir / "missing", "does not exist"), (self.home, "holds no htmldocs"),
+                             ("http://127.0.0.1:1", "neither htmldocs/qelhelp.htm nor")):
+            done = self.olh("check", str(root))
+            self.assertEqual(done.returncode, 2)
+            self.assertIn(f"error    {root} is no documentation root: it {reason}", done.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
