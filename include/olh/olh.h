@@ -11,7 +11,8 @@
  *  4. Results are the codes of enum OlhResult, as int. Nothing throws, exits, or prints, except the debug
  *     lines that the environment variable OLH_DEBUG asks for (standard error) and what the INI reader says
  *     of an option file that it cannot parse.
- *  5. The first call of any function reads the environment once: the documentation roots
+ *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer and the functions that do
+ *     nothing do not): the documentation roots
  *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME), the trace log
  *     (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
  *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of
@@ -200,6 +201,7 @@ OLH_API int OlhIsViewerRunning(OlhViewer viewer) OLH_NOEXCEPT;
  *
  * Returns
  *   OLH_RESULT_OK          0  path holds the program
+ *   OLH_RESULT_FAILED      2  it does not fit into the buffer, which is emptied
  *   OLH_RESULT_INVALID     3  another viewer, or a null buffer; path is untouched
  *   OLH_RESULT_NO_PROGRAM  7  none is known; path is untouched
  */

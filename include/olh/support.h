@@ -201,7 +201,8 @@ OLH_API int OlhBrowserRunning(void) OLH_NOEXCEPT;
 /* Hands a URL (null or "": none) to the running browser, else starts one. Returns 0; 2 failed; 7 none known. */
 OLH_API int OlhBrowserOpenURL(const char* url, const char* viewer_path) OLH_NOEXCEPT;
 
-/* Gives the program. Returns 0; 7 when none is known, dst is then untouched. */
+/* Gives the program. Returns 0; 2 when it does not fit, dst is then emptied; 7 when none is known, dst is then
+ * untouched. */
 OLH_API int OlhBrowserGetPath(char* dst, const char* viewer_path) OLH_NOEXCEPT;
 
 /* Makes path, unchecked, the user's choice for this process; null or "" changes nothing. Returns 0. */
@@ -223,7 +224,8 @@ OLH_API int OlhAcroViewerStart(const char* unused, const char* doc, const char* 
 /* As OlhAcroViewerStart, but returns 5 when the reader was not started. */
 OLH_API int OlhAcroDocOpen(const char* doc, const char* newlink, const char* viewer_path) OLH_NOEXCEPT;
 
-/* Gives the program. Returns 0; 7 when none is known, dst is then untouched. */
+/* Gives the program. Returns 0; 2 when it does not fit, dst is then emptied; 7 when none is known, dst is then
+ * untouched. */
 OLH_API int OlhAcroGetViewerPath(char* dst, const char* viewer_path) OLH_NOEXCEPT;
 
 /* Makes path, unchecked, the user's choice for this process; null or "" changes nothing. Returns 0. */

@@ -4,12 +4,15 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 
 #include "bounded_text.h"
 #include "olh/support.h"
+#include "retry.h"
 #include "unique_fd.h"
 
 namespace {
@@ -26,17 +29,37 @@ bool has_a_place(const char* name) noexcept {
   return path_exists(directory) != 0;
 }
 
-// A FIFO or socket is refused: it could block the host, or kill it with SIGPIPE once nobody reads.
-bool takes_lines(int fd) noexcept {
-  struct stat status = {};
-  return fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
-}
+// A pipe whose reader has gone must not end the host: while this lives, a write to one fails with EPIPE only.
+class SigpipeHeldBack {
+ public:
+  SigpipeHeldBack() noexcept {
+    sigset_t pending;
+    sigemptyset(&pipe_);
+    sigaddset(&pipe_, SIGPIPE);
+    sigpending(&pending);
+    was_pending_ = sigismember(&pending, SIGPIPE) == 1;
+    pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
+  }
+  ~SigpipeHeldBack() {
+    constexpr timespec kNoWait = {};
+    if (!was_pending_) olh::retry_interrupted([this, &kNoWait] { return sigtimedwait(&pipe_, nullptr, &kNoWait); });
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+  SigpipeHeldBack(const SigpipeHeldBack&) = delete;
+  SigpipeHeldBack& operator=(const SigpipeHeldBack&) = delete;
+
+ private:
+  sigset_t pipe_;
+  sigset_t before_;
+  bool was_pending_;
+};
 
 FILE* open_for_appending(const char* name) noexcept {
   constexpr mode_t kEverybodyMinusUmask = 0666;
+  // Without blocking: a FIFO that nobody reads is no log, and one that nobody empties loses lines.
   olh::UniqueFd file(
       open(name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kEverybodyMinusUmask));
-  if (!file || !takes_lines(file.get())) return nullptr;
+  if (!file) return nullptr;
   FILE* stream = fdopen(file.get(), "a");
   if (stream != nullptr) file.release();
   return stream;
@@ -48,6 +71,7 @@ void setDebugVariable() noexcept { olh_debug = olh::is_empty(std::getenv("OLH_DE
 
 void print_debug(const char* format, ...) noexcept {
   if (olh_debug != 1 || format == nullptr) return;
+  const SigpipeHeldBack quiet;
   va_list arguments;
   va_start(arguments, format);
   std::vfprintf(stderr, format, arguments);
@@ -55,6 +79,7 @@ void print_debug(const char* format, ...) noexcept {
 }
 
 void CloseOlhLog() noexcept {
+  const SigpipeHeldBack quiet;
   if (olh_log_fp != nullptr) std::fclose(olh_log_fp);
   olh_log_fp = nullptr;
 }
@@ -67,6 +92,7 @@ void StartOlhLog(char* name) noexcept {
 
 void OlhLogHelp(const char* name, const char* arg1, const char* arg2, const char* arg3) noexcept {
   if (olh_log_fp == nullptr || olh::is_empty(name)) return;
+  const SigpipeHeldBack quiet;
   if (olh::is_empty(arg1)) {
     std::fprintf(olh_log_fp, "%s();\n", name);
   } else if (olh::is_empty(arg2)) {
@@ -81,6 +107,7 @@ void OlhLogHelp(const char* name, const char* arg1, const char* arg2, const char
 
 void OlhLogReturn(const char* name, int code) noexcept {
   if (olh_log_fp == nullptr || olh::is_empty(name)) return;
+  const SigpipeHeldBack quiet;
   std::fprintf(olh_log_fp, "%s returned %d\n", name, code);
   std::fflush(olh_log_fp);
 }

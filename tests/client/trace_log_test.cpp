@@ -3,6 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <string>
+
 #include "olh/support.h"
 #include "scratch.h"
 
@@ -54,6 +57,21 @@ TEST_F(TraceLog, DoesNotWaitForTheReaderOfAFifo) {
   EXPECT_EQ(access(fifo.c_str(), F_OK), 0) << "came back, and left it alone";
 }
 
+TEST_F(TraceLog, GoesToAPipeAndOutlivesItsReader) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::string name = "/dev/fd/" + std::to_string(ends[1]);
+  StartOlhLog(name.data());
+  OlhLogReturn("X", 0);
+  char line[32] = "";
+  ASSERT_GT(read(ends[0], line, sizeof line - 1), 0);
+  EXPECT_STREQ(line, "X returned 0\n");
+  close(ends[0]);
+  OlhLogReturn("X", 0);  // raised SIGPIPE, which ends a process
+  CloseOlhLog();
+  close(ends[1]);
+}
+
 TEST_F(TraceLog, BeginsWithTheCallsThatFirstUseMakes) {
   const std::string log = dir + "/log";
   set("OLH_LOG_HELP", log);
@@ -90,6 +108,23 @@ TEST_F(DebugOutput, IsOnForAnyNonEmptyValueAndReadAgainAtAHelpCall) {
   // Still off when the entry line would be written, on from there.
   EXPECT_EQ(lines("0"), "OlhHelpCall: failed (returned 3)\n");
   EXPECT_EQ(lines("1"), "OlhHelpCall\nOlhHelpCall: failed (returned 3)\n");
+}
+
+TEST_F(DebugOutput, DoesNotEndAHostWhoseStandardErrorNobodyReads) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  close(ends[0]);
+  const int standard_error = dup(STDERR_FILENO);
+  dup2(ends[1], STDERR_FILENO);
+  set("OLH_DEBUG", "1");
+  setDebugVariable();
+  print_debug("nobody reads this\n");
+  sigset_t pending;
+  sigpending(&pending);
+  dup2(standard_error, STDERR_FILENO);
+  EXPECT_EQ(sigismember(&pending, SIGPIPE), 0) << "nor is the signal kept for later";
+  close(standard_error);
+  close(ends[1]);
 }
 
 TEST_F(DebugOutput, IsReadAgainBeforeTheEntryLineOfATest) {
