@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <cstring>
 #include <stdexcept>
 
 namespace olh_test {
@@ -19,6 +21,9 @@ std::string path_of(const std::string& request) {
   const std::size_t begin = request.find(' ') + 1;
   return request.substr(begin, request.find(' ', begin) - begin);
 }
+
+// What the server's own last connection sends.
+constexpr const char* kLastRequest = "LAST\r\n\r\n";
 
 // Appends what arrives. Returns false at the end of the connection.
 bool read_more(int connection, std::string& bytes) {
@@ -64,7 +69,23 @@ std::string HttpServer::url(const std::string& path) const {
   return "http://127.0.0.1:" + std::to_string(port_) + path;
 }
 
+// Connections are served one after the other: when this one has been closed, all before it have.
+void HttpServer::wait_for_the_last_connection() const {
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port_));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  std::string answer;
+  if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+      send(connection, kLastRequest, std::strlen(kLastRequest), MSG_NOSIGNAL) > 0)
+    while (read_more(connection, answer)) {
+    }
+  close(connection);
+}
+
 std::vector<std::string> HttpServer::requests() const {
+  wait_for_the_last_connection();
   const std::lock_guard<std::mutex> lock(mutex_);
   return requests_;
 }
@@ -93,6 +114,7 @@ void HttpServer::serve_connection(int connection) {
   std::string request;
   while (request.find("\r\n\r\n") == std::string::npos && read_more(connection, request)) {
   }
+  if (request == kLastRequest) return;
   const HttpReply reply = answer_(request);
   for (std::size_t i = 0; i < reply.pieces.size(); ++i) {
     if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(50));

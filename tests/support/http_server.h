@@ -38,7 +38,7 @@ class HttpServer {
   int port() const { return port_; }
   // "http://127.0.0.1:PORT" and what follows.
   std::string url(const std::string& path) const;
-  // Every byte that each connection sent, in the order of the connections. Waits for the end of the present one.
+  // Every byte that each connection sent, in the order of the connections. Waits until all of them have ended.
   std::vector<std::string> requests() const;
   // The paths of those requests.
   std::vector<std::string> requested_paths() const;
@@ -46,6 +46,7 @@ class HttpServer {
  private:
   void serve();
   void serve_connection(int connection);
+  void wait_for_the_last_connection() const;
 
   Answer answer_;
   int listener_ = -1;
