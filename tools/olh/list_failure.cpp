@@ -50,8 +50,8 @@ std::string why_unwritable(const std::string& file) {
 // The library list, the portals' list or the library flag: whichever the run did not come to.
 std::string unwritten_list(const std::string& root, const ListRun& run) {
   const auto is_written = [&run](const std::string& file) { return std::ranges::count(run.files, file) != 0; };
-  const std::string for_libraries = root + "/htmldocs/QEL/lib/LibList.js";
-  const std::string for_portals = root + "/tomedecks/qel_td/js/LibList.js";
+  std::string for_libraries = root + "/htmldocs/QEL/lib/LibList.js";
+  std::string for_portals = root + "/tomedecks/qel_td/js/LibList.js";
   if (!is_written(for_libraries)) return for_libraries;
   if (path_exists((root + "/tomedecks").c_str()) != 0 && !is_written(for_portals)) return for_portals;
   return root + "/htmldocs/QEL/lib/LibraryAvailable.js";
