@@ -1,7 +1,7 @@
 // The verbs of `olh`: what each adds to the command line.
 //
 // Knows    that a verb puts its subcommand into `app`, and its outcome into `exit_code` when it has run: a result code
-//          of the library, or kWrongUse.
+//          of the library, kWrongUse, or what its --help says.
 // For      main.cpp, whose table names every verb once.
 #ifndef OLH_TOOLS_COMMANDS_H
 #define OLH_TOOLS_COMMANDS_H
@@ -24,6 +24,7 @@ CLI::App* add_paths_command(CLI::App& app, int& exit_code);
 CLI::App* add_alt_path_command(CLI::App& app, int& exit_code);
 CLI::App* add_setup_command(CLI::App& app, int& exit_code);
 CLI::App* add_viewers_command(CLI::App& app, int& exit_code);
+CLI::App* add_doctor_command(CLI::App& app, int& exit_code);
 CLI::App* add_dmerge_command(CLI::App& app, int& exit_code);
 CLI::App* add_check_command(CLI::App& app, int& exit_code);
 CLI::App* add_version_command(CLI::App& app, int& exit_code);

@@ -1,6 +1,6 @@
 // The lists of a root, made on trial: what the generator would write and say, without a change to the root.
 //
-// For      dmerge --check and check.
+// For      dmerge --check, check and doctor.
 #ifndef OLH_TOOLS_LIST_TRIAL_H
 #define OLH_TOOLS_LIST_TRIAL_H
 

@@ -32,11 +32,13 @@ void say_json(const nlohmann::json& answer) {
   say(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
-std::string emphasized(const std::string& text) {
+std::string coloured(const std::string& text, const std::string& code) {
   const char* no_color = std::getenv("NO_COLOR");
   if ((no_color != nullptr && *no_color != '\0') || isatty(STDOUT_FILENO) == 0) return text;
-  return "\033[1m" + text + "\033[0m";
+  return "\033[" + code + "m" + text + "\033[0m";
 }
+
+std::string emphasized(const std::string& text) { return coloured(text, "1"); }
 
 std::string command_line(const std::vector<std::string>& words) {
   std::string line;

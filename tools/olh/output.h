@@ -19,7 +19,9 @@ void complain(const std::string& sentence);
 // A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
 void say_json(const nlohmann::json& answer);
 
-// The text in bold on a terminal, unless NO_COLOR is set.
+// The text on a terminal with a colour, by its number in an escape sequence, or in bold; plain elsewhere and when
+// NO_COLOR is set.
+std::string coloured(const std::string& text, const std::string& code);
 std::string emphasized(const std::string& text);
 // The words as a person would type them to a shell.
 std::string command_line(const std::vector<std::string>& words);

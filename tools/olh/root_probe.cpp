@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
+#include <cstdlib>
 #include <string_view>
 
 #include "commands.h"
@@ -69,11 +71,12 @@ std::string output_of(std::vector<std::string> words) {
   return output;
 }
 
-// In the process of its own: one character for each URL.
+// In the process of its own: one character for each URL; then, behind a blank, how many milliseconds it all took.
 int answer(const std::string& root, const std::vector<std::string>& urls) {
   OlhSetDocPath(root.c_str());
   const char* first = GetOlhDocPath();
   std::string answers;
+  const auto begin = std::chrono::steady_clock::now();
   for (const std::string& url : urls) {
     std::array<char, OLH_BUFFER_SIZE> location{};
     if (first == nullptr || root != first || url.rfind(root, 0) != 0) {
@@ -82,7 +85,8 @@ int answer(const std::string& root, const std::vector<std::string>& urls) {
       answers += FindPath(location.data(), url.c_str() + root.size()) == 1 ? 'y' : 'n';
     }
   }
-  say(answers);
+  const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
+  say(answers + " " + std::to_string(time.count()));
   return 0;
 }
 
@@ -98,6 +102,12 @@ std::map<std::string, Presence> probe_url_root(const std::string& root, const st
     presence[urls[i]] = one == 'y' ? Presence::kYes : one == 'n' ? Presence::kNo : Presence::kCannotTell;
   }
   return presence;
+}
+
+std::optional<double> probe_time(const std::string& root) {
+  const std::string answers = output_of({own_program(), kVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
+  if (answers.empty() || answers[0] == '?') return std::nullopt;
+  return std::strtod(answers.c_str() + 1, nullptr);
 }
 
 CLI::App* add_probe_root_command(CLI::App& app, int& exit_code) {

@@ -21,8 +21,7 @@ ChosenViewer viewer_of(const Located& located) {
 }
 
 void warn_of(const ChosenViewer& viewer, OlhViewer kind) {
-  if (misunderstands(kind_of(kind), viewer.program))
-    complain("note: " + misunderstanding(kind_of(kind), viewer.program));
+  if (misunderstands(kind_of(kind), viewer.program)) complain(misunderstanding_note(kind_of(kind), viewer.program));
 }
 
 void say_shown(const ShowRequest& request, const ChosenViewer& viewer) {

@@ -48,12 +48,14 @@ bool misunderstands(const ViewerKind& kind, const std::string& program) {
 }
 
 std::string misunderstanding(const ViewerKind& kind, const std::string& program) {
-  const std::string what =
-      kind.viewer == OLH_VIEWER_HTML
-          ? "today's browsers do not understand the command line that " + program +
-                " gets: it may hang, or show an empty window."
-          : program + " does not understand the command line that asks for a destination: it refuses the PDF.";
-  return what + " 'olh setup' puts " + kind.adapter + " in its place.";
+  return kind.viewer == OLH_VIEWER_HTML
+             ? "today's browsers do not understand the command line that " + program +
+                   " gets: it may hang, or show an empty window."
+             : program + " does not understand the command line that asks for a destination: it refuses the PDF.";
+}
+
+std::string misunderstanding_note(const ViewerKind& kind, const std::string& program) {
+  return "note: " + misunderstanding(kind, program) + " 'olh setup' puts " + kind.adapter + " in its place.";
 }
 
 std::string executable_named(const std::string& name) {

@@ -43,8 +43,9 @@ const olh_viewers::Program* known_program(const std::string& program);
 // shows an empty window instead of the page; a reader refuses a destination.
 bool misunderstands(const ViewerKind& kind, const std::string& program);
 
-// What happens with such a program, and what to do about it: the sentences behind "note: ".
+// What happens with such a program; and the same with what to do about it, behind "note: ".
 std::string misunderstanding(const ViewerKind& kind, const std::string& program);
+std::string misunderstanding_note(const ViewerKind& kind, const std::string& program);
 
 // The executable that the library takes a name for: a path as it stands, a bare name from along PATH; "" for none.
 std::string executable_named(const std::string& name);

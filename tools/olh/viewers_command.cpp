@@ -112,7 +112,7 @@ int tell(bool json) {
   if (json) say_json(answer);
   for (const ViewerStory& story : stories)
     if (!story.in_use.program.empty() && misunderstands(*story.kind, story.in_use.program))
-      complain("note: " + misunderstanding(*story.kind, story.in_use.program));
+      complain(misunderstanding_note(*story.kind, story.in_use.program));
   complain_about(roots.spoilt);
   complain_about(read_option_file(user_option_file()).spoilt);
   return OLH_RESULT_OK;
@@ -151,8 +151,8 @@ int set(const Change& change) {
   if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
   const int result = change.tree ? store_for_tree(kind, program, roots) : store_for_user(kind, program, roots);
   if (result == OLH_RESULT_OK && misunderstands(kind, program))
-    complain("note: " + misunderstanding(kind, program) + " It then opens " + change.program + " with " +
-             kind.setting + "=" + command_line({change.program}) + ".");
+    complain(misunderstanding_note(kind, program) + " It then opens " + change.program + " with " + kind.setting +
+             "=" + command_line({change.program}) + ".");
   return result;
 }
 
