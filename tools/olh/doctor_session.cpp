@@ -19,16 +19,19 @@ Diagnosis of_display() {
       return {State::kWarning,
               std::string(name) + " is " + value + ", and nothing answers there: the adapters show text, " +
                   "other viewers fail.",
-              "export DISPLAY=:0"};
-  return {State::kWarning, "There is no display: the adapters show text on the terminal, other viewers fail.",
-          "export DISPLAY=:0"};
+              ""};
+  return {State::kWarning, "There is no display: the adapters show text on the terminal, other viewers fail.", ""};
 }
 
 Diagnosis of_session_bus() {
   if (olh_viewers::has_session_bus()) return {State::kOk, "There is a session bus.", ""};
   const olh_viewers::Choice browser = olh_viewers::choose_browser();
-  if (browser.row == nullptr || !browser.row->needs_session_bus)
-    return {State::kOk, "There is no session bus, and the browser needs none.", ""};
+  if (!browser) return {State::kOk, "There is no session bus, and no browser that could need one.", ""};
+  if (browser.row == nullptr)
+    return {State::kCannotTell,
+            "There is no session bus, and whether " + browser.program + " needs one is not known.", ""};
+  if (!browser.row->needs_session_bus)
+    return {State::kOk, "There is no session bus, and " + browser.program + " needs none.", ""};
   return {State::kWarning,
           "There is no session bus: when " + browser.program + " runs already, it cannot take a page.",
           "eval \"$(dbus-launch --sh-syntax)\""};
