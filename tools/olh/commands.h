@@ -27,6 +27,7 @@ CLI::App* add_viewers_command(CLI::App& app, int& exit_code);
 CLI::App* add_doctor_command(CLI::App& app, int& exit_code);
 CLI::App* add_dmerge_command(CLI::App& app, int& exit_code);
 CLI::App* add_check_command(CLI::App& app, int& exit_code);
+CLI::App* add_new_command(CLI::App& app, int& exit_code);
 CLI::App* add_version_command(CLI::App& app, int& exit_code);
 
 // Hidden: `olh` asks itself, in a process of its own, what one URL root holds (root_probe.h).

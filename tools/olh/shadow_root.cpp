@@ -19,12 +19,6 @@ constexpr const char* kWritten[] = {"htmldocs/QEL/lib/LibList.js", "htmldocs/QEL
                                     "tomedecks/basic.htm", "tomedecks/qel_td/js/LibList.js",
                                     "tomedecks/qel_td/js/tdklist_installed.js"};
 
-bool is_written(const fs::path& relative) {
-  for (const char* file : kWritten)
-    if (relative == file) return true;
-  return false;
-}
-
 // Whether a file that the generator writes lies below this directory.
 bool holds_written(const fs::path& relative) {
   const std::string directory = relative.string() + "/";
@@ -40,7 +34,7 @@ void mirror(const fs::path& root, const fs::path& shadow, const fs::path& relati
       if (access(entry.path().c_str(), R_OK) != 0) continue;  // as good as missing, to the generator too
       fs::create_directory(shadow / name);
       mirror(root, shadow, name);
-    } else if (!is_written(name)) {
+    } else if (!is_generated_list(name)) {
       fs::create_symlink(fs::absolute(entry.path()), shadow / name);
     }
   }
@@ -71,6 +65,12 @@ ListChange compared(const fs::path& before, const fs::path& after) {
 }
 
 }  // namespace
+
+bool is_generated_list(const fs::path& relative) {
+  for (const char* file : kWritten)
+    if (relative == file) return true;
+  return false;
+}
 
 ShadowRoot::ShadowRoot(const std::string& root)
     : root_(root), path_((fs::temp_directory_path() / "olh-dmerge-XXXXXX").string()) {

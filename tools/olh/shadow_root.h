@@ -4,7 +4,7 @@
 //          symbolic link, so that nothing is copied.
 // Not      what is in a list.
 // Owns     a directory for temporary files, gone at the end of its life.
-// For      list_trial.
+// For      list_trial; new_root, which copies pages without their lists.
 #ifndef OLH_TOOLS_SHADOW_ROOT_H
 #define OLH_TOOLS_SHADOW_ROOT_H
 
@@ -13,6 +13,9 @@
 #include <vector>
 
 namespace olh {
+
+// Whether the generator writes this file, given by its place below the root.
+bool is_generated_list(const std::filesystem::path& relative);
 
 class ShadowRoot {
  public:

@@ -78,9 +78,12 @@ class Scene(unittest.TestCase):
 
     def olh(self, *words, **variables):
         """Runs olh. A variable given as None is unset."""
+        return self.run_program(OLH, *words, **variables)
+
+    def run_program(self, program, *words, **variables):
         environment = {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
         environment = {name: value for name, value in environment.items() if value is not None}
-        command = [OLH, *words]
+        command = [program, *words]
         return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=self.dir, timeout=60,
                               stdin=subprocess.DEVNULL)
 

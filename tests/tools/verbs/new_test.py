@@ -1,0 +1,119 @@
+"""olh new: the root that it makes, and what it refuses."""
+import os
+import shutil
+import stat
+import unittest
+
+from scene import BUILD, Scene, write
+
+
+@unittest.skipUnless((BUILD / "docs/index.html").exists(), "the documentation was not built")
+class New(Scene):
+    def setUp(self):
+        super().setUp()
+        self.root = self.dir / "new root"
+        self.manual = self.root / "htmldocs/handbook"
+
+    def make(self, *words):
+        done = self.olh("new", *words, str(self.root), "handbook")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        return done
+
+    def files(self):
+        return {path: path.read_bytes() for path in self.dir.rglob("*") if path.is_file()}
+
+    def refused(self, code, reason, *words):
+        before = self.files(), sorted(self.dir.rglob("*"))
+        done = self.olh("new", *words)
+        self.assertEqual((done.returncode, done.stdout), (code, ""), done.stderr)
+        self.assertIn(reason, done.stderr)
+        self.assertEqual((self.files(), sorted(self.dir.rglob("*"))), before)
+
+    def test_the_root_is_clean_and_the_manual_opens(self):
+        self.make("--title", "Tom's handbook (R&D)")
+        done = self.olh("check", str(self.root))
+        self.assertEqual((done.returncode, done.stdout),
+                         (0, f"{self.root}: 2 manuals, 0 PDFs, 1 portal; nothing to complain about.\n"))
+        shown = self.json("show", "--print", "--root", str(self.root), "handbook", "first-topic")
+        self.assertTrue(shown["url"].endswith("/handbook/index.htm#context=&topic=first-topic"), shown)
+        self.assertEqual(self.olh("show", "--root", str(self.root), "handbook").returncode, 0)
+        self.assertIn("/htmldocs/handbook/index.htm", self.opened()[0])
+        titles = self.olh("list", "--root", str(self.root)).stdout
+        self.assertIn("Tom's handbook (R&D)", titles)
+        self.assertIn("<h1>Tom's handbook (R&amp;D)</h1>", (self.manual / "index.htm").read_text())
+
+    def test_every_topic_of_the_table_is_found_and_has_its_page(self):
+        self.make()
+        topics = self.json("topics", "--root", str(self.root), "handbook")["topics"]
+        self.assertGreaterEqual(len(topics), 2)
+        for topic in topics:
+            with self.subTest(topic=topic):
+                tested = self.olh("test", "--root", str(self.root), "handbook", topic["tag"])
+                self.assertEqual(tested.returncode, 0, tested.stderr)
+                self.assertIn(f'id="{topic["tag"]}"', (self.manual / topic["page"]).read_text())
+
+    def test_nothing_of_the_projects_own_manual_and_nothing_unfilled_is_left(self):
+        self.make()
+        for path in self.root.rglob("*"):
+            self.assertNotIn("olh_", path.name)
+            if path.is_file():
+                text = path.read_text()
+                for rest in ("olh_manual", "olh_td", "@NAME@", "@TITLE@", ".olh-new"):
+                    self.assertNotIn(rest, text, path)
+        self.assertEqual([path.name for path in self.dir.glob(".olh-new*")], [])
+
+    def test_others_may_read_it_and_its_maker_may_write(self):
+        mask = os.umask(0o022)
+        self.addCleanup(os.umask, mask)
+        self.make()
+        for path in [self.root, *self.root.rglob("*")]:
+            wanted = 0o755 if path.is_dir() else 0o644
+            self.assertEqual(stat.S_IMODE(path.stat().st_mode), wanted, path)
+
+    def test_the_answers_lead_on(self):
+        done = self.make()
+        for told in (f"olh check '{self.root}'", f"olh show --root '{self.root}' handbook", str(self.manual)):
+            self.assertIn(told, done.stdout)
+        self.assertEqual(self.json("new", "docs", "book", code=5)["result"], 5)
+        answer = self.json("new", "third/", "book")
+        self.assertEqual(answer, {"root": str(self.dir / "third"), "name": "book", "title": "book", "result": 0,
+                                  "directory": str(self.dir / "third/htmldocs/book")})
+
+    def test_what_is_there_is_not_overwritten(self):
+        write(self.dir / "file", "kept")
+        (self.dir / "empty").mkdir()
+        (self.dir / "dangling").symlink_to("nowhere")
+        for there in ("docs", "docs/", ".", "file", "empty", "dangling"):
+            with self.subTest(there=there):
+                self.refused(5, "is there already", there, "handbook")
+
+    def test_a_parent_that_takes_no_directory(self):
+        write(self.dir / "file")
+        self.refused(5, f"{self.dir}/missing: No such file", "missing/docs", "handbook")
+        self.refused(5, "Not a directory", "file/docs", "handbook")
+        self.refused(5, "/proc: ", "/proc/docs", "handbook")  # nobody may make a directory there
+
+    def test_names_and_titles_that_no_help_call_or_list_takes(self):
+        for name in ("", ".", "..", ".hidden", "a/b", "a b", "guide_td", "guide.pdf", "guide.PDF", "QEL", "qel_html_help",
+                     "h\u00e4ndbuch", "a\nb"):
+            with self.subTest(name=name):
+                self.refused(64, "NAME", str(self.root), name)
+        for title in ("", " ", 'the "guide"', "back\\slash", "<b>", "two\nlines"):
+            with self.subTest(title=title):
+                self.refused(64, "--title", "--title", title, str(self.root), "handbook")
+        for root in ("", "http://127.0.0.1/docs", "a:b"):
+            with self.subTest(root=root):
+                self.refused(64, "ROOT", root, "handbook")
+
+    def test_without_the_pages_it_says_what_is_missing(self):
+        alone = self.dir / "alone/olh"
+        alone.parent.mkdir()
+        shutil.copy(BUILD / "bin/olh", alone)
+        done = self.run_program(alone, "new", str(self.root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
+        self.assertEqual(done.returncode, 4, done.stderr)
+        self.assertIn("olh-doc", done.stderr)
+        self.assertFalse(self.root.exists())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,139 @@
+#include "new_root.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+
+#include "environment.h"
+#include "list_failure.h"
+#include "list_run.h"
+#include "olh/dmerge.h"
+#include "shadow_root.h"
+#include "stream_in_memory.h"
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What a root of any maker wants of the project's own: the frame of manuals, the general help, the portal.
+constexpr const char* kWanted[] = {
+    "index.html",           "htmldocs/qelhelp.htm", "htmldocs/QEL",    "htmldocs/qel_html_help",
+    "tomedecks/index.html", "tomedecks/common",     "tomedecks/qel_td"};
+// The portals that the project's own root may hold: the generator begins a list of its own where there is none.
+constexpr const char* kOwnPortals = "tomedecks/qel_td/js/tdklist.js";
+
+constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js";
+
+// A directory beside the new root, so that the root can be moved to its place in one step; gone with what is in it at
+// the end of the scope.
+class Workshop {
+ public:
+  explicit Workshop(const fs::path& parent) : path_((parent / ".olh-new-XXXXXX").string()) {
+    if (mkdtemp(path_.data()) == nullptr)
+      throw fs::filesystem_error("", parent, std::error_code(errno, std::generic_category()));
+  }
+  ~Workshop() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  Workshop(const Workshop&) = delete;
+  Workshop& operator=(const Workshop&) = delete;
+  fs::path path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+void copy_page(const fs::path& from, const fs::path& to) {
+  fs::create_directories(to.parent_path());
+  fs::copy_file(from, to);
+  fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
+}
+
+void copy_wanted(const fs::path& docs, const fs::path& root) {
+  for (const char* wanted : kWanted) {
+    if (!fs::is_directory(docs / wanted)) {
+      copy_page(docs / wanted, root / wanted);
+      continue;
+    }
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(docs / wanted)) {
+      const fs::path relative = entry.path().lexically_relative(docs);
+      const bool is_own = relative == kOwnPortals || relative == kPortalDocuments;
+      if (entry.is_regular_file() && !is_own && !is_generated_list(relative))
+        copy_page(entry.path(), root / relative);
+    }
+  }
+}
+
+void replace_all(std::string& text, const std::string& what, const std::string& by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+    text.replace(at, what.size(), by);
+}
+
+// A file of the template with the manual's name and title; in a page the title is markup.
+void fill_in(const fs::path& from, const fs::path& to, const NewManual& manual) {
+  std::ifstream source(from, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(source), std::istreambuf_iterator<char>()};
+  if (!source) throw std::runtime_error(from.string() + " cannot be read");
+  std::string title = manual.title;
+  if (from.extension() == ".htm") replace_all(title, "&", "&amp;");
+  replace_all(text, "@NAME@", manual.name);
+  replace_all(text, "@TITLE@", title);
+  fs::create_directories(to.parent_path());
+  std::ofstream page(to, std::ios::binary);
+  page << text;
+  page.close();
+  if (!page) throw std::runtime_error("not all of it could be written");
+}
+
+void fill_in_manual(const fs::path& template_manual, const fs::path& root, const NewManual& manual) {
+  const fs::path pages = template_manual / "manual";
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
+    if (entry.is_regular_file())
+      fill_in(entry.path(), root / "htmldocs" / manual.name / entry.path().lexically_relative(pages), manual);
+  fill_in(template_manual / "doclist.js", root / kPortalDocuments, manual);
+}
+
+void make_its_lists(const std::string& root) {
+  StreamInMemory messages(stdout);
+  const ListRun run = make_lists(
+      root, [](const std::string&) {}, false);
+  if (run.result != DMERGE_RESULT_OK) throw std::runtime_error(sentence_about_failure(root, run));
+}
+
+std::string reason_of(const fs::filesystem_error& error) {
+  return error.path1().string() + ": " + error.code().message();
+}
+
+}  // namespace
+
+std::optional<ShippedPages> shipped_pages() {
+  const fs::path programs = fs::path(own_program()).parent_path();
+  for (const fs::path& data : {programs / OLH_DATA_FROM_PROGRAMS, programs / ".."}) {
+    const ShippedPages pages = {data / "docs", data / "new_manual"};
+    std::error_code failed;
+    if (fs::is_directory(pages.docs, failed) && fs::is_directory(pages.template_manual, failed)) return pages;
+  }
+  return std::nullopt;
+}
+
+void make_root(const fs::path& root, const ShippedPages& pages, const NewManual& manual) {
+  try {
+    const Workshop workshop(root.parent_path());
+    const fs::path made = workshop.path() / "root";
+    copy_wanted(pages.docs, made);
+    fill_in_manual(pages.template_manual, made, manual);
+    make_its_lists(made.string());
+    fs::rename(made, root);
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error(reason_of(error));
+  }
+}
+
+}  // namespace olh

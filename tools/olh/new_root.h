@@ -1,0 +1,35 @@
+// A documentation root made from the pages that came with this program.
+//
+// Knows    where those pages lie, which of them every root wants, and how the template of a manual is filled in.
+// Not      which names and titles will do (new_command).
+// Owns     the directory beside the new root in which it is put together, until the root is whole.
+// For      new.
+#ifndef OLH_TOOLS_NEW_ROOT_H
+#define OLH_TOOLS_NEW_ROOT_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace olh {
+
+struct ShippedPages {
+  std::filesystem::path docs;             // the documentation root of the project
+  std::filesystem::path template_manual;  // a manual to fill in, and the document list of a portal
+};
+
+struct NewManual {
+  std::string name;
+  std::string title;
+};
+
+// The pages in the installation, or the build, that this program belongs to; nothing when they are not there.
+std::optional<ShippedPages> shipped_pages();
+
+// Makes `root`, which must not exist, its lists included. It appears in one step: when that fails nothing is left, and
+// a std::runtime_error says why.
+void make_root(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
+
+}  // namespace olh
+
+#endif
