@@ -23,8 +23,8 @@ constexpr const char* kExamples =
     "  olh show olh_manual quick_start\n"
     "  olh where --all olh_manual\n"
     "  olh VERB --help\n"
-    "The exit code is the library's result code, 64 for wrong use; check, doctor and dmerge --check have their "
-    "own.\n";
+    "The exit code is the library's result code, 64 for wrong use;\n"
+    "check, doctor and dmerge --check have their own.\n";
 
 int run(int argc, char** argv) {
   int exit_code = 0;

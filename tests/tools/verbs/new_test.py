@@ -66,7 +66,7 @@ class New(Scene):
         mask = os.umask(0o022)
         self.addCleanup(os.umask, mask)
         self.make()
-        for path in [self.root, *self.root.rglob("*")]:
+        for path in [self.root, self.manual, *self.manual.rglob("*")]:
             wanted = 0o755 if path.is_dir() else 0o644
             self.assertEqual(stat.S_IMODE(path.stat().st_mode), wanted, path)
 
