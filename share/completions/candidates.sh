@@ -1,9 +1,12 @@
 #!/bin/sh
-# What may stand at a place of an olh command line: one candidate a line. The completions of bash, zsh and fish ask this.
-# Usage: candidates.sh OLH WORD...     the last WORD is the one being typed, which may be empty
+# What may stand at a place of an olh command line: one candidate a line, with a tab and a description where there is one.
+# The completions of bash, zsh and fish ask this. Usage: candidates.sh OLH WORD...
+#
+# The last WORD is the one being typed, which may be empty; of "--option=value" the candidates are values. Exit status 3
+# asks for the names of files, 4 for those of programs.
 #
 # The program itself is asked: its --help for verbs, options and arguments, its lists for documents and topics. A time
-# limit keeps a documentation root behind a URL from holding up the person who types. Exit status 3 asks for file names.
+# limit keeps a documentation root behind a URL from holding up the person who types.
 set -u
 olh=$1
 shift
@@ -11,10 +14,24 @@ shift
 ask() { timeout 2 "$olh" "$@" 2>/dev/null </dev/null; }
 files() { exit 3; }
 
-# Parts of a help text: the verbs, the long options, the kind of an option's value (none for a flag), the Nth argument.
-verbs_of() { printf '%s\n' "$help" | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z-]*\) .*/\1/p'; }
-options_of() { printf '%s\n' "$help" | sed -n 's/^  \(-[A-Za-z],\)\{0,1\}\(--[a-z-]*\).*/\2/p'; }
-value_of() { printf '%s\n' "$help" | sed -n "s/^  \(-[A-Za-z],\)\{0,1\}$1 \([A-Z][A-Z][^ ]*\).*/\2/p"; }
+# Parts of a help text: what a section lists, the kind of an option's value (none for a flag), the Nth argument.
+listed() {
+  printf '%s\n' "$help" | awk -v section="$1:" '
+    /^[A-Z][a-z]*:$/ { within = $1 == section }
+    within && /^  [^ ]/ {
+      name = $1
+      sub(/^-[A-Za-z],/, "", name)
+      if (substr($0, 30, 1) == " ") print name "\t" substr($0, 31)
+      next
+    }
+    within && /^   / { sub(/^ */, ""); print name "\t" $0 }'
+}
+value_of() {
+  case $1 in
+    *[!a-z-]*) ;;
+    *) printf '%s\n' "$help" | sed -n "s/^  \(-[A-Za-z],\)\{0,1\}$1 \([A-Z][A-Z][^ ]*\).*/\2/p" ;;
+  esac
+}
 argument_at() {
   printf '%s\n' "$help" | sed -n '/^Usage:/{s/.*\[OPTIONS\]//;s/\[\|\]\|\.\.\.//g;p;}' | awk -v n="$1" '{ print $n }'
 }
@@ -31,9 +48,10 @@ while [ $# -gt 1 ]; do
     continue
   fi
   case $word in
+    --root=*) root=${word#*=} ;;
     -*) [ -z "$(value_of "$word")" ] || option=$word ;;
     *)
-      if [ $position = 1 ] && verbs_of | grep -qx -e "$word"; then
+      if [ $position = 1 ] && listed Subcommands | cut -f 1 | grep -qx -e "$word"; then
         verb="$verb $word"
         help=$(ask $verb --help)
       else
@@ -43,6 +61,7 @@ while [ $# -gt 1 ]; do
       ;;
   esac
 done
+[ -n "$option" ] || case $1 in --*=*) option=${1%%=*} ;; esac
 
 documents() { ask list --names ${root:+--root "$root"} "$@"; }
 topics() { ask topics --names ${root:+--root "$root"} "$first"; }
@@ -51,23 +70,35 @@ if [ -n "$option" ]; then
   value=$(value_of "$option")
   case $option:$value in
     --display:*) printf '%s\n' normal topic popup ;;
+    *:) ;;
     *:*{*}*) printf '%s\n' "$value" | sed 's/.*{\(.*\)}.*/\1/' | tr ',' '\n' ;;
     *) files ;;
   esac
   exit 0
 fi
 case $1 in
-  -*) options_of ;;
+  -*) listed Options | grep '^--' ;;
   *)
     argument=$(argument_at "$position")
     case $verb:$argument in
-      *:SUBCOMMAND) verbs_of ;;
+      *:SUBCOMMAND) listed Subcommands ;;
       *portal:NAME) documents --kind portal ;;
       *bookcase:NAME) documents --kind pdf ;;
-      *:DOC) documents ;;
+      *:DOC)
+        case $1 in
+          */* | .* | '~'*) files ;;
+          *) documents ;;
+        esac
+        ;;
       *:TAG) topics ;;
       *viewers*:KIND) printf '%s\n' browser pdf ;;
       *:SCOPE) documents --kind html && documents --kind portal && echo orvane ;;
+      *:PROGRAM)
+        case $1 in
+          */* | .* | '~'*) files ;;
+          *) exit 4 ;;
+        esac
+        ;;
       *:QUERY | *:TAB | *:) ;;
       *) files ;;
     esac
