@@ -4,7 +4,7 @@ import os
 from enum import IntEnum
 from typing import Optional, Union
 
-Name = Union[str, bytes, os.PathLike]
+Name = Union[str, bytes, "os.PathLike[str]"]
 
 
 class Result(IntEnum):
@@ -65,4 +65,4 @@ def set_doc_path(roots: Name) -> Result:
 def doc_path() -> Optional[str]:
     return _text("OlhGetDocPath")
 def version() -> str:
-    return _library.OlhVersion().decode()
+    return str(_library.OlhVersion(), "ascii")
