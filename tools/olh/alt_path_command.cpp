@@ -1,6 +1,7 @@
 // olh alt-path [PATHS]: the alternate location of a documentation tree, shown or set.
 #include <array>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "debug_capture.h"

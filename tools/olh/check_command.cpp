@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "checks.h"
 #include "commands.h"

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "doctor_checks.h"

@@ -1,6 +1,7 @@
 // olh list: the documents and portals that the search path holds.
 #include <algorithm>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "commands.h"

@@ -1,6 +1,7 @@
 #include "locate.h"
 
 #include <array>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "olh/support.h"

@@ -6,7 +6,7 @@
 #ifndef OLH_TOOLS_LOCATE_H
 #define OLH_TOOLS_LOCATE_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "olh/olh.h"

@@ -6,7 +6,7 @@
 #ifndef OLH_TOOLS_OUTPUT_H
 #define OLH_TOOLS_OUTPUT_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 

@@ -1,5 +1,6 @@
 // olh paths: the search path, where each root comes from, and what is no root and why.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"

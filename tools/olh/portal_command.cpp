@@ -1,5 +1,6 @@
 // olh portal [NAME] [TAB] and olh bookcase [NAME] [TAG]: the two ways into all documentation.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"

@@ -1,5 +1,6 @@
 // olh search QUERY [SCOPE]: the page with what a search of the documentation finds.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"

@@ -1,6 +1,7 @@
 // olh show DOC [TAG]: a document on the screen; with --print, what would be done to get it there.
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"

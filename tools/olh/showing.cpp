@@ -1,5 +1,7 @@
 #include "showing.h"
 
+#include <nlohmann/json.hpp>
+
 #include "chosen_viewer.h"
 #include "commands.h"
 #include "olh/support.h"

@@ -8,7 +8,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 

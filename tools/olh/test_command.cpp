@@ -1,5 +1,6 @@
 // olh test DOC [TAG]: whether a help call would find the document and its topic.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"

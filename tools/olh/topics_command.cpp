@@ -1,6 +1,7 @@
 // olh topics DOC: the places in a document that a tag can name.
 #include <algorithm>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "destinations.h"

@@ -1,5 +1,6 @@
 // olh version: of the package, and of the library's interface.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "olh/olh.h"

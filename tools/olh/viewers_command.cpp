@@ -1,5 +1,6 @@
 // olh viewers [set|forget]: who chooses the browser and the PDF reader, which program that comes to, whether it runs.
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "chosen_viewer.h"
 #include "commands.h"

@@ -1,6 +1,7 @@
 // olh where DOC: the place of a document; with --all, every place that is tried for it.
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "commands.h"
 #include "locate.h"
