@@ -118,7 +118,7 @@ int check(const Arguments& asked) {
     }
   } else {
     findings.begin("root");
-    findings.error(asked.root, "is no documentation root: it " + reason);
+    findings.error(asked.root, reason);
   }
   const std::string name = root ? root->path : asked.root;
   if (asked.json) {

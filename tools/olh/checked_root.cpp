@@ -8,6 +8,8 @@
 
 #include "environment.h"
 #include "olh/support.h"
+#include "own_child.h"
+#include "path_trial.h"
 #include "root_text.h"
 
 namespace olh {
@@ -101,9 +103,14 @@ std::optional<CheckedRoot> read_root(const std::string& root, std::string& reaso
   CheckedRoot read;
   read.path = full_name(root);
   read.is_web = is_web_root(read.path);
+  if (const auto waiting = root_without_answer(read.path)) {
+    const std::string named = "names " + waiting->path + " in its options file, and that " + no_answer_in_time();
+    reason = waiting->options_file.empty() ? no_answer_in_time() : named + ": nothing more is looked at";
+    return std::nullopt;
+  }
   read.search = find_search_roots(read.path);
   if (!is_searched(read.search, read.path)) {
-    reason = reason_in(read.search, read.path);
+    reason = "is no documentation root: it " + reason_in(read.search, read.path);
     return std::nullopt;
   }
   read.holdings = holdings_of(read.path);

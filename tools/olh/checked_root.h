@@ -45,7 +45,7 @@ struct CheckedRoot {
 };
 
 // Makes ROOT the only root of this process: what the environment says of others is forgotten. Nothing when it is no
-// documentation root; `reason` is then the end of a sentence.
+// documentation root or does not answer; `reason` is then the end of a sentence.
 std::optional<CheckedRoot> read_root(const std::string& root, std::string& reason);
 
 }  // namespace olh

@@ -32,6 +32,8 @@ CLI::App* add_version_command(CLI::App& app, int& exit_code);
 
 // Hidden: `olh` asks itself, in a process of its own, what one URL root holds (root_probe.h).
 CLI::App* add_probe_root_command(CLI::App& app, int& exit_code);
+// Hidden too: builds the search path, where that may never end (path_trial.h).
+CLI::App* add_try_path_command(CLI::App& app, int& exit_code);
 
 // The options that many verbs share.
 inline void add_root_option(CLI::App& verb, std::string& root) {

@@ -30,8 +30,8 @@ struct Machine {
   std::string tag;
 };
 
-// Whether the search path can be built at all in a bearable time. When not, the variables that name URL roots count
-// as not set for the checks that follow. It must come before anything that initialises the library.
+// The roots that do not answer in a bearable time. For the checks that follow they are taken out of the variables that
+// lead to them. It must come before anything that initialises the library.
 Diagnoses check_answering_roots();
 
 Diagnoses check_variables(const Machine& machine);

@@ -1,14 +1,16 @@
 // The documentation roots: whether there are any, what was rejected, how long those behind URLs take to answer.
-#include <chrono>
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
-#include "child.h"
 #include "doctor_checks.h"
 #include "environment.h"
+#include "files.h"
 #include "olh/support.h"
 #include "output.h"
+#include "own_child.h"
+#include "path_trial.h"
 #include "root_probe.h"
 #include "sample.h"
 
@@ -16,7 +18,6 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kVariables[] = {"QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH"};
 constexpr double kSlow = 1000;  // milliseconds
 
 std::string milliseconds(double time) {
@@ -53,22 +54,73 @@ Diagnosis of_root(const SearchRoot& root) {
           named + " takes " + milliseconds(*time) + " to answer, and every lookup asks several times.", ""};
 }
 
+// The elements of a search path, each URL whole again.
+std::vector<std::string> elements_of(const std::string& paths) {
+  std::vector<std::string> elements;
+  bool after_host = false;
+  for (const std::string& element : olh_viewers::pieces_of(paths, ':')) {
+    const bool is_host = !elements.empty() && elements.back() == "http" && element.starts_with("//");
+    const bool is_port = after_host && !element.empty() && element[0] >= '0' && element[0] <= '9';
+    if (is_host || is_port) {
+      elements.back() += ":" + element;
+    } else {
+      elements.push_back(element);
+    }
+    after_host = is_host;
+  }
+  return elements;
+}
+
+// A URL with a port is asked for without it first.
+bool leads_to(std::string element, const std::string& root) {
+  while (element.size() > 1 && element.ends_with('/')) element.pop_back();
+  return element == root || (is_url(root.c_str()) == 1 && element.starts_with(root + ":"));
+}
+
+struct LeftOut {
+  std::string what;
+  std::string cure;  // does the same for the programs that are started from now on
+};
+
+// Takes the root, or the tree whose options file names it, out of the variable that leads there; all of the variable
+// when that cannot be done.
+LeftOut leave_out(const JudgedRoot& waiting) {
+  const std::string& file = waiting.options_file;
+  const std::string root = file.empty() ? waiting.path : file.substr(0, file.rfind('/'));
+  const std::string value = variable(waiting.source.c_str()).value_or("");
+  std::string rest;
+  bool is_found = false;
+  for (const std::string& element : elements_of(value)) {
+    const bool leads = leads_to(element, root);
+    is_found = is_found || leads;
+    if (!leads) rest += (rest.empty() ? "" : ":") + element;
+  }
+  if (is_found && !rest.empty()) {
+    setenv(waiting.source.c_str(), rest.c_str(), 1);
+    return {root, "export " + command_line({waiting.source + "=" + rest})};
+  }
+  for (const char* name : kRootVariables)
+    if (value.empty() || waiting.source == name) unsetenv(name);
+  return {waiting.source, "unset " + waiting.source};
+}
+
+// The lines that name alternates become comments. 'olh alt-path' would wait as well.
+std::string cure_in(const std::string& options_file) {
+  const bool may_write = access(options_file.c_str(), W_OK) == 0;
+  return (may_write ? "" : "sudo ") + command_line({"sed", "-i", "/QEL_ALT_DOC_PATH/Is/^/# /", options_file});
+}
+
 }  // namespace
 
 Diagnoses check_answering_roots() {
-  const auto begin = std::chrono::steady_clock::now();
-  const bool is_built = olh_viewers::output_of({own_program(), "paths"}).has_value();
-  constexpr auto kNearlyTheLimit = std::chrono::seconds(9);
-  if (is_built || std::chrono::steady_clock::now() - begin < kNearlyTheLimit) return {};
   Diagnoses diagnoses;
-  for (const char* name : kVariables) {
-    const std::string value = variable(name).value_or("");
-    if (value.find("http://") == std::string::npos) continue;
+  while (const std::optional<JudgedRoot> waiting = root_without_answer("")) {
+    const LeftOut left_out = leave_out(*waiting);
     diagnoses.push_back({State::kProblem,
-                         std::string(name) + " names a root behind a URL, and the search path is not built " +
-                             "within 10 seconds: programs wait for it. From here on it is left out.",
-                         std::string("unset ") + name});
-    unsetenv(name);
+                         waiting->path + " (" + origin(*waiting) + ") " + no_answer_in_time() +
+                             ", and every program that asks for help waits for it. What follows is told without " +
+                             left_out.what + ".",
+                         waiting->options_file.empty() ? left_out.cure : cure_in(waiting->options_file)});
   }
   return diagnoses;
 }

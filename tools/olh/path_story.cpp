@@ -59,6 +59,7 @@ class StoryReader {
       if (std::none_of(story_.spoilt.begin(), story_.spoilt.end(), is_known))
         story_.spoilt.push_back({file, 0, "no regular file of at most 256 KiB that can be read"});
     }
+    if (pending_) story_.waiting = root_at_hand(*pending_);
     return std::move(story_);
   }
 
@@ -74,14 +75,19 @@ class StoryReader {
       url_answer_ = "no HTTP/1.1 answer";
       return;
     }
-    JudgedRoot root = inside_options_;
-    root.path = pending_.value_or("");
-    root.source = source_;
+    JudgedRoot root = root_at_hand(pending_.value_or(""));
     root.accepted = text == "done";
     if (!root.accepted) root.reason = reason_for(root.path, text);
     if (!root.parent.empty() && root.parent == root.path) root.parent.clear();
     pending_.reset();
     judged_.push_back(std::move(root));
+  }
+
+  JudgedRoot root_at_hand(const std::string& path) const {
+    JudgedRoot root = inside_options_;
+    root.path = path;
+    root.source = source_;
+    return root;
   }
 
   std::string reason_for(const std::string& path, std::string_view text) const {

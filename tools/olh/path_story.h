@@ -3,11 +3,12 @@
 // Knows    the lines of SetOlhDocPath, ReadQelDocOptions, ValidDocPath and ValidURL, and what they tell together.
 // Not      which root comes before which (search_roots asks a lookup for that), how the lines are caught
 //          (debug_capture).
-// For      search_roots and alt_path_command.
+// For      search_roots, path_trial and alt_path_command.
 #ifndef OLH_TOOLS_PATH_STORY_H
 #define OLH_TOOLS_PATH_STORY_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ struct PathStory {
   std::vector<JudgedRoot> added;  // in the order in which they were added; a root may come again
   std::vector<JudgedRoot> rejected;
   std::vector<SpoiltFile> spoilt;
+  std::optional<JudgedRoot> waiting;  // was asked, and had not answered when the lines ended
 };
 
 // Reads the lines of one piece of work. `source` is what led to roots before the first variable was read.

@@ -15,10 +15,11 @@ namespace olh {
 
 enum class Presence { kYes, kNo, kCannotTell };
 
-// For each URL, all of them below `root`, whether it is there.
+// For each URL, all of them below `root`, whether it is there; kCannotTell from the first on that is not answered in
+// time.
 std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls);
 
-// How many milliseconds the root takes to answer one question; nothing when it could not be asked.
+// How many milliseconds the root takes to answer one question; nothing when it could not be asked, or not in time.
 std::optional<double> probe_time(const std::string& root);
 
 }  // namespace olh

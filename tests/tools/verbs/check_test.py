@@ -120,6 +120,15 @@ class Check(Scene):
         self.assertEqual([f[3] for f in served if f[:2] == ("error", "tags")], [8, 9, 11])
         self.assertEqual(self.olh("check", "--tags", str(self.dir / "none"), str(self.docs)).returncode, 64)
 
+    def test_a_root_that_never_answers_does_not_hang_the_check(self):
+        silent = self.silent_server()
+        write(self.docs / OPTIONS, f'QEL_ALT_DOC_PATH="{silent}"\n')
+        for root, said in ((f"{silent}/docs", f"{silent}/docs does not answer within"),
+                           (str(self.docs), f"{self.docs} names {silent} in its options file, and that does not answer within")):
+            done = self.olh("check", root)
+            self.assertEqual(done.returncode, 2)
+            self.assertIn(f"error    {said}", done.stdout)
+
     def test_what_is_no_root(self):
         for root, reason in ((self.dir / "missing", "does not exist"), (self.home, "holds no htmldocs"),
                              ("http://127.0.0.1:1", "neither htmldocs/qelhelp.htm nor")):

@@ -1,8 +1,9 @@
 """olh doctor: each fault alone on a machine that is otherwise right, and what is said to mend it."""
 import json
+import subprocess
 import unittest
 
-from scene import BUILD, Scene
+from scene import BUILD, Scene, write
 
 
 class Doctor(Scene):
@@ -42,6 +43,19 @@ class Doctor(Scene):
         spoilt = [f for f in answer["findings"] if f["step"] == "option_files"][0]
         self.assertIn(f"{bad}, line 2", spoilt["sentence"])
         self.assertEqual((spoilt["cure"], answer["result"]), (f"sed -i '2s/^/# /' {bad}", 2))
+
+    def test_roots_that_never_answer_are_named_and_left_out(self):
+        tree, silent = self.make_root("tree"), self.silent_server()
+        options = write(tree / "qel_doc_options.ini", f'QEL_ALT_DOC_PATH="{silent}/alternate"\n')
+        answer = self.found("guide", QEL_DOC_PATH=f"{self.docs}:{silent}/docs:{tree}")
+        waiting = [f for f in answer["findings"] if "does not answer within" in f["sentence"]]
+        self.assertEqual([(f["state"], f["sentence"].split(" does not")[0], f["cure"]) for f in waiting], [
+            ("problem", f"{silent}/docs (QEL_DOC_PATH)", f"export QEL_DOC_PATH={self.docs}:{tree}"),
+            ("problem", f"{silent}/alternate ({options}, which QEL_DOC_PATH leads to)",
+             f"sed -i '/QEL_ALT_DOC_PATH/Is/^/# /' {options}")])
+        subprocess.run(waiting[1]["cure"], shell=True, check=True)
+        self.assertEqual([root["path"] for root in self.json("paths", QEL_DOC_PATH=str(tree))["roots"]], [str(tree)])
+        self.assertEqual([f["state"] for f in answer["findings"] if f["step"] == "document"], ["ok"])
 
     def test_a_document_and_its_topic(self):
         for words, state in [(["guide", "intro"], "ok"), (["guide", "gone"], "problem"), (["missing"], "problem")]:

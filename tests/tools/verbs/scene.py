@@ -3,6 +3,7 @@ A test file runs with the build directory as its first argument."""
 import json
 import re
 import shutil
+import socket
 import subprocess
 import sys
 import tempfile
@@ -75,6 +76,12 @@ class Scene(unittest.TestCase):
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
         return f"http://127.0.0.1:{server.server_address[1]}"
+
+    def silent_server(self):
+        """The http:// address of a server that takes a connection and never answers."""
+        server = socket.create_server(("127.0.0.1", 0))
+        self.addCleanup(server.close)
+        return f"http://127.0.0.1:{server.getsockname()[1]}"
 
     def olh(self, *words, **variables):
         """Runs olh. A variable given as None is unset."""

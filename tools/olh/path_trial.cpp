@@ -1,0 +1,45 @@
+#include "path_trial.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "commands.h"
+#include "olh/support.h"
+#include "output.h"
+#include "own_child.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kVerb = "try-path";
+
+// In the process of its own: the debug lines go to whoever asked.
+int build_path(const std::string& host_roots) {
+  dup2(STDOUT_FILENO, STDERR_FILENO);
+  unsetenv("OLH_LOG_HELP");
+  setenv("OLH_DEBUG", "1", 1);
+  setDebugVariable();
+  OlhDocListInit();
+  if (!host_roots.empty()) OlhSetDocPath(host_roots.c_str());
+  return 0;
+}
+
+}  // namespace
+
+std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
+  const OwnOutput lines = output_of_own_child({kVerb, "--", host_roots});
+  return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
+}
+
+CLI::App* add_try_path_command(CLI::App& app, int& exit_code) {
+  CLI::App* verb = app.add_subcommand(kVerb)->group("");
+  const auto host_roots = std::make_shared<std::string>();
+  verb->add_option("roots", *host_roots);
+  verb->callback([host_roots, &exit_code] { exit_code = build_path(*host_roots); });
+  return verb;
+}
+
+}  // namespace olh
