@@ -2,15 +2,14 @@
 
 #include <cstdio>
 
-#include "child.h"
 #include "choice.h"
 #include "display.h"
 #include "file_address.h"
 #include "files.h"
 #include "running.h"
+#include "start.h"
 #include "text_view.h"
 #include "url.h"
-#include "viewer_environment.h"
 
 namespace olh_viewers {
 
@@ -37,10 +36,6 @@ void warn(const Choice& choice, const std::string& url, const Trace& trace) {
   const std::string own = variable("DISPLAY");
   if (!display.empty() && !own.empty() && !is_same_display(display, own))
     trace.complain("note: " + choice.program + " runs on the display " + display + ", where the page will open.");
-  if (choice.row->needs_session_bus && !has_session_bus() && is_running(*choice.row))
-    trace.complain("note: " + choice.program +
-                   " runs already, and without a session bus it cannot take the page: it may " +
-                   "say that it must be closed. Set DBUS_SESSION_BUS_ADDRESS to the session's.");
 }
 
 int dry_run(const Words& command, const std::string& source) {
@@ -85,12 +80,8 @@ int open_in_browser(BrowserRequest request, const Trace& trace) {
       has_url ? open_command(choice, {request.url, file_of(request.url), "", 0}) : start_command(choice);
   if (request.dry_run) return dry_run(command, choice.source);
   warn(choice, request.url, trace);
-  trace.note(shown(command) + " (" + choice.source + ")");
-  std::string said;
   const bool is_remote = request.kind == BrowserRequest::Kind::kRemote;
-  const int status = start_and_watch(command, is_remote ? kWatchHandOver : kWatchStart, said);
-  if (status != kExitShown) trace.complain(choice.program + " " + said + ".");
-  return status;
+  return start_viewer(choice, command, is_remote ? kWatchHandOver : kWatchStart, trace);
 }
 
 }  // namespace olh_viewers

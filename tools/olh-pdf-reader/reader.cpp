@@ -4,11 +4,11 @@
 
 #include <cstdio>
 
-#include "child.h"
 #include "choice.h"
 #include "display.h"
 #include "files.h"
 #include "pdf_places.h"
+#include "start.h"
 #include "text_view.h"
 #include "url.h"
 
@@ -86,11 +86,7 @@ int open_in_reader(const ReaderRequest& request, const Trace& trace) {
     std::printf("%s    (%s)\n", shown(command).c_str(), choice.source.c_str());
     return kExitShown;
   }
-  trace.note(shown(command) + " (" + choice.source + ")");
-  std::string said;
-  const int status = start_and_watch(command, kWatchStart, said);
-  if (status != kExitShown) trace.complain(choice.program + " " + said + ".");
-  return status;
+  return start_viewer(choice, command, kWatchStart, trace);
 }
 
 }  // namespace olh_viewers

@@ -33,7 +33,7 @@ Diagnosis of_session_bus() {
   if (!browser.row->needs_session_bus)
     return {State::kOk, "There is no session bus, and " + browser.program + " needs none.", ""};
   return {State::kWarning,
-          "There is no session bus: when " + browser.program + " runs already, it cannot take a page.",
+          "There is no session bus: when " + browser.program + " was started like this, it can take no second page.",
           "eval \"$(dbus-launch --sh-syntax)\""};
 }
 

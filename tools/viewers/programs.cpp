@@ -13,9 +13,10 @@ const Words kNamed = {"%u#nameddest=%e"};
 const Words kPaged = {"%u#page=%n"};
 const Words kNone = {};
 
+// On the bus every edition has a name of its own below "org.mozilla".
 const Traces kFirefoxTraces = {
     {".mozilla/firefox/*/lock", "%c/mozilla/firefox/*/lock", "snap/firefox/common/.mozilla/firefox/*/lock"},
-    "",
+    "org.mozilla",
     "firefox"};
 const Traces kEpiphanyTraces = {{}, "org.gnome.Epiphany", "epiphany"};
 

@@ -31,7 +31,7 @@ struct Program {
   Words at_destination;            // a PDF at a named destination
   Words at_page;                   // a PDF at a page
   Traces traces;                   // by which it is seen to run
-  bool needs_session_bus = false;  // without one it cannot hand over to a running window
+  bool needs_session_bus = false;  // its running window takes pages over the bus only, under the name in `traces`
   bool takes_plain_names_only = false;  // its start script breaks other destinations into words
 };
 

@@ -15,8 +15,9 @@ namespace olh_viewers {
 
 namespace {
 
-// A ping answers at once: a bus that does not is left out.
+// A ping answers at once: a bus that does not is left out. Before a page is given away there is more time.
 constexpr int kMillisecondsForBus = 500;
+constexpr int kMillisecondsBeforeHandOver = 1500;
 
 // What a pattern of the table names: at most one part of it is "*", any name in that directory.
 Words paths_of(const std::string& pattern) {
@@ -62,16 +63,22 @@ bool is_bus_name(std::string_view name, std::string_view wanted) {
 }
 
 // Nothing when the bus cannot be asked.
-std::optional<bool> is_on_bus(std::string_view wanted) {
+std::optional<bool> is_on_bus(std::string_view wanted, int milliseconds) {
   if (wanted.empty() || !has_session_bus() || find_program("dbus-send").empty()) return std::nullopt;
   const std::optional<std::string> listing =
       output_of({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
                  "org.freedesktop.DBus.ListNames"},
-                "", kMillisecondsForBus);
+                "", milliseconds);
   if (!listing) return std::nullopt;
   const Words pieces = pieces_of(*listing, '"');
   return std::any_of(pieces.begin(), pieces.end(),
                      [wanted](const std::string& piece) { return is_bus_name(piece, wanted); });
+}
+
+int process_of_running(const Program& program) {
+  const Traces& traces = program.traces;
+  if (!traces.locks.empty()) return process_of_locks(traces);
+  return is_running(program) ? process_named(traces.process) : 0;
 }
 
 }  // namespace
@@ -79,14 +86,23 @@ std::optional<bool> is_on_bus(std::string_view wanted) {
 bool is_running(const Program& program) {
   const Traces& traces = program.traces;
   if (!traces.locks.empty()) return process_of_locks(traces) != 0;
-  return is_on_bus(traces.bus_name).value_or(process_named(traces.process) != 0);
+  return is_on_bus(traces.bus_name, kMillisecondsForBus).value_or(process_named(traces.process) != 0);
+}
+
+std::string objection_to_hand_over(const Program& program) {
+  const int process = program.needs_session_bus ? process_of_running(program) : 0;
+  if (process == 0) return "";
+  const std::string bus = variable_of_process(process, kBusVariable);
+  if (!bus.empty()) use_session_bus(bus);
+  if (!has_session_bus()) return "it was started without a session bus";
+  if (find_program("dbus-send").empty()) return "";  // nobody can tell
+  const std::optional<bool> listens = is_on_bus(program.traces.bus_name, kMillisecondsBeforeHandOver);
+  if (!listens) return "its session bus does not answer";
+  return *listens ? "" : "it is not on the session bus";
 }
 
 std::string display_of_running(const Program& program) {
-  const Traces& traces = program.traces;
-  const int process = !traces.locks.empty() ? process_of_locks(traces)
-                      : is_running(program) ? process_named(traces.process)
-                                            : 0;
+  const int process = process_of_running(program);
   return process == 0 ? "" : variable_of_process(process, "DISPLAY");
 }
 

@@ -16,6 +16,10 @@ namespace olh_viewers {
 // none.
 bool is_running(const Program& program);
 
+// Why it, which runs, cannot be given a page: the end of a sentence, "" when it can. One that takes pages over the session
+// bus listens on the bus it was started with, whichever the caller has: from here on that one is used.
+std::string objection_to_hand_over(const Program& program);
+
 // The X display that its process was started on; "" when that cannot be told, or it does not run.
 std::string display_of_running(const Program& program);
 

@@ -17,7 +17,6 @@ constexpr std::array<std::string_view, 9> kOfTheHost = {"LD_LIBRARY_PATH",   "LD
                                                         "GTK_PATH",          "GDK_PIXBUF_MODULE_FILE",
                                                         "GIO_EXTRA_MODULES", "PYTHONHOME",
                                                         "PYTHONPATH"};
-constexpr const char* kBusVariable = "DBUS_SESSION_BUS_ADDRESS";
 
 bool is_of_the_host(std::string_view name) {
   return std::find(kOfTheHost.begin(), kOfTheHost.end(), name) != kOfTheHost.end();
@@ -52,5 +51,7 @@ Words viewer_environment() {
 }
 
 bool has_session_bus() { return is_set(kBusVariable) || !usual_bus().empty(); }
+
+void use_session_bus(const std::string& address) { setenv(kBusVariable, address.c_str(), 1); }
 
 }  // namespace olh_viewers

@@ -13,8 +13,13 @@ namespace olh_viewers {
 // NAME=VALUE each.
 Words viewer_environment();
 
+inline constexpr const char* kBusVariable = "DBUS_SESSION_BUS_ADDRESS";
+
 // Whether a session bus can be found, from the variable or at its usual place.
 bool has_session_bus();
+
+// From here on this process and the viewers it starts use the session bus at that address.
+void use_session_bus(const std::string& address);
 
 }  // namespace olh_viewers
 

@@ -144,6 +144,29 @@ class Adapters(unittest.TestCase):
         # The screen does not count, nor a display of this adapter that is no X display.
         self.assertNotIn("runs on the display", self.browser("http://h/", DISPLAY=":7.0").stderr)
 
+    def test_a_page_for_a_running_firefox_goes_over_its_own_session_bus_or_is_not_lost_in_silence(self):
+        self.locked("firefox", DBUS_SESSION_BUS_ADDRESS="unix:path=/its/own")
+        given, listing = self.dir / "given", self.dir / "names"
+        self.script("firefox", f'echo "$* $DBUS_SESSION_BUS_ADDRESS" >>{given}')
+        self.script("dbus-send", f'[ "$DBUS_SESSION_BUS_ADDRESS" = unix:path=/its/own ] && exec /bin/cat {listing}')
+        listing.write_text('string "org.mozilla.firefox.L2hvbWU_"\n')
+        calls = (["-remote", "openURL(http://h/,new-tab)"], ["http://h/"])
+        for words in calls:
+            for own in (None, "unix:path=/another"):
+                done = self.browser(*words, DBUS_SESSION_BUS_ADDRESS=own)
+                self.assertEqual((done.returncode, done.stderr), (0, ""), own)
+        self.assertEqual(given.read_text().splitlines(), ["--new-tab http://h/ unix:path=/its/own"] * 4)
+        # One that nobody can reach is not started a second time: it would only say that it must be closed.
+        given.unlink()
+        listing.write_text('string "org.gnome.Epiphany"\n')
+        for why in ("it is not on the session bus", "its session bus does not answer"):
+            for words in calls:
+                done = self.browser(*words)
+                self.assertEqual(done.returncode, 1, why)
+                self.assertIn(f"firefox runs already and cannot be given the page: {why}.", done.stderr)
+            listing.unlink(missing_ok=True)
+        self.assertFalse(given.exists())
+
     def test_the_line_of_every_browser(self):
         plain, forms = "file:///d/index.htm#context=&topic=b", {}
         for name in ("firefox-esr", "firefox"):
