@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   expect(write(file.get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "the bytes are there");
   lseek(file.get(), 0, SEEK_SET);
   static olh::PieceBlocks blocks;
-  blocks.start(std::move(file));
+  blocks.start({std::move(file), bytes.size()});
   expect(olh::pdf_title(blocks) == plain_title(bytes), "the title of the slow rule");
   return 0;
 }

@@ -19,6 +19,8 @@ class Directory {
   ~Directory();
 
   explicit operator bool() const noexcept { return stream_ != nullptr; }
+  // For opening what lies in it; stays the directory's own.
+  int descriptor() const noexcept { return stream_ == nullptr ? -1 : dirfd(stream_); }
   // The next name, valid until the next call; null at the end, after a failure, and without an open directory.
   const char* next() noexcept;
   // Whether the names ended in a failure, so that some of them may be missing.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "regular_file.h"
 #include "retry.h"
 
 namespace olh {
@@ -15,7 +16,7 @@ constexpr std::size_t kNoLine = 0;
 }  // namespace
 
 LineReader::LineReader(const char* path, std::size_t longest)
-    : file_(open_regular_file(path)), longest_(std::max<std::size_t>(longest, 1)) {}
+    : file_(open_regular_file(path).descriptor), longest_(std::max<std::size_t>(longest, 1)) {}
 
 bool LineReader::next(std::string_view& line) {
   std::size_t length = complete_length();

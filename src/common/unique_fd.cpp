@@ -1,7 +1,6 @@
 #include "unique_fd.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,13 +22,6 @@ bool UniqueFd::close() noexcept {
   const int fd = std::exchange(fd_, -1);
   // After EINTR the descriptor is closed all the same on Linux: a second close could hit somebody else's.
   return fd < 0 || ::close(fd) == 0 || errno == EINTR;
-}
-
-UniqueFd open_regular_file(const char* path) noexcept {
-  UniqueFd file(::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status = {};
-  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return UniqueFd();
-  return file;
 }
 
 }  // namespace olh

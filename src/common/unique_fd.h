@@ -35,10 +35,6 @@ class UniqueFd {
   int fd_ = -1;
 };
 
-// Opens a regular file for reading, without blocking on a FIFO or device in its place. What is no regular
-// file counts as unreadable: an empty result.
-UniqueFd open_regular_file(const char* path) noexcept;
-
 }  // namespace olh
 
 #endif

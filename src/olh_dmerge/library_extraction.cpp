@@ -30,12 +30,17 @@ bool is_no_library(std::string_view name) {
   return false;
 }
 
+// Files are opened from the directory that lists them: a long path to the root is then walked once, not once a document.
+// "./" keeps a name below it that begins with a backslash.
+
 // A library is whatever has a data file; one whose file names no title goes by its own name.
 void add_libraries(std::string_view root, PieceBlocks& blocks) {
   Directory libraries(clean_path({root, "/htmldocs/"}).c_str());
+  std::string path;
   while (const char* name = libraries.next()) {
     if (is_no_library(name)) continue;
-    UniqueFd data_file = open_regular_file(clean_path({root, "/htmldocs/", name, "/QELdata/QELAllData.js"}).c_str());
+    const char* const table = put_clean_path(path, {"./", name, "/QELdata/QELAllData.js"});
+    RegularFile data_file = open_regular_file(table, libraries.descriptor());
     if (!data_file) continue;
     blocks.start(std::move(data_file));
     const auto title = library_title(blocks);
@@ -54,11 +59,13 @@ std::string_view pdf_document_name(std::string_view file) {
 class PdfDocuments {
  public:
   PdfDocuments(std::string_view root, PieceBlocks& blocks)
-      : root_(root), blocks_(blocks), documents_(lleHead), portal_titles_(pdfTitlesHead) {}
+      : files_(clean_path({root, "/pdfdocs/"}).c_str()),
+        blocks_(blocks),
+        documents_(lleHead),
+        portal_titles_(pdfTitlesHead) {}
 
   void add_all() {
-    Directory files(clean_path({root_, "/pdfdocs/"}).c_str());
-    while (const char* file = files.next()) {
+    while (const char* file = files_.next()) {
       const std::string_view name = pdf_document_name(file);
       if (!name.empty()) take(file, name);
     }
@@ -78,7 +85,7 @@ class PdfDocuments {
 
   // A file that cannot be read to its title or its end is left out.
   void scan(std::string_view file, std::string_view name) {
-    UniqueFd pdf = open_regular_file(clean_path({root_, "/pdfdocs/", file}).c_str());
+    RegularFile pdf = open_regular_file(put_clean_path(path_, {"./", file}), files_.descriptor());
     if (!pdf) return;
     blocks_.start(std::move(pdf));
     const std::string title = pdf_title(blocks_);
@@ -90,7 +97,8 @@ class PdfDocuments {
     documents_.add(lleHead);
   }
 
-  std::string_view root_;
+  Directory files_;
+  std::string path_;
   PieceBlocks& blocks_;
   NameIndex documents_;
   NameIndex portal_titles_;

@@ -18,10 +18,17 @@ std::string joined(std::initializer_list<std::string_view> parts) {
 }
 
 std::string clean_path(std::initializer_list<std::string_view> parts) {
-  std::string path = joined(parts);
+  std::string path;
+  put_clean_path(path, parts);
+  return path;
+}
+
+const char* put_clean_path(std::string& path, std::initializer_list<std::string_view> parts) {
+  path.clear();
+  append(path, parts);
   cleanPath(path.data());
   path.resize(std::strlen(path.c_str()));
-  return path;
+  return path.c_str();
 }
 
 }  // namespace olh

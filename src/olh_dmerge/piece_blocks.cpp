@@ -32,8 +32,9 @@ std::size_t last_boundary(std::string_view block, std::size_t boundary, std::siz
 
 PieceBlocks::PieceBlocks() : buffer_(std::make_unique_for_overwrite<char[]>(kCarried + kBlock)) {}
 
-void PieceBlocks::start(UniqueFd file) noexcept {
+void PieceBlocks::start(RegularFile file) noexcept {
   file_ = std::move(file);
+  read_ = 0;
   begin_ = end_ = buffer_.get() + kCarried;
   at_end_ = failed_ = false;
 }
@@ -56,10 +57,11 @@ bool PieceBlocks::read_more() noexcept {
   char* const place = buffer_.get() + kCarried;
   if (carried != 0) std::memmove(place - carried, begin_, carried);
   begin_ = place - carried;
-  const ssize_t got = retry_interrupted([this, place] { return ::read(file_.get(), place, kBlock); });
+  const ssize_t got = retry_interrupted([this, place] { return ::read(file_.descriptor.get(), place, kBlock); });
   failed_ = got < 0;
-  at_end_ = got <= 0;
   end_ = place + std::max<ssize_t>(got, 0);
+  read_ += static_cast<std::uint64_t>(end_ - place);
+  at_end_ = got <= 0 || read_ == file_.size;
   return !failed_ && end_ != begin_;
 }
 

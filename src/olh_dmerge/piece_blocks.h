@@ -2,6 +2,7 @@
 //
 // Knows    that a piece ends with its line feed or after kLongestLine bytes, that each block begins at such a boundary,
 //          and that what follows a block's last boundary is carried to the next.
+//          A file is not asked for more once all that it held when it was opened has been read.
 // Not      what is looked for; a rare word is searched in the whole block, and its piece worked out only around a hit.
 // Owns     one block, for one file after the other.
 // For      the title searches of this room. Files with a rule for each line are read with LineReader.
@@ -9,10 +10,11 @@
 #define OLH_DMERGE_PIECE_BLOCKS_H
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
-#include "unique_fd.h"
+#include "regular_file.h"
 
 namespace olh {
 
@@ -21,7 +23,7 @@ class PieceBlocks {
   PieceBlocks();
 
   // Begins with another file.
-  void start(UniqueFd file) noexcept;
+  void start(RegularFile file) noexcept;
   // Gives the next whole pieces, valid until the next call. False at the end of the file and after a failure.
   bool next(std::string_view& block) noexcept;
   // Whether reading ended in a failure and not at the end of the file.
@@ -31,8 +33,9 @@ class PieceBlocks {
   bool read_more() noexcept;
 
   std::unique_ptr<char[]> buffer_;
-  UniqueFd file_;
-  char* begin_ = nullptr;  // of what has not been handed out
+  RegularFile file_;
+  std::uint64_t read_ = 0;  // bytes of the file
+  char* begin_ = nullptr;   // of what has not been handed out
   char* end_ = nullptr;
   bool at_end_ = true;
   bool failed_ = false;

@@ -1,16 +1,16 @@
 #include "option_dictionary.h"
 
-#include <sys/stat.h>
-
+#include <cstdint>
 #include <utility>
 
 #include "olh/support.h"
+#include "regular_file.h"
 
 namespace olh {
 
 namespace {
 
-constexpr off_t kLargestOptionFile = 256 * 1024;
+constexpr std::uint64_t kLargestOptionFile = 256 * 1024;
 
 // The descriptor is gone before the INI reader opens the file itself: what is asked here is only whether it may.
 bool is_loadable(const char* file) noexcept {
@@ -20,10 +20,8 @@ bool is_loadable(const char* file) noexcept {
 }  // namespace
 
 UniqueFd open_option_file(const char* file) noexcept {
-  UniqueFd opened = open_regular_file(file);
-  struct stat status = {};
-  const bool readable = opened && fstat(opened.get(), &status) == 0 && status.st_size <= kLargestOptionFile;
-  return readable ? std::move(opened) : UniqueFd();
+  RegularFile opened = open_regular_file(file);
+  return opened.size <= kLargestOptionFile ? std::move(opened.descriptor) : UniqueFd();
 }
 
 OptionDictionary::OptionDictionary(const char* file) noexcept

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "dmerge_scene.h"
@@ -53,6 +54,20 @@ TEST_F(LibraryLists, BothForms) {
   EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
   EXPECT_EQ(entries(), "B|b|pdf;A|a|both;");
   EXPECT_EQ(numLleEntries, 2);
+}
+
+// A backslash in a name counts as a slash; one in front must not lead out of the root.
+TEST_F(LibraryLists, ABackslashLeadsNoDocumentOutOfTheRoot) {
+  write("outside/QELdata/QELAllData.js", "QELAddBookVar(\"DocTitle\",\"A\");");
+  write("outside.pdf", "pdf:Title='B'");
+  std::string outside = std::filesystem::path(root).parent_path() / "outside";
+  std::replace(outside.begin(), outside.end(), '/', '\\');
+  make("htmldocs/" + outside);
+  put("pdfdocs/" + outside + ".pdf", "pdf:Title='C'");
+  put("htmldocs/a/b/QELdata/QELAllData.js", "QELAddBookVar(\"DocTitle\",\"D\");");
+  make("htmldocs/a\\b");
+  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(entries(), "D|a\\b|html;");
 }
 
 TEST_F(LibraryLists, SortedByBytesAndEachNameOnce) {

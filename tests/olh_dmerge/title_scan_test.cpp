@@ -81,6 +81,21 @@ TEST_F(TitleScan, AgreesWithTheSlowRule) {
   }
 }
 
+// A file may end with a block, and grow while it is read.
+TEST_F(TitleScan, ReadsToTheEndOfTheFile) {
+  constexpr std::size_t kBlock = 256 * 1024;
+  const std::string title = "pdf:Title='A'";
+  for (const std::size_t size : {kBlock - 1, kBlock, kBlock + 1, 2 * kBlock})
+    EXPECT_EQ(title_of(std::string(size - title.size(), '\n') + title), "A") << size;
+  const std::string path = put("growing.pdf", std::string(kBlock + 1, '\n'));
+  blocks.start(olh::open_regular_file(path.c_str()));
+  std::string_view block;
+  EXPECT_TRUE(blocks.next(block));
+  put("growing.pdf", std::string(kBlock + 2, '\n') + title);
+  EXPECT_EQ(olh::pdf_title(blocks), "A");
+  EXPECT_FALSE(blocks.failed());
+}
+
 TEST_F(TitleScan, LibraryTitle) {
   const struct {
     std::string table;
