@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "bounded_text.h"
 #include "generated_file.h"
 #include "line_reader.h"
 #include "paths.h"
@@ -17,12 +16,12 @@ constexpr std::string_view kReleaseNameMark = "<!-- Insert release name here -->
 constexpr std::string_view kLinkAttributes = "\" class=\"doctagging\" target=\"_blank\">";
 
 void append_rows(std::string& page, const Entries& entries) {
-  for (const LibListEntry* entry : entries) {
-    if (!is_listed(*entry)) continue;
-    const std::string_view name = entry->docName;
-    append(page, {"<tr><td>", text_of(entry->title), "</td><td class=\"right\">\n"});
-    if (has_html(*entry)) append(page, {"<a href=\"../htmldocs/", name, "/index.htm", kLinkAttributes, "HTM</a>\n"});
-    if (has_pdf(*entry)) append(page, {"<a href=\"../pdfdocs/", name, ".pdf", kLinkAttributes, "PDF</a>\n"});
+  for (const ListedEntry& entry : entries) {
+    if (!is_listed(entry)) continue;
+    append(page, {"<tr><td>", entry.title, "</td><td class=\"right\">\n"});
+    if (has_html(entry))
+      append(page, {"<a href=\"../htmldocs/", entry.name, "/index.htm", kLinkAttributes, "HTM</a>\n"});
+    if (has_pdf(entry)) append(page, {"<a href=\"../pdfdocs/", entry.name, ".pdf", kLinkAttributes, "PDF</a>\n"});
     page += "</td></tr>\n";
   }
 }

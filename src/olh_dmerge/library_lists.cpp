@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -31,39 +32,41 @@ constexpr std::string_view kLibraryHeader =
 // All entries by title, and by name where titles are equal, so that two runs give the same lists.
 Entries sorted_entries() {
   Entries entries;
-  for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) entries.push_back(entry);
-  std::sort(entries.begin(), entries.end(), [](const LibListEntry* a, const LibListEntry* b) {
-    const int order = compare_entries(a, b);
-    return order != 0 ? order < 0 : text_of(a->docName) < text_of(b->docName);
+  for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next)
+    entries.push_back({text_of(entry->title), text_of(entry->docName), entry});
+  std::sort(entries.begin(), entries.end(), [](const ListedEntry& a, const ListedEntry& b) {
+    const int order = a.title.compare(b.title);
+    return order != 0 ? order < 0 : a.name < b.name;
   });
   return entries;
 }
 
 // Of the entries with one name the first keeps it; the others are listed nowhere any more.
 void remove_repeated_names(const Entries& entries) {
-  std::unordered_set<std::string_view> names;
+  std::pmr::monotonic_buffer_resource memory;
+  std::pmr::unordered_set<std::string_view> names(&memory);
   names.reserve(entries.size());
-  for (LibListEntry* entry : entries)
-    if (entry->docName != nullptr && !names.insert(entry->docName).second) discard(entry->docName);
+  for (const ListedEntry& entry : entries)
+    if (is_listed(entry) && !names.insert(entry.name).second) discard(entry.record->docName);
 }
 
 std::string list_for_libraries(const Entries& entries) {
   std::string text(kLibraryHeader);
-  for (const LibListEntry* entry : entries)
-    if (is_listed(*entry) && has_html(*entry))
-      append(text, {"   mLibraryList.push([\"", text_of(entry->title), "\",\"", entry->docName, "\"] );\n"});
+  for (const ListedEntry& entry : entries)
+    if (is_listed(entry) && has_html(entry))
+      append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\"] );\n"});
   text += "\n\nvar mPDFList = new Array();\n";
-  for (const LibListEntry* entry : entries)
-    if (is_listed(*entry) && has_pdf(*entry)) append(text, {"   mPDFList.push(\"", entry->docName, "\");\n"});
+  for (const ListedEntry& entry : entries)
+    if (is_listed(entry) && has_pdf(entry)) append(text, {"   mPDFList.push(\"", entry.name, "\");\n"});
   return text;
 }
 
 std::string list_for_portals(const Entries& entries) {
   std::string text(kLibraryHeader);
-  for (const LibListEntry* entry : entries) {
-    if (!is_listed(*entry)) continue;
-    append(text, {"   mLibraryList.push([\"", text_of(entry->title), "\",\"", entry->docName, "\""});
-    if (entry->type != nullptr) append(text, {",\"", entry->type, "\""});
+  for (const ListedEntry& entry : entries) {
+    if (!is_listed(entry)) continue;
+    append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\""});
+    if (entry.record->type != nullptr) append(text, {",\"", entry.record->type, "\""});
     text += "] );\n";
   }
   return text;

@@ -12,16 +12,22 @@
 
 namespace olh {
 
-using Entries = std::vector<LibListEntry*>;
+// An entry with its texts measured. The record tells what it is and whether it still has its name.
+struct ListedEntry {
+  std::string_view title;
+  std::string_view name;
+  LibListEntry* record;
+};
+using Entries = std::vector<ListedEntry>;
 
-inline bool is_listed(const LibListEntry& entry) noexcept { return entry.docName != nullptr; }
+inline bool is_listed(const ListedEntry& entry) noexcept { return entry.record->docName != nullptr; }
 
-inline bool has_html(const LibListEntry& entry) noexcept {
-  return entry.type == nullptr || entry.type == std::string_view(kHtmlType);
+inline bool has_html(const ListedEntry& entry) noexcept {
+  return entry.record->type == nullptr || entry.record->type == std::string_view(kHtmlType);
 }
 
-inline bool has_pdf(const LibListEntry& entry) noexcept {
-  return entry.type == nullptr || entry.type == std::string_view(kPdfType);
+inline bool has_pdf(const ListedEntry& entry) noexcept {
+  return entry.record->type == nullptr || entry.record->type == std::string_view(kPdfType);
 }
 
 }  // namespace olh

@@ -6,6 +6,7 @@
 #ifndef OLH_DMERGE_NAME_INDEX_H
 #define OLH_DMERGE_NAME_INDEX_H
 
+#include <memory_resource>
 #include <string_view>
 #include <unordered_map>
 
@@ -29,7 +30,8 @@ class NameIndex {
   void add(LibListEntry* entry) { first_.insert_or_assign(entry->docName, entry); }
 
  private:
-  std::unordered_map<std::string_view, LibListEntry*> first_;
+  std::pmr::monotonic_buffer_resource memory_;
+  std::pmr::unordered_map<std::string_view, LibListEntry*> first_{&memory_};
 };
 
 }  // namespace olh
