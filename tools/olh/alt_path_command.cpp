@@ -108,19 +108,18 @@ int alt_path(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_alt_path_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("alt-path", "Show or set where a documentation tree sends its readers first");
+void add_alt_path_command(const Verb& olh) {
+  const Verb verb = olh.verb("alt-path", "Show or set where a documentation tree sends its readers first");
   const auto asked = std::make_shared<Arguments>();
-  CLI::Option* paths = verb->add_option("PATHS", asked->paths, "Directories or http:// URLs, separated by ':'");
-  CLI::Option* json = verb->add_flag("--json", asked->json, "Answer as JSON (without PATHS)")->excludes(paths);
-  verb->add_flag("--forget", asked->forget, "Store none any more")->excludes(paths)->excludes(json);
-  add_root_option(*verb, asked->root);
-  verb->footer(kExamples);
-  verb->callback([asked, paths, &exit_code] {
-    asked->set = paths->count() > 0;
-    exit_code = alt_path(*asked);
+  const Option paths = verb.option("PATHS", asked->paths, "Directories or http:// URLs, separated by ':'");
+  const Option json = verb.flag("--json", asked->json, "Answer as JSON (without PATHS)").excludes(paths);
+  verb.flag("--forget", asked->forget, "Store none any more").excludes(paths).excludes(json);
+  add_root_option(verb, asked->root);
+  verb.footer(kExamples);
+  verb.action([asked, paths] {
+    asked->set = paths.given();
+    return alt_path(*asked);
   });
-  return verb;
 }
 
 }  // namespace olh

@@ -131,17 +131,16 @@ int check(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_check_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("check", "Tell what would disappoint a reader of a documentation root");
+void add_check_command(const Verb& olh) {
+  const Verb verb = olh.verb("check", "Tell what would disappoint a reader of a documentation root");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("ROOT", asked->root, "The directory or http:// URL of the documentation root")->required();
-  verb->add_option("--tags", asked->tags, "The documents and tags that a program uses, one a line")
-      ->check(CLI::ExistingFile)
-      ->type_name("FILE");
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = check(*asked); });
-  return verb;
+  verb.option("ROOT", asked->root, "The directory or http:// URL of the documentation root").required();
+  verb.option("--tags", asked->tags, "The documents and tags that a program uses, one a line")
+      .existing_file()
+      .value_named("FILE");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return check(*asked); });
 }
 
 }  // namespace olh

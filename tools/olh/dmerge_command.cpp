@@ -142,16 +142,15 @@ int run(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_dmerge_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("dmerge", "Make the lists of a documentation root");
+void add_dmerge_command(const Verb& olh) {
+  const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("ROOT", asked->root, "The directory of the documentation root");
-  verb->add_flag("--check", asked->check, "Write nothing; say which lists are out of date");
-  verb->add_flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = run(*asked); });
-  return verb;
+  verb.option("ROOT", asked->root, "The directory of the documentation root");
+  verb.flag("--check", asked->check, "Write nothing; say which lists are out of date");
+  verb.flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return run(*asked); });
 }
 
 }  // namespace olh

@@ -114,16 +114,15 @@ int doctor(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_doctor_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("doctor", "Tell what keeps help from the screen, and what mends it");
+void add_doctor_command(const Verb& olh) {
+  const Verb verb = olh.verb("doctor", "Tell what keeps help from the screen, and what mends it");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("DOC", asked->document, "A document that has to be found");
-  verb->add_option("TAG", asked->tag, "A topic, destination or tab of it");
-  verb->add_flag("--try", asked->attempt, "Show the manual of olh itself, as a page and as a PDF");
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = doctor(*asked); });
-  return verb;
+  verb.option("DOC", asked->document, "A document that has to be found");
+  verb.option("TAG", asked->tag, "A topic, destination or tab of it");
+  verb.flag("--try", asked->attempt, "Show the manual of olh itself, as a page and as a PDF");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return doctor(*asked); });
 }
 
 }  // namespace olh

@@ -131,18 +131,17 @@ int list(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_list_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("list", "List the documents and portals that are installed");
+void add_list_command(const Verb& olh) {
+  const Verb verb = olh.verb("list", "List the documents and portals that are installed");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("--kind", asked->kind, "Only what exists in that form")
-      ->check(CLI::IsMember({"html", "pdf", "portal"}))
-      ->type_name("KIND");
-  CLI::Option* names = verb->add_flag("--names", asked->names, "The names alone, each once, one a line");
-  verb->add_flag("--json", asked->json, "Answer as JSON")->excludes(names);
-  add_root_option(*verb, asked->root);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = list(*asked); });
-  return verb;
+  verb.option("--kind", asked->kind, "Only what exists in that form")
+      .one_of({"html", "pdf", "portal"})
+      .value_named("KIND");
+  const Option names = verb.flag("--names", asked->names, "The names alone, each once, one a line");
+  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
+  add_root_option(verb, asked->root);
+  verb.footer(kExamples);
+  verb.action([asked] { return list(*asked); });
 }
 
 }  // namespace olh

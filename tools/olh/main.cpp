@@ -1,4 +1,5 @@
 // olh: the documentation at a terminal. Everything it does goes through the library's public functions.
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -31,7 +32,7 @@ int run(int argc, char** argv) {
   CLI::App app("The documentation of this machine's programs, at a terminal.", "olh");
   app.require_subcommand(1);
   app.footer(kExamples);
-  for (const auto add : kVerbs) add(app, exit_code);
+  for (const auto add : kVerbs) add(olh::Verb(app, exit_code));
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -129,20 +129,19 @@ int run(Arguments asked) {
 
 }  // namespace
 
-CLI::App* add_new_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("new", "Make a documentation root with one manual in it");
+void add_new_command(const Verb& olh) {
+  const Verb verb = olh.verb("new", "Make a documentation root with one manual in it");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("ROOT", asked->root, "The directory that is made")->required()->check(refusal_of_root);
-  verb->add_option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
-      ->required()
-      ->check(refusal_of_name);
-  verb->add_option("--title", asked->manual.title, "The title of the manual, else its name")
-      ->check(refusal_of_title)
-      ->type_name("TEXT");
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = run(*asked); });
-  return verb;
+  verb.option("ROOT", asked->root, "The directory that is made").required().refused_by(refusal_of_root);
+  verb.option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
+      .required()
+      .refused_by(refusal_of_name);
+  verb.option("--title", asked->manual.title, "The title of the manual, else its name")
+      .refused_by(refusal_of_title)
+      .value_named("TEXT");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return run(*asked); });
 }
 
 }  // namespace olh

@@ -34,12 +34,11 @@ std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
   return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
 }
 
-CLI::App* add_try_path_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand(kVerb)->group("");
+void add_try_path_command(const Verb& olh) {
+  const Verb verb = olh.hidden_verb(kVerb);
   const auto host_roots = std::make_shared<std::string>();
-  verb->add_option("roots", *host_roots);
-  verb->callback([host_roots, &exit_code] { exit_code = build_path(*host_roots); });
-  return verb;
+  verb.option("roots", *host_roots, "");
+  verb.action([host_roots] { return build_path(*host_roots); });
 }
 
 }  // namespace olh

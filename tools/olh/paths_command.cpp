@@ -98,14 +98,13 @@ int paths(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_paths_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("paths", "Tell where documents are searched");
+void add_paths_command(const Verb& olh) {
+  const Verb verb = olh.verb("paths", "Tell where documents are searched");
   const auto asked = std::make_shared<Arguments>();
-  add_root_option(*verb, asked->root);
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = paths(*asked); });
-  return verb;
+  add_root_option(verb, asked->root);
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return paths(*asked); });
 }
 
 }  // namespace olh

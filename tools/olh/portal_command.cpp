@@ -82,30 +82,28 @@ int bookcase(const Arguments& asked) {
   return carry_out(request, asked.options, roots);
 }
 
-void add_arguments(CLI::App& verb, Arguments& asked, const char* name, const char* tag_name, const char* tag) {
-  verb.add_option("NAME", asked.name, name);
-  verb.add_option(tag_name, asked.tag, tag);
+void add_arguments(const Verb& verb, Arguments& asked, const char* name, const char* tag_name, const char* tag) {
+  verb.option("NAME", asked.name, name);
+  verb.option(tag_name, asked.tag, tag);
   add_show_options(verb, asked.options);
 }
 
 }  // namespace
 
-CLI::App* add_portal_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("portal", "Show a documentation portal");
+void add_portal_command(const Verb& olh) {
+  const Verb verb = olh.verb("portal", "Show a documentation portal");
   const auto asked = std::make_shared<Arguments>();
-  add_arguments(*verb, *asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
-  verb->footer(kPortalExamples);
-  verb->callback([asked, &exit_code] { exit_code = portal(*asked); });
-  return verb;
+  add_arguments(verb, *asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
+  verb.footer(kPortalExamples);
+  verb.action([asked] { return portal(*asked); });
 }
 
-CLI::App* add_bookcase_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("bookcase", "Show the PDF that lists the documentation");
+void add_bookcase_command(const Verb& olh) {
+  const Verb verb = olh.verb("bookcase", "Show the PDF that lists the documentation");
   const auto asked = std::make_shared<Arguments>();
-  add_arguments(*verb, *asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
-  verb->footer(kBookcaseExamples);
-  verb->callback([asked, &exit_code] { exit_code = bookcase(*asked); });
-  return verb;
+  add_arguments(verb, *asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
+  verb.footer(kBookcaseExamples);
+  verb.action([asked] { return bookcase(*asked); });
 }
 
 }  // namespace olh

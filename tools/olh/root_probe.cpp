@@ -57,17 +57,16 @@ std::optional<double> probe_time(const std::string& root) {
   return std::strtod(answers.text.c_str() + 1, nullptr);
 }
 
-CLI::App* add_probe_root_command(CLI::App& app, int& exit_code) {
+void add_probe_root_command(const Verb& olh) {
   struct Arguments {
     std::string root;
     std::vector<std::string> urls;
   };
-  CLI::App* verb = app.add_subcommand(kVerb)->group("");
+  const Verb verb = olh.hidden_verb(kVerb);
   const auto arguments = std::make_shared<Arguments>();
-  verb->add_option("root", arguments->root)->required();
-  verb->add_option("urls", arguments->urls);
-  verb->callback([arguments, &exit_code] { exit_code = answer(arguments->root, arguments->urls); });
-  return verb;
+  verb.option("root", arguments->root, "").required();
+  verb.option("urls", arguments->urls, "");
+  verb.action([arguments] { return answer(arguments->root, arguments->urls); });
 }
 
 }  // namespace olh

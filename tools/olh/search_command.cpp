@@ -94,15 +94,14 @@ int search(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_search_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("search", "Search the documentation");
+void add_search_command(const Verb& olh) {
+  const Verb verb = olh.verb("search", "Search the documentation");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("QUERY", asked->query, "The words to look for")->required();
-  verb->add_option("SCOPE", asked->scope, "An HTML manual, a portal, or orvane");
-  add_show_options(*verb, asked->options);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = search(*asked); });
-  return verb;
+  verb.option("QUERY", asked->query, "The words to look for").required();
+  verb.option("SCOPE", asked->scope, "An HTML manual, a portal, or orvane");
+  add_show_options(verb, asked->options);
+  verb.footer(kExamples);
+  verb.action([asked] { return search(*asked); });
 }
 
 }  // namespace olh

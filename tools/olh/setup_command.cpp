@@ -54,13 +54,12 @@ int setup(bool undo) {
 
 }  // namespace
 
-CLI::App* add_setup_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("setup", "Make olh-browser and olh-pdf-reader your viewers");
+void add_setup_command(const Verb& olh) {
+  const Verb verb = olh.verb("setup", "Make olh-browser and olh-pdf-reader your viewers");
   const auto undo = std::make_shared<bool>(false);
-  verb->add_flag("--undo", *undo, "Forget them again");
-  verb->footer(kNotes);
-  verb->callback([undo, &exit_code] { exit_code = setup(*undo); });
-  return verb;
+  verb.flag("--undo", *undo, "Forget them again");
+  verb.footer(kNotes);
+  verb.action([undo] { return setup(*undo); });
 }
 
 }  // namespace olh

@@ -21,10 +21,13 @@ constexpr const char* kExamples =
     "Exit code: 0 shown, 2 the viewer failed, 4 no such document, 5 the PDF reader failed,\n"
     "7 no browser known, 64 wrong use.\n";
 
+const std::map<std::string, int> kDisplays = {
+    {"normal", OLH_DISPLAY_NORMAL}, {"topic", OLH_DISPLAY_TOPIC}, {"popup", OLH_DISPLAY_POPUP}};
+
 struct Arguments {
   std::string document;
   std::string tag;
-  OlhDisplayType display = OLH_DISPLAY_NORMAL;
+  int display = OLH_DISPLAY_NORMAL;
   ShowOptions options;
 };
 
@@ -45,19 +48,15 @@ int show(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_show_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("show", "Show a document in its viewer");
+void add_show_command(const Verb& olh) {
+  const Verb verb = olh.verb("show", "Show a document in its viewer");
   const auto asked = std::make_shared<Arguments>();
-  const std::map<std::string, OlhDisplayType> displays = {
-      {"normal", OLH_DISPLAY_NORMAL}, {"topic", OLH_DISPLAY_TOPIC}, {"popup", OLH_DISPLAY_POPUP}};
-  verb->add_option("DOC", asked->document, "A name to look up, a path, or a URL")->required();
-  verb->add_option("TAG", asked->tag, "A topic, a named destination, or a portal's tab");
-  verb->add_option("--display", asked->display, "normal, topic or popup: how much of an HTML manual appears")
-      ->transform(CLI::CheckedTransformer(displays).description("KIND"));
-  add_show_options(*verb, asked->options);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = show(*asked); });
-  return verb;
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  verb.option("TAG", asked->tag, "A topic, a named destination, or a portal's tab");
+  verb.option("--display", asked->display, kDisplays, "normal, topic or popup: how much of an HTML manual appears");
+  add_show_options(verb, asked->options);
+  verb.footer(kExamples);
+  verb.action([asked] { return show(*asked); });
 }
 
 }  // namespace olh

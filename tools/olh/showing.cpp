@@ -150,10 +150,10 @@ int print(const ShowRequest& request, bool json, const SearchRoots& roots) {
 
 }  // namespace
 
-void add_show_options(CLI::App& verb, ShowOptions& options) {
-  CLI::Option* print_option = verb.add_flag("--print", options.print, "Say what would be run, and run nothing");
-  verb.add_flag("-q,--quiet", options.quiet, "Say nothing on success");
-  verb.add_flag("--json", options.json, "Answer as JSON (with --print)")->needs(print_option);
+void add_show_options(const Verb& verb, ShowOptions& options) {
+  const Option print_option = verb.flag("--print", options.print, "Say what would be run, and run nothing");
+  verb.flag("-q,--quiet", options.quiet, "Say nothing on success");
+  verb.flag("--json", options.json, "Answer as JSON (with --print)").needs(print_option);
   add_root_option(verb, options.root);
 }
 

@@ -6,7 +6,6 @@
 #ifndef OLH_TOOLS_SHOWING_H
 #define OLH_TOOLS_SHOWING_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
@@ -14,6 +13,7 @@
 
 #include "locate.h"
 #include "search_roots.h"
+#include "verb.h"
 
 namespace olh {
 
@@ -25,7 +25,7 @@ struct ShowOptions {
 };
 
 // The options --print, --json, --quiet and --root.
-void add_show_options(CLI::App& verb, ShowOptions& options);
+void add_show_options(const Verb& verb, ShowOptions& options);
 
 struct ShowRequest {
   Located located;                         // what will be shown; nothing found when a substitute will be

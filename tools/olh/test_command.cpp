@@ -79,16 +79,15 @@ int test(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_test_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("test", "Tell whether a document and a topic are there");
+void add_test_command(const Verb& olh) {
+  const Verb verb = olh.verb("test", "Tell whether a document and a topic are there");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("DOC", asked->document, "A name to look up, a path, or a URL")->required();
-  verb->add_option("TAG", asked->tag, "A topic of an HTML manual");
-  add_root_option(*verb, asked->root);
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = test(*asked); });
-  return verb;
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  verb.option("TAG", asked->tag, "A topic of an HTML manual");
+  add_root_option(verb, asked->root);
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return test(*asked); });
 }
 
 }  // namespace olh

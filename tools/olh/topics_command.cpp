@@ -132,16 +132,15 @@ int topics(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_topics_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("topics", "List the topics of a manual, or the destinations of a PDF");
+void add_topics_command(const Verb& olh) {
+  const Verb verb = olh.verb("topics", "List the topics of a manual, or the destinations of a PDF");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("DOC", asked->document, "A name to look up, a path, or a URL")->required();
-  CLI::Option* names = verb->add_flag("--names", asked->names, "The tags alone, one a line");
-  verb->add_flag("--json", asked->json, "Answer as JSON")->excludes(names);
-  add_root_option(*verb, asked->root);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = topics(*asked); });
-  return verb;
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  const Option names = verb.flag("--names", asked->names, "The tags alone, one a line");
+  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
+  add_root_option(verb, asked->root);
+  verb.footer(kExamples);
+  verb.action([asked] { return topics(*asked); });
 }
 
 }  // namespace olh

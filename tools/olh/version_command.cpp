@@ -22,16 +22,15 @@ void print(bool json) {
 
 }  // namespace
 
-CLI::App* add_version_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("version", "Tell the version");
+void add_version_command(const Verb& olh) {
+  const Verb verb = olh.verb("version", "Tell the version");
   const auto json = std::make_shared<bool>(false);
-  add_json_option(*verb, *json);
-  verb->footer("Examples:\n  olh version\n  olh version --json\n");
-  verb->callback([json, &exit_code] {
+  add_json_option(verb, *json);
+  verb.footer("Examples:\n  olh version\n  olh version --json\n");
+  verb.action([json] {
     print(*json);
-    exit_code = OLH_RESULT_OK;
+    return OLH_RESULT_OK;
   });
-  return verb;
 }
 
 }  // namespace olh

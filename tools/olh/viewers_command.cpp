@@ -164,35 +164,29 @@ int forget(const Change& change) {
   return change.tree ? forget_for_tree(kind, roots) : forget_for_user(kind, roots);
 }
 
-CLI::App* add_change(CLI::App& verb, const char* name, const char* what, const std::shared_ptr<Change>& change) {
-  CLI::App* sub = verb.add_subcommand(name, what);
-  sub->add_option("KIND", change->word, "Which viewer")
-      ->required()
-      ->check(CLI::IsMember({kViewerKinds[0].word, kViewerKinds[1].word}));
-  sub->add_flag("--tree", change->tree, "In the options file of the documentation tree, for everybody who uses it");
-  sub->footer(kExitCodes);
+Verb add_change(const Verb& verb, const char* name, const char* what, const std::shared_ptr<Change>& change) {
+  const Verb sub = verb.verb(name, what);
+  sub.option("KIND", change->word, "Which viewer").required().one_of({kViewerKinds[0].word, kViewerKinds[1].word});
+  sub.flag("--tree", change->tree, "In the options file of the documentation tree, for everybody who uses it");
+  sub.footer(kExitCodes);
   return sub;
 }
 
 }  // namespace
 
-CLI::App* add_viewers_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("viewers", "Tell and choose the programs that show documents");
+void add_viewers_command(const Verb& olh) {
+  const Verb verb = olh.verb("viewers", "Tell and choose the programs that show documents");
   const auto json = std::make_shared<bool>(false);
   const auto change = std::make_shared<Change>();
-  add_json_option(*verb, *json);
-  verb->require_subcommand(0, 1);
-  verb->footer(kExamples);
-  CLI::App* choose = add_change(*verb, "set", "Choose a program", change);
-  choose->add_option("PROGRAM", change->program, "An executable: its path, or a name to look for along PATH")
-      ->required();
-  choose->callback([change, &exit_code] { exit_code = set(*change); });
-  CLI::App* drop = add_change(*verb, "forget", "Choose none any more", change);
-  drop->callback([change, &exit_code] { exit_code = forget(*change); });
-  verb->callback([verb, json, &exit_code] {
-    if (verb->get_subcommands().empty()) exit_code = tell(*json);
-  });
-  return verb;
+  add_json_option(verb, *json);
+  verb.take_one_verb_at_most();
+  verb.footer(kExamples);
+  const Verb choose = add_change(verb, "set", "Choose a program", change);
+  choose.option("PROGRAM", change->program, "An executable: its path, or a name to look for along PATH").required();
+  choose.action([change] { return set(*change); });
+  const Verb drop = add_change(verb, "forget", "Choose none any more", change);
+  drop.action([change] { return forget(*change); });
+  verb.action([json] { return tell(*json); });
 }
 
 }  // namespace olh

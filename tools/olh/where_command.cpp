@@ -118,16 +118,15 @@ int where(const Arguments& asked) {
 
 }  // namespace
 
-CLI::App* add_where_command(CLI::App& app, int& exit_code) {
-  CLI::App* verb = app.add_subcommand("where", "Tell where a document lies");
+void add_where_command(const Verb& olh) {
+  const Verb verb = olh.verb("where", "Tell where a document lies");
   const auto asked = std::make_shared<Arguments>();
-  verb->add_option("DOC", asked->document, "A name to look up, a path, or a URL")->required();
-  verb->add_flag("-a,--all", asked->all, "Every place that is tried, in order");
-  add_root_option(*verb, asked->root);
-  add_json_option(*verb, asked->json);
-  verb->footer(kExamples);
-  verb->callback([asked, &exit_code] { exit_code = where(*asked); });
-  return verb;
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  verb.flag("-a,--all", asked->all, "Every place that is tried, in order");
+  add_root_option(verb, asked->root);
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return where(*asked); });
 }
 
 }  // namespace olh
