@@ -74,11 +74,21 @@ std::vector<std::vector<std::string>> next_commands(const std::string& root, con
   return {{"olh", "check", root}, {"olh", "show", "--root", root, name}};
 }
 
+bool has_not_found_pdf(const fs::path& root) {
+  std::error_code failed;
+  return fs::exists(root / kNotFoundPdf, failed);
+}
+
 void print_as_text(const Arguments& asked, const std::string& root) {
   say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title +
       "\", the general help and a portal.");
+  if (!has_not_found_pdf(root))
+    say("It has no pdfdocs/qeldoc_notfound.pdf, for those who have only a PDF reader: this olh was built without "
+        "PDFs.");
   say("Write in " + root + "/htmldocs/" + asked.manual.name + "; its first topic says how. Then:");
   for (const auto& words : next_commands(root, asked.manual.name)) say("  " + command_line(words));
+  say("A bookcase, pdfdocs/_bk_qel.pdf, is made when the root holds what it should list: olh show olh_manual "
+      "root_layout");
 }
 
 void print_as_json(const Arguments& asked, const std::string& root, int result) {

@@ -7,11 +7,13 @@
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include "environment.h"
 #include "list_failure.h"
 #include "list_run.h"
 #include "olh/dmerge.h"
+#include "output.h"
 #include "shadow_root.h"
 #include "stream_in_memory.h"
 
@@ -57,6 +59,7 @@ void copy_page(const fs::path& from, const fs::path& to) {
 }
 
 void copy_wanted(const fs::path& docs, const fs::path& root) {
+  if (fs::exists(docs / kNotFoundPdf)) copy_page(docs / kNotFoundPdf, root / kNotFoundPdf);
   for (const char* wanted : kWanted) {
     if (!fs::is_directory(docs / wanted)) {
       copy_page(docs / wanted, root / wanted);
@@ -76,15 +79,26 @@ void replace_all(std::string& text, const std::string& what, const std::string& 
     text.replace(at, what.size(), by);
 }
 
-// A file of the template with the manual's name and title; in a page the title is markup.
-void fill_in(const fs::path& from, const fs::path& to, const NewManual& manual) {
+struct Filling {
+  std::string placeholder;
+  std::string text;
+};
+using Fillings = std::vector<Filling>;
+
+std::string as_markup(std::string text) {
+  replace_all(text, "&", "&amp;");
+  replace_all(text, "<", "&lt;");
+  return text;
+}
+
+// A file of the template, filled in; in a page the texts are markup.
+void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings) {
   std::ifstream source(from, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(source), std::istreambuf_iterator<char>()};
   if (!source) throw std::runtime_error(from.string() + " cannot be read");
-  std::string title = manual.title;
-  if (from.extension() == ".htm") replace_all(title, "&", "&amp;");
-  replace_all(text, "@NAME@", manual.name);
-  replace_all(text, "@TITLE@", title);
+  const bool is_page = from.extension() == ".htm";
+  for (const Filling& filling : fillings)
+    replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);
   fs::create_directories(to.parent_path());
   std::ofstream page(to, std::ios::binary);
   page << text;
@@ -92,12 +106,14 @@ void fill_in(const fs::path& from, const fs::path& to, const NewManual& manual) 
   if (!page) throw std::runtime_error("not all of it could be written");
 }
 
-void fill_in_manual(const fs::path& template_manual, const fs::path& root, const NewManual& manual) {
-  const fs::path pages = template_manual / "manual";
+void fill_in_manual(const ShippedPages& shipped, const fs::path& root, const NewManual& manual) {
+  const Fillings fillings = {
+      {"@NAME@", manual.name}, {"@TITLE@", manual.title}, {"@TOOLS@", command_line({shipped.tools.string()})}};
+  const fs::path pages = shipped.template_manual / "manual";
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
     if (entry.is_regular_file())
-      fill_in(entry.path(), root / "htmldocs" / manual.name / entry.path().lexically_relative(pages), manual);
-  fill_in(template_manual / "doclist.js", root / kPortalDocuments, manual);
+      fill_in(entry.path(), root / "htmldocs" / manual.name / entry.path().lexically_relative(pages), fillings);
+  fill_in(shipped.template_manual / "doclist.js", root / kPortalDocuments, fillings);
 }
 
 void make_its_lists(const std::string& root) {
@@ -116,8 +132,10 @@ std::string reason_of(const fs::filesystem_error& error) {
 std::optional<ShippedPages> shipped_pages() {
   const fs::path programs = fs::path(own_program()).parent_path();
   for (const fs::path& data : {programs / OLH_DATA_FROM_PROGRAMS, programs / ".."}) {
-    const ShippedPages pages = {data / "docs", data / "new_manual"};
     std::error_code failed;
+    const fs::path real = fs::canonical(data, failed);
+    if (failed) continue;
+    const ShippedPages pages = {real / "docs", real / "new_manual", real / "tools"};
     if (fs::is_directory(pages.docs, failed) && fs::is_directory(pages.template_manual, failed)) return pages;
   }
   return std::nullopt;
@@ -128,7 +146,7 @@ void make_root(const fs::path& root, const ShippedPages& pages, const NewManual&
     const Workshop workshop(root.parent_path());
     const fs::path made = workshop.path() / "root";
     copy_wanted(pages.docs, made);
-    fill_in_manual(pages.template_manual, made, manual);
+    fill_in_manual(pages, made, manual);
     make_its_lists(made.string());
     fs::rename(made, root);
   } catch (const fs::filesystem_error& error) {

@@ -16,6 +16,7 @@ namespace olh {
 struct ShippedPages {
   std::filesystem::path docs;             // the documentation root of the project
   std::filesystem::path template_manual;  // a manual to fill in, and the document list of a portal
+  std::filesystem::path tools;            // the scripts for search text and PDFs
 };
 
 struct NewManual {
@@ -25,6 +26,9 @@ struct NewManual {
 
 // The pages in the installation, or the build, that this program belongs to; nothing when they are not there.
 std::optional<ShippedPages> shipped_pages();
+
+// The PDF that a root shows to those who have only a PDF reader and ask for what is missing; a build may be without it.
+inline constexpr const char* kNotFoundPdf = "pdfdocs/qeldoc_notfound.pdf";
 
 // Makes `root`, which must not exist, its lists included. It appears in one step: when that fails nothing is left, and
 // a std::runtime_error says why.

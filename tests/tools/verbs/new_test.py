@@ -1,7 +1,11 @@
 """olh new: the root that it makes, and what it refuses."""
+import html
 import os
+import re
+import shlex
 import shutil
 import stat
+import subprocess
 import unittest
 
 from scene import BUILD, Scene, write
@@ -22,6 +26,9 @@ class New(Scene):
     def files(self):
         return {path: path.read_bytes() for path in self.dir.rglob("*") if path.is_file()}
 
+    def pdfs(self):
+        return [pdf for pdf in (BUILD / "docs/pdfdocs").glob("qeldoc_notfound.pdf")]
+
     def refused(self, code, reason, *words):
         before = self.files(), sorted(self.dir.rglob("*"))
         done = self.olh("new", *words)
@@ -33,7 +40,8 @@ class New(Scene):
         self.make("--title", "Tom's handbook (R&D)")
         done = self.olh("check", str(self.root))
         self.assertEqual((done.returncode, done.stdout),
-                         (0, f"{self.root}: 2 manuals, 0 PDFs, 1 portal; nothing to complain about.\n"))
+                         (0, f"{self.root}: 2 manuals, {len(self.pdfs())} PDF{'' if self.pdfs() else 's'}, 1 portal; nothing to "
+                             "complain about.\n"))
         shown = self.json("show", "--print", "--root", str(self.root), "handbook", "first-topic")
         self.assertTrue(shown["url"].endswith("/handbook/index.htm#context=&topic=first-topic"), shown)
         self.assertEqual(self.olh("show", "--root", str(self.root), "handbook").returncode, 0)
@@ -57,9 +65,9 @@ class New(Scene):
         for path in self.root.rglob("*"):
             self.assertNotIn("olh_", path.name)
             if path.is_file():
-                text = path.read_text()
-                for rest in ("olh_manual", "olh_td", "@NAME@", "@TITLE@", ".olh-new"):
-                    self.assertNotIn(rest, text, path)
+                text = path.read_bytes()
+                for rest in ("olh_manual", "olh_td", "@NAME@", "@TITLE@", "@TOOLS@", ".olh-new"):
+                    self.assertNotIn(rest.encode(), text, path)
         self.assertEqual([path.name for path in self.dir.glob(".olh-new*")], [])
 
     def test_others_may_read_it_and_its_maker_may_write(self):
@@ -78,6 +86,41 @@ class New(Scene):
         answer = self.json("new", "third/", "book")
         self.assertEqual(answer, {"root": str(self.dir / "third"), "name": "book", "title": "book", "result": 0,
                                   "directory": str(self.dir / "third/htmldocs/book")})
+
+    def test_the_pdf_for_what_is_missing_is_copied_and_its_absence_said(self):
+        for is_there in (True, False):
+            with self.subTest(is_there=is_there):
+                place = self.dir / f"with_{is_there}"
+                (place / "bin").mkdir(parents=True)
+                shutil.copy(BUILD / "bin/olh", place / "bin")
+                for name in ("docs", "new_manual"):
+                    shutil.copytree(BUILD / name, place / name, ignore=shutil.ignore_patterns("*.pdf"))
+                if is_there:
+                    write(place / "docs/pdfdocs/qeldoc_notfound.pdf", "%PDF-1.5\n")
+                root = place / "root"
+                done = self.run_program(place / "bin/olh", "new", str(root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.assertEqual((root / "pdfdocs/qeldoc_notfound.pdf").exists(), is_there)
+                self.assertEqual("built without PDFs" in done.stdout, not is_there)
+
+    def test_the_command_for_the_search_text_is_that_of_this_installation(self):
+        place = self.dir / "a place & more"
+        (place / "bin").mkdir(parents=True)
+        shutil.copy(BUILD / "bin/olh", place / "bin")
+        for name in ("docs", "new_manual"):
+            (place / name).symlink_to(BUILD / name)
+        (place / "tools").mkdir()
+        for tool in (BUILD / "tools").glob("*.py"):
+            shutil.copy(tool, place / "tools")
+        done = self.run_program(place / "bin/olh", "new", str(self.root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
+        self.assertEqual(done.returncode, 0, done.stderr)
+        page = (self.manual / "topic-table.htm").read_text()
+        command = html.unescape(re.search(r"<pre>(python3 .*search_text.*)</pre>", page)[1])
+        table = self.manual / "QELdata/QELSearchText.js"
+        table.unlink(missing_ok=True)
+        self.assertIn(f"'{place}/tools'", command)
+        subprocess.run(command.replace("ROOT", shlex.quote(str(self.root))), shell=True, check=True)
+        self.assertIn("first-topic", table.read_text())
 
     def test_what_is_there_is_not_overwritten(self):
         write(self.dir / "file", "kept")
