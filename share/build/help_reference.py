@@ -3,6 +3,8 @@
 import html
 import re
 import subprocess
+import textwrap
+from itertools import takewhile
 from pathlib import Path
 
 HEADING = re.compile(r"^(\w[\w ]*):$")
@@ -46,6 +48,13 @@ def columns(lines):
     return pairs
 
 
+def paragraph(text):
+    """Running text; what is set in columns, or indented, stands as it is."""
+    if re.search(r"^  |\S  +\S", text, re.M):
+        return f"<pre>{html.escape(textwrap.dedent(text.strip(chr(10))), quote=False)}</pre>\n"
+    return f"<p>{html.escape(' '.join(text.split()), quote=False)}</p>\n"
+
+
 def shown(heading, lines):
     if heading in ("Positionals", "Options"):
         rows = "".join(f"<tr><td><code>{html.escape(name)}</code></td><td>{html.escape(text)}</td></tr>\n" for name, text in columns(lines))
@@ -55,12 +64,12 @@ def shown(heading, lines):
     block = html.escape("\n".join(re.sub("^  ", "", line) for line in lines).strip("\n"), quote=False)
     if heading == "Examples":
         return f"<pre>{block}</pre>\n"
-    usage = [line[len("usage: "):] for line in lines if re.match("usage: |       ", line, re.I)]
-    paragraphs = "\n".join(line.strip() for line in lines if not re.match("usage: |       ", line, re.I)).split("\n\n")
-    made = f'<pre class="c">{html.escape(chr(10).join(usage), quote=False)}</pre>\n' if usage else ""
-    told = [" ".join(text.split()) for text in paragraphs if text.strip()]
-    words = "".join(f"<p>{html.escape(text, quote=False)}</p>\n" for text in told)
-    return words + made if not lines[0].lower().startswith("usage") else made + words
+    before = list(takewhile(lambda line: not line.lower().startswith("usage: "), lines))
+    usage = list(takewhile(lambda line: re.match("usage: |       ", line, re.I), lines[len(before):]))
+    paragraphs = "\n".join(before + [""] + lines[len(before) + len(usage):]).split("\n\n")
+    made = f'<pre class="c">{html.escape(chr(10).join(line[len("usage: "):] for line in usage), quote=False)}</pre>\n' if usage else ""
+    words = "".join(map(paragraph, filter(str.strip, paragraphs)))
+    return words + made if before else made + words
 
 
 def reference(program):

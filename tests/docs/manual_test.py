@@ -72,6 +72,8 @@ class Manual(unittest.TestCase):
         for verb in verbs:
             self.assertIn(f">olh {verb}</h2>", page("commands"))
             self.assertIn(f"olh {verb}", html.unescape(page("terminal")))
+        programs = {file.stem for file in (SOURCE / "share/man").glob("olh-*.1")}
+        self.assertEqual(set(re.findall(">(olh-[a-z-]+)</h2>", page("commands"))), programs)
         self.assertIn("--dry-run", page("commands"))
 
     def test_every_variable_is_told_of(self):

@@ -57,6 +57,38 @@ def documented_variables():
     problems.extend(f"olh_environment(7) tells of {name}, which nothing reads" for name in sorted(told - read))
 
 
+def variables_of_page():
+    """What olh_environment(7) marks up in the entry of each variable or file: names, values, paths."""
+    told = {}
+    for entry in re.split(r"^\.It ", page("olh_environment.7").split(".Sh DESCRIPTION")[1], flags=re.M)[1:]:
+        names, text = entry.split("\n", 1)
+        marked = re.findall(r"^\.(?:Dq|Pa|Fn|Ev|Dv) (\S+)|^\.Xr (olh-\S+)", text.split("\n.El")[0], flags=re.M)
+        for name in re.findall(r"[A-Z_]{4,}|/\S+", names):
+            told[name] = {one or other for one, other in marked}
+    return told
+
+
+def variables_of_topic():
+    """The same of the manual's topic."""
+    topic = (source / "share/docs/htmldocs/olh_manual/environment.htm").read_text()
+    told = {}
+    for names, text in re.findall(r"((?:<dt[^>]*>.*?</dt>\s*)+)<dd>(.*?)</dd>", topic, flags=re.S):
+        for name in re.findall(r"<code>(.*?)</code>", names):
+            told[name] = set(re.findall(r"<code>(.*?)</code>", text))
+    return told
+
+
+def same_variables_in_both():
+    """The page and the topic are two texts about the same things."""
+    of_page, of_topic = variables_of_page(), variables_of_topic()
+    if len(of_page) < 15:
+        problems.append(f"only {sorted(of_page)} seen in olh_environment(7)")
+    for name in sorted(of_page.keys() | of_topic.keys()):
+        in_page, in_topic = of_page.get(name), of_topic.get(name)
+        if in_page != in_topic:
+            problems.append(f"{name}: olh_environment(7) tells of {in_page}, the topic environment of {in_topic}")
+
+
 def pages_of_programs():
     for program in (p.name for p in (source / "tools").iterdir() if (p / "main.cpp").exists()):
         if not (source / f"share/man/{program}.1").exists():
@@ -98,8 +130,8 @@ try:
 except FileNotFoundError:
     print("skipped: mandoc is not installed")
     sys.exit(77)
-for check in (documented_functions, prototypes, documented_variables, pages_of_programs, cross_references,
-              samples):
+for check in (documented_functions, prototypes, documented_variables, same_variables_in_both, pages_of_programs,
+              cross_references, samples):
     check()
 print("\n".join(problems) or f"{len(pages)} pages")
 sys.exit(1 if problems else 0)
