@@ -23,6 +23,9 @@ struct Diagnosis {
 };
 using Diagnoses = std::vector<Diagnosis>;
 
+// The words as a command that changes a place in the file system: with sudo where the user may not.
+std::string command_on(const std::string& place, const std::vector<std::string>& words);
+
 // What the checks look at.
 struct Machine {
   SearchRoots roots;

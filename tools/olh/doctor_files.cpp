@@ -13,12 +13,14 @@ namespace olh {
 
 namespace {
 
+std::string directory_of(const std::string& file) { return std::filesystem::absolute(file).parent_path().string(); }
+
 // A line without "=" becomes a comment; everything else wants a person.
 std::string cure_for(const SpoiltFile& spoilt) {
-  if (spoilt.line == 0) return command_line({"mv", spoilt.file, spoilt.file + ".old"});
+  if (spoilt.line == 0) return command_on(directory_of(spoilt.file), {"mv", spoilt.file, spoilt.file + ".old"});
   const std::string line = std::to_string(spoilt.line);
-  return spoilt.reason.starts_with("no KEY") ? command_line({"sed", "-i", line + "s/^/# /", spoilt.file})
-                                             : command_line({"editor", "+" + line, spoilt.file});
+  return spoilt.reason.starts_with("no KEY") ? command_on(spoilt.file, {"sed", "-i", line + "s/^/# /", spoilt.file})
+                                             : command_on(spoilt.file, {"editor", "+" + line, spoilt.file});
 }
 
 Diagnosis of_spoilt(const SpoiltFile& spoilt) {
@@ -33,12 +35,16 @@ std::string trace_fault(const std::string& file) {
     if (!S_ISREG(status.st_mode) && !S_ISCHR(status.st_mode)) return "is no regular file";
     return access(file.c_str(), W_OK) == 0 ? "" : "may not be written by you";
   }
-  const std::string directory = std::filesystem::absolute(file).parent_path().string();
+  const std::string directory = directory_of(file);
   if (access(directory.c_str(), F_OK) != 0) return "lies in a directory that is not there";
   return access(directory.c_str(), W_OK | X_OK) == 0 ? "" : "lies in a directory that you may not write in";
 }
 
 }  // namespace
+
+std::string command_on(const std::string& place, const std::vector<std::string>& words) {
+  return (access(place.c_str(), W_OK) == 0 ? "" : "sudo ") + command_line(words);
+}
 
 Diagnoses check_option_files(const Machine& machine) {
   Diagnoses diagnoses;

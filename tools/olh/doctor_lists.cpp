@@ -1,6 +1,4 @@
 // The lists that the pages of a root read: whether they are true.
-#include <unistd.h>
-
 #include <exception>
 
 #include "doctor_checks.h"
@@ -22,8 +20,6 @@ Diagnosis of_root(const std::string& root) {
     return {State::kCannotTell, root + " is an address: 'olh dmerge --check' tells where its files lie.", ""};
   if (!has_lists(root)) return {State::kOk, root + " has no portal and needs no lists.", ""};
   const ListTrial check = try_lists(root);
-  const bool may_write = access(root.c_str(), W_OK) == 0;
-  const std::string cure = (may_write ? "" : "sudo ") + command_line({"olh", "dmerge", root});
   if (check.run.result != DMERGE_RESULT_OK)
     return {State::kWarning, "The lists of " + root + " cannot be made: " + check.failure, ""};
   if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are true.", ""};
@@ -32,7 +28,7 @@ Diagnosis of_root(const std::string& root) {
   return {State::kWarning,
           "The lists of " + root + " are out of date (" + enumeration(files) +
               "): the portal and the search miss what is new.",
-          cure};
+          command_on(root, {"olh", "dmerge", root})};
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
 // The documentation roots: whether there are any, what was rejected, how long those behind URLs take to answer.
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 
@@ -106,8 +104,7 @@ LeftOut leave_out(const JudgedRoot& waiting) {
 
 // The lines that name alternates become comments. 'olh alt-path' would wait as well.
 std::string cure_in(const std::string& options_file) {
-  const bool may_write = access(options_file.c_str(), W_OK) == 0;
-  return (may_write ? "" : "sudo ") + command_line({"sed", "-i", "/QEL_ALT_DOC_PATH/Is/^/# /", options_file});
+  return command_on(options_file, {"sed", "-i", "/QEL_ALT_DOC_PATH/Is/^/# /", options_file});
 }
 
 }  // namespace

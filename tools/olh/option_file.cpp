@@ -1,5 +1,8 @@
 #include "option_file.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -32,6 +35,14 @@ bool parse_complaint(const std::string& line, const std::string& prefix, SpoiltF
   return true;
 }
 
+// The library says nothing of a file that it cannot open.
+bool is_there_in_vain(const std::string& file) {
+  constexpr off_t kLargest = 256 * 1024;
+  struct stat status = {};
+  if (stat(file.c_str(), &status) != 0) return false;
+  return !S_ISREG(status.st_mode) || status.st_size > kLargest || access(file.c_str(), R_OK) != 0;
+}
+
 void add_once(std::vector<SpoiltFile>& list, const SpoiltFile& found) {
   const auto same = [&](const SpoiltFile& known) { return known.file == found.file && known.line == found.line; };
   if (std::none_of(list.begin(), list.end(), same)) list.push_back(found);
@@ -52,7 +63,9 @@ OptionFile read_option_file(const std::string& file) {
   std::string name = file;
   const auto lines =
       debug_lines_of([&] { ReadIniFile(name.data(), alternate.data(), browser.data(), reader.data()); });
-  return {browser.data(), reader.data(), reader_complaints(lines)};
+  OptionFile read = {browser.data(), reader.data(), reader_complaints(lines)};
+  if (is_there_in_vain(file)) read.spoilt.push_back({file, 0, kUnreadable});
+  return read;
 }
 
 std::string written_value(const std::string& file, const std::string& key) {

@@ -18,6 +18,8 @@ struct SpoiltFile {
   std::string reason;
 };
 
+inline constexpr const char* kUnreadable = "no regular file of at most 256 KiB that can be read";
+
 struct OptionFile {
   std::string browser;  // "" when the file names none that is an executable
   std::string reader;

@@ -64,7 +64,7 @@ OwnOutput output_of_own_child(std::vector<std::string> words) {
   pid_t child = 0;
   const int failed = start(words, ends[1], child);
   close(ends[1]);
-  const OwnOutput output = failed == 0 ? read_patiently(ends[0]) : OwnOutput();
+  OwnOutput output = failed == 0 ? read_patiently(ends[0]) : OwnOutput();
   close(ends[0]);
   if (failed != 0) return output;
   // One that hangs in a file system does not end even now, and is not waited for.

@@ -57,7 +57,7 @@ class StoryReader {
     for (const std::string& file : unparsed_) {
       const auto is_known = [&](const SpoiltFile& known) { return known.file == file; };
       if (std::none_of(story_.spoilt.begin(), story_.spoilt.end(), is_known))
-        story_.spoilt.push_back({file, 0, "no regular file of at most 256 KiB that can be read"});
+        story_.spoilt.push_back({file, 0, kUnreadable});
     }
     if (pending_) story_.waiting = root_at_hand(*pending_);
     return std::move(story_);

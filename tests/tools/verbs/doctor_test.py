@@ -1,5 +1,7 @@
 """olh doctor: each fault alone on a machine that is otherwise right, and what is said to mend it."""
 import json
+import shutil
+import socket
 import subprocess
 import unittest
 
@@ -7,42 +9,134 @@ from scene import BUILD, Scene, write
 
 
 class Doctor(Scene):
+    """The scene is a machine with everything right; its display is a socket that only answers."""
+
+    def setUp(self):
+        super().setUp()
+        self.firefox, self.evince = self.viewer("firefox-esr"), self.viewer("evince")
+        for tool in ("pdfinfo", "pdftotext", "w3m"):
+            self.viewer(tool)
+        display = socket.socket(socket.AF_UNIX)
+        self.addCleanup(display.close)
+        display.bind(str(self.dir / "display"))
+        display.listen()
+        for page in ("htmldocs/QEL/lib/page.js", "tomedecks/qel_td/js/page.js"):
+            write(self.docs / page)
+        self.assertEqual(self.olh("dmerge", "--quiet", str(self.docs)).returncode, 0)
+        self.browser_adapter, self.reader_adapter = BUILD / "bin/olh-browser", BUILD / "bin/olh-pdf-reader"
+        self.variables = {"QEL_DOC_PATH": str(self.docs), "QEL_HTML_BROWSER": str(self.browser_adapter),
+                          "QEL_PDF_READER": str(self.reader_adapter), "OLH_BROWSER_PROGRAM": str(self.firefox),
+                          "OLH_PDF_PROGRAM": str(self.evince), "WAYLAND_DISPLAY": str(self.dir / "display"),
+                          "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+
     def found(self, *words, **variables):
         done = self.olh("doctor", "--json", *words, **variables)
         answer = json.loads(done.stdout)
         self.assertEqual(done.returncode, answer["result"])
         return answer
 
+    def faults(self, *words, **variables):
+        return [f for f in self.found(*words, **variables)["findings"] if f["state"] != "ok"]
+
+    def assert_faults(self, found, wanted):
+        """That these are all of them: (step, state, words of the sentence, cure)."""
+        self.assertEqual([(f["step"], f["state"], f["cure"]) for f in found], [(w[0], w[1], w[3]) for w in wanted], found)
+        for fault, (_, _, words, _) in zip(found, wanted):
+            self.assertIn(words, fault["sentence"])
+
+    def test_a_machine_with_everything_right(self):
+        self.assertEqual(self.faults("guide", "intro"), [])
+        done = self.olh("doctor", "guide", "intro")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        for said in (f"{self.browser_adapter} (QEL_HTML_BROWSER) opens {self.firefox} --new-tab URL (OLH_BROWSER_PROGRAM).",
+                     f"{self.evince} opens a PDF at a destination.", "The display answers.", "There is a session bus.",
+                     f"The lists of {self.docs} are true.", 'There is a topic "intro"', "\nNothing is wrong.\n"):
+            self.assertIn(said, done.stdout)
+
+    @unittest.skipUnless((BUILD / "docs/pdfdocs/olh_manual.pdf").exists(), "the documentation was built without its PDFs")
+    def test_the_trial_shows_the_manual_in_both_viewers(self):
+        (self.bin / "pdfinfo").unlink()
+        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
+        trial = [f["state"] for f in self.found("--try")["findings"] if f["step"] == "trial"]
+        self.assertEqual(trial, ["ok", "ok"])
+        page, pdf = BUILD / "docs/htmldocs/olh_manual/index.htm", BUILD / "docs/pdfdocs/olh_manual.pdf"
+        self.assertEqual(self.calls(self.firefox), [["--new-tab", f"file://{page}#context=&topic=quick_start"]])
+        self.assertEqual(self.calls(self.evince), [["--named-dest=M8.newlink.quickstart", str(pdf)]])
+
+    def test_a_machine_with_nothing(self):
+        done = self.olh("doctor", **{name: None for name in self.variables}, PATH="/nowhere")
+        self.assertEqual((done.returncode, done.stderr), (2, ""))
+        for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
+                     "pdfinfo is not installed", "mend with: apt-get install w3m", "Without a documentation root there are no lists"):
+            self.assertIn(said, done.stdout)
+
     def test_each_fault_alone(self):
-        (self.dir / "tool").write_text("")
-        bad = self.home / ".qel_viewer_config.ini"
-        for step, state, words, cure, variables in [
-            ("variables", "warning", "Is QEL_DOC_PATH meant", 'export QEL_DOC_PATH="$QEL_DOC_PAHT"', {"QEL_DOC_PAHT": "x"}),
-            ("variables", "cannot tell", "QEL_LICENSE", None, {"QEL_LICENSE": "1"}),
-            ("variables", "warning", "neither html nor pdf", "export QEL_DOC_TYPE=html:pdf", {"QEL_DOC_TYPE": "word"}),
-            ("variables", "problem", "4,095", "unset QEL_DOC_TYPE", {"QEL_DOC_TYPE": "x" * 5000}),
-            ("trace_log", "warning", "is not there", "export OLH_LOG_HELP=/tmp/help.log", {"OLH_LOG_HELP": "/nowhere/x"}),
-            ("roots", "problem", "No documentation root", None, {"QEL_DOC_PATH": None}),
-            ("roots", "warning", "/nowhere", f"export QEL_DOC_PATH={self.docs}", {"QEL_DOC_PATH": f"{self.docs}:/nowhere"}),
-            ("browser", "warning", "no executable", "unset QEL_HTML_BROWSER", {"QEL_HTML_BROWSER": "/gone"}),
-            ("browser", "problem", "may hang", "olh setup", {"QEL_HTML_BROWSER": str(self.viewer("firefox"))}),
-            ("pdf", "problem", "No PDF reader", "olh setup", {"QEL_PDF_READER": None}),
-            ("pdf", "problem", "finds no program", "apt-get install evince",
-             {"QEL_PDF_READER": str(BUILD / "bin/olh-pdf-reader"), "PATH": "/nowhere"}),
-            ("tools", "warning", "w3m is not installed", "apt-get install w3m", {}),
+        firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
+        falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
+        sample = BUILD / "docs" if (BUILD / "docs").exists() else "/path/to/docs"
+        hangs = ("browser", "problem", "may hang, or show an empty window", "olh setup")
+        for wanted, variables in [
+            ([("variables", "warning", "Is QEL_DOC_PATH meant", 'export QEL_DOC_PATH="$QEL_DOC_PAHT"')], {"QEL_DOC_PAHT": "x"}),
+            ([("variables", "cannot tell", "QEL_LICENSE", None)], {"QEL_LICENSE": "1"}),
+            ([("variables", "warning", "neither html nor pdf", "export QEL_DOC_TYPE=html:pdf")], {"QEL_DOC_TYPE": "word"}),
+            ([("variables", "problem", "4,095", "unset QEL_DOC_TYPE")], {"QEL_DOC_TYPE": "x" * 5000}),
+            ([("trace_log", "warning", "is not there", "export OLH_LOG_HELP=/tmp/help.log")], {"OLH_LOG_HELP": "/nowhere/x"}),
+            ([("roots", "problem", "No documentation root", f"export QEL_DOC_PATH={sample}"),
+              ("lists", "cannot tell", "no lists", None)], {"QEL_DOC_PATH": None}),
+            ([("roots", "warning", f"{gone} (QEL_DOC_PATH) is no root", f"export QEL_DOC_PATH={self.docs}")],
+             {"QEL_DOC_PATH": f"{self.docs}:{gone}"}),
+            ([hangs], {"QEL_HTML_BROWSER": "firefox"}),
+            ([hangs], {"QEL_HTML_BROWSER": str(self.firefox)}),
+            ([hangs, ("browser", "warning", f"QEL_HTML_BROWSER names {gone}", "unset QEL_HTML_BROWSER")],
+             {"QEL_HTML_BROWSER": str(gone)}),
+            ([("browser", "cannot tell", "whether it understands", None)], {"QEL_HTML_BROWSER": str(unknown)}),
+            ([("browser", "warning", "OLH_BROWSER_PROGRAM names", "unset OLH_BROWSER_PROGRAM")], {"OLH_BROWSER_PROGRAM": str(gone)}),
+            ([("pdf", "problem", "No PDF reader", "olh setup")], {"QEL_PDF_READER": None}),
+            ([("pdf", "problem", "it refuses the PDF", "olh setup")], {"QEL_PDF_READER": evince}),
+            ([("pdf", "cannot tell", "at a destination cannot be told", None)], {"OLH_PDF_PROGRAM": str(unknown)}),
+            ([("pdf", "warning", "knows no destinations: every PDF opens at page 1", "apt-get install evince")],
+             {"OLH_PDF_PROGRAM": str(falkon)}),
+            ([("session", "warning", "There is no display", None)], {"WAYLAND_DISPLAY": None}),
+            ([("session", "warning", "nothing answers there", None)], {"WAYLAND_DISPLAY": str(gone)}),
+            ([("session", "warning", "it cannot take a page", 'eval "$(dbus-launch --sh-syntax)"')],
+             {"DBUS_SESSION_BUS_ADDRESS": None}),
         ]:
-            with self.subTest(words=words):
-                answer = self.found(**variables)
-                hits = [f for f in answer["findings"] if f["step"] == step and words in f["sentence"]]
-                self.assertTrue(hits, answer["findings"])
-                self.assertEqual(hits[0]["state"], state)
-                if cure:
-                    self.assertEqual(hits[0]["cure"], cure)
-        bad.write_text("# mine\nno key here\n")
-        answer = self.found()
-        spoilt = [f for f in answer["findings"] if f["step"] == "option_files"][0]
-        self.assertIn(f"{bad}, line 2", spoilt["sentence"])
-        self.assertEqual((spoilt["cure"], answer["result"]), (f"sed -i '2s/^/# /' {bad}", 2))
+            with self.subTest(variables=variables):
+                self.assert_faults(self.faults(**variables), wanted)
+
+    def test_a_reader_that_knows_only_pages_needs_pdfinfo(self):
+        zathura = str(self.viewer("zathura"))
+        found = self.found(OLH_PDF_PROGRAM=zathura)["findings"]
+        self.assertIn(f"{zathura} knows no destinations; it opens the page that pdfinfo finds.", [f["sentence"] for f in found])
+        (self.bin / "pdfinfo").unlink()
+        self.assert_faults(self.faults(OLH_PDF_PROGRAM=zathura), [
+            ("pdf", "warning", "without pdfinfo every PDF opens at page 1", "apt-get install poppler-utils"),
+            ("tools", "warning", "pdfinfo is not installed", "apt-get install poppler-utils")])
+
+    def test_faults_in_files(self):
+        own, tree = self.home / ".qel_viewer_config.ini", self.docs / "qel_doc_options.ini"
+        for file, text, said, cure in [
+            (own, "# mine\nno key here\n", f"{own}, line 2: no KEY", f"sed -i '2s/^/# /' {own}"),
+            (tree, "\n\nno key here\n", f"{tree}, line 3: no KEY", f"sed -i '3s/^/# /' {tree}"),
+            (tree, f'OTHER_KEY="{"x" * 1100}"\n', f"{tree}, line 1: over 1,022", f"editor +1 {tree}"),
+            (own, "#" * 300000, f"{own}: no regular file of at most 256 KiB", f"mv {own} {own}.old"),
+            (tree, "#" * 300000, f"{tree}: no regular file of at most 256 KiB", f"mv {tree} {tree}.old"),
+        ]:
+            with self.subTest(said=said):
+                write(file, text)
+                found = self.faults()
+                file.unlink()
+                self.assert_faults(found, [("option_files", "problem", said, cure)])
+        write(self.docs / "htmldocs/new/index.htm")
+        write(self.docs / "htmldocs/new/QELdata/QELAllData.js", 'QELAddBookVar("DocTitle","New");\n')
+        self.assert_faults(self.faults(), [
+            ("lists", "warning", "out of date (htmldocs/QEL/lib/LibList.js", f"olh dmerge {self.docs}")])
+
+    def test_colours_only_on_a_terminal_that_wants_them(self):
+        for variables, coloured in [({}, True), ({"NO_COLOR": "1"}, False), ({"NO_COLOR": ""}, True)]:
+            with self.subTest(variables=variables):
+                self.assertEqual("\033[32mok" in self.on_a_terminal("doctor", **variables), coloured)
+        self.assertNotIn("\033", self.olh("doctor").stdout)
 
     def test_roots_that_never_answer_are_named_and_left_out(self):
         tree, silent = self.make_root("tree"), self.silent_server()
@@ -64,8 +158,7 @@ class Doctor(Scene):
 
     def test_nothing_is_shown_without_try(self):
         self.found("guide")
-        self.assertEqual(self.calls_with_questions(self.browser) + self.calls_with_questions(self.reader), [])
-        self.assertNotIn("\033", self.olh("doctor").stdout)
+        self.assertEqual(self.calls_with_questions(self.firefox) + self.calls_with_questions(self.evince), [])
 
 
 if __name__ == "__main__":

@@ -1,6 +1,8 @@
 """A scratch machine for olh: a home directory, one documentation root, a recording browser and PDF reader.
 A test file runs with the build directory as its first argument."""
 import json
+import os
+import pty
 import re
 import shutil
 import socket
@@ -93,6 +95,21 @@ class Scene(unittest.TestCase):
         command = [program, *words]
         return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=self.dir, timeout=60,
                               stdin=subprocess.DEVNULL)
+
+    def on_a_terminal(self, *words, **variables):
+        """What olh writes when its standard output is a terminal."""
+        ours, its = pty.openpty()
+        command, environment = [OLH, *words], {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
+        with subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=its, stderr=its, env=environment, cwd=self.dir):
+            os.close(its)
+            written = b""
+            try:
+                while more := os.read(ours, 65536):
+                    written += more
+            except OSError:  # how Linux tells that the other end is closed
+                pass
+            os.close(ours)
+        return written.decode()
 
     def json(self, *words, code=0, **variables):
         done = self.olh(*words, "--json", **variables)
