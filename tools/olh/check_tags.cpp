@@ -56,7 +56,7 @@ class TagCheck {
   // Behind a URL the library cannot look into a topic table.
   void check_topic(const Use& use, const Located& located, int result) {
     bool is_there = result == OLH_RESULT_OK;
-    const std::string table = place_beside(located.location, "QELdata/QELAllData.js");
+    const std::string table = place_beside(located.location, olh_viewers::kTopicTable);
     if (root_.is_web) {
       const auto script = text_at(table);
       if (!script) return error(use, "the topic table " + table + " cannot be read");

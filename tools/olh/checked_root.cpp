@@ -54,7 +54,7 @@ CheckedManual read_manual(const CheckedRoot& root, const std::string& name) {
   CheckedManual manual;
   manual.name = name;
   manual.directory = "htmldocs/" + name;
-  manual.table = manual.directory + "/QELdata/QELAllData.js";
+  manual.table = manual.directory + "/" + olh_viewers::kTopicTable;
   manual.script = text_in_root(root.path, manual.table);
   if (manual.script) manual.topics = olh_viewers::topics_in_table(*manual.script);
   return manual;

@@ -51,11 +51,10 @@ const char* word_for(State state) {
   return kWords[static_cast<std::size_t>(state)];
 }
 
-// The word, in green, yellow, red or blue where colours are welcome.
-std::string shown(State state) {
+// Green, yellow, red or blue.
+const char* colour_of(State state) {
   constexpr std::array kColours = {"32", "33", "31", "34"};
-  const std::string word = word_for(state);
-  return coloured(word, kColours[static_cast<std::size_t>(state)]) + std::string(12 - word.size(), ' ');
+  return kColours[static_cast<std::size_t>(state)];
 }
 
 // What was found so far, printed as it comes or kept for JSON.
@@ -64,7 +63,7 @@ class Report {
   explicit Report(bool json) : json_(json) {}
 
   void add(const char* name, const char* title, const Diagnoses& diagnoses) {
-    if (!json_ && !diagnoses.empty()) say(emphasized(title));
+    if (!json_ && !diagnoses.empty()) say_marked("", title);
     for (const Diagnosis& diagnosis : diagnoses) {
       ++counts_[static_cast<std::size_t>(diagnosis.state)];
       if (!json_) print(diagnosis);
@@ -92,7 +91,8 @@ class Report {
 
  private:
   static void print(const Diagnosis& diagnosis) {
-    say("  " + shown(diagnosis.state) + diagnosis.sentence);
+    const std::string word = word_for(diagnosis.state);
+    say_marked("  ", word, std::string(12 - word.size(), ' ') + diagnosis.sentence, colour_of(diagnosis.state));
     if (!diagnosis.cure.empty()) say("              mend with: " + diagnosis.cure);
   }
   int count(State state) const { return counts_[static_cast<std::size_t>(state)]; }

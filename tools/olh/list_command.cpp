@@ -65,11 +65,12 @@ std::string unknown_part(const Holdings& root) {
 }
 
 void print_root(const Holdings& root, std::size_t number, std::size_t width) {
-  say(std::to_string(number) + ". " + (number == 1 ? emphasized(root.root) : root.root));
+  say_numbered(number, root.root);
   for (const Holding& one : root.all) {
     std::string forms;
     for (const std::string& form : forms_of(one)) forms += (forms.empty() ? "" : ", ") + form;
-    std::string line = "     " + padded(one.name, width) + "  " + padded(forms, std::string("html, pdf").size());
+    std::string line =
+        "     " + padded(visible(one.name), width) + "  " + padded(forms, std::string("html, pdf").size());
     if (!one.title.empty()) line += "  " + one.title;
     if (!one.shadowed_by.empty()) line += "  [shadowed by " + one.shadowed_by + "]";
     say(line.substr(0, line.find_last_not_of(' ') + 1));
@@ -82,7 +83,7 @@ void print_root(const Holdings& root, std::size_t number, std::size_t width) {
 void print_as_text(const std::vector<Holdings>& roots) {
   std::size_t width = 0;
   for (const Holdings& root : roots)
-    for (const Holding& one : root.all) width = std::max(width, one.name.size());
+    for (const Holding& one : root.all) width = std::max(width, visible(one.name).size());
   std::size_t number = 0;
   for (const Holdings& root : roots) print_root(root, ++number, width);
 }

@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     const char* rehearsal = std::getenv(olh::kRehearsalVariable);
     return rehearsal != nullptr ? olh::answer_as_viewer(rehearsal, argc, argv) : run(argc, argv);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "olh: %s\n", error.what());
+    olh::complain(error.what());
     return OLH_RESULT_FAILED;
   }
 }

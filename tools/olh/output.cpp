@@ -20,26 +20,54 @@ std::string shell_word(const std::string& word) {
   return quoted + "'";
 }
 
+bool has_colours() {
+  const char* no_color = std::getenv("NO_COLOR");
+  return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
+}
+
+void print(const std::string& line) { std::fputs((line + "\n").c_str(), stdout); }
+
 }  // namespace
 
-void say(const std::string& line) { std::fputs((line + "\n").c_str(), stdout); }
+void say(const std::string& line) { print(visible(line)); }
+
+void say_marked(const std::string& before, const std::string& marked, const std::string& after,
+                const std::string& code) {
+  if (!has_colours()) return say(before + marked + after);
+  print(visible(before) + "\033[" + code + "m" + visible(marked) + "\033[0m" + visible(after));
+}
+
+void say_numbered(std::size_t number, const std::string& root) {
+  const std::string before = std::to_string(number) + ". ";
+  number == 1 ? say_marked(before, root) : say(before + root);
+}
 
 void complain(const std::string& sentence) {
   std::fflush(stdout);
-  std::fputs(("olh: " + sentence + "\n").c_str(), stderr);
+  std::fputs(("olh: " + visible(sentence) + "\n").c_str(), stderr);
 }
 
 void say_json(const nlohmann::json& answer) {
-  say(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+  print(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
-std::string coloured(const std::string& text, const std::string& code) {
-  const char* no_color = std::getenv("NO_COLOR");
-  if ((no_color != nullptr && *no_color != '\0') || isatty(STDOUT_FILENO) == 0) return text;
-  return "\033[" + code + "m" + text + "\033[0m";
+std::string visible(const std::string& text) {
+  std::string shown;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    // In UTF-8 the control characters from U+0080 to U+009F are two bytes.
+    const bool leads_to_control = byte == 0xC2 && i + 1 < text.size() && (text[i + 1] & '\xE0') == '\x80';
+    if (byte >= ' ' && byte != 0x7F && !leads_to_control) {
+      shown += text[i];
+      continue;
+    }
+    const int code = leads_to_control ? static_cast<unsigned char>(text[++i]) : byte;
+    char written[8];
+    std::snprintf(written, sizeof written, "\\x%02x", static_cast<unsigned int>(code));
+    shown += written;
+  }
+  return shown;
 }
-
-std::string emphasized(const std::string& text) { return coloured(text, "1"); }
 
 std::string command_line(const std::vector<std::string>& words) {
   std::string line;

@@ -1,7 +1,7 @@
 // How `olh` speaks: answers on standard output, complaints on standard error.
 //
-// Knows    when a terminal may get emphasis, how a word is quoted for a shell, and that JSON survives bytes that are
-//          no UTF-8.
+// Knows    when a terminal may get emphasis, that nothing else may play with it, how a word is quoted for a shell, and
+//          that JSON survives bytes that are no UTF-8.
 // For      every verb.
 #ifndef OLH_TOOLS_OUTPUT_H
 #define OLH_TOOLS_OUTPUT_H
@@ -12,17 +12,22 @@
 
 namespace olh {
 
-// A line on standard output.
+// A line on standard output. Control characters in it, which titles and file names may bring along, are written
+// visibly.
 void say(const std::string& line);
-// A sentence on standard error, after the program's name.
+// The same with one part in colour, by its number in an escape sequence, or in bold; only on a terminal, and not when
+// NO_COLOR is set.
+void say_marked(const std::string& before, const std::string& marked, const std::string& after = "",
+                const std::string& code = "1");
+// A root of the search path with its number; the first, which wins, in bold.
+void say_numbered(std::size_t number, const std::string& root);
+// A sentence on standard error, after the program's name; control characters as in say.
 void complain(const std::string& sentence);
 // A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
 void say_json(const nlohmann::json& answer);
 
-// The text on a terminal with a colour, by its number in an escape sequence, or in bold; plain elsewhere and when
-// NO_COLOR is set.
-std::string coloured(const std::string& text, const std::string& code);
-std::string emphasized(const std::string& text);
+// The text with its control characters visible, an escape as \x1b. What is visible stays as it is.
+std::string visible(const std::string& text);
 // The words as a person would type them to a shell.
 std::string command_line(const std::vector<std::string>& words);
 // The text with blanks behind it, up to that many characters (of UTF-8).

@@ -35,10 +35,10 @@ void print_override(const char* label, const std::string& program, const std::st
 }
 
 void print_as_text(const SearchRoots& roots) {
-  int number = 0;
+  std::size_t number = 0;
   for (const SearchRoot& root : roots.roots) {
     ++number;
-    say(std::to_string(number) + ". " + (number == 1 ? emphasized(root.path) : root.path));
+    say_numbered(number, root.path);
     say("     from    " + origin(root.source, root.options_file));
     if (!root.parent.empty()) say("     tree    " + root.parent);
     print_override("browser ", root.browser, root.browser_from);

@@ -7,6 +7,7 @@
 #include "olh/support.h"
 #include "output.h"
 #include "places.h"
+#include "topic_table.h"
 
 namespace olh {
 
@@ -60,8 +61,8 @@ void explain_failure(int result, const Arguments& asked, const Located& located,
   if (topic_answer(result, asked, located) == Topic::kCannotTell)
     return complain("found " + located.location + ", but it lies behind a URL: whether it holds \"" + asked.tag +
                     "\" cannot be told from here.");
-  complain("found " + located.location + ", but no topic \"" + asked.tag +
-           "\" in its topic table, QELdata/QELAllData.js beside that page.");
+  complain("found " + located.location + ", but no topic \"" + asked.tag + "\" in its topic table, " +
+           olh_viewers::kTopicTable + " beside that page.");
 }
 
 int test(const Arguments& asked) {

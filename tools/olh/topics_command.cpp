@@ -22,8 +22,6 @@ constexpr const char* kExamples =
     "  olh topics --names olh_manual              the tags alone, for a script\n"
     "Exit code: 0, 4 no such document, 5 its topics cannot be read, 64 wrong use.\n";
 
-constexpr const char* kTopicTable = "QELdata/QELAllData.js";
-
 struct Arguments {
   std::string document;
   std::string root;
@@ -47,7 +45,7 @@ struct Topics {
 // ---- reading ----
 
 Topics topics_of_manual(const std::string& location) {
-  const std::string table = place_beside(location, kTopicTable);
+  const std::string table = place_beside(location, olh_viewers::kTopicTable);
   const std::optional<std::string> text = text_at(table);
   if (!text) return {{}, "its topic table " + table + " cannot be read"};
   Topics topics;
@@ -89,14 +87,14 @@ void print_as_text(const Topics& topics) {
   std::size_t width = 0;
   std::size_t page_width = 0;
   for (const Topic& topic : topics.all) {
-    tags.push_back(topic.tag.empty() ? "(no tag)" : command_line({topic.tag}));
+    tags.push_back(topic.tag.empty() ? "(no tag)" : visible(command_line({topic.tag})));
     width = std::max(width, tags.back().size());
-    page_width = std::max(page_width, topic.page.size());
+    page_width = std::max(page_width, visible(topic.page).size());
   }
   for (std::size_t i = 0; i < tags.size(); ++i) {
     const Topic& topic = topics.all[i];
     const std::string& rest = topic.destination.empty() ? topic.title : topic.destination;
-    say(padded(tags[i], width) + "  " + padded(topic.page, rest.empty() ? 0 : page_width) +
+    say(padded(tags[i], width) + "  " + padded(visible(topic.page), rest.empty() ? 0 : page_width) +
         (rest.empty() ? "" : "  " + rest));
   }
 }

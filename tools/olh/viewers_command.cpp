@@ -70,7 +70,7 @@ void print_source(const ViewerSource& source, bool wins) {
 
 void print_as_text(const ViewerStory& story) {
   const std::string word = story.kind->word;
-  say(word + std::string(16 - word.size(), ' ') + emphasized(describe(story.in_use)));
+  say_marked(word + std::string(16 - word.size(), ' '), describe(story.in_use));
   for (const ViewerSource& source : story.sources) print_source(source, source.choice == story.in_use.choice);
   const std::string asked = story.asked == story.in_use.program ? "" : " (" + story.asked + ", which is asked first)";
   if (!story.asked.empty())

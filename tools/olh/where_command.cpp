@@ -85,7 +85,7 @@ void print_places(const std::vector<Tried>& list) {
                       : tried.presence == Presence::kCannotTell ? '?'
                                                                 : '-';
     const std::string line = std::string(1, mark) + " " + tried.place.location;
-    say(tried.wins ? emphasized(line) : line);
+    tried.wins ? say_marked("", line) : say(line);
   }
 }
 

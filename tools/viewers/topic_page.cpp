@@ -41,7 +41,7 @@ TextPage page_without_scripts(const std::string& url, const Fetch& fetch) {
   const std::string topic = value_of(fragment_of(url), "topic");
   if (!page.ends_with(kStartPage) || topic.empty()) return {url, ""};
   const std::string directory(page.substr(0, page.size() - kStartPage.size()));
-  const std::string target = target_in_table(fetch(directory + "/QELdata/QELAllData.js"), topic);
+  const std::string target = target_in_table(fetch(directory + "/" + kTopicTable), topic);
   // A target leads nowhere but below the manual.
   const bool is_inside = !target.empty() && target[0] != '/' && target.find("..") == std::string::npos &&
                          target.find(':') == std::string::npos;

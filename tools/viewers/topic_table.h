@@ -12,6 +12,8 @@
 
 namespace olh_viewers {
 
+inline constexpr const char* kTopicTable = "QELdata/QELAllData.js";
+
 // QELAddTopic(["NAME","PAGE","TITLE", at the beginning of a line. PAGE and TITLE are "" where they are missing.
 struct TableTopic {
   int line = 0;  // from 1

@@ -1,5 +1,7 @@
 """olh list: what each root holds, and which of it a help call would show."""
+import re
 import shutil
+import unicodedata
 import unittest
 
 from scene import Scene, WebPages, write
@@ -41,6 +43,26 @@ class List(Scene):
             "LOUD.PDF": (None, ["pdf"], None), "admin": (None, ["pdf"], None), "guide": ("The guide", ["html", "pdf"], None),
             "group_td": ("The group", ["portal"], None), "old_style": (None, ["html"], None),
             "paper_only": ("paper_only.pdf", ["pdf"], None)})])
+
+    def test_titles_and_names_do_not_play_with_the_terminal(self):
+        title = "Red \033[31m, bell \a, \u009b2J and \x7f, caf\u00e9"
+        seen = "Red \\x1b[31m, bell \\x07, \\x9b2J and \\x7f, caf\u00e9"
+        table = f'QELAddBookVar("DocTitle","{title}");\nQELAddTopic(["place","place.htm","{title}"]);\n'
+        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js", table)
+        write(self.docs / "pdfdocs/two\nlines\033[2J.pdf")
+        self.with_lists(self.docs)
+        for words in (["list"], ["list", "--names"], ["topics", "guide"], ["where", "guide"], ["check", str(self.docs)]):
+            with self.subTest(words=words):
+                done = self.olh(*words)
+                for text in (done.stdout, done.stderr, self.on_a_terminal(*words).replace("\r\n", "\n")):
+                    ours = re.sub(r"\033\[(1|0)m", "", text)
+                    self.assertEqual([c for c in ours if c != "\n" and unicodedata.category(c) == "Cc"], [])
+                    self.assertNotIn("two\n", ours)
+        self.assertIn(f"  {seen}\n", self.olh("list").stdout)
+        self.assertIn(f"  {seen}\n", self.olh("topics", "guide").stdout)
+        self.assertIn("two\\x0alines\\x1b[2J", self.olh("list", "--names").stdout)
+        self.assertEqual(self.json("topics", "guide")["topics"][0]["title"], title)
+        self.assertIn("two\nlines\033[2J", self.listed()[0][1])
 
     def test_what_is_not_shadowed_is_what_a_help_call_shows(self):
         other = self.make_root("other")
