@@ -98,7 +98,7 @@ class Doctor(Scene):
              {"OLH_PDF_PROGRAM": str(falkon)}),
             ([("session", "warning", "There is no display", None)], {"WAYLAND_DISPLAY": None}),
             ([("session", "warning", "nothing answers there", None)], {"WAYLAND_DISPLAY": str(gone)}),
-            ([("session", "warning", "it cannot take a page", 'eval "$(dbus-launch --sh-syntax)"')],
+            ([("session", "warning", "it can take no second page", 'eval "$(dbus-launch --sh-syntax)"')],
              {"DBUS_SESSION_BUS_ADDRESS": None}),
         ]:
             with self.subTest(variables=variables):
