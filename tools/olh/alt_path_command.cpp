@@ -21,8 +21,8 @@ constexpr const char* kExamples =
     "  olh alt-path                                    what is stored, and where\n"
     "  olh alt-path /srv/docs:http://docs.example.com  stored, in that order\n"
     "  olh alt-path --forget\n"
-    "Exit code: 0, 4 no root is known or an element was rejected (the library counts one for each\n"
-    "http:// URL), 5 the options file cannot be written, 64 wrong use.\n";
+    "Exit code: 0, 3 no path, 4 no root is known or an element was rejected (the library counts one\n"
+    "for each http:// URL), 5 the options file cannot be written, 64 wrong use.\n";
 
 constexpr int kAlternateKey = 3;
 constexpr int kTreeFile = 2;

@@ -45,9 +45,12 @@ std::string nobody_chose() {
 }
 
 Diagnosis of_adapter(const ViewerKind& kind, const ChosenViewer& used, const Driven& driven) {
-  if (!driven.program.empty())
-    return {State::kOk, describe(used) + " opens " + driven.command + " (" + driven.source + ").", ""};
   const bool is_browser = kind.viewer == OLH_VIEWER_HTML;
+  const std::string what = describe(used) + " opens " + driven.command + " (" + driven.source + ")";
+  if (!driven.program.empty() && executable_named(driven.program).empty())
+    return {State::kProblem, what + ", and there is no " + driven.program + ".",
+            is_browser ? "apt-get install w3m" : "apt-get install poppler-utils"};
+  if (!driven.program.empty()) return {State::kOk, what + ".", ""};
   return {State::kProblem, describe(used) + " finds no program that it could open, or does not start.",
           is_browser ? "apt-get install firefox-esr" : "apt-get install evince"};
 }

@@ -18,7 +18,7 @@ constexpr const char* kExamples =
     "  olh show guide 'Getting Started'           a named destination of a PDF\n"
     "  olh show --display popup olh_manual roots  the topic alone, in a small frame\n"
     "  olh show --print olh_manual quick_start    what would be run; nothing is\n"
-    "Exit code: 0 shown, 2 the viewer failed, 4 no such document, 5 the PDF reader failed,\n"
+    "Exit code: 0 shown, 2 the browser failed, 3 no name, 4 no such document, 5 the PDF reader failed,\n"
     "7 no browser known, 64 wrong use.\n";
 
 const std::map<std::string, int> kDisplays = {

@@ -18,8 +18,8 @@ constexpr const char* kExamples =
     "  olh test olh_manual               is the manual there?\n"
     "  olh test olh_manual quick_start   and its topic?\n"
     "  olh test --json guide intro\n"
-    "Exit code: 0 found, 4 no such document, 6 the topic is not in the manual's topic table on\n"
-    "this machine, 64 wrong use.\n";
+    "Exit code: 0 found, 3 no name, 4 no such document, 6 the topic is not in the manual's topic\n"
+    "table on this machine, 64 wrong use.\n";
 
 struct Arguments {
   std::string document;

@@ -26,7 +26,7 @@ void add_version_command(const Verb& olh) {
   const Verb verb = olh.verb("version", "Tell the version");
   const auto json = std::make_shared<bool>(false);
   add_json_option(verb, *json);
-  verb.footer("Examples:\n  olh version\n  olh version --json\n");
+  verb.footer("Examples:\n  olh version\n  olh version --json\nExit code: 0, 64 wrong use.\n");
   verb.action([json] {
     print(*json);
     return OLH_RESULT_OK;

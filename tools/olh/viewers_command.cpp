@@ -25,7 +25,7 @@ constexpr const char* kExamples =
     "  olh viewers set browser olh-browser\n"
     "  olh viewers set pdf /opt/reader/bin/reader --tree\n"
     "  olh viewers forget browser\n"
-    "Exit code: 0, 64 wrong use; of set and forget as their --help says.\n";
+    "Exit code: 0, of set and forget also what their --help says: 4, 5, 7; 64 wrong use.\n";
 constexpr const char* kExitCodes =
     "Exit code: 0, 4 --tree and no root is known, 5 the file cannot be read or written, 7 no such\n"
     "executable, 64 wrong use.\n";

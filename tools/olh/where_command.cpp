@@ -20,7 +20,7 @@ constexpr const char* kExamples =
     "  olh where --all olh_manual   every place that is tried, in order:\n"
     "                               * is shown, + is there too, - is not, ? cannot be told\n"
     "  olh where --json manual_td\n"
-    "Exit code: 0 found, 4 not found, 64 wrong use.\n";
+    "Exit code: 0 found, 3 no name, 4 not found, 64 wrong use.\n";
 
 struct Arguments {
   std::string document;

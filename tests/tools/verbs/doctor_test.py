@@ -73,6 +73,8 @@ class Doctor(Scene):
     def test_each_fault_alone(self):
         firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
+        without_w3m = self.dir / "without_w3m"
+        shutil.copytree(self.bin, without_w3m, ignore=shutil.ignore_patterns("w3m"))
         sample = BUILD / "docs" if (BUILD / "docs").exists() else "/path/to/docs"
         hangs = ("browser", "problem", "may hang, or show an empty window", "olh setup")
         for wanted, variables in [
@@ -91,6 +93,10 @@ class Doctor(Scene):
              {"QEL_HTML_BROWSER": str(gone)}),
             ([("browser", "cannot tell", "whether it understands", None)], {"QEL_HTML_BROWSER": str(unknown)}),
             ([("browser", "warning", "OLH_BROWSER_PROGRAM names", "unset OLH_BROWSER_PROGRAM")], {"OLH_BROWSER_PROGRAM": str(gone)}),
+            ([("browser", "problem", "opens w3m -dump URL (text), and there is no w3m", "apt-get install w3m"),
+              ("session", "warning", "There is no display", None),
+              ("tools", "warning", "w3m is not installed", "apt-get install w3m")],
+             {"WAYLAND_DISPLAY": None, "PATH": str(without_w3m)}),
             ([("pdf", "problem", "No PDF reader", "olh setup")], {"QEL_PDF_READER": None}),
             ([("pdf", "problem", "it refuses the PDF", "olh setup")], {"QEL_PDF_READER": evince}),
             ([("pdf", "cannot tell", "at a destination cannot be told", None)], {"OLH_PDF_PROGRAM": str(unknown)}),
