@@ -46,6 +46,11 @@ shows "host in C, through CMake" sh -c 'person/build/help_menu <person/keys'
 shows "host in C++" person/build/unit_converter help inch
 shows "host in Python" env PYTHONDONTWRITEBYTECODE=1 python3 /usr/share/doc/libolh-dev/examples/help_demo.py
 
+as_person olh new person/docs handbook >person/out || { cat person/out; fail "olh new"; }
+as_person olh check person/docs || fail "olh check has something to say of a new root"
+grep -q '/usr/share/olh/tools/search_text\.py' person/docs/htmldocs/handbook/topic-table.htm || fail "where the tools are"
+PYTHONDONTWRITEBYTECODE=1 as_person python3 /usr/share/olh/tools/search_text.py person/docs/htmldocs/handbook
+
 unset QEL_HTML_BROWSER
 if command -v olh-browser >/dev/null; then
   [ "$(browser_at_login)" = olh-browser ] || fail "a login shell has $(browser_at_login) as browser"
