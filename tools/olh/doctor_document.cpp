@@ -58,6 +58,8 @@ Diagnosis tried(const std::string& file, const std::string& tag, const ViewerKin
 Diagnoses check_document(const Machine& machine) {
   const Located located = locate(machine.document, machine.roots);
   const int result = OlhHelpTest(machine.document.c_str(), machine.tag.c_str());
+  if (!located.found && machine.roots.roots.empty())
+    return {{State::kProblem, quoted(machine.document) + " cannot be found without a documentation root.", ""}};
   if (!located.found)
     return {{State::kProblem, "There is no document " + quoted(machine.document) + " below the roots.",
              command_line({"olh", "where", "--all", machine.document})}};

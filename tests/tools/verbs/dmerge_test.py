@@ -1,5 +1,4 @@
 """olh dmerge: what it tells of a run, and whether --check sees what a run would change."""
-import contextlib
 import fcntl
 import json
 import os
@@ -98,14 +97,6 @@ class Dmerge(Scene):
         shown = self.all_of(terminal).decode()
         self.assertRegex(shown, r"^(\r\x1b\[K|\r +\d+ documents so far\r)+$")
         self.assertIn("0 documents so far", shown)
-
-    def all_of(self, terminal):
-        """What was written to a terminal whose other end is closed by now: it comes in pieces, and ends with an error."""
-        shown = b""
-        with contextlib.suppress(OSError):
-            while piece := os.read(terminal, 4096):
-                shown += piece
-        return shown
 
     def has_pending(self, pid, number):
         status = open(f"/proc/{pid}/status").read()

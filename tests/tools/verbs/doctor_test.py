@@ -64,10 +64,11 @@ class Doctor(Scene):
         self.assertEqual(self.calls(self.evince), [["--named-dest=M8.newlink.quickstart", str(pdf)]])
 
     def test_a_machine_with_nothing(self):
-        done = self.olh("doctor", **{name: None for name in self.variables}, PATH="/nowhere")
+        done = self.olh("doctor", "guide", **{name: None for name in self.variables}, PATH="/nowhere")
         self.assertEqual((done.returncode, done.stderr), (2, ""))
         for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
-                     "pdfinfo is not installed", "mend with: apt-get install w3m", "Without a documentation root there are no lists"):
+                     "pdfinfo is not installed", "mend with: apt-get install w3m", "Without a documentation root there are no lists",
+                     '"guide" cannot be found without a documentation root'):
             self.assertIn(said, done.stdout)
 
     def test_each_fault_alone(self):

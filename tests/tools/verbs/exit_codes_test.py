@@ -30,8 +30,7 @@ class ExitCodes(Scene):
         page = set(of_manual_page())
         self.assertEqual(page, set(of_manual()))
         everywhere = {code for code, verb in page if verb == "all"}
-        verbs = re.findall(r"^  (\S+) ", self.olh("--help").stdout.split("Subcommands:")[1].split("Examples:")[0], re.M)
-        for verb in verbs:
+        for verb in self.verbs():
             with self.subTest(verb=verb):
                 said = self.olh(verb, "--help").stdout.split("Exit code: ")[1].replace("http://", "")
                 self.assertEqual({int(code) for code in re.findall(r"\b\d+\b", said)},

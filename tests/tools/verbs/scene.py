@@ -1,5 +1,6 @@
 """A scratch machine for olh: a home directory, one documentation root, a recording browser and PDF reader.
 A test file runs with the build directory as its first argument."""
+import contextlib
 import json
 import os
 import pty
@@ -102,14 +103,21 @@ class Scene(unittest.TestCase):
         command, environment = [OLH, *words], {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=its, stderr=its, env=environment, cwd=self.dir):
             os.close(its)
-            written = b""
-            try:
-                while more := os.read(ours, 65536):
-                    written += more
-            except OSError:  # how Linux tells that the other end is closed
-                pass
-            os.close(ours)
+            written = self.all_of(ours)
+        os.close(ours)
         return written.decode()
+
+    def all_of(self, terminal):
+        """What was written to a terminal until its other end is closed: it comes in pieces, and ends with an error."""
+        shown = b""
+        with contextlib.suppress(OSError):
+            while piece := os.read(terminal, 4096):
+                shown += piece
+        return shown
+
+    def verbs(self):
+        """Every verb that the help of olh names."""
+        return re.findall(r"^  (\S+) ", self.olh("--help").stdout.split("Subcommands:")[1].split("Examples:")[0], re.M)
 
     def json(self, *words, code=0, **variables):
         done = self.olh(*words, "--json", **variables)
