@@ -111,6 +111,14 @@ class Doctor(Scene):
             with self.subTest(variables=variables):
                 self.assert_faults(self.faults(**variables), wanted)
 
+    def test_a_trees_browser_is_told_with_the_one_that_is_asked_first(self):
+        firefox, none = self.viewer("firefox"), {"QEL_HTML_BROWSER": None}
+        for prescribed, words in [(self.browser_adapter, f"but {firefox} is asked first"), (firefox, "may hang, or show an empty window")]:
+            write(self.docs / "qel_doc_options.ini", f'QEL_HTML_BROWSER="{prescribed}"\n')
+            self.assert_faults(self.faults(**none), [("browser", "problem", words, "olh setup")])
+        self.assertEqual(self.olh("setup", **none).returncode, 0)
+        self.assertEqual(self.faults(**none), [])
+
     def test_a_reader_that_knows_only_pages_needs_pdfinfo(self):
         zathura = str(self.viewer("zathura"))
         found = self.found(OLH_PDF_PROGRAM=zathura)["findings"]
@@ -132,7 +140,10 @@ class Doctor(Scene):
             with self.subTest(said=said):
                 write(file, text)
                 found = self.faults()
-                file.unlink()
+                if not cure.startswith("editor"):
+                    subprocess.run(cure, shell=True, check=True)
+                    self.assertEqual(self.faults(), [])
+                file.unlink(missing_ok=True)
                 self.assert_faults(found, [("option_files", "problem", said, cure)])
         write(self.docs / "htmldocs/new/index.htm")
         write(self.docs / "htmldocs/new/QELdata/QELAllData.js", 'QELAddBookVar("DocTitle","New");\n')
