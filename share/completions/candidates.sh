@@ -12,6 +12,8 @@ olh=$1
 shift
 
 ask() { timeout 2 "$olh" "$@" 2>/dev/null </dev/null; }
+# No root has a say in a help text: only a busy machine is slow to give it.
+help_of() { timeout 10 "$olh" "$@" --help 2>/dev/null </dev/null; }
 files() { exit 3; }
 
 # Parts of a help text: what a section lists, the kind of an option's value (none for a flag), the Nth argument.
@@ -38,7 +40,7 @@ argument_at() {
 
 # The words before the one being typed: the verb (and a verb below it), the arguments, and an option that wants a value.
 verb= first= position=1 option= root=
-help=$(ask --help)
+help=$(help_of)
 while [ $# -gt 1 ]; do
   word=$1
   shift
@@ -53,7 +55,7 @@ while [ $# -gt 1 ]; do
     *)
       if [ $position = 1 ] && listed Subcommands | cut -f 1 | grep -qx -e "$word"; then
         verb="$verb $word"
-        help=$(ask $verb --help)
+        help=$(help_of $verb)
       else
         [ $position = 1 ] && first=$word
         position=$((position + 1))
