@@ -83,7 +83,7 @@ void print_root(const Holdings& root, std::size_t number, std::size_t width) {
 void print_as_text(const std::vector<Holdings>& roots) {
   std::size_t width = 0;
   for (const Holdings& root : roots)
-    for (const Holding& one : root.all) width = std::max(width, visible(one.name).size());
+    for (const Holding& one : root.all) width = std::max(width, width_of(visible(one.name)));
   std::size_t number = 0;
   for (const Holdings& root : roots) print_root(root, ++number, width);
 }

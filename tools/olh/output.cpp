@@ -75,10 +75,13 @@ std::string command_line(const std::vector<std::string>& words) {
   return line;
 }
 
-std::string padded(const std::string& text, std::size_t width) {
+std::size_t width_of(const std::string& text) {
   const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-  const auto length = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
-  return text + std::string(width > length ? width - length : 0, ' ');
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+  return text + std::string(width - std::min(width, width_of(text)), ' ');
 }
 
 std::string counted(std::size_t number, const char* one, const char* many) {

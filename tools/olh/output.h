@@ -6,6 +6,7 @@
 #ifndef OLH_TOOLS_OUTPUT_H
 #define OLH_TOOLS_OUTPUT_H
 
+#include <cstddef>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
@@ -30,7 +31,9 @@ void say_json(const nlohmann::json& answer);
 std::string visible(const std::string& text);
 // The words as a person would type them to a shell.
 std::string command_line(const std::vector<std::string>& words);
-// The text with blanks behind it, up to that many characters (of UTF-8).
+// How many characters (of UTF-8) the text has.
+std::size_t width_of(const std::string& text);
+// The text with blanks behind it, up to that width.
 std::string padded(const std::string& text, std::size_t width);
 // "1 manual", "2 manuals".
 std::string counted(std::size_t number, const char* one, const char* many);

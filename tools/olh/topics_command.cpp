@@ -88,8 +88,8 @@ void print_as_text(const Topics& topics) {
   std::size_t page_width = 0;
   for (const Topic& topic : topics.all) {
     tags.push_back(topic.tag.empty() ? "(no tag)" : visible(command_line({topic.tag})));
-    width = std::max(width, tags.back().size());
-    page_width = std::max(page_width, visible(topic.page).size());
+    width = std::max(width, width_of(tags.back()));
+    page_width = std::max(page_width, width_of(visible(topic.page)));
   }
   for (std::size_t i = 0; i < tags.size(); ++i) {
     const Topic& topic = topics.all[i];

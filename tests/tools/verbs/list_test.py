@@ -64,6 +64,11 @@ class List(Scene):
         self.assertEqual(self.json("topics", "guide")["topics"][0]["title"], title)
         self.assertIn("two\nlines\033[2J", self.listed()[0][1])
 
+    def test_columns_count_characters(self):
+        write(self.docs / "pdfdocs/\u00fcbersichten.pdf")
+        lines = self.olh("list").stdout.splitlines()
+        self.assertIn("     \u00fcbersichten  pdf", [line.rstrip() for line in lines])
+
     def test_what_is_not_shadowed_is_what_a_help_call_shows(self):
         other = self.make_root("other")
         write(self.docs / "pdfdocs/apart.pdf")
