@@ -26,12 +26,12 @@ Output output_of(const std::string& command) {
   return output;
 }
 
-void do_nothing(int) {}
+void go_on(int) {}
 
 // A host whose own timer interrupts every call that waits.
 void interrupt_all_the_time() {
   struct sigaction action = {};
-  action.sa_handler = do_nothing;
+  action.sa_handler = go_on;
   sigaction(SIGALRM, &action, nullptr);
   const itimerval every_5_ms = {{0, 5000}, {0, 5000}};
   setitimer(ITIMER_REAL, &every_5_ms, nullptr);

@@ -9,12 +9,12 @@
 
 namespace {
 
-struct Case {
+struct Quoting {
   std::string text;
   std::string bare;
 };
 
-const std::vector<Case> kCases = {
+const std::vector<Quoting> kCases = {
     {"/opt/a-b_c.d+e,f:g@h%i=j/firefox", "/opt/a-b_c.d+e,f:g@h%i=j/firefox"},
     {"/opt/M\xc3\xbcller/firefox", "/opt/M\xc3\xbcller/firefox"},
     {"", "''"},
@@ -49,11 +49,11 @@ void expect_same_bytes(const std::string& text) {
 }
 
 TEST(ShellQuote, OnlyWhatTheShellActsOnIsQuoted) {
-  for (const Case& test : kCases) EXPECT_EQ(olh::shell_bare(test.text), test.bare);
+  for (const Quoting& test : kCases) EXPECT_EQ(olh::shell_bare(test.text), test.bare);
 }
 
 TEST(ShellQuote, ProgramGetsTheSameBytes) {
-  for (const Case& test : kCases) expect_same_bytes(test.text);
+  for (const Quoting& test : kCases) expect_same_bytes(test.text);
   std::string every_byte;
   for (int c = 1; c < 256; ++c) every_byte += static_cast<char>(c);
   expect_same_bytes(every_byte);
