@@ -204,7 +204,7 @@ int status_of_viewer(pid_t viewer) noexcept {
 
 pid_t fork_intermediate_child(PreparedProgram& program, int report) noexcept {
   const SignalsHeldBack quiet;
-  const pid_t child = fork();
+  const pid_t child = fork_child();
   if (child == 0) run_intermediate_child(program, report);
   return child;
 }

@@ -124,6 +124,23 @@ TEST_F(DetachedStart, ProgramGetsItsArgumentsAndNothingElseOfTheHost) {
   EXPECT_EQ(sigismember(&after, SIGUSR1), 1) << "the host's own mask has changed";
 }
 
+// A host's handler may wait for a lock that no thread of the child will ever give back.
+TEST_F(DetachedStart, ForkHandlersOfTheHostDoNotRunInItsChildren) {
+  static int told[2];
+  ASSERT_EQ(pipe2(told, O_CLOEXEC | O_NONBLOCK), 0);
+  ASSERT_EQ(pthread_atfork(nullptr, nullptr, [] { [[maybe_unused]] const ssize_t sent = ::write(told[1], "x", 1); }),
+            0);
+  const pid_t child = fork();
+  if (child == 0) _exit(0);
+  waitpid(child, nullptr, 0);
+  char byte = 0;
+  EXPECT_EQ(read(told[0], &byte, 1), 1) << "the handler is there";
+  olh::start_detached(Words{"true"});
+  EXPECT_EQ(read(told[0], &byte, 1), -1);
+  close(told[0]);
+  close(told[1]);
+}
+
 TEST_F(DetachedStart, DescriptorsAreClosedOneByOneWhereTheSystemKnowsNoRange) {
   sock_filter program[] = {
       BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
