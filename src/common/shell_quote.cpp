@@ -1,6 +1,7 @@
 #include "shell_quote.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace olh {
 
@@ -16,17 +17,26 @@ bool is_ordinary(char c) {
   return is_name(c) || kOtherOrdinary.find(c) != std::string_view::npos || static_cast<unsigned char>(c) > 127;
 }
 
-// As the first word of a command, NAME=VALUE sets a variable and the next word becomes the program.
+// As the first word of a command, NAME=VALUE and NAME+=VALUE set a variable and the next word becomes the program.
 bool is_assignment(std::string_view word) {
-  const std::size_t equals = word.find('=');
-  return equals != std::string_view::npos && equals > 0 &&
-         std::all_of(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(equals), is_name);
+  std::string_view name = word.substr(0, word.find('='));
+  if (name.size() == word.size()) return false;
+  if (name.ends_with('+')) name.remove_suffix(1);
+  return !name.empty() && std::all_of(name.begin(), name.end(), is_name);
+}
+
+// A program of such a name would begin a compound command instead.
+bool is_reserved(std::string_view word) {
+  constexpr std::string_view kReserved[] = {"case",  "do",   "done",   "elif",   "else",    "esac",
+                                            "fi",    "for",  "if",     "in",     "then",    "until",
+                                            "while", "time", "coproc", "select", "function"};
+  return std::find(std::begin(kReserved), std::end(kReserved), word) != std::end(kReserved);
 }
 
 }  // namespace
 
 std::string shell_bare(std::string_view word) {
-  const bool bare = !word.empty() && word.front() != '%' && !is_assignment(word) &&
+  const bool bare = !word.empty() && word.front() != '%' && !is_assignment(word) && !is_reserved(word) &&
                     std::all_of(word.begin(), word.end(), is_ordinary);
   return bare ? std::string(word) : "'" + shell_in_single_quotes(word) + "'";
 }

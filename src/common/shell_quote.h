@@ -13,8 +13,8 @@
 namespace olh {
 
 // A word of its own: as it is when it has ordinary characters only (letters, digits, _ . / + , : @ % = - and bytes
-// above 127), else in single quotes. Also quoted: "", what would be an assignment (NAME=...) and what begins with "%"
-// (a job).
+// above 127), else in single quotes. Also quoted: "", what would be an assignment (NAME=...), what begins with "%" (a job)
+// and the shell's reserved words.
 std::string shell_bare(std::string_view word);
 
 // Text for a place between single quotes.
