@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -33,7 +34,8 @@ constexpr std::size_t kChunkSize = 10000;
 constexpr int kHttpPort = 80;
 constexpr int kLastPort = 65535;
 
-// The port behind the ":" of "host:port". Without a number it is the default one; 0 when there is no such port.
+// The port behind the ":" of "host:port". Without a number it is the default one; a larger one than an int holds is
+// the largest, which no server has either.
 int port_in(std::string_view host_and_port) noexcept {
   const std::size_t colon = host_and_port.find(':');
   if (colon == std::string_view::npos) return kHttpPort;
@@ -41,13 +43,11 @@ int port_in(std::string_view host_and_port) noexcept {
   const char* const end = host_and_port.data() + host_and_port.size();
   const std::errc error = std::from_chars(host_and_port.data() + colon + 1, end, port).ec;
   if (error == std::errc::invalid_argument) return kHttpPort;
-  return error == std::errc() && port >= 1 && port <= kLastPort ? port : 0;
+  return error == std::errc() ? port : std::numeric_limits<int>::max();
 }
 
-// A line end in a name would begin another header line. Blanks go out as they are: a server may take them.
-bool is_one_line(std::string_view url) noexcept {
-  return std::none_of(url.begin(), url.end(), [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; });
-}
+// A line end in a name would begin another header line. Everything else goes out as it is: a server may take it.
+bool is_one_line(std::string_view url) noexcept { return url.find_first_of("\r\n") == std::string_view::npos; }
 
 std::string head_request(std::string_view host, std::string_view path) {
   std::string request("HEAD ");
@@ -98,7 +98,7 @@ int ask(const char* url, const char* host, int port, std::string_view request) {
     print_debug("olh_docList::ValidURL: failed: %s: cannot bind port TCP %u\n", url, static_cast<unsigned>(port));
     return 0;
   }
-  if (!socket.connect(server)) {
+  if (port < 1 || port > kLastPort || !socket.connect(server)) {
     print_debug("olh_docList::ValidURL: failed: cannot connect\n");
     return 0;
   }
@@ -140,7 +140,7 @@ int olh_docList::ParseURL(const char* url, char* host, int* port, char* path) {
   *port = olh::port_in(host_and_port);
   const bool whole = olh::write_buffer(host, host_and_port.substr(0, host_and_port.find(':')), olh::kPartSize) &&
                      olh::write_buffer(path, remainder.substr(slash), olh::kPartSize);
-  return whole && *port != 0 ? 1 : 0;
+  return whole ? 1 : 0;
 }
 
 int olh_docList::ValidURL(const char* url) {
