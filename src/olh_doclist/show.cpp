@@ -48,14 +48,14 @@ int show_html(olh_docList& locator, const char* doc, const char* tag, const char
 }
 
 //   location                            tab    url, before it is encoded
-//   any                                 none   LOCATION
+//   any, also ""                        none   LOCATION
 //   .../index.html?tomedeck=NAME        TAB    LOCATION&tab=TAB
 //   .../index.html                      TAB    LOCATION?tab=TAB
 int show_portal(std::string_view doc, std::string_view tab, const char* viewer_path) {
-  if (doc.empty()) return no_url();
   std::string url(doc);
   if (!tab.empty()) url.append(doc.find('?') == std::string_view::npos ? "?tab=" : "&tab=").append(tab);
-  return open_url(encoded(url), viewer_path);
+  url = encoded(url);
+  return url.size() < kUrlSize ? OlhBrowserOpenURL(url.c_str(), viewer_path) : no_url();
 }
 
 // The words of a query without what would end the query in a URL.

@@ -39,6 +39,7 @@ TEST_F(Show, EachKindReachesItsViewer) {
             "file:///d/tomedecks/index.html?tomedeck=x&tab=a%20%28b%29\n"
             "file:///d/tomedecks/index.html?tab=search\n"
             "file:///d/tomedecks/index.html?tomedeck=x\n");
+  EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "", ""), 0) << "the browser, without a page";
   EXPECT_TRUE(reader.invocations().empty());
   EXPECT_EQ(show(OLH_VIEWER_PDF, "/d/a b.pdf", "Getting Started"), 0);
   EXPECT_EQ(read_documents(), "-openInNewWindow /a nameddest=M8.newlink.Getting.Started /d/a b.pdf \n");
