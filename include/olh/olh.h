@@ -11,8 +11,8 @@
  *  4. Results are the codes of enum OlhResult, as int. Nothing throws, exits, or prints, except the debug
  *     lines that the environment variable OLH_DEBUG asks for (standard error) and what the INI reader says
  *     of an option file that it cannot parse.
- *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer and the functions that do
- *     nothing do not): the documentation roots
+ *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer, the functions that do
+ *     nothing, and those of the debug lines and the trace log do not): the documentation roots
  *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME), the trace log
  *     (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
  *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of
@@ -84,8 +84,8 @@ enum {
  *   OLH_RESULT_NOT_FOUND   4  not found; the general help "qel_html_help" at its topic "qel_help_014", else
  *                             "qeldoc_notfound.pdf", else the support portal's page was shown
  *   OLH_RESULT_IO          5  a local PDF, and the PDF reader is unknown or did not open it
- *   OLH_RESULT_NO_PROGRAM  7  found, but no browser is known; the bookcase "_bk_qel.pdf" (for a PDF behind a
- *                             URL: the portal) was tried, and PDF now leads the viewer order
+ *   OLH_RESULT_NO_PROGRAM  7  found, but no browser is known: the bookcase "_bk_qel.pdf" was tried, and PDF now
+ *                             leads the viewer order; for a PDF behind a URL the portal was tried instead
  *
  * Changes the current viewer to the kind of document it showed. Reads OLH_DEBUG again.
  */
@@ -96,13 +96,14 @@ OLH_API int OlhDocGotoTag(const char* docName, const char* tag) OLH_NOEXCEPT;
 
 /*
  * Tells whether OlhHelpCall would find the document and, in an HTML manual on this machine, the topic.
- * Shows nothing. For a PDF or a portal the tag is not looked at.
+ * Shows nothing. For a PDF or a portal the tag is not looked at; of a manual behind a URL no topic is known.
  *
  * Returns
  *   OLH_RESULT_OK         0  found
  *   OLH_RESULT_INVALID    3  no document name
  *   OLH_RESULT_NOT_FOUND  4  no such document
- *   OLH_RESULT_NO_TOPIC   6  the document is there, the topic is not in its topic table
+ *   OLH_RESULT_NO_TOPIC   6  the document is there, the topic is not in its topic table, or the manual lies
+ *                            behind a URL and a topic was asked for
  *
  * Changes the current viewer to the kind of document it found. Reads OLH_DEBUG again.
  */
@@ -249,7 +250,7 @@ OLH_API int OlhSetAltViewerPath(OlhViewer viewer, const char* path) OLH_NOEXCEPT
  *
  * Returns
  *   OLH_RESULT_OK       0  applied, also when nothing was accepted
- *   OLH_RESULT_INVALID  3  null or empty
+ *   OLH_RESULT_INVALID  3  null, empty or too long; nothing changes
  */
 OLH_API int OlhSetDocPath(const char* paths) OLH_NOEXCEPT;
 
@@ -279,7 +280,8 @@ OLH_API int OlhGetDocPath(char* path) OLH_NOEXCEPT;
 OLH_API int OlhSetAltDocPath(const char* paths) OLH_NOEXCEPT;
 
 /*
- * Gives the alternate documentation location that the first root's options file names; "" when it names none.
+ * Gives the alternate documentation location that the first root's options file names; "" when it names none,
+ * and without a root.
  *
  * Returns
  *   OLH_RESULT_OK       0  path holds it

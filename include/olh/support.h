@@ -180,7 +180,7 @@ OLH_API int GetDocTreeViewerOverride(int viewer, char* out) OLH_NOEXCEPT;
  * 5 not written. */
 OLH_API int SetAltViewerPath(int viewer, const char* path) OLH_NOEXCEPT;
 
-/* As OlhGetAltDocPath, but "" and 0 without a root. */
+/* As OlhGetAltDocPath. */
 OLH_API int GetAltDocPath(char* out) OLH_NOEXCEPT;
 
 /* As OlhSetAltDocPath. Returns 0, 4 or 5. */

@@ -5,7 +5,7 @@
 
 int OlhSetDocPath(const char* paths) noexcept {
   const olh::EntryPoint call("OlhSetDocPath", paths);
-  if (olh::is_empty(paths)) return call.done(OLH_RESULT_INVALID);
+  if (olh::is_empty(paths) || !olh::fits(paths)) return call.done(OLH_RESULT_INVALID);
   SetOlhDocPath(paths);
   return call.done(OLH_RESULT_OK);
 }

@@ -78,7 +78,11 @@ TEST_F(DocPaths, TheFirstRootIsTheOneThatIsGivenBack) {
   EXPECT_EQ(OlhSetDocPath((second + ":" + root).c_str()), OLH_RESULT_OK);
   EXPECT_EQ(OlhGetDocPath(path), OLH_RESULT_OK);
   EXPECT_EQ(path, second);
-  EXPECT_EQ(OlhSetDocPath(""), OLH_RESULT_INVALID);
+  for (const std::string& refused : {std::string(), std::string(4096, '/')}) {
+    EXPECT_EQ(OlhSetDocPath(refused.c_str()), OLH_RESULT_INVALID);
+    EXPECT_EQ(OlhGetDocPath(path), OLH_RESULT_OK);
+    EXPECT_EQ(path, second);
+  }
   EXPECT_EQ(OlhGetDocPath(nullptr), OLH_RESULT_INVALID);
 }
 
