@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <utility>
@@ -58,7 +59,7 @@ FileReplacement::FileReplacement(const std::string& name, Durability durability)
     : target_(follow_links(name)), temporary_(target_ + ".new"), durability_(durability) {
   struct stat old = {};
   const bool exists = stat(target_.c_str(), &old) == 0;
-  if (exists && !S_ISREG(old.st_mode)) return;
+  if (exists ? !S_ISREG(old.st_mode) : errno != ENOENT) return;
   UniqueFd fd = create(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
   if (!fd) return;
   if (!exists || take_over(fd.get(), old)) stream_ = fdopen(fd.get(), "w");

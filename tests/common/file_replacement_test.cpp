@@ -74,6 +74,13 @@ TEST_F(Replacement, OnlyARegularFileIsReplaced) {
 }
 
 // As on a full disk: what cannot be written whole does not replace anything.
+TEST_F(Replacement, ALinkThatLeadsNowhereIsLeftAlone) {
+  const std::string ring = dir + "/ring";
+  fs::create_symlink("ring", ring);
+  EXPECT_FALSE(replace(ring, "new"));
+  EXPECT_TRUE(fs::is_symlink(ring));
+}
+
 TEST_F(Replacement, AWriteThatFailsLeavesTheOldText) {
   std::signal(SIGXFSZ, SIG_IGN);
   const rlimit tight = {1000, RLIM_INFINITY};
