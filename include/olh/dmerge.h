@@ -12,7 +12,7 @@
  *     portals, their names, in one string, with every "\" turned into "/".
  *  3. A list is written beside the old file (NAME.new) and takes its place in one step: a page never reads
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
- *     A list that is write-protected is not replaced: it cannot be written.
+ *     A list that is write-protected, or in a directory that is, is not replaced: it cannot be written.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable. Lines are read in
  *     pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
  *  5. The records and their strings belong to the library, each from malloc; lists grow at their heads. Whoever

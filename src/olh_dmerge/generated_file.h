@@ -28,10 +28,14 @@ class GeneratedFile {
   explicit operator bool() const noexcept {
     return file_ && (access(path_.c_str(), F_OK) != 0 || access(path_.c_str(), W_OK) == 0);
   }
-  // Writes all of it and reports the file. Returns whether it is there; otherwise the old one is as it was.
+  // Writes all of it and reports the file. Returns whether it is there; otherwise the old one is as it was, and
+  // nothing lies beside it.
   bool finish(std::string_view text) {
     file_.write(text);
-    if (!file_.commit()) return false;
+    if (!file_.commit()) {
+      unlink(file_.temporary_name().c_str());
+      return false;
+    }
     registerNewFile(path_.data());
     return true;
   }

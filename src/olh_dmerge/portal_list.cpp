@@ -49,7 +49,7 @@ constexpr std::string_view kHeader =
 
 // The display name in a portal's own script; nothing, after a message, when that cannot be opened.
 std::optional<std::string> portal_title(std::string_view root, std::string_view portal) {
-  const std::string path = joined({root, "/", "tomedecks", "/", portal, "/", "js", "/", "doclist.js"});
+  const std::string path = clean_path({root, "/tomedecks/", portal, "/js/doclist.js"});
   LineReader script(path.c_str(), kLongestLine);
   if (!script) {
     std::printf("ERROR: Unable to open %s in order to determine title. Skipping this add-in...\n", path.c_str());

@@ -69,6 +69,16 @@ TEST_F(PortalList, AFoundPortalIsNotAddedAgain) {
   EXPECT_EQ(installed("Entry.fAddList( List );\n"), "Entry.fAddList( List );\n") << "found by the call before";
 }
 
+TEST_F(PortalList, ABackslashInANameIsASlashOnEveryRoad) {
+  const std::string item = "List.fAddItem( \"Deep\", \"x\\y_td\" );\n";
+  make("tomedecks/x\\y_td");
+  EXPECT_EQ(installed(item), "");
+  put("tomedecks/x/y_td/js/doclist.js", "mTomeDeckName = \"Deep\";\n");
+  EXPECT_EQ(installed(item), item);
+  dmerge_init();
+  EXPECT_NE(installed("Entry.fAddList( List );\n").find(item), std::string::npos);
+}
+
 TEST_F(PortalList, ReleaseName) {
   const struct {
     const char* source;
