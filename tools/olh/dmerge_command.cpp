@@ -35,8 +35,9 @@ struct Arguments {
   bool json = false;
 };
 
-int exit_code_of(int result) {
-  switch (result) {
+int exit_code_of(const ListRun& run) {
+  if (!run.has_root) return OLH_RESULT_NOT_FOUND;
+  switch (run.result) {
     case DMERGE_RESULT_OK:
       return OLH_RESULT_OK;
     case DMERGE_RESULT_UNLISTABLE:
@@ -55,14 +56,9 @@ std::string totals(const ListRun& run) {
 }
 
 nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::vector<std::string>& messages) {
-  return {{"root", root},
-          {"result", exit_code_of(run.result)},
-          {"libraries", run.libraries},
-          {"pdfs", run.pdfs},
-          {"both_forms", run.both},
-          {"portals", run.portals},
-          {"seconds", run.seconds},
-          {"messages", messages}};
+  return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
+          {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
+          {"seconds", run.seconds}, {"messages", messages}};
 }
 
 // ---- making the lists ------------------------------------------------------------------------------------------
@@ -76,8 +72,8 @@ int make(const std::string& root, const Arguments& asked) {
     nlohmann::json answer = run_as_json(root, run, messages);
     answer["files"] = run.files;
     say_json(answer);
-    if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(root, run));
-    return exit_code_of(run.result);
+    if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(run));
+    return exit_code_of(run);
   }
   const auto tell = [&asked](const std::string& file) {
     if (asked.quiet) return;
@@ -86,10 +82,10 @@ int make(const std::string& root, const Arguments& asked) {
   };
   const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
   if (run.result != DMERGE_RESULT_OK)
-    complain(sentence_about_failure(root, run));
+    complain(sentence_about_failure(run));
   else if (!asked.quiet)
     say(totals(run));
-  return exit_code_of(run.result);
+  return exit_code_of(run);
 }
 
 // ---- --check -----------------------------------------------------------------------------------------------------
@@ -97,7 +93,7 @@ int make(const std::string& root, const Arguments& asked) {
 int check(const std::string& root, const Arguments& asked) {
   const ListTrial trial = try_lists(root);
   const ListRun& run = trial.run;
-  const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run.result)
+  const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run)
                    : trial.changes.empty()        ? static_cast<int>(OLH_RESULT_OK)
                                                   : kOutOfDate;
   if (asked.json) {
@@ -133,7 +129,7 @@ int run(const Arguments& asked) {
     complain(root + " is an address: the lists are made where the files lie, in a directory.");
     return OLH_RESULT_NOT_FOUND;
   }
-  if (pathExists(root.c_str()) == 0) {
+  if (asked.check && pathExists(root.c_str()) == 0) {
     complain("there is no readable directory " + root + ".");
     return OLH_RESULT_NOT_FOUND;
   }

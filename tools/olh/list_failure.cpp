@@ -25,7 +25,7 @@ std::string why_unlistable(const std::string& directory) {
   DIR* const stream = opendir(directory.c_str());
   if (stream == nullptr) return system_reason();
   closedir(stream);
-  return "reading it failed";
+  return access((directory + "/").c_str(), X_OK) != 0 ? system_reason() : "reading it failed";
 }
 
 std::string why_unreadable(const std::string& file) {
@@ -48,13 +48,13 @@ std::string why_unwritable(const std::string& file) {
 }
 
 // The library list, the portals' list or the library flag: whichever the run did not come to.
-std::string unwritten_list(const std::string& root, const ListRun& run) {
+std::string unwritten_list(const ListRun& run) {
   const auto is_written = [&run](const std::string& file) { return std::ranges::count(run.files, file) != 0; };
-  std::string for_libraries = root + "/htmldocs/QEL/lib/LibList.js";
-  std::string for_portals = root + "/tomedecks/qel_td/js/LibList.js";
+  std::string for_libraries = run.root + "/htmldocs/QEL/lib/LibList.js";
+  std::string for_portals = run.root + "/tomedecks/qel_td/js/LibList.js";
   if (!is_written(for_libraries)) return for_libraries;
-  if (path_exists((root + "/tomedecks").c_str()) != 0 && !is_written(for_portals)) return for_portals;
-  return root + "/htmldocs/QEL/lib/LibraryAvailable.js";
+  if (path_exists((run.root + "/tomedecks").c_str()) != 0 && !is_written(for_portals)) return for_portals;
+  return run.root + "/htmldocs/QEL/lib/LibraryAvailable.js";
 }
 
 std::string cannot_be_read(const std::string& file) {
@@ -67,11 +67,12 @@ std::string cannot_be_written(const std::string& file) {
 
 }  // namespace
 
-std::string sentence_about_failure(const std::string& root, const ListRun& run) {
-  const std::string portals = root + "/tomedecks";
+std::string sentence_about_failure(const ListRun& run) {
+  if (!run.has_root) return "there is no readable directory " + run.root + ".";
+  const std::string portals = run.root + "/tomedecks";
   if (run.result == DMERGE_RESULT_UNLISTABLE)
     return "the portals cannot be listed: " + portals + ": " + why_unlistable(portals) + ".";
-  if (run.result == DMERGE_RESULT_UNWRITABLE) return cannot_be_written(unwritten_list(root, run));
+  if (run.result == DMERGE_RESULT_UNWRITABLE) return cannot_be_written(unwritten_list(run));
   const std::string source = portals + "/qel_td/js/tdklist.js";
   if (access(source.c_str(), F_OK) != 0) return cannot_be_written(source);
   std::error_code failed;

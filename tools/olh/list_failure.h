@@ -12,8 +12,8 @@
 
 namespace olh {
 
-// A sentence about a run over `root` that failed.
-std::string sentence_about_failure(const std::string& root, const ListRun& run);
+// A sentence about a run that failed.
+std::string sentence_about_failure(const ListRun& run);
 
 }  // namespace olh
 

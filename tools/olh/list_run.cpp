@@ -1,21 +1,19 @@
 #include "list_run.h"
 
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <fstream>
+#include <set>
 
 #include "olh/dmerge.h"
 
 namespace olh {
 
 namespace {
-
-constexpr const char* kInstalledPortals = "/tdklist_installed.js";
-constexpr const char* kLibraries = "/htmldocs/QEL/lib/LibList.js";
 
 // The run in progress: the generator's callback has no argument of its own.
 ListRun* run = nullptr;
@@ -34,10 +32,18 @@ void take_documents() {
   }
 }
 
-void count_portals(const std::string& installed_list) {
-  std::ifstream lines(installed_list);
-  for (std::string line; std::getline(lines, line);)
-    if (!line.starts_with("//") && line.find("List.fAddItem") != std::string::npos) ++run->portals;
+void count_portals() {
+  std::set<std::string> names;
+  for (const ListedItem& portal : listed_portals(run->root).value_or(std::vector<ListedItem>()))
+    names.insert(portal.name);
+  run->portals = names.size();
+}
+
+// Portals that may not be looked at: the generator passes over them, as over a root without any.
+bool has_hidden_portals(const std::string& root) {
+  const std::string portals = root + "/tomedecks/";
+  struct stat status = {};
+  return lstat((root + "/tomedecks").c_str(), &status) == 0 && access(portals.c_str(), R_OK | X_OK) != 0;
 }
 
 // ---- progress: from a signal handler, so only what is safe there ----
@@ -110,8 +116,8 @@ class ProgressPause {
 extern "C" int note_list(char* path) {
   const std::string file = path;
   run->files.push_back(file);
-  if (file.ends_with(kLibraries)) take_documents();
-  if (file.ends_with(kInstalledPortals)) count_portals(file);
+  if (file == run->root + "/" + kManualsLibraryList) take_documents();
+  if (file == run->root + "/" + kInstalledPortals) count_portals();
   const ProgressPause pause(progress_is_shown);
   (*listener)(file);
   return 0;
@@ -122,6 +128,8 @@ extern "C" int note_list(char* path) {
 ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
                    bool shows_progress) {
   ListRun made;
+  made.root = root;
+  made.has_root = pathExists(root.c_str()) != 0;
   run = &made;
   listener = &on_file;
   progress_is_shown = shows_progress;
@@ -130,6 +138,8 @@ ListRun make_lists(const std::string& root, const std::function<void(const std::
     const Progress progress(shows_progress);
     made.result = dmerge(root.c_str(), note_list);
   }
+  const bool passed_over = made.result == DMERGE_RESULT_OK || made.result == DMERGE_RESULT_FAILED;
+  if (passed_over && has_hidden_portals(root)) made.result = DMERGE_RESULT_UNLISTABLE;
   made.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   return made;
 }

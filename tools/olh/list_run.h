@@ -15,7 +15,9 @@
 namespace olh {
 
 struct ListRun {
-  int result = 0;                         // a DmergeResult
+  std::string root;                       // as it was given, without a slash at its end
+  bool has_root = false;                  // whether it was there and readable
+  int result = 0;                         // a DmergeResult; portals that cannot be listed are a failure
   std::vector<std::string> files;         // what was written, in order
   std::vector<ListedDocument> documents;  // with the titles that the generator sees
   std::size_t libraries = 0;              // HTML manuals

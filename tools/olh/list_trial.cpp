@@ -16,8 +16,7 @@ ListTrial try_lists(const std::string& root) {
   trial.run = make_lists(
       shadow.path(), [](const std::string&) {}, false);
   trial.messages = lines_of(shadow.unveiled(memory.text()));
-  if (trial.run.result != DMERGE_RESULT_OK)
-    trial.failure = shadow.unveiled(sentence_about_failure(shadow.path(), trial.run));
+  if (trial.run.result != DMERGE_RESULT_OK) trial.failure = shadow.unveiled(sentence_about_failure(trial.run));
   trial.changes = changes_in(shadow, root, trial.run.files);
   return trial;
 }

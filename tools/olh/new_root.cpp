@@ -120,7 +120,7 @@ void make_its_lists(const std::string& root) {
   StreamInMemory messages(stdout);
   const ListRun run = make_lists(
       root, [](const std::string&) {}, false);
-  if (run.result != DMERGE_RESULT_OK) throw std::runtime_error(sentence_about_failure(root, run));
+  if (run.result != DMERGE_RESULT_OK) throw std::runtime_error(sentence_about_failure(run));
 }
 
 std::string reason_of(const fs::filesystem_error& error) {

@@ -58,6 +58,10 @@ class Dmerge(Scene):
     def test_failures_are_told_apart(self):
         done = self.dmerge(str(self.dir / "missing"), code=4)
         self.assertIn(f"there is no readable directory {self.dir}/missing.", done.stderr)
+        message = f"dmerge: Error: path '{self.dir}/missing' not found."
+        self.assertEqual(done.stdout, message + "\n")
+        answer = json.loads(self.dmerge("--json", str(self.dir / "missing"), code=4).stdout)
+        self.assertEqual((answer["result"], answer["messages"], answer["files"]), (4, [message], []))
         self.assertIn("is an address", self.dmerge("http://h/docs", code=4).stderr)
         self.assertIn("no documentation root is known", self.dmerge(code=4, QEL_DOC_PATH=None).stderr)
         (self.docs / "htmldocs/QEL/lib").rmdir()
@@ -77,10 +81,40 @@ class Dmerge(Scene):
         (js / "tdklist.js").unlink()
         (js / "tdklist.js").mkdir()
         self.assertIn(f"{js}/tdklist.js cannot be read: it is no regular file.", self.dmerge(code=5).stderr)
-        (self.docs / "tomedecks").rename(self.docs / "away")
-        write(self.docs / "tomedecks", "a file")
-        done = self.dmerge("--quiet", code=5)
-        self.assertIn(f"{js}/tdklist.js cannot be written: there is no directory {js}.", done.stderr)
+
+    def test_portals_that_cannot_be_listed(self):
+        portals = self.docs / "tomedecks"
+        portals.rename(self.docs / "away")
+        for reason, make in {"Not a directory": lambda: write(portals, "a file"),
+                             "No such file or directory": lambda: portals.symlink_to("nowhere")}.items():
+            make()
+            for words in ([], ["--quiet"], ["--json"], ["--check"]):
+                with self.subTest(reason=reason, words=words):
+                    self.assertIn(f"the portals cannot be listed: {portals}: {reason}.", self.dmerge(*words, code=2).stderr)
+            portals.unlink()
+        self.dmerge()
+
+    @unittest.skipIf(os.geteuid() != 0, "only root can become somebody who may not look")
+    def test_portals_that_may_not_be_listed(self):
+        portals = self.docs / "tomedecks"
+        for path in (self.dir, *self.dir.rglob("*")):
+            path.chmod(0o777)
+        for mode in (0o000, 0o111, 0o444):
+            with self.subTest(mode=oct(mode)):
+                portals.chmod(mode)
+                done = subprocess.run([OLH, "dmerge", str(self.docs)], capture_output=True, text=True, user=65534, group=65534,
+                                      extra_groups=[])
+                self.assertEqual(done.returncode, 2, done)
+                self.assertIn(f"the portals cannot be listed: {portals}: Permission denied.", done.stderr)
+        portals.chmod(0o777)
+
+    def test_portals_count_once_and_not_in_comments(self):
+        for name in ("a_td", "b_td"):
+            write(self.docs / f"tomedecks/{name}/js/doclist.js", f'mTomeDeckName = "{name}";\n')
+        write(self.docs / "tomedecks/qel_td/js/tdklist.js",
+              'List.fAddItem( "A", "a_td" );\n  // List.fAddItem( "B", "b_td" );\nList.fAddItem( "One" );\n'
+              'List.fAddItem( "A again", "index.html?tomedeck=a_td" );\n')
+        self.assertIn(", 1 portal, ", self.dmerge().stdout)
 
     # A full pipe holds the run at its first list, until the next number of documents waits to be shown.
     def test_a_list_is_not_named_behind_the_number_of_documents(self):
