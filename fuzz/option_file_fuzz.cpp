@@ -1,5 +1,5 @@
-// An option file that anybody may have written, in which a value is set: every other line of it stays, and where the INI
-// reader could read the old file it reads the value back from the new one.
+// An option file that anybody may have written, in which a value is set: where the INI reader could read the old file it
+// can read the new one, gives the value back from it, and finds the other keys as they were.
 #include <iniparser.h>
 #include <unistd.h>
 
@@ -8,6 +8,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "expect.h"
 #include "olh/support.h"
@@ -15,7 +16,8 @@
 namespace {
 
 constexpr char kValue[] = "/a value";
-constexpr const char* kKeys[] = {":qel_html_browser", ":qel_pdf_reader"};
+constexpr const char* kNames[] = {"QEL_HTML_BROWSER", "QEL_PDF_READER"};
+constexpr const char* kKeys[] = {":qel_html_browser", ":qel_pdf_reader", ":qel_alt_doc_path"};
 
 const std::string& home() {
   static const std::string directory = [] {
@@ -36,15 +38,17 @@ std::string read(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The value that the INI reader finds; null for none, and for a file that it gives up.
-std::string value_in(const std::string& path, const char* key, bool& readable) {
+// The values that the INI reader finds, "" for none; no value at all of a file that it gives up.
+std::vector<std::string> values_in(const std::string& path) {
+  std::vector<std::string> values;
   dictionary* options = iniparser_load(path.c_str());
-  readable = options != nullptr;
-  const char* found = readable ? iniparser_getstring(options, key, nullptr) : nullptr;
-  std::string value = found == nullptr ? "" : found;
-  if (readable) iniparser_freedict(options);
-  return value;
+  if (options == nullptr) return values;
+  for (const char* const key : kKeys) values.emplace_back(iniparser_getstring(options, key, ""));
+  iniparser_freedict(options);
+  return values;
 }
+
+bool has(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
 int quiet(const char*, ...) { return 0; }
 
@@ -53,24 +57,26 @@ int quiet(const char*, ...) { return 0; }
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   iniparser_set_error_callback(quiet);
-  const int key = 1 + data[0] % 2;
+  const std::size_t key = data[0] % 2;
   const std::string_view old(reinterpret_cast<const char*>(data) + 1, size - 1);
   const std::string path = home() + "/.qel_viewer_config.ini";
   write(path, old);
-  bool readable = false;
-  value_in(path, kKeys[key - 1], readable);
+  const std::vector<std::string> before = values_in(path);
 
-  expect(SetIniFile(key, kValue, 1) == OLH_RESULT_OK, "the value is set");
+  const int code = static_cast<int>(key) + 1;
+  expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK, "the value is set");
   const std::string once = read(path);
-  // Not where the reader itself would not look for a line that is added: inside a section, behind a line that goes on,
-  // behind a NUL; nor where it passes over one last character that has no line feed.
-  const bool plain = old.find_first_of(std::string_view("[\\\0", 3)) == std::string_view::npos &&
-                     (old.empty() || old.ends_with('\n'));
-  if (readable && plain) {
-    const std::string value = value_in(path, kKeys[key - 1], readable);
-    expect(readable, "a readable file stays readable");
-    expect(value == kValue, "the value is read back");
+  const std::vector<std::string> after = values_in(path);
+  // For the INI reader a line ends at a NUL.
+  if (!before.empty() && !has(old, std::string_view("\0", 1))) {
+    expect(!after.empty(), "a readable file stays readable");
+    // Not where the reader itself would not look for a line that is added, inside a section; nor where the key's name
+    // may be spread over two lines, so that the old value comes behind the new one.
+    const bool named = has(old, kNames[key]);
+    if (!has(old, "[") && !(named && has(old, "\\"))) expect(after[key] == kValue, "the value is read back");
+    for (std::size_t other = 0; other < std::size(kKeys); ++other)
+      expect(named || other == key || after[other] == before[other], "another key keeps its value");
   }
-  expect(SetIniFile(key, kValue, 1) == OLH_RESULT_OK && read(path) == once, "setting it again changes nothing");
+  expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK && read(path) == once, "setting it again changes nothing");
   return 0;
 }

@@ -1,6 +1,5 @@
 #include "option_dictionary.h"
 
-#include <cstdint>
 #include <utility>
 
 #include "olh/support.h"
@@ -9,8 +8,6 @@
 namespace olh {
 
 namespace {
-
-constexpr std::uint64_t kLargestOptionFile = 256 * 1024;
 
 // The descriptor is gone before the INI reader opens the file itself: what is asked here is only whether it may.
 bool is_loadable(const char* file) noexcept {

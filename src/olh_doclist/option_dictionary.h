@@ -9,6 +9,8 @@
 
 #include <iniparser.h>
 
+#include <cstdint>
+
 #include "unique_fd.h"
 
 namespace olh {
@@ -17,6 +19,9 @@ namespace olh {
 inline constexpr char kAltDocPathKey[] = ":qel_alt_doc_path";
 inline constexpr char kHtmlBrowserKey[] = ":qel_html_browser";
 inline constexpr char kPdfReaderKey[] = ":qel_pdf_reader";
+
+// A larger option file counts as unreadable.
+inline constexpr std::uint64_t kLargestOptionFile = 256 * 1024;
 
 // Opens an option file for reading; empty for what nobody loads.
 UniqueFd open_option_file(const char* file) noexcept;

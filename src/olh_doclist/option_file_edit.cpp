@@ -47,19 +47,36 @@ std::string_view stripped(std::string_view text) noexcept {
   return text.substr(static_cast<std::size_t>(first - text.begin()), static_cast<std::size_t>(last.base() - first));
 }
 
-OptionFileEdit::Fate OptionFileEdit::fate_of(std::string_view line) {
-  const std::string_view text = stripped(line);
-  const bool continues = std::exchange(continues_, text.ends_with('\\'));
-  if (!continues) after_own_ = false;
-  if (text.empty() || text.front() == '#' || text.front() == ';') return Fate::kCopy;
-  return fate_of_text(text, continues);
+// As the INI reader does it: without the white space at the end of what it has joined so far, it looks for a backslash
+// there, and takes that away. It also passes over a single character at the end of a file.
+bool OptionFileEdit::waits_for_more(std::string_view line) {
+  joined_.append(line);
+  if (joined_.size() == 1 && joined_ != "\n") return true;
+  while (!joined_.empty() && is_white_space(joined_.back())) joined_.pop_back();
+  if (joined_.ends_with('\\'))
+    joined_.pop_back();
+  else
+    joined_.clear();
+  return !joined_.empty();
 }
 
-// The first line that matches; "names the key" is meant as a substring, upper case.
+OptionFileEdit::Fate OptionFileEdit::fate_of(std::string_view line) {
+  const std::string_view text = stripped(line);
+  const bool continues = std::exchange(continues_, waits_for_more(line));
+  if (text.empty()) return Fate::kCopy;
+  const bool is_comment = text.front() == '#' || text.front() == ';';
+  const Fate fate = is_comment ? Fate::kCopy : fate_of_text(text, continues);
+  copied_ = fate == Fate::kCopy;
+  return fate;
+}
+
+// The first line that matches; "names the key" is meant as a substring, upper case. What the INI reader joins to a
+// copied line is copied: nothing else may come to stand behind a backslash.
 //
 //   in the key's old quoted value?   line                                          fate
-//   no                               goes on after the key's line, without "="     drop: alone it voids the file
-//   no                               goes on after another line                    copy
+//   either                           goes on after a copied line                   copy
+//   no                               goes on after the key's line, without "=",    drop: alone it voids the file
+//                                      or with nothing before it
 //   yes                              names the key                                 drop; it is part of the old value
 //   no                               names the key, opens a quote for good         drop; the old value begins
 //   no                               names the key                                 replace
@@ -77,11 +94,10 @@ OptionFileEdit::Fate OptionFileEdit::fate_of_text(std::string_view text, bool co
     skipping_ = false;
   }
 
-  if (continues && !was_skipping) {
-    const bool stands_alone = text.find('=') != std::string_view::npos;
-    if (!after_own_) return Fate::kCopy;
-    if (!stands_alone) return Fate::kDrop;
-  }
+  if (continues && copied_) return Fate::kCopy;
+  const std::size_t equals_sign = text.find('=');
+  const bool stands_alone = equals_sign != std::string_view::npos && equals_sign > 0;
+  if (continues && !was_skipping && !stands_alone) return Fate::kDrop;
   const bool names_key = text.find(key_.name) != std::string_view::npos;
   if (names_key && key_.spans_lines && (was_skipping || quotes == 1)) {
     skipping_ = true;
@@ -91,7 +107,6 @@ OptionFileEdit::Fate OptionFileEdit::fate_of_text(std::string_view text, bool co
   if (!names_key && quotes == 0) return Fate::kDrop;
   skipping_ = false;
   replaced_ = true;
-  after_own_ = true;
   return Fate::kReplace;
 }
 

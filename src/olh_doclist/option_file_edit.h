@@ -40,17 +40,20 @@ class OptionFileEdit {
   Fate fate_of(std::string_view line);
   // Whether a line was replaced; without one the key's line is to be appended.
   bool has_replaced() const noexcept { return replaced_; }
-  // Whether the INI reader would take a line after the last one for a part of it.
+  // Whether the INI reader waits for a line after the last one. At the end of a file that line has no effect; behind
+  // it another one would be taken for its part.
   bool goes_on() const noexcept { return continues_; }
 
  private:
+  bool waits_for_more(std::string_view line);
   Fate fate_of_text(std::string_view text, bool continues);
 
   const OptionKey& key_;
   bool replaced_ = false;
   bool skipping_ = false;   // inside the old value, up to its closing quote
-  bool continues_ = false;  // the last line ended in a backslash: for the INI reader this one belongs to it
-  bool after_own_ = false;  // and the line it belongs to is the key's own
+  std::string joined_;      // the lines that the INI reader has joined and not yet looked at
+  bool continues_ = false;  // there are such: the reader takes this line for a part of them
+  bool copied_ = false;     // the last line that was not empty was copied
 };
 
 }  // namespace olh

@@ -8,8 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "bounded_text.h"
 #include "command.h"
@@ -81,25 +83,24 @@ class Lines {
   std::size_t capacity_ = 0;
 };
 
-// Copies an old file with the key's line in place of the old one, or at the end. Returns false when it could not be
-// read to its end.
-bool copy_with_line(std::FILE* stream, const OptionKey& key, const std::string& key_line, FileReplacement& file) {
+// The text of an old file with the key's line in place of the old one, or at its end, but in front of lines there that
+// the INI reader still waits to complete. Empty when the file could not be read to its end.
+std::optional<std::string> edited_text(std::FILE* stream, const OptionKey& key, const std::string& key_line) {
   OptionFileEdit edit(key);
   Lines lines(stream);
-  bool at_line_start = true;
+  std::string text;
+  std::string waiting;
   for (std::string_view line; lines.next(line);) {
     const OptionFileEdit::Fate fate = edit.fate_of(line);
-    if (fate == OptionFileEdit::Fate::kDrop) continue;
-    const std::string_view text = fate == OptionFileEdit::Fate::kReplace ? key_line : line;
-    file.write(text);
-    at_line_start = text.ends_with('\n');
+    if (fate != OptionFileEdit::Fate::kDrop) waiting.append(fate == OptionFileEdit::Fate::kReplace ? key_line : line);
+    if (fate == OptionFileEdit::Fate::kReplace || !edit.goes_on()) text.append(std::exchange(waiting, {}));
   }
-  if (!lines.at_end()) return false;
-  if (edit.has_replaced()) return true;
-  if (!at_line_start) file.write("\n");
-  if (edit.goes_on()) file.write("\n");
-  file.write(key_line);
-  return true;
+  if (!lines.at_end()) return std::nullopt;
+  if (!edit.has_replaced()) {
+    if (!text.empty() && !text.ends_with('\n')) text.append("\n");
+    text.append(key_line);
+  }
+  return text + waiting;
 }
 
 // Makes the home directory when it is missing. Whether that went well shows when the file is opened.
@@ -174,8 +175,10 @@ int olh_docList::modifyOldIniFile(FILE* stream, char* fileName, int key, const c
     return OLH_RESULT_IO;
   }
   const std::string line = olh::option_line(*option, olh::text_of(value));
-  const bool copied = olh::copy_with_line(stream, *option, line, file);
-  return copied && file.commit() ? OLH_RESULT_OK : OLH_RESULT_IO;
+  const std::optional<std::string> text = olh::edited_text(stream, *option, line);
+  if (!text || text->size() > olh::kLargestOptionFile) return OLH_RESULT_IO;
+  file.write(*text);
+  return file.commit() ? OLH_RESULT_OK : OLH_RESULT_IO;
 }
 
 int olh_docList::SetAltViewerPath(OlhViewer viewer, const char* path) {

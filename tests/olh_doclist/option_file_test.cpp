@@ -79,7 +79,22 @@ TEST_F(OptionFile, OnlyTheKeysOwnLineChanges) {
       {"lower case is another line", "qel_pdf_reader=\"/o\"\n", kReader,
        "qel_pdf_reader=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
       {"a last line without line feed", "X=1", kReader, "X=1\nQEL_PDF_READER=\"/n\"\n"},
-      {"a last line that goes on", "X=1\\\n", kReader, "X=1\\\n\nQEL_PDF_READER=\"/n\"\n"},
+      {"a last line that goes on stays last", "X=1\\\n", kReader, "QEL_PDF_READER=\"/n\"\nX=1\\\n"},
+      {"so do all that are joined to it", "A=1\nX=1\\\n2\\", kReader, "A=1\nQEL_PDF_READER=\"/n\"\nX=1\\\n2\\"},
+      {"so does one that would void the file", "A=1\nb\\\n", kReader, "A=1\nQEL_PDF_READER=\"/n\"\nb\\\n"},
+      {"two backslashes go on over an empty line", "X=1\\\\\n\n", kReader, "QEL_PDF_READER=\"/n\"\nX=1\\\\\n\n"},
+      {"so does one character", "A=1\n\\\nb", kReader, "A=1\n\\\nQEL_PDF_READER=\"/n\"\nb"},
+      {"a last line that went on and is gone", "A=1\nQEL_ALT_DOC_PATH=\"/a:\\\n/b:\\\n", kAltPath,
+       "A=1\nQEL_ALT_DOC_PATH=\"/n\"\n"},
+      {"a line behind the own one that goes on", "QEL_PDF_READER=\"/a\\\nb=c\\\nd\"\nA=1\n", kReader,
+       "QEL_PDF_READER=\"/n\"\nb=c\\\nd\"\nA=1\n"},
+      {"an empty line behind the own one that goes on", "QEL_PDF_READER=\"/a\\\\\n\nd\"\nA=1\n", kReader,
+       "QEL_PDF_READER=\"/n\"\n\nA=1\n"},
+      {"a comment behind the own line that goes on", "QEL_PDF_READER=\"/a\\\n#c\\\nd\"\nA=1\n", kReader,
+       "QEL_PDF_READER=\"/n\"\n#c\\\nd\"\nA=1\n"},
+      {"a comment that swallows the old value's end", "QEL_ALT_DOC_PATH=\"/a:\n# c\\\n/b\"\nA=1\n", kAltPath,
+       "# c\\\n/b\"\nA=1\nQEL_ALT_DOC_PATH=\"/n\"\n"},
+      {"nothing stands before the equals sign", "QEL_PDF_READER=\"/a\\\n=b\"\n", kReader, "QEL_PDF_READER=\"/n\"\n"},
       {"an empty file", "", kReader, "QEL_PDF_READER=\"/n\"\n"},
       {"a line over 1023 characters", "X=" + std::string(3000, 'x') + "\n", kReader,
        "X=" + std::string(3000, 'x') + "\nQEL_PDF_READER=\"/n\"\n"},
@@ -156,6 +171,17 @@ TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
   EXPECT_EQ(set_tree(kAltPath, std::string(1003, 'a')), 0);
   EXPECT_EQ(locator.ReadIniFile(tree_file.data(), value, rest, rest), 0);
   EXPECT_EQ(value, std::string(1003, 'a'));
+}
+
+TEST_F(OptionFile, AFileThatWouldGrowTooLargeToBeReadStays) {
+  const std::string line = "QEL_PDF_READER=\"/n\"\n";
+  const std::string limit(256 * 1024 - line.size() - 1, '#');
+  EXPECT_EQ(edited(limit + "\n", kReader, "/n"), limit + "\n" + line);
+  const std::string old = limit + "#\n";
+  write("root/qel_doc_options.ini", old);
+  EXPECT_EQ(set_tree(kReader, "/n"), 5);
+  EXPECT_EQ(read_file(tree_file), old);
+  EXPECT_NE(access((tree_file + ".new").c_str(), F_OK), 0);
 }
 
 TEST_F(OptionFile, FilesThatCannotBeWritten) {
