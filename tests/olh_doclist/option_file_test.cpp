@@ -213,6 +213,13 @@ TEST_F(OptionFile, AMissingHomeIsMadeWithoutRunningItsName) {
   EXPECT_EQ(set_user(kBrowser, "/b"), 5);
 }
 
+TEST_F(OptionFile, AHomeThatDoesNotFitIsNotTakenForNone) {
+  const olh_test::Recorder mkdir_program = add_viewer("mkdir");
+  set("HOME", "/" + std::string(4095, 'h'));
+  EXPECT_EQ(set_user(kBrowser, "/b"), 5);
+  EXPECT_TRUE(mkdir_program.invocations().empty()) << "a directory is made";
+}
+
 TEST_F(OptionFile, TheTreesFileIsThatOfTheParent) {
   make_root("alt");
   std::string alt = dir + "/alt";
