@@ -6,6 +6,7 @@
 // Not      how a string splits (path_string), where the other roots come from (path_sources), how the file is written
 //          (option_file_write).
 // For      the wrappers.
+#include <new>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include "option_files.h"
 #include "path_list.h"
 #include "root_options.h"
+#include "search_path_change.h"
 
 namespace olh {
 
@@ -29,10 +31,7 @@ std::string joined(const OlhPathList* list) {
 }
 
 // Reads the sources again: the environment, then the host's own roots.
-void rebuild_search_path(olh_docList& locator) {
-  const std::string host_roots(text_of(locator.mLastDocPath));
-  locator.ClearDefaultPathList();
-  locator.ClearPathList(locator.mDocPathList);
+void rebuild_search_path(olh_docList& locator, const std::string& host_roots) {
   locator.mbAddingEnvironment = 0;
   locator.mbEnvironmentAdded = 0;
   locator.AddEnvironmentVariables();
@@ -45,8 +44,10 @@ void put_in_front(olh_docList& locator, const OlhPathList* roots) {
   for (; roots != nullptr; roots = roots->next) order.push_back(roots);
   for (auto root = order.rbegin(); root != order.rend(); ++root) {
     const OlhPathList* const first = locator.mDocPathList;
-    locator.Push(locator.mDocPathList, (*root)->path, first == nullptr ? kNothing : first->html,
-                 first == nullptr ? kNothing : first->pdf, first == nullptr ? kNothing : first->parent);
+    const int pushed =
+        locator.Push(locator.mDocPathList, (*root)->path, first == nullptr ? kNothing : first->html,
+                     first == nullptr ? kNothing : first->pdf, first == nullptr ? kNothing : first->parent);
+    if (pushed != OLH_RESULT_OK) throw std::bad_alloc();
   }
 }
 
@@ -88,9 +89,11 @@ int olh_docList::SetAltDocPath(const char* paths) {
   olh::TemporaryPathList accepted;
   const int split = SplitString(copy.data(), olh::kNothing, olh::kNothing, accepted.head, olh::kNothing);
   const int written = SetIniFile(3, olh::joined(accepted.head).c_str(), olh::kTreeFile);
-  olh::rebuild_search_path(*this);
+  olh::SearchPathChange change(*this, olh::SearchPathChange::Also::kEnvironmentLists);
+  olh::rebuild_search_path(*this, change.host_roots());
   olh::put_in_front(*this, accepted.head);
   RemoveDuplicates(mDocPathList);
+  change.keep();
   olh::show_search_path(mDocPathList);
   return split != OLH_RESULT_OK ? split : written;
 }

@@ -6,6 +6,7 @@
 #include "path_list.h"
 
 #include <cstdlib>
+#include <new>
 #include <unordered_map>
 #include <utility>
 
@@ -55,8 +56,8 @@ PathListEnd::PathListEnd(OlhPathList*& list) noexcept : end_(&list) {
   while (*end_ != nullptr) end_ = &(*end_)->next;
 }
 
-bool PathListEnd::append(std::string_view path, std::string_view html, std::string_view pdf,
-                         std::string_view parent) noexcept {
+bool PathListEnd::try_append(std::string_view path, std::string_view html, std::string_view pdf,
+                             std::string_view parent) noexcept {
   if (path.ends_with('/')) path.remove_suffix(1);
   OlhPathList* const node = make_node(path, html, pdf, parent);
   if (node == nullptr) return false;
@@ -65,7 +66,12 @@ bool PathListEnd::append(std::string_view path, std::string_view html, std::stri
   return true;
 }
 
-void PathListEnd::append_copy_of(const OlhPathList* list) noexcept {
+void PathListEnd::append(std::string_view path, std::string_view html, std::string_view pdf,
+                         std::string_view parent) {
+  if (!try_append(path, html, pdf, parent)) throw std::bad_alloc();
+}
+
+void PathListEnd::append_copy_of(const OlhPathList* list) {
   for (; list != nullptr; list = list->next)
     append(text_of(list->path), text_of(list->html), text_of(list->pdf), text_of(list->parent));
 }
@@ -77,7 +83,7 @@ TemporaryPathList::~TemporaryPathList() { clear_list(head); }
 int olh_docList::AddTail(OlhPathList*& list, char* path, char* html, char* pdf, char* parent) {
   const std::string_view root = olh::text_of(path);
   const bool linked =
-      olh::PathListEnd(list).append(root, olh::text_of(html), olh::text_of(pdf), olh::text_of(parent));
+      olh::PathListEnd(list).try_append(root, olh::text_of(html), olh::text_of(pdf), olh::text_of(parent));
   if (root.ends_with('/')) path[root.size() - 1] = '\0';
   return linked ? OLH_RESULT_OK : OLH_RESULT_FAILED;
 }

@@ -20,9 +20,12 @@ class PathListEnd {
  public:
   explicit PathListEnd(OlhPathList*& list) noexcept;
   // Appends a node with copies of the four strings. Returns false when memory is exhausted; nothing is linked then.
-  bool append(std::string_view path, std::string_view html, std::string_view pdf, std::string_view parent) noexcept;
+  bool try_append(std::string_view path, std::string_view html, std::string_view pdf,
+                  std::string_view parent) noexcept;
+  // The same, but throws std::bad_alloc then.
+  void append(std::string_view path, std::string_view html, std::string_view pdf, std::string_view parent);
   // Appends a copy of each node of another list.
-  void append_copy_of(const OlhPathList* list) noexcept;
+  void append_copy_of(const OlhPathList* list);
 
  private:
   OlhPathList** end_;

@@ -12,6 +12,7 @@
 //     QEL_HOME     "docs", "shared" and "doc" in the directory that it names, then "docs" beside it
 //
 // Within each source, the alternates that a root's options file names come before the root.
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -23,6 +24,7 @@
 #include "path_list.h"
 #include "path_string.h"
 #include "root_options.h"
+#include "search_path_change.h"
 
 namespace olh {
 
@@ -45,19 +47,22 @@ bool add_named_roots(olh_docList& locator, const OlhPathList* named) {
   return true;
 }
 
-// While one lives, SetOlhDocPath only appends.
+// While one lives, SetOlhDocPath only appends. What it was given meanwhile does not count as the host's.
 class AddingEnvironment {
  public:
-  explicit AddingEnvironment(olh_docList& locator) : adding_(locator.mbAddingEnvironment) {
-    adding_ = 1;
-    locator.mbEnvironmentAdded = 1;
+  explicit AddingEnvironment(olh_docList& locator) : locator_(locator) {
+    locator_.mbAddingEnvironment = 1;
+    locator_.mbEnvironmentAdded = 1;
   }
-  ~AddingEnvironment() { adding_ = 0; }
+  ~AddingEnvironment() {
+    locator_.mbAddingEnvironment = 0;
+    clear_buffer(locator_.mLastDocPath);
+  }
   AddingEnvironment(const AddingEnvironment&) = delete;
   AddingEnvironment& operator=(const AddingEnvironment&) = delete;
 
  private:
-  int& adding_;
+  olh_docList& locator_;
 };
 
 bool add_variable(olh_docList& locator, const char* name) {
@@ -116,20 +121,22 @@ int olh_docList::SetOlhDocPath(const char* paths) {
   // A copy: the host may hand in what GetOlhDocPath returned, which dies with the list.
   const std::string given(olh::text_of(paths));
   if (!olh::fits(given)) return 1;
+  std::optional<olh::SearchPathChange> change;
+  if (mbAddingEnvironment == 0) change.emplace(*this);
   olh::write_buffer(mLastDocPath, given);
   olh::clear_buffer(mCurrentDocPath);
-  if (mbAddingEnvironment == 0) {
+  if (change) {
     mbEnvironmentAdded = 0;
-    ClearPathList(mDocPathList);
     CopyEnvironmentDefaults(1);
   }
   olh::TemporaryPathList named;
   olh::PathListEnd end(named.head);
   olh::split_roots(*this, given, {}, end);
   if (olh::add_named_roots(*this, named.head)) {
-    if (mbAddingEnvironment == 0) CopyEnvironmentDefaults(2);
+    if (change) CopyEnvironmentDefaults(2);
     RemoveDuplicates(mDocPathList);
   }
+  if (change) change->keep();
   print_debug("olh_docList::SetOlhDocPath: done\n");
   return 1;
 }

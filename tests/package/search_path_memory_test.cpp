@@ -1,0 +1,78 @@
+// The search path when memory runs out while it is put together anew.
+#include <functional>
+#include <new>
+#include <string>
+
+#include "failing_allocator.h"
+#include "path_texts.h"
+#include "scratch.h"
+
+namespace {
+
+using olh_test::paths_of;
+
+class SearchPathMemory : public olh_test::Scratch {
+ protected:
+  SearchPathMemory() {
+    for (const char* const name : {"first", "env", "host", "new"}) make_root(name);
+    set("QEL_OVERRIDE_DOC_PATH", at("first"));
+    set("QEL_DOC_PATH", at("env"));
+    locator.AddEnvironmentVariables();
+    locator.SetOlhDocPath(at("host").c_str());
+  }
+  std::string at(const std::string& name) const { return dir + "/" + name; }
+
+  // Lets each allocation of a change fail in turn, until none is left to fail.
+  void exhaust(const std::function<void()>& change) {
+    const std::string before = state();
+    for (long successes = 0;; ++successes) {
+      bool whole = true;
+      olh_test::fail_allocations_after(successes);
+      try {
+        change();
+      } catch (const std::bad_alloc&) {
+        whole = false;
+      }
+      const bool failed = olh_test::allocations_asked() > successes;
+      olh_test::fail_allocations_after(-1);
+      if (!failed) return;
+      ASSERT_FALSE(whole) << "after " << successes;
+      ASSERT_EQ(state(), before) << "after " << successes;
+    }
+  }
+  std::string state() const {
+    return paths_of(locator.mDocPathList) + ", host " + locator.mLastDocPath + ", environment " +
+           paths_of(locator.mDefaultPathList->overrideList) + " " +
+           paths_of(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
+           std::to_string(locator.mbAddingEnvironment);
+  }
+
+  olh_docList locator;
+};
+
+TEST_F(SearchPathMemory, AHostPathThatCouldNotBeSetLeavesTheOldOne) {
+  exhaust([this] { locator.SetOlhDocPath(at("new").c_str()); });
+  EXPECT_EQ(paths_of(locator.mDocPathList), at("first") + " " + at("new") + " " + at("env"));
+}
+
+TEST_F(SearchPathMemory, AnAlternatePathThatCouldNotBeSetLeavesTheHostsRoots) {
+  exhaust([this] { locator.SetAltDocPath(at("new").c_str()); });
+  EXPECT_EQ(paths_of(locator.mDocPathList), at("new") + " " + at("first") + " " + at("host") + " " + at("env"));
+}
+
+TEST_F(SearchPathMemory, AnEnvironmentThatCouldNotBeReadIsNotTheHosts) {
+  bool whole = false;
+  for (long successes = 0; !whole; ++successes) {
+    olh_docList other;
+    olh_test::fail_allocations_after(successes);
+    try {
+      other.AddEnvironmentVariables();
+    } catch (const std::bad_alloc&) {
+    }
+    whole = olh_test::allocations_asked() <= successes;
+    olh_test::fail_allocations_after(-1);
+    ASSERT_STREQ(other.mLastDocPath, "") << "after " << successes;
+  }
+}
+
+}  // namespace
