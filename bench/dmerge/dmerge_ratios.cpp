@@ -1,6 +1,7 @@
 // What the document list generator costs beside plain reads of the files that it needs, and how it grows.
 //
-//   bench_dmerge            everything; needs about 1.5 GB below TMPDIR, which it removes again
+//   bench_dmerge            everything; needs about 1.5 GB below TMPDIR, which it removes again. Where that is a disk, the
+//                           lists that a run writes cost the disk's file system some time too
 //   bench_dmerge --cold     instead: with the system's file cache emptied before each run (as root)
 #include <unistd.h>
 
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int kTurns = 15;
 constexpr int kColdTurns = 5;
+constexpr int kGrowthTurns = 5;
 constexpr std::size_t kPdfBytes = 256 * 1024;
 constexpr TreeSize kMeasured = {3000, 20, kPdfBytes};
 
@@ -47,6 +49,7 @@ void print(const char* what, const Compared& both, double limit) {
 
 void measure_ratios(const fs::path& directory) {
   const MadeTree tree = make_tree(directory, kMeasured);
+  sync();  // the disk is not to be busy with the tree while it is measured
   print("whole run", compare({RUN_PROGRAM, tree.root}, {FLOOR_PROGRAM, tree.needed_files}, kTurns), 1.35);
   const Command scan = {SCAN_PROGRAM, tree.scanned_files, std::to_string(tree.scanned)};
   print("title scan", compare(scan, {FLOOR_PROGRAM, tree.scanned_files}, kTurns), 1.30);
@@ -67,24 +70,25 @@ void measure_false_starts(const fs::path& directory) {
   }
 }
 
+// Each size beside the one before; what the plain reads grow by is the file system's share.
 void measure_growth(const fs::path& directory) {
-  double before = 0;
+  Compared before{0, 0};
   for (const std::size_t documents : {1000, 10000, 100000}) {
     const fs::path place = directory / "growth";
     fs::create_directories(place);
     const MadeTree tree = make_tree(place, {documents, 200, 256});
+    sync();
     const Command run = {RUN_PROGRAM, tree.root};
-    Timed best = run_program(run);
-    for (int turn = 0; turn < 3; ++turn) {
-      const Timed again = run_program(run);
-      if (again.seconds < best.seconds) best = again;
-    }
+    const Compared both = compare(run, {FLOOR_PROGRAM, tree.needed_files}, kGrowthTurns);
     std::printf("%7zu libraries, %7zu PDFs %14.1f ms  %5.1f us a document  %6ld KiB", documents, documents,
-                best.seconds * 1e3, best.seconds * 1e6 / (2.0 * static_cast<double>(documents)), best.peak_kibibytes);
-    if (before > 0) std::printf("  x%.1f", best.seconds / before);
+                both.seconds * 1e3, both.seconds * 1e6 / (2.0 * static_cast<double>(documents)),
+                run_program(run).peak_kibibytes);
+    if (before.seconds > 0)
+      std::printf("  x%.1f (plain reads x%.1f)", both.seconds / before.seconds,
+                  both.floor_seconds / before.floor_seconds);
     std::printf("\n");
     std::fflush(stdout);
-    before = best.seconds;
+    before = both;
     fs::remove_all(place);
   }
 }
