@@ -3,6 +3,7 @@ and a display that only answers. Usage: adapters_test.py BUILD_DIR
 """
 import json
 import os
+import pathlib
 import pty
 import re
 import shutil
@@ -11,6 +12,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -92,6 +94,10 @@ class Adapters(unittest.TestCase):
         process = subprocess.Popen([program, "300"], env={**self.environment, **environment})
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
+        # The system shows the environment of a program only some time after it has started it.
+        shown, end = pathlib.Path(f"/proc/{process.pid}/environ"), time.monotonic() + 20
+        while not shown.read_bytes():
+            self.assertLess(time.monotonic(), end)
         return process
 
     def locked(self, name, **environment):
