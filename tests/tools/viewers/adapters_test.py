@@ -3,7 +3,6 @@ and a display that only answers. Usage: adapters_test.py BUILD_DIR
 """
 import json
 import os
-import pathlib
 import pty
 import re
 import shutil
@@ -95,7 +94,7 @@ class Adapters(unittest.TestCase):
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
         # The system shows the environment of a program only some time after it has started it.
-        shown, end = pathlib.Path(f"/proc/{process.pid}/environ"), time.monotonic() + 20
+        shown, end = Path(f"/proc/{process.pid}/environ"), time.monotonic() + 20
         while not shown.read_bytes():
             self.assertLess(time.monotonic(), end)
         return process
