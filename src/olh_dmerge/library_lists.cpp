@@ -35,7 +35,7 @@ Entries sorted_entries() {
   for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next)
     entries.push_back({text_of(entry->title), text_of(entry->docName), entry});
   std::sort(entries.begin(), entries.end(), [](const ListedEntry& a, const ListedEntry& b) {
-    const int order = a.title.compare(b.title);
+    const int order = compare_entries(a.record, b.record);
     return order != 0 ? order < 0 : a.name < b.name;
   });
   return entries;
