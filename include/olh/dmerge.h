@@ -12,7 +12,8 @@
  *     portals, their names, in one string, with every "\" turned into "/".
  *  3. A list is written beside the old file (NAME.new) and takes its place in one step: a page never reads
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
- *     A list that is write-protected, or in a directory that is, is not replaced: it cannot be written.
+ *     An old file that says the same stays, with its date, and the callback hears of it all the same.
+ *     A list that is write-protected, or one to replace in a directory that is, cannot be written.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable. Lines are read in
  *     pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
  *  5. The records and their strings belong to the library, each from malloc; lists grow at their heads. Whoever
@@ -47,7 +48,7 @@ enum DmergeResult {
   DMERGE_RESULT_UNLISTABLE = 42  /* the portal directory is there, but cannot be listed */
 };
 
-/* Hears the full path of each list right after it was written. Its result does not matter to the run. */
+/* Hears the full path of each list, right after it was written or found true. Its result does not matter to the run. */
 typedef int (*OlhDmergeCallback)(char* path);
 
 /* A document, or a title that a portal gives to one. */
@@ -64,7 +65,7 @@ typedef struct FoundName {
   struct FoundName* next;
 } FoundName;
 
-/* A list that this run has written. */
+/* A list that this run has written or found true. */
 typedef struct RegisteredFile {
   char* path; /* cleaned with cleanPath */
   struct RegisteredFile* next;
@@ -124,7 +125,7 @@ OLH_API extern int numpdfTitlesEntries;
 
 OLH_API extern FoundName* foundHandleListHead; /* portals that the list of portals names, installed or not */
 
-OLH_API extern RegisteredFile* registeredFilesHead; /* the lists written so far */
+OLH_API extern RegisteredFile* registeredFilesHead; /* the lists made so far */
 OLH_API extern int numRegisteredFiles;
 
 /* Each frees every record of one list with its strings. */

@@ -6,6 +6,7 @@
 #include "boundary.h"
 #include "bounded_text.h"
 #include "generated_file.h"
+#include "olh/dmerge.h"
 #include "paths.h"
 
 namespace {

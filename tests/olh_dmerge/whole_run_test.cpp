@@ -41,6 +41,21 @@ TEST_F(WholeRun, TwiceTheSameLists) {
   expect_nothing_left();
 }
 
+TEST_F(WholeRun, AListThatIsTrueKeepsItsDate) {
+  fs::copy(kResources + "/root", root, fs::copy_options::recursive);
+  EXPECT_EQ(dmerge(root.c_str(), nullptr), DMERGE_RESULT_OK);
+  const fs::file_time_type date(std::chrono::hours(24));
+  for (const std::string& list : kLists) fs::last_write_time(in_root(list), date);
+  std::string other = get(kLists[1]);
+  other.back() = '/';
+  put(kLists[1], other);  // as long as the true one
+  EXPECT_EQ(dmerge(root.c_str(), olh_test::hear), DMERGE_RESULT_OK);
+  expect_the_expected_lists();
+  EXPECT_EQ(olh_test::heard, kLists);
+  for (const std::string& list : kLists)
+    EXPECT_EQ(fs::last_write_time(in_root(list)) == date, list != kLists[1]) << list;
+}
+
 TEST_F(WholeRun, NothingOfARunReachesTheNext) {
   fs::copy(kResources + "/root", root, fs::copy_options::recursive);
   EXPECT_EQ(dmerge(root.c_str(), nullptr), DMERGE_RESULT_OK);
