@@ -30,7 +30,9 @@ const char* Directory::next() noexcept {
       return nullptr;
     }
     const std::string_view name = entry->d_name;
-    if (name != "." && name != "..") return entry->d_name;
+    if (name == "." || name == "..") continue;
+    inode_ = entry->d_ino;
+    return entry->d_name;
   }
 }
 

@@ -23,11 +23,14 @@ class Directory {
   int descriptor() const noexcept { return stream_ == nullptr ? -1 : dirfd(stream_); }
   // The next name, valid until the next call; null at the end, after a failure, and without an open directory.
   const char* next() noexcept;
+  // The inode number of the entry that next() gave last.
+  ino_t inode() const noexcept { return inode_; }
   // Whether the names ended in a failure, so that some of them may be missing.
   bool failed() const noexcept { return failed_; }
 
  private:
   DIR* stream_ = nullptr;
+  ino_t inode_ = 0;
   bool failed_ = false;
 };
 

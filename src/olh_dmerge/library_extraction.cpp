@@ -7,10 +7,11 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "boundary.h"
 #include "bounded_text.h"
-#include "directory.h"
+#include "disk_order.h"
 #include "name_index.h"
 #include "paths.h"
 #include "registries.h"
@@ -35,9 +36,9 @@ bool is_no_library(std::string_view name) {
 
 // A library is whatever has a data file; one whose file names no title goes by its own name.
 void add_libraries(std::string_view root, PieceBlocks& blocks) {
-  Directory libraries(clean_path({root, "/htmldocs/"}).c_str());
+  const DiskOrder libraries(clean_path({root, "/htmldocs/"}));
   std::string path;
-  while (const char* name = libraries.next()) {
+  for (const char* const name : libraries.names()) {
     if (is_no_library(name)) continue;
     const char* const table = put_clean_path(path, {"./", name, "/QELdata/QELAllData.js"});
     RegularFile data_file = open_regular_file(table, libraries.descriptor());
@@ -56,35 +57,38 @@ std::string_view pdf_document_name(std::string_view file) {
   return extension == kPdfExtension ? file.substr(0, file.size() - kPdfExtension.size()) : std::string_view();
 }
 
+// What is listed already is told from the names alone; the files that remain are then read.
 class PdfDocuments {
  public:
   PdfDocuments(std::string_view root, PieceBlocks& blocks)
-      : files_(clean_path({root, "/pdfdocs/"}).c_str()),
+      : files_(clean_path({root, "/pdfdocs/"})),
         blocks_(blocks),
         documents_(lleHead),
         portal_titles_(pdfTitlesHead) {}
 
   void add_all() {
-    while (const char* file = files_.next()) {
-      const std::string_view name = pdf_document_name(file);
-      if (!name.empty()) take(file, name);
-    }
+    for (const char* const file : files_.names()) take(file);
+    for (const char* const file : unread_) scan(file);
   }
 
  private:
-  void take(std::string_view file, std::string_view name) {
+  void take(const char* file) {
+    const std::string_view name = pdf_document_name(file);
+    if (name.empty()) return;
     if (LibListEntry* known = documents_.find(name)) {
       // A PDF known as such is another spelling of ".pdf": a repetition.
       if (known->type != nullptr && known->type != std::string_view(kPdfType)) discard(known->type);
     } else if (const LibListEntry* titled = portal_titles_.find(name)) {
       add(text_of(titled->title), name);
     } else {
-      scan(file, name);
+      unread_.push_back(file);
     }
   }
 
   // A file that cannot be read to its title or its end is left out.
-  void scan(std::string_view file, std::string_view name) {
+  void scan(std::string_view file) {
+    const std::string_view name = pdf_document_name(file);
+    if (documents_.find(name) != nullptr) return;  // under another spelling of ".pdf"
     RegularFile pdf = open_regular_file(put_clean_path(path_, {"./", file}), files_.descriptor());
     if (!pdf) return;
     blocks_.start(std::move(pdf));
@@ -97,7 +101,8 @@ class PdfDocuments {
     documents_.add(lleHead);
   }
 
-  Directory files_;
+  DiskOrder files_;
+  std::vector<const char*> unread_;
   std::string path_;
   PieceBlocks& blocks_;
   NameIndex documents_;

@@ -56,6 +56,13 @@ TEST_F(LibraryLists, BothForms) {
   EXPECT_EQ(numLleEntries, 2);
 }
 
+TEST_F(LibraryLists, APdfThatCannotBeReadStandsInNobodysWay) {
+  make("pdfdocs/a.pdf");
+  put("pdfdocs/a.PDF", "pdf:Title='A'");
+  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(entries(), "A|a|pdf;");
+}
+
 // A backslash in a name counts as a slash; one in front must not lead out of the root.
 TEST_F(LibraryLists, ABackslashLeadsNoDocumentOutOfTheRoot) {
   write("outside/QELdata/QELAllData.js", "QELAddBookVar(\"DocTitle\",\"A\");");
