@@ -13,10 +13,8 @@ namespace olh {
 
 namespace {
 
+constexpr std::size_t kPage = 4096;
 constexpr std::size_t kBlock = 256 * 1024;
-// Room in front of each read for what is carried over, which is less than one piece.
-constexpr std::size_t kCarried = 4096;
-static_assert(kCarried >= kLongestLine);
 
 // Where the last piece that begins at or before `at` begins, when `boundary` begins one and no line feed is missed
 // by looking from there.
@@ -30,12 +28,20 @@ std::size_t last_boundary(std::string_view block, std::size_t boundary, std::siz
 
 }  // namespace
 
-PieceBlocks::PieceBlocks() : buffer_(std::make_unique_for_overwrite<char[]>(kCarried + kBlock)) {}
+// The system copies fastest to the beginning of a page.
+struct alignas(kPage) PieceBlocks::Buffer {
+  static_assert(kPage >= kLongestLine, "less than one piece is carried over, to the room in front of each read");
+  char bytes[kPage + kBlock];
+  char* block() noexcept { return bytes + kPage; }
+};
+
+PieceBlocks::PieceBlocks() : buffer_(std::make_unique_for_overwrite<Buffer>()) {}
+PieceBlocks::~PieceBlocks() = default;
 
 void PieceBlocks::start(RegularFile file) noexcept {
   file_ = std::move(file);
   read_ = 0;
-  begin_ = end_ = buffer_.get() + kCarried;
+  begin_ = end_ = buffer_->block();
   at_end_ = failed_ = false;
 }
 
@@ -54,7 +60,7 @@ bool PieceBlocks::next(std::string_view& block) noexcept {
 bool PieceBlocks::read_more() noexcept {
   if (at_end_) return false;
   const auto carried = static_cast<std::size_t>(end_ - begin_);
-  char* const place = buffer_.get() + kCarried;
+  char* const place = buffer_->block();
   if (carried != 0) std::memmove(place - carried, begin_, carried);
   begin_ = place - carried;
   const ssize_t got = retry_interrupted([this, place] { return ::read(file_.descriptor.get(), place, kBlock); });

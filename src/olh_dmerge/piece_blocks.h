@@ -21,6 +21,9 @@ namespace olh {
 class PieceBlocks {
  public:
   PieceBlocks();
+  PieceBlocks(const PieceBlocks&) = delete;
+  PieceBlocks& operator=(const PieceBlocks&) = delete;
+  ~PieceBlocks();
 
   // Begins with another file.
   void start(RegularFile file) noexcept;
@@ -30,9 +33,11 @@ class PieceBlocks {
   bool failed() const noexcept { return failed_; }
 
  private:
+  struct Buffer;
+
   bool read_more() noexcept;
 
-  std::unique_ptr<char[]> buffer_;
+  std::unique_ptr<Buffer> buffer_;
   RegularFile file_;
   std::uint64_t read_ = 0;  // bytes of the file
   char* begin_ = nullptr;   // of what has not been handed out
