@@ -116,6 +116,13 @@ class Tree {
 
 MadeTree make_tree(const fs::path& directory, const TreeSize& size) { return Tree(directory, size).make(); }
 
+void change_tree(const MadeTree& tree) {
+  const fs::path library = tree.root / "htmldocs/new";
+  if (fs::remove_all(library) != 0) return;
+  fs::create_directories(library / "QELdata");
+  write(library / "QELdata/QELAllData.js", library_data("new"));
+}
+
 fs::path make_repeats(const fs::path& directory, std::string_view text, std::size_t files, std::size_t bytes) {
   fs::create_directories(directory);
   std::string body;

@@ -25,12 +25,13 @@ Timed run_program(const Command& command) {
   return {took.count(), usage.ru_maxrss};
 }
 
-Compared compare(const Command& command, const Command& floor, int turns) {
+Compared compare(const Command& command, const Command& floor, int turns, const std::function<void()>& before) {
   run_program(floor);
   run_program(command);
   Compared best{1e9, 1e9};
   for (int turn = 0; turn < turns; ++turn) {
     best.floor_seconds = std::min(best.floor_seconds, run_program(floor).seconds);
+    if (before) before();
     best.seconds = std::min(best.seconds, run_program(command).seconds);
   }
   return best;

@@ -2,6 +2,7 @@
 #ifndef OLH_BENCH_DMERGE_TIMED_PROGRAM_H
 #define OLH_BENCH_DMERGE_TIMED_PROGRAM_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,12 @@ struct Timed {
 Timed run_program(const Command& command);
 
 // Both in turn, so that they meet the same noise; the best time of each counts. Before the first turn each runs once
-// unmeasured.
+// unmeasured. What is to happen before each run of the first is not measured.
 struct Compared {
   double seconds;
   double floor_seconds;
   double ratio() const { return seconds / floor_seconds; }
 };
-Compared compare(const Command& command, const Command& floor, int turns);
+Compared compare(const Command& command, const Command& floor, int turns, const std::function<void()>& before = {});
 
 #endif
