@@ -1,7 +1,5 @@
 #include "basic_page.h"
 
-#include <string>
-
 #include "generated_file.h"
 #include "line_reader.h"
 #include "paths.h"
@@ -28,12 +26,12 @@ void append_rows(std::string& page, const Entries& entries) {
 
 }  // namespace
 
-void write_basic_page(std::string_view root, const Entries& entries) {
+void write_basic_page(std::string_view root, const Entries& entries, std::string& text) {
   LineReader page_template(clean_path({root, "/tomedecks/common/html/basic.htm"}).c_str(), kLongestLine);
   if (!page_template) return;
   GeneratedFile page(clean_path({root, "/tomedecks/basic.htm"}));
   if (!page) return;
-  std::string text;
+  text.clear();
   for (std::string_view line; page_template.next(line);) {
     if (contains(line, kDocumentListMark))
       append_rows(text, entries);

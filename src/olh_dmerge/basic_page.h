@@ -5,6 +5,7 @@
 #ifndef OLH_DMERGE_BASIC_PAGE_H
 #define OLH_DMERGE_BASIC_PAGE_H
 
+#include <string>
 #include <string_view>
 
 #include "listed_entry.h"
@@ -12,7 +13,8 @@
 namespace olh {
 
 // Writes the page. When there is no template, or the page cannot be written, the old page stays, silently.
-void write_basic_page(std::string_view root, const Entries& entries);
+// `text` is memory for it: what it holds is lost.
+void write_basic_page(std::string_view root, const Entries& entries, std::string& text);
 
 }  // namespace olh
 

@@ -5,7 +5,6 @@
 // For      the driver, by way of the extraction; hosts that have filled lleHead themselves.
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <memory_resource>
 #include <string>
 #include <string_view>
@@ -29,13 +28,18 @@ constexpr std::string_view kLibraryHeader =
     "\n"
     "var mLibraryList = new Array();\n";
 
+int compare_titles(std::string_view a, std::string_view b) noexcept { return a.compare(b); }
+
 // All entries by title, and by name where titles are equal, so that two runs give the same lists.
 Entries sorted_entries() {
+  std::size_t count = 0;
+  for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) ++count;
   Entries entries;
+  entries.reserve(count);
   for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next)
     entries.push_back({text_of(entry->title), text_of(entry->docName), entry});
   std::sort(entries.begin(), entries.end(), [](const ListedEntry& a, const ListedEntry& b) {
-    const int order = compare_entries(a.record, b.record);
+    const int order = compare_titles(a.title, b.title);
     return order != 0 ? order < 0 : a.name < b.name;
   });
   return entries;
@@ -50,26 +54,24 @@ void remove_repeated_names(const Entries& entries) {
     if (is_listed(entry) && !names.insert(entry.name).second) discard(entry.record->docName);
 }
 
-std::string list_for_libraries(const Entries& entries) {
-  std::string text(kLibraryHeader);
+void put_list_for_libraries(std::string& text, const Entries& entries) {
+  text = kLibraryHeader;
   for (const ListedEntry& entry : entries)
     if (is_listed(entry) && has_html(entry))
       append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\"] );\n"});
   text += "\n\nvar mPDFList = new Array();\n";
   for (const ListedEntry& entry : entries)
     if (is_listed(entry) && has_pdf(entry)) append(text, {"   mPDFList.push(\"", entry.name, "\");\n"});
-  return text;
 }
 
-std::string list_for_portals(const Entries& entries) {
-  std::string text(kLibraryHeader);
+void put_list_for_portals(std::string& text, const Entries& entries) {
+  text = kLibraryHeader;
   for (const ListedEntry& entry : entries) {
     if (!is_listed(entry)) continue;
     append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\""});
     if (entry.record->type != nullptr) append(text, {",\"", entry.record->type, "\""});
     text += "] );\n";
   }
-  return text;
 }
 
 bool write_list(const std::string& path, std::string_view text) {
@@ -82,12 +84,13 @@ bool write_list(const std::string& path, std::string_view text) {
 int write_lists(std::string_view root) {
   const Entries entries = sorted_entries();
   remove_repeated_names(entries);
-  if (!write_list(clean_path({root, "/htmldocs/QEL/lib/LibList.js"}), list_for_libraries(entries)))
-    return DMERGE_RESULT_UNWRITABLE;
+  std::string text;  // of one list after the other, in one piece of memory
+  put_list_for_libraries(text, entries);
+  if (!write_list(clean_path({root, "/htmldocs/QEL/lib/LibList.js"}), text)) return DMERGE_RESULT_UNWRITABLE;
   if (pathExists(clean_path({root, "/tomedecks/"}).c_str()) == 0) return DMERGE_RESULT_OK;
-  if (!write_list(clean_path({root, "/tomedecks/qel_td/js/LibList.js"}), list_for_portals(entries)))
-    return DMERGE_RESULT_UNWRITABLE;
-  write_basic_page(root, entries);
+  put_list_for_portals(text, entries);
+  if (!write_list(clean_path({root, "/tomedecks/qel_td/js/LibList.js"}), text)) return DMERGE_RESULT_UNWRITABLE;
+  write_basic_page(root, entries, text);
   return DMERGE_RESULT_OK;
 }
 
@@ -101,8 +104,7 @@ int writeLibList(const char* root) noexcept {
 
 int compare_entries(const void* a, const void* b) noexcept {
   const auto title = [](const void* entry) {
-    const char* text = entry == nullptr ? nullptr : static_cast<const LibListEntry*>(entry)->title;
-    return text == nullptr ? "" : text;
+    return entry == nullptr ? std::string_view() : olh::text_of(static_cast<const LibListEntry*>(entry)->title);
   };
-  return std::strcmp(title(a), title(b));
+  return olh::compare_titles(title(a), title(b));
 }
