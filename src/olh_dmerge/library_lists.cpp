@@ -74,6 +74,14 @@ void put_list_for_portals(std::string& text, const Entries& entries) {
   }
 }
 
+// Room for the longest list, the basic page, so that none is moved while it grows.
+std::size_t room_for_a_list(const Entries& entries) noexcept {
+  constexpr std::size_t kMarkup = 256;  // more than one row has
+  std::size_t room = 0;
+  for (const ListedEntry& entry : entries) room += entry.title.size() + 2 * entry.name.size() + kMarkup;
+  return room;
+}
+
 bool write_list(const std::string& path, std::string_view text) {
   GeneratedFile file(path);
   if (file && file.finish(text)) return true;
@@ -85,6 +93,7 @@ int write_lists(std::string_view root) {
   const Entries entries = sorted_entries();
   remove_repeated_names(entries);
   std::string text;  // of one list after the other, in one piece of memory
+  text.reserve(room_for_a_list(entries));
   put_list_for_libraries(text, entries);
   if (!write_list(clean_path({root, "/htmldocs/QEL/lib/LibList.js"}), text)) return DMERGE_RESULT_UNWRITABLE;
   if (pathExists(clean_path({root, "/tomedecks/"}).c_str()) == 0) return DMERGE_RESULT_OK;
