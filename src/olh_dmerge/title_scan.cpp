@@ -43,15 +43,18 @@ constexpr Pair pair(char first, char second) noexcept { return std::bit_cast<Pai
 constexpr auto kCommonBits = static_cast<Pair>(~(pair('p', 'd') ^ pair('d', 'f')));
 constexpr auto kCommon = static_cast<Pair>(pair('p', 'd') & kCommonBits);
 
+using Pairs [[gnu::vector_size(16)]] = Pair;
+using Hits = decltype(Pairs() == Pairs());
+
 // Whether a stride may hold the d of "pdf": a bit more than once in a hundred times in a compressed document.
 bool may_hold_word(const char* stride) noexcept {
-  Pair hits = 0;
-  for (std::size_t i = 0; i < kStride; i += sizeof(Pair)) {
-    Pair bytes;
-    std::memcpy(&bytes, stride + i, sizeof bytes);
-    hits |= static_cast<Pair>(-static_cast<Pair>((bytes & kCommonBits) == kCommon));
+  Hits hits{};
+  for (std::size_t i = 0; i < kStride; i += sizeof(Pairs)) {
+    Pairs pairs;
+    std::memcpy(&pairs, stride + i, sizeof pairs);
+    hits |= (pairs & kCommonBits) == kCommon;
   }
-  return hits != 0;
+  return std::bit_cast<std::array<std::uint64_t, 2>>(hits) != std::array<std::uint64_t, 2>{};
 }
 
 // Whether the ":T" of "pdf:Title" stands behind some byte of a stride: nearly never in a compressed document.
