@@ -52,6 +52,7 @@ void measure_ratios(const fs::path& directory) {
   sync();  // the disk is not to be busy with the tree while it is measured
   const Command run = {RUN_PROGRAM, tree.root};
   const Command floor = {FLOOR_PROGRAM, tree.needed_files};
+  print("whole run, no lists yet", compare(run, floor, kTurns, [&] { remove_lists(tree); }), 1.35);
   print("whole run, a library is new or gone", compare(run, floor, kTurns, [&] { change_tree(tree); }), 1.35);
   print("whole run, all lists true already", compare(run, floor, kTurns), 1.35);
   const Command scan = {SCAN_PROGRAM, tree.scanned_files, std::to_string(tree.scanned)};

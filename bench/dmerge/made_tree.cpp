@@ -123,6 +123,13 @@ void change_tree(const MadeTree& tree) {
   write(library / "QELdata/QELAllData.js", library_data("new"));
 }
 
+void remove_lists(const MadeTree& tree) {
+  for (const char* list :
+       {"tomedecks/qel_td/js/tdklist_installed.js", "tomedecks/qel_td/js/LibList.js", "tomedecks/basic.htm",
+        "htmldocs/QEL/lib/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js"})
+    fs::remove(tree.root / list);
+}
+
 fs::path make_repeats(const fs::path& directory, std::string_view text, std::size_t files, std::size_t bytes) {
   fs::create_directories(directory);
   std::string body;

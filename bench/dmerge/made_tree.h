@@ -26,6 +26,9 @@ MadeTree make_tree(const std::filesystem::path& directory, const TreeSize& size)
 // Installs one more library in a tree, or removes it again.
 void change_tree(const MadeTree& tree);
 
+// Removes what a run of the generator has written.
+void remove_lists(const MadeTree& tree);
+
 // A list of PDFs that repeat one text.
 std::filesystem::path make_repeats(const std::filesystem::path& directory, std::string_view text, std::size_t files,
                                    std::size_t bytes);
