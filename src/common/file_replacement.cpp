@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "exclusive_file.h"
 #include "retry.h"
-#include "unique_fd.h"
 
 namespace olh {
 
@@ -37,12 +37,6 @@ std::string follow_links(std::string name) {
   return name;
 }
 
-// A new file of our own making: what lay there (a leftover, or somebody's link to another file) is only unlinked.
-UniqueFd create(const std::string& name, mode_t mode) {
-  unlink(name.c_str());
-  return UniqueFd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode));
-}
-
 // Gives a new file the old one's owner, as far as this process may, and its mode; under another owner without the
 // bits that would lend this one's rights.
 bool take_over(int fd, const struct stat& old) {
@@ -60,9 +54,10 @@ FileReplacement::FileReplacement(const std::string& name, Durability durability)
   struct stat old = {};
   const bool exists = stat(target_.c_str(), &old) == 0;
   if (exists ? !S_ISREG(old.st_mode) : errno != ENOENT) return;
-  UniqueFd fd = create(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
-  if (!fd) return;
-  if (!exists || take_over(fd.get(), old)) stream_ = fdopen(fd.get(), "w");
+  lock_ = create_exclusively(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
+  if (!lock_) return;
+  UniqueFd fd(fcntl(lock_.get(), F_DUPFD_CLOEXEC, 0));
+  if (fd && (!exists || take_over(fd.get(), old))) stream_ = fdopen(fd.get(), "w");
   if (stream_ != nullptr)
     fd.release();
   else

@@ -2,8 +2,8 @@
 //
 // Knows    that the new text goes to NAME.new, over a leftover of that name; that a symbolic link stays one and its
 //          target is rewritten; that the old file's mode (and, where allowed, its owner) is kept.
-// Not      what is written.
-// Owns     the open NAME.new, which vanishes again unless commit() is reached.
+// Not      what is written; how another writer of the same file is kept away (exclusive_file).
+// Owns     the open NAME.new, which vanishes again unless commit() is reached, and the right to that name.
 // For      the option files, and generated lists.
 #ifndef OLH_COMMON_FILE_REPLACEMENT_H
 #define OLH_COMMON_FILE_REPLACEMENT_H
@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+
+#include "unique_fd.h"
 
 namespace olh {
 
@@ -42,6 +44,7 @@ class FileReplacement {
 
   std::string target_;  // the name, its symbolic links followed
   std::string temporary_;
+  UniqueFd lock_;  // on NAME.new, until that has taken its place
   std::FILE* stream_ = nullptr;
   Durability durability_;
 };

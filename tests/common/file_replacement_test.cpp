@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <future>
 
 #include "scratch.h"
 
@@ -64,6 +65,35 @@ TEST_F(Replacement, ALeftoverIsReplacedAndNotFollowed) {
   EXPECT_TRUE(replace(file, "new"));
   EXPECT_EQ(read_file(file), "new");
   EXPECT_EQ(read_file(dir + "/other"), "untouched");
+}
+
+TEST_F(Replacement, AnotherWritersFileIsLeftToIt) {
+  FileReplacement first(file);
+  first.write("first");
+  EXPECT_FALSE(replace(file, "second"));
+  EXPECT_TRUE(first.commit());
+  EXPECT_EQ(read_file(file), "first");
+  EXPECT_TRUE(replace(file, "second")) << "the name is free again";
+  EXPECT_EQ(read_file(file), "second");
+}
+
+// Each text is whole, and whoever was told of a success has had its text in the file.
+TEST_F(Replacement, TwoWritersComeAfterOneAnother) {
+  constexpr int kTurns = 200;
+  const auto write_often = [this](char letter) {
+    int failures = 0;
+    for (int turn = 0; turn < kTurns; ++turn) {
+      FileReplacement replacement(file, FileReplacement::Durability::kCached);
+      replacement.write(std::string(10000, letter));
+      failures += replacement.commit() ? 0 : 1;
+    }
+    return failures;
+  };
+  auto other = std::async(std::launch::async, write_often, 'b');
+  EXPECT_EQ(write_often('a'), 0);
+  EXPECT_EQ(other.get(), 0);
+  const std::string text = read_file(file);
+  EXPECT_EQ(text, std::string(10000, text.empty() ? '-' : text.front()));
 }
 
 TEST_F(Replacement, OnlyARegularFileIsReplaced) {

@@ -1,0 +1,59 @@
+#include "exclusive_file.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <ctime>
+
+namespace olh {
+
+namespace {
+
+constexpr int kTurns = 1000;
+constexpr timespec kPause = {0, 1'000'000};
+
+// Whether this descriptor has the lock now. Where a file system knows no locks, everybody has it.
+bool is_locked(int fd) noexcept { return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+
+// Whether the name stands for the open file; another writer may have replaced it before it was locked.
+bool is_at(int fd, const char* name) noexcept {
+  struct stat open = {};
+  struct stat named = {};
+  return fstat(fd, &open) == 0 && lstat(name, &named) == 0 && open.st_dev == named.st_dev &&
+         open.st_ino == named.st_ino;
+}
+
+// Opens what stands there, for its lock alone; empty when it is a link, or nothing that may be opened.
+UniqueFd open_for_lock(const char* name) noexcept {
+  constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  UniqueFd fd(::open(name, O_RDONLY | kFlags));
+  return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_WRONLY | kFlags));
+}
+
+enum class Former { kGone, kInUse, kStays };
+
+Former remove_former(const char* name) noexcept {
+  const UniqueFd former = open_for_lock(name);
+  if (former && !is_locked(former.get())) return Former::kInUse;
+  if (former && !is_at(former.get(), name)) return Former::kGone;
+  return unlink(name) == 0 || errno == ENOENT ? Former::kGone : Former::kStays;
+}
+
+}  // namespace
+
+UniqueFd create_exclusively(const std::string& name, mode_t mode) {
+  for (int turn = 0; turn < kTurns; ++turn) {
+    UniqueFd fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode));
+    if (fd && is_locked(fd.get()) && is_at(fd.get(), name.c_str())) return fd;
+    if (fd) continue;  // somebody took it for a leftover before it was locked
+    if (errno != EEXIST) break;
+    const Former former = remove_former(name.c_str());
+    if (former == Former::kStays) break;
+    if (former == Former::kInUse) nanosleep(&kPause, nullptr);
+  }
+  return {};
+}
+
+}  // namespace olh
