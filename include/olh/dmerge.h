@@ -7,15 +7,19 @@
  * The conventions of olh.h hold here too, but for these:
  *
  *  1. Results are those of enum DmergeResult, as int, where nothing else is said. A failure prints one message to
- *     standard output that names the file. There are no debug lines.
+ *     standard output that names the file; a root that is null or empty and exhausted memory print none. There are
+ *     no debug lines.
  *  2. A root is a directory of this machine; all paths are the root, a fixed relative part and, for documents and
  *     portals, their names, in one string, with every "\" turned into "/".
  *  3. A list is written beside the old file (NAME.new) and takes its place in one step: a page never reads
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
- *     An old file that says the same stays, with its date, and the callback hears of it all the same.
- *     A list that is write-protected, or one to replace in a directory that is, cannot be written.
- *  4. Only regular files are read; anything else in a file's place counts as unreadable. Lines are read in
- *     pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
+ *     An old file that says the same stays, with its date, and the callback hears of it all the same. A list that
+ *     this process may not read is written and not told. A list that is write-protected, or one to replace in a
+ *     directory that is, cannot be written. Two runs at one time write each list one after the other; one that
+ *     was killed may leave NAME.new, which goes when the list is next replaced.
+ *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as
+ *     there where only its being there counts (the script of a portal, a PDF that a portal names). Lines are read
+ *     in pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
  *  5. The records and their strings belong to the library, each from malloc; lists grow at their heads. Whoever
  *     changes them keeps it so. A callback may look at them, not change them; it must not start another run.
  *  6. Quoted arguments of script lines, titles and names are taken and inserted as they are, without escapes.

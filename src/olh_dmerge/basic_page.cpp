@@ -29,8 +29,6 @@ void append_rows(std::string& page, const Entries& entries) {
 void write_basic_page(std::string_view root, const Entries& entries, std::string& text) {
   LineReader page_template(clean_path({root, "/tomedecks/common/html/basic.htm"}).c_str(), kLongestLine);
   if (!page_template) return;
-  GeneratedFile page(clean_path({root, "/tomedecks/basic.htm"}));
-  if (!page) return;
   text.clear();
   for (std::string_view line; page_template.next(line);) {
     if (contains(line, kDocumentListMark))
@@ -40,7 +38,7 @@ void write_basic_page(std::string_view root, const Entries& entries, std::string
     else if (releaseName != nullptr)
       append(text, {releaseName, "\n"});
   }
-  if (!page_template.failed()) page.finish(text);
+  if (!page_template.failed()) put_list(clean_path({root, "/tomedecks/basic.htm"}), text);
 }
 
 }  // namespace olh

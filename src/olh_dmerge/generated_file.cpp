@@ -2,22 +2,20 @@
 
 #include <unistd.h>
 
-#include <utility>
-
+#include "file_replacement.h"
 #include "olh/dmerge.h"
+#include "regular_file.h"
 #include "retry.h"
 
 namespace olh {
 
 namespace {
 
-// A list can be made again, so nobody waits for the disk.
-constexpr auto kDurability = FileReplacement::Durability::kCached;
-
-// Whether a file holds just this, from where it is read to its end.
-bool holds(const RegularFile& file, std::string_view text) noexcept {
+// Whether a file holds just this text.
+bool holds(const std::string& path, std::string_view text) noexcept {
+  const RegularFile file = open_regular_file(path.c_str());
   if (!file || file.size != text.size()) return false;
-  char block[16 * 1024];
+  char block[8 * 1024];
   while (!text.empty()) {
     const ssize_t got = retry_interrupted([&] { return ::read(file.descriptor.get(), block, sizeof block); });
     if (got <= 0 || !text.starts_with(std::string_view(block, static_cast<std::size_t>(got)))) return false;
@@ -26,29 +24,28 @@ bool holds(const RegularFile& file, std::string_view text) noexcept {
   return true;
 }
 
+// A list can be made again, so nobody waits for the disk.
+bool replace(const std::string& path, std::string_view text) {
+  FileReplacement file(path, FileReplacement::Durability::kCached);
+  if (!file) return false;
+  file.write(text);
+  if (file.commit()) return true;
+  unlink(file.temporary_name().c_str());
+  return false;
+}
+
 }  // namespace
 
-GeneratedFile::GeneratedFile(std::string path) : path_(std::move(path)), old_(open_regular_file(path_.c_str())) {
-  if (!old_) replacement_.emplace(path_, kDurability);
+bool can_be_written(const std::string& path) {
+  if (access(path.c_str(), F_OK) == 0) return access(path.c_str(), W_OK) == 0;
+  return access(path.substr(0, path.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
 }
 
-GeneratedFile::operator bool() const noexcept {
-  if (replacement_ && !*replacement_) return false;
-  return access(path_.c_str(), F_OK) != 0 || access(path_.c_str(), W_OK) == 0;
-}
-
-bool GeneratedFile::finish(std::string_view text) {
-  if (!holds(old_, text) && !replace(text)) return false;
-  registerNewFile(path_.data());
+bool put_list(std::string path, std::string_view text) {
+  if (!can_be_written(path)) return false;
+  if (!holds(path, text) && !replace(path, text)) return false;
+  registerNewFile(path.data());
   return true;
-}
-
-bool GeneratedFile::replace(std::string_view text) {
-  if (!replacement_) replacement_.emplace(path_, kDurability);
-  replacement_->write(text);
-  if (replacement_->commit()) return true;
-  unlink(replacement_->temporary_name().c_str());
-  return false;
 }
 
 }  // namespace olh

@@ -7,34 +7,18 @@
 #ifndef OLH_DMERGE_GENERATED_FILE_H
 #define OLH_DMERGE_GENERATED_FILE_H
 
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "file_replacement.h"
-#include "regular_file.h"
-
 namespace olh {
 
-class GeneratedFile {
- public:
-  explicit GeneratedFile(std::string path);
+// Whether a list can be written, as far as that can be told beforehand. One that is write-protected cannot, though a new
+// file could take its place.
+bool can_be_written(const std::string& path);
 
-  const std::string& path() const noexcept { return path_; }
-  // Whether it can be written, as far as that can be told beforehand. One that is write-protected stays, though a new
-  // file could take its place.
-  explicit operator bool() const noexcept;
-  // Makes the file say this and reports it. Returns whether it does; otherwise the old one is as it was, and nothing
-  // lies beside it.
-  bool finish(std::string_view text);
-
- private:
-  bool replace(std::string_view text);
-
-  std::string path_;
-  RegularFile old_;  // when it can be read
-  std::optional<FileReplacement> replacement_;
-};
+// Makes the list say this, and reports it. Returns whether it does; otherwise the old one is as it was, and nothing lies
+// beside it.
+bool put_list(std::string path, std::string_view text);
 
 }  // namespace olh
 

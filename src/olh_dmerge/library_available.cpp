@@ -2,6 +2,7 @@
 //
 // For      the driver, as its last step.
 #include <cstdio>
+#include <string>
 
 #include "boundary.h"
 #include "bounded_text.h"
@@ -20,9 +21,9 @@ constexpr char kText[] =
 
 int writeLibAvail(const char* root) noexcept {
   return olh::guarded(int{DMERGE_RESULT_UNWRITABLE}, [root] {
-    olh::GeneratedFile file(olh::clean_path({olh::text_of(root), "/htmldocs/QEL/lib/LibraryAvailable.js"}));
-    if (file && file.finish(kText)) return int{DMERGE_RESULT_OK};
-    std::printf("ERROR: writeLibAvail: unable to write to %s\n", file.path().c_str());
+    const std::string path = olh::clean_path({olh::text_of(root), "/htmldocs/QEL/lib/LibraryAvailable.js"});
+    if (olh::put_list(path, kText)) return int{DMERGE_RESULT_OK};
+    std::printf("ERROR: writeLibAvail: unable to write to %s\n", path.c_str());
     return int{DMERGE_RESULT_UNWRITABLE};
   });
 }

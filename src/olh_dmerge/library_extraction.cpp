@@ -3,15 +3,16 @@
 // Knows    what counts as a document, and where its title comes from.
 // Not      how a title is found in a file (title_scan), nor how the lists are written (library_lists).
 // For      the driver, as its third step.
-#include <cstdio>
-#include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "boundary.h"
 #include "bounded_text.h"
-#include "disk_order.h"
+#include "listing.h"
 #include "name_index.h"
 #include "paths.h"
 #include "registries.h"
@@ -31,22 +32,28 @@ bool is_no_library(std::string_view name) {
   return false;
 }
 
-// Files are opened from the directory that lists them: a long path to the root is then walked once, not once a document.
-// "./" keeps a name below it that begins with a backslash.
+// Files are read in the order of the disk, and their documents are then added in that of the directory.
 
-// A library is whatever has a data file; one whose file names no title goes by its own name.
+// The title of a library; its name when its data file gives none, and nothing when that cannot be read. "./" keeps a
+// name below its directory that begins with a backslash.
+std::optional<std::string> title_of_library(const Listing& libraries, std::string_view name, PieceBlocks& blocks) {
+  const std::string path = clean_path({"./", name, "/QELdata/QELAllData.js"});
+  RegularFile data_file = open_regular_file(path.c_str(), libraries.descriptor());
+  if (!data_file) return std::nullopt;
+  blocks.start(std::move(data_file));
+  std::optional<std::string> title = library_title(blocks);
+  if (blocks.failed()) return std::nullopt;
+  return title ? std::move(title) : std::string(name);
+}
+
 void add_libraries(std::string_view root, PieceBlocks& blocks) {
-  const DiskOrder libraries(clean_path({root, "/htmldocs/"}));
-  std::string path;
-  for (const char* const name : libraries.names()) {
-    if (is_no_library(name)) continue;
-    const char* const table = put_clean_path(path, {"./", name, "/QELdata/QELAllData.js"});
-    RegularFile data_file = open_regular_file(table, libraries.descriptor());
-    if (!data_file) continue;
-    blocks.start(std::move(data_file));
-    const auto title = library_title(blocks);
-    if (!blocks.failed()) add_document(title ? std::string_view(*title) : name, name, kHtmlType);
-  }
+  const Listing libraries(clean_path({root, "/htmldocs/"}));
+  const std::vector<const char*>& names = libraries.names();
+  std::vector<std::optional<std::string>> titles(names.size());
+  for (const std::size_t i : libraries.disk_order())
+    if (!is_no_library(names[i])) titles[i] = title_of_library(libraries, names[i], blocks);
+  for (std::size_t i = 0; i < names.size(); ++i)
+    if (titles[i]) add_document(*titles[i], names[i], kHtmlType);
 }
 
 // The document name of a file in pdfdocs; "" when it is none.
@@ -57,22 +64,37 @@ std::string_view pdf_document_name(std::string_view file) {
   return extension == kPdfExtension ? file.substr(0, file.size() - kPdfExtension.size()) : std::string_view();
 }
 
-// What is listed already is told from the names alone; the files that remain are then read.
 class PdfDocuments {
  public:
   PdfDocuments(std::string_view root, PieceBlocks& blocks)
       : files_(clean_path({root, "/pdfdocs/"})),
+        titles_(files_.names().size()),
         blocks_(blocks),
         documents_(lleHead),
         portal_titles_(pdfTitlesHead) {}
 
   void add_all() {
-    for (const char* const file : files_.names()) take(file);
-    for (const char* const file : unread_) scan(file);
+    const std::vector<bool> untitled = untitled_files();
+    for (const std::size_t i : files_.disk_order())
+      if (untitled[i]) titles_[i] = title_of(files_.names()[i]);
+    for (std::size_t i = 0; i < titles_.size(); ++i) take(i, untitled[i]);
   }
 
  private:
-  void take(const char* file) {
+  // Which files have to be read for their titles; of several spellings of ".pdf" the first.
+  std::vector<bool> untitled_files() const {
+    std::vector<bool> untitled(titles_.size());
+    std::unordered_set<std::string_view> seen;
+    for (std::size_t i = 0; i < titles_.size(); ++i) {
+      const std::string_view name = pdf_document_name(files_.names()[i]);
+      if (name.empty() || documents_.find(name) != nullptr || portal_titles_.find(name) != nullptr) continue;
+      untitled[i] = seen.insert(name).second;
+    }
+    return untitled;
+  }
+
+  void take(std::size_t i, bool is_read) {
+    const char* const file = files_.names()[i];
     const std::string_view name = pdf_document_name(file);
     if (name.empty()) return;
     if (LibListEntry* known = documents_.find(name)) {
@@ -80,20 +102,19 @@ class PdfDocuments {
       if (known->type != nullptr && known->type != std::string_view(kPdfType)) discard(known->type);
     } else if (const LibListEntry* titled = portal_titles_.find(name)) {
       add(text_of(titled->title), name);
-    } else {
-      unread_.push_back(file);
+    } else if (const auto title = is_read ? std::move(titles_[i]) : title_of(file)) {
+      add(*title, name);
     }
   }
 
-  // A file that cannot be read to its title or its end is left out.
-  void scan(std::string_view file) {
-    const std::string_view name = pdf_document_name(file);
-    if (documents_.find(name) != nullptr) return;  // under another spelling of ".pdf"
-    RegularFile pdf = open_regular_file(put_clean_path(path_, {"./", file}), files_.descriptor());
-    if (!pdf) return;
+  // The title of a file, which may be its own name; nothing when it cannot be read to its title or its end.
+  std::optional<std::string> title_of(std::string_view file) {
+    RegularFile pdf = open_regular_file(clean_path({"./", file}).c_str(), files_.descriptor());
+    if (!pdf) return std::nullopt;
     blocks_.start(std::move(pdf));
-    const std::string title = pdf_title(blocks_);
-    if (!blocks_.failed()) add(title.empty() ? file : std::string_view(title), name);
+    std::string title = pdf_title(blocks_);
+    if (blocks_.failed()) return std::nullopt;
+    return title.empty() ? std::string(file) : std::move(title);
   }
 
   void add(std::string_view title, std::string_view name) {
@@ -101,9 +122,8 @@ class PdfDocuments {
     documents_.add(lleHead);
   }
 
-  DiskOrder files_;
-  std::vector<const char*> unread_;
-  std::string path_;
+  Listing files_;
+  std::vector<std::optional<std::string>> titles_;
   PieceBlocks& blocks_;
   NameIndex documents_;
   NameIndex portal_titles_;

@@ -74,7 +74,7 @@ void put_list_for_portals(std::string& text, const Entries& entries) {
   }
 }
 
-// Room for the longest list, the basic page, so that none is moved while it grows.
+// Room for the longest list, the basic page: they are hardly moved while they grow.
 std::size_t room_for_a_list(const Entries& entries) noexcept {
   constexpr std::size_t kMarkup = 256;  // more than one row has
   std::size_t room = 0;
@@ -83,8 +83,7 @@ std::size_t room_for_a_list(const Entries& entries) noexcept {
 }
 
 bool write_list(const std::string& path, std::string_view text) {
-  GeneratedFile file(path);
-  if (file && file.finish(text)) return true;
+  if (put_list(path, text)) return true;
   std::printf("ERROR: writeLibList: unable to open %s\n", path.c_str());
   return false;
 }

@@ -11,24 +11,12 @@ void append(std::string& text, std::initializer_list<std::string_view> parts) {
   for (const std::string_view part : parts) text.append(part);
 }
 
-std::string joined(std::initializer_list<std::string_view> parts) {
-  std::string text;
-  append(text, parts);
-  return text;
-}
-
 std::string clean_path(std::initializer_list<std::string_view> parts) {
   std::string path;
-  put_clean_path(path, parts);
-  return path;
-}
-
-const char* put_clean_path(std::string& path, std::initializer_list<std::string_view> parts) {
-  path.clear();
   append(path, parts);
   cleanPath(path.data());
   path.resize(std::strlen(path.c_str()));
-  return path.c_str();
+  return path;
 }
 
 }  // namespace olh

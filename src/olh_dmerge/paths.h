@@ -12,12 +12,8 @@
 
 namespace olh {
 
-// The parts in one string.
-std::string joined(std::initializer_list<std::string_view> parts);
-// The same, cleaned.
+// The parts in one string, cleaned.
 std::string clean_path(std::initializer_list<std::string_view> parts);
-// The same in a string that is used again and again.
-const char* put_clean_path(std::string& path, std::initializer_list<std::string_view> parts);
 
 // Adds the parts to the end of a text.
 void append(std::string& text, std::initializer_list<std::string_view> parts);

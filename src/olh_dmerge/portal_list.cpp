@@ -117,7 +117,7 @@ class InstalledList {
     std::unordered_set<std::string_view> found;
     for (const FoundName* name = foundHandleListHead; name != nullptr; name = name->next)
       found.insert(text_of(name->name));
-    Directory portals(joined({root_, "/", "tomedecks"}).c_str());
+    Directory portals(clean_path({root_, "/", "tomedecks"}).c_str());
     while (const char* portal = portals.next()) {
       if (portal == kMainPortal || !contains(portal, kPortalMark) || found.contains(portal)) continue;
       const auto title = portal_title(root_, portal);
@@ -134,8 +134,7 @@ class InstalledList {
 // is one now.
 bool ensure_source(const std::string& path) {
   if (access(path.c_str(), F_OK) == 0) return true;
-  GeneratedFile source(path);
-  return source && source.finish(kDefaultSource);
+  return put_list(path, kDefaultSource);
 }
 
 int failed(const char* format, const std::string& path) {
@@ -152,12 +151,12 @@ int generate_installed_list(std::string_view root) {
   constexpr char kUnwritable[] = "%s: error: generateTdInstalledList: tgtPath %s not writeable\n";
   LineReader source(source_path.c_str(), kLongestLine);
   if (!source) return failed(kUnreadable, source_path);
-  GeneratedFile target(clean_path({root, "/tomedecks/qel_td/js/tdklist_installed.js"}));
-  if (!target) return failed(kUnwritable, target.path());
+  const std::string target_path = clean_path({root, "/tomedecks/qel_td/js/tdklist_installed.js"});
+  if (!can_be_written(target_path)) return failed(kUnwritable, target_path);
   InstalledList list(root);
   for (std::string_view line; source.next(line);) list.take(without_line_end(line));
   if (source.failed()) return failed(kUnreadable, source_path);
-  return target.finish(list.text()) ? int{DMERGE_RESULT_OK} : failed(kUnwritable, target.path());
+  return put_list(target_path, list.text()) ? int{DMERGE_RESULT_OK} : failed(kUnwritable, target_path);
 }
 
 }  // namespace

@@ -56,6 +56,23 @@ TEST_F(LibraryLists, BothForms) {
   EXPECT_EQ(numLleEntries, 2);
 }
 
+// The list is made at its head.
+TEST_F(LibraryLists, DocumentsComeInTheOrderOfTheDirectory) {
+  for (const char* name : {"m", "a", "z", "q", "c", "x", "b"}) {
+    put(std::string("htmldocs/") + name + "/QELdata/QELAllData.js", "");
+    put(std::string("pdfdocs/p") + name + ".pdf", "");
+  }
+  std::string expected;
+  for (const auto& entry : std::filesystem::directory_iterator(in_root("htmldocs"))) {
+    const std::string name = entry.path().filename();
+    if (name != "QEL") expected.insert(0, name + "|" + name + "|html;");
+  }
+  for (const auto& entry : std::filesystem::directory_iterator(in_root("pdfdocs")))
+    expected.insert(0, entry.path().filename().string() + "|" + entry.path().stem().string() + "|pdf;");
+  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(entries(), expected);
+}
+
 TEST_F(LibraryLists, APdfThatCannotBeReadStandsInNobodysWay) {
   make("pdfdocs/a.pdf");
   put("pdfdocs/a.PDF", "pdf:Title='A'");

@@ -79,6 +79,15 @@ TEST_F(PortalList, ABackslashInANameIsASlashOnEveryRoad) {
   EXPECT_NE(installed("Entry.fAddList( List );\n").find(item), std::string::npos);
 }
 
+TEST_F(PortalList, ARootMayBeSpelledWithBackslashes) {
+  put("tomedecks/qel_td/js/tdklist.js", "Entry.fAddList( List );\n");
+  std::string odd = root;
+  odd.replace(odd.rfind('/'), 1, "\\");
+  EXPECT_EQ(generateTdInstalledList(odd.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(get("tomedecks/qel_td/js/tdklist_installed.js"),
+            std::string(kHeader) + "List.fAddItem( \"Here\", \"here_td\" );\nEntry.fAddList( List );\n");
+}
+
 TEST_F(PortalList, ReleaseName) {
   const struct {
     const char* source;
