@@ -44,12 +44,15 @@ std::string why_unwritable(const std::string& file) {
   if (fs::is_directory(file + ".new", failed)) return "the directory " + file + ".new is in its way";
   struct statvfs disk = {};
   if (statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0) return "the disk is full";
-  return "not all of it could be written";
+  return "writing it, or putting it in its place, failed";
 }
 
 // The library list, the portals' list or the library flag: whichever the run did not come to.
 std::string unwritten_list(const ListRun& run) {
-  const auto is_written = [&run](const std::string& file) { return std::ranges::count(run.files, file) != 0; };
+  const auto is_written = [&run](const std::string& file) {
+    return std::ranges::count(run.files, file) != 0 ||
+           (access(file.c_str(), W_OK) == 0 && access(file.c_str(), R_OK) != 0);
+  };
   std::string for_libraries = run.root + "/htmldocs/QEL/lib/LibList.js";
   std::string for_portals = run.root + "/tomedecks/qel_td/js/LibList.js";
   if (!is_written(for_libraries)) return for_libraries;

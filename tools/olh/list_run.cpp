@@ -20,6 +20,7 @@ ListRun* run = nullptr;
 const std::function<void(const std::string&)>* listener = nullptr;
 bool progress_is_shown = false;
 
+// The generator's records are complete from the first list of documents on.
 void take_documents() {
   for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) {
     if (entry->docName == nullptr) continue;  // another one has its name
@@ -116,7 +117,7 @@ class ProgressPause {
 extern "C" int note_list(char* path) {
   const std::string file = path;
   run->files.push_back(file);
-  if (file == run->root + "/" + kManualsLibraryList) take_documents();
+  if (run->documents.empty()) take_documents();
   if (file == run->root + "/" + kInstalledPortals) count_portals();
   const ProgressPause pause(progress_is_shown);
   (*listener)(file);
@@ -129,17 +130,18 @@ ListRun make_lists(const std::string& root, const std::function<void(const std::
                    bool shows_progress) {
   ListRun made;
   made.root = root;
-  made.has_root = pathExists(root.c_str()) != 0;
+  while (made.root.size() > 1 && made.root.back() == '/') made.root.pop_back();
+  made.has_root = pathExists(made.root.c_str()) != 0;
   run = &made;
   listener = &on_file;
   progress_is_shown = shows_progress;
   const auto begin = std::chrono::steady_clock::now();
   {
     const Progress progress(shows_progress);
-    made.result = dmerge(root.c_str(), note_list);
+    made.result = dmerge(made.root.c_str(), note_list);
   }
   const bool passed_over = made.result == DMERGE_RESULT_OK || made.result == DMERGE_RESULT_FAILED;
-  if (passed_over && has_hidden_portals(root)) made.result = DMERGE_RESULT_UNLISTABLE;
+  if (passed_over && has_hidden_portals(made.root)) made.result = DMERGE_RESULT_UNLISTABLE;
   made.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   return made;
 }

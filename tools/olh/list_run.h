@@ -15,10 +15,10 @@
 namespace olh {
 
 struct ListRun {
-  std::string root;                       // as it was given, without a slash at its end
+  std::string root;                       // as it was given, without slashes at its end
   bool has_root = false;                  // whether it was there and readable
   int result = 0;                         // a DmergeResult; portals that cannot be listed are a failure
-  std::vector<std::string> files;         // what was written, in order
+  std::vector<std::string> files;         // the lists that say what they should and can be read, in order
   std::vector<ListedDocument> documents;  // with the titles that the generator sees
   std::size_t libraries = 0;              // HTML manuals
   std::size_t pdfs = 0;                   // PDF documents
@@ -27,7 +27,7 @@ struct ListRun {
   double seconds = 0;
 };
 
-// Makes the lists of a root. `on_file` hears of each right after it was written. With `shows_progress` the number of
+// Makes the lists of a root. `on_file` hears of each right after it was written or found true. With `shows_progress` the number of
 // documents found so far appears on standard error while the run takes long.
 ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
                    bool shows_progress);

@@ -40,11 +40,11 @@ void mirror(const fs::path& root, const fs::path& shadow, const fs::path& relati
   }
 }
 
-// How often each line stands in a file.
+// How often each line stands in a file, with its line feed.
 std::map<std::string, int> lines_of(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
   std::map<std::string, int> lines;
-  for (std::string line; std::getline(stream, line);) ++lines[line];
+  for (std::string line; std::getline(stream, line);) ++lines[stream.eof() ? line : line + '\n'];
   return lines;
 }
 

@@ -40,6 +40,7 @@ class Dmerge(Scene):
         self.assertEqual({k: answer[k] for k in ("libraries", "pdfs", "both_forms", "portals", "messages", "result")},
                          {"libraries": 1, "pdfs": 2, "both_forms": 1, "portals": 1, "messages": [], "result": 0})
         self.assertEqual(answer["files"], [str(self.docs / name) for name in LISTS])
+        self.assertIn("1 library, 2 PDFs, ", self.dmerge(f"{self.docs}///").stdout)
 
     def test_check_writes_nothing_and_says_what_would_change(self):
         before = self.files_of(self.docs)
@@ -49,6 +50,10 @@ class Dmerge(Scene):
         self.assertEqual(self.files_of(self.docs), before)
         self.dmerge("--quiet")
         self.assertIn("are true", self.dmerge("--check").stdout)
+        flag = self.docs / LISTS[-1]
+        flag.write_text(flag.read_text()[:-1])
+        self.assertIn(LISTS[-1], self.dmerge("--check", code=1).stdout, "only the last line feed is missing")
+        self.dmerge("--quiet")
         write(self.docs / "pdfdocs/more.pdf", "%PDF-1.4\n")
         (self.docs / "htmldocs/guide/QELdata/QELAllData.js").unlink()
         answer = json.loads(self.dmerge("--check", "--json", code=1).stdout)
