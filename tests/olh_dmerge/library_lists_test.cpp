@@ -58,17 +58,17 @@ TEST_F(LibraryLists, BothForms) {
 
 // The list is made at its head.
 TEST_F(LibraryLists, DocumentsComeInTheOrderOfTheDirectory) {
-  for (const char* name : {"m", "a", "z", "q", "c", "x", "b"}) {
-    put(std::string("htmldocs/") + name + "/QELdata/QELAllData.js", "");
-    put(std::string("pdfdocs/p") + name + ".pdf", "");
+  for (const std::string name : {"m", "a", "z", "q", "c", "x", "b"}) {
+    put("htmldocs/" + name + "/QELdata/QELAllData.js", "");
+    put("pdfdocs/p" + name + ".pdf", "");
   }
   std::string expected;
   for (const auto& entry : std::filesystem::directory_iterator(in_root("htmldocs"))) {
     const std::string name = entry.path().filename();
-    if (name != "QEL") expected.insert(0, name + "|" + name + "|html;");
+    if (name != "QEL") expected.insert(0, std::string(name).append("|").append(name).append("|html;"));
   }
   for (const auto& entry : std::filesystem::directory_iterator(in_root("pdfdocs")))
-    expected.insert(0, entry.path().filename().string() + "|" + entry.path().stem().string() + "|pdf;");
+    expected.insert(0, entry.path().filename().string().append("|").append(entry.path().stem()).append("|pdf;"));
   EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
   EXPECT_EQ(entries(), expected);
 }
