@@ -50,7 +50,7 @@ void add_libraries(std::string_view root, PieceBlocks& blocks) {
   const Listing libraries(clean_path({root, "/htmldocs/"}));
   const std::vector<const char*>& names = libraries.names();
   std::vector<std::optional<std::string>> titles(names.size());
-  for (const std::size_t i : libraries.disk_order())
+  for (const auto& [inode, i] : libraries.files())
     if (!is_no_library(names[i])) titles[i] = title_of_library(libraries, names[i], blocks);
   for (std::size_t i = 0; i < names.size(); ++i)
     if (titles[i]) add_document(*titles[i], names[i], kHtmlType);
@@ -75,7 +75,7 @@ class PdfDocuments {
 
   void add_all() {
     const std::vector<bool> untitled = untitled_files();
-    for (const std::size_t i : files_.disk_order())
+    for (const auto& [inode, i] : files_.files())
       if (untitled[i]) titles_[i] = title_of(files_.names()[i]);
     for (std::size_t i = 0; i < titles_.size(); ++i) take(i, untitled[i]);
   }

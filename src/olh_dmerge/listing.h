@@ -24,8 +24,12 @@ class Listing {
 
   // In the order in which the directory gives them.
   const std::vector<const char*>& names() const noexcept { return names_; }
-  // The places of the names in names(), in the order of the disk.
-  std::vector<std::size_t> disk_order() const;
+  // The files in the order of the disk, with the places of their names in names().
+  struct File {
+    ino_t inode;
+    std::size_t place;
+  };
+  const std::vector<File>& files() const noexcept { return files_; }
   // For opening what lies in the directory: a long path to it is then walked once, not once a file.
   int descriptor() const noexcept { return directory_.descriptor(); }
 
@@ -33,7 +37,7 @@ class Listing {
   Directory directory_;
   std::pmr::monotonic_buffer_resource memory_;
   std::vector<const char*> names_;
-  std::vector<ino_t> inodes_;
+  std::vector<File> files_;
 };
 
 }  // namespace olh

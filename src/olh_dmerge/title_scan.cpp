@@ -1,11 +1,12 @@
 #include "title_scan.h"
 
+#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "pair_search.h"
 #include "script_line.h"
 
 namespace olh {
@@ -30,32 +31,9 @@ std::string_view text_until(std::string_view piece, std::size_t begin, char clos
   return rest.substr(0, rest.find_first_of(std::string_view(ends, sizeof ends)));
 }
 
-// A block is searched in strides of this many bytes. What happens to each stride is written without a branch, so that
-// compilers make vector instructions of it: it costs the same whatever the bytes are.
-constexpr std::size_t kStride = 256;
+// What is done to each stride is written without a branch, so that compilers make vector instructions of it: it costs
+// the same whatever the bytes are.
 constexpr std::size_t kBehindD = 10;  // bytes that tell whether a title follows the d of "pdf:Title"
-
-using Pair = std::uint16_t;
-constexpr Pair pair(char first, char second) noexcept { return std::bit_cast<Pair>(std::array{first, second}); }
-
-// Bytes are looked at in pairs, each byte once: in some pair "pdf" shows as "pd" or, one byte further on, as "df". This
-// is what both have in common, and a pair of random bytes has it once in 8,192 times.
-constexpr auto kCommonBits = static_cast<Pair>(~(pair('p', 'd') ^ pair('d', 'f')));
-constexpr auto kCommon = static_cast<Pair>(pair('p', 'd') & kCommonBits);
-
-using Pairs [[gnu::vector_size(16)]] = Pair;
-using Hits = decltype(Pairs() == Pairs());
-
-// Whether a stride may hold the d of "pdf": a bit more than once in a hundred times in a compressed document.
-bool may_hold_word(const char* stride) noexcept {
-  Hits hits{};
-  for (std::size_t i = 0; i < kStride; i += sizeof(Pairs)) {
-    Pairs pairs;
-    std::memcpy(&pairs, stride + i, sizeof pairs);
-    hits |= (pairs & kCommonBits) == kCommon;
-  }
-  return std::bit_cast<std::array<std::uint64_t, 2>>(hits) != std::array<std::uint64_t, 2>{};
-}
 
 // Whether the ":T" of "pdf:Title" stands behind some byte of a stride: nearly never in a compressed document.
 bool holds_word(const char* stride) noexcept {
@@ -100,7 +78,8 @@ class OpeningSearch {
     for (std::size_t at = from; at < block_.size(); at = end_) {
       if (at >= end_) enter(at);
       if (!promising_) continue;
-      const void* found = std::memchr(openings_.data() + (at - begin_), kOpening, end_ - at);
+      const std::size_t begin = std::max(at, begin_);
+      const void* found = std::memchr(openings_.data() + (begin - begin_), kOpening, end_ - begin);
       if (found != nullptr)
         return begin_ + static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - openings_.data());
     }
@@ -108,12 +87,15 @@ class OpeningSearch {
   }
 
  private:
+  // Enters the first stride at or behind `begin` that has to be looked at.
   void enter(std::size_t begin) noexcept {
-    begin_ = begin;
-    end_ = begin + kStride;
-    const bool whole = block_.size() - begin >= last_.size();
-    const char* const stride = whole ? block_.data() + begin : filled_up(begin);
-    promising_ = may_hold_word(stride) && holds_word(stride);
+    const std::size_t left = block_.size() - begin;
+    const std::size_t whole = left < kBehindD ? 0 : (left - kBehindD) / kStride;
+    const std::size_t passed = search_(block_.data() + begin, whole);
+    begin_ = begin + passed * kStride;
+    end_ = begin_ + kStride;
+    const char* const stride = passed < whole ? block_.data() + begin_ : filled_up(begin_);
+    promising_ = holds_word(stride);
     if (promising_) openings_ = openings_in(stride);
   }
 
@@ -125,6 +107,7 @@ class OpeningSearch {
   }
 
   std::string_view block_;
+  PairSearch search_ = pair_searches().back();
   std::size_t begin_ = 0;  // of the stride that was entered last
   std::size_t end_ = 0;
   bool promising_ = false;

@@ -7,6 +7,7 @@
 
 #include "dmerge_scene.h"
 #include "line_reader.h"
+#include "pair_search.h"
 #include "script_line.h"
 
 namespace {
@@ -34,7 +35,7 @@ std::string plain_title_of(const std::string& bytes) {
       const std::size_t at = piece.find(mark);
       if (at == std::string::npos) continue;
       const std::string rest = piece.substr(at + std::string(mark).size());
-      const std::string title = rest.substr(0, rest.find_first_of(closing));
+      std::string title = rest.substr(0, rest.find_first_of(closing));
       if (!title.empty()) return title;
     }
   }
@@ -78,6 +79,22 @@ TEST_F(TitleScan, AgreesWithTheSlowRule) {
       if (random() % 4 == 0) bytes.append(random() % 2100, random() % 2 == 0 ? ':' : 'y');
     }
     ASSERT_EQ(title_of(bytes), plain_title_of(bytes)) << "round " << round;
+  }
+}
+
+// With vectors of each width that this processor has.
+TEST_F(TitleScan, EverySearchFindsThePairsOfPdf) {
+  constexpr std::size_t kStrides = 3;
+  const std::string word = "pdf";
+  EXPECT_GE(olh::pair_searches().size(), 1U);
+  for (const olh::PairSearch search : olh::pair_searches()) {
+    const std::string nothing(kStrides * olh::kStride, 'x');
+    EXPECT_EQ(search(nothing.data(), kStrides), kStrides);
+    for (std::size_t p = 0; p + word.size() <= nothing.size(); ++p) {
+      std::string bytes = nothing;
+      bytes.replace(p, word.size(), word);
+      ASSERT_EQ(search(bytes.data(), kStrides), (p + 1) / olh::kStride) << p;
+    }
   }
 }
 
