@@ -110,6 +110,19 @@ void make_home(std::string_view home) {
   if (!like_an_option && fits_a_command(command)) run_command(command);
 }
 
+bool exists(const std::string& name) noexcept {
+  struct stat status = {};
+  return stat(name.c_str(), &status) == 0;
+}
+
+// Whether another file has taken the place of the one that was opened under a name.
+bool is_replaced(std::FILE* stream, const char* name) noexcept {
+  struct stat opened = {};
+  struct stat named = {};
+  return fstat(fileno(stream), &opened) == 0 && stat(name, &named) == 0 &&
+         (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino);
+}
+
 // The file that is to be edited, as a stream; null when it is no option file that anybody could read.
 InputStream open_old(const char* name) noexcept {
   UniqueFd fd = open_option_file(name);
@@ -137,18 +150,19 @@ int olh_docList::SetIniFile(int key, const char* value, int file) {
   std::string name = file == olh::kUserFile ? std::string(home) + "/." + olh::kViewerOptionsName
                                             : std::string(olh::tree_of(*mDocPathList)) + "/" + olh::kRootOptionsName;
   if (name.starts_with("http://") || !olh::fits(name)) return OLH_RESULT_IO;
-  struct stat status = {};
-  const bool exists = stat(name.c_str(), &status) == 0;
-  if (!olh::can_be_read_back(*option, olh::text_of(value), !exists)) return OLH_RESULT_IO;
+  const bool is_new = !olh::exists(name);
+  if (!olh::can_be_read_back(*option, olh::text_of(value), is_new)) return OLH_RESULT_IO;
   if (without_home) olh::make_home(home);
 
-  if (exists) {
-    olh::InputStream stream = olh::open_old(name.c_str());
-    return stream == nullptr ? OLH_RESULT_IO : modifyOldIniFile(stream.release(), name.data(), key, value);
+  if (is_new) {
+    olh::FileReplacement replacement(name);
+    if (!olh::exists(name)) {  // nor has another writer made it meanwhile
+      writeNewIniFile(replacement.stream(), key, value, file);
+      return replacement.commit() ? OLH_RESULT_OK : OLH_RESULT_IO;
+    }
   }
-  olh::FileReplacement replacement(name);
-  writeNewIniFile(replacement.stream(), key, value, file);
-  return replacement.commit() ? OLH_RESULT_OK : OLH_RESULT_IO;
+  olh::InputStream stream = olh::open_old(name.c_str());
+  return stream == nullptr ? OLH_RESULT_IO : modifyOldIniFile(stream.release(), name.data(), key, value);
 }
 
 void olh_docList::writeNewIniFile(FILE* stream, int key, const char* value, int file) {
@@ -167,7 +181,7 @@ int olh_docList::modifyOldIniFile(FILE* stream, char* fileName, int key, const c
     print_debug("olh_docList::modifyOldIniFile: fp is null\n");
     return OLH_RESULT_IO;
   }
-  const olh::InputStream input(stream);
+  olh::InputStream input(stream);
   const olh::OptionKey* const option = olh::option_key(key);
   if (option == nullptr || olh::is_empty(fileName)) return OLH_RESULT_IO;
   olh::FileReplacement file(fileName);
@@ -176,8 +190,11 @@ int olh_docList::modifyOldIniFile(FILE* stream, char* fileName, int key, const c
                 file.temporary_name().c_str());
     return OLH_RESULT_IO;
   }
+  // From here on no other writer changes the file; what one changed before is not lost.
+  if (olh::is_replaced(stream, fileName)) input = olh::open_old(fileName);
+  if (input == nullptr) return OLH_RESULT_IO;
   const std::string line = olh::option_line(*option, olh::text_of(value));
-  const std::optional<std::string> text = olh::edited_text(stream, *option, line);
+  const std::optional<std::string> text = olh::edited_text(input.get(), *option, line);
   if (!text || text->size() > olh::kLargestOptionFile) return OLH_RESULT_IO;
   file.write(*text);
   return file.commit() ? OLH_RESULT_OK : OLH_RESULT_IO;

@@ -1,4 +1,5 @@
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "olh/support.h"
@@ -182,6 +183,29 @@ TEST_F(OptionFile, AFileThatWouldGrowTooLargeToBeReadStays) {
   EXPECT_EQ(set_tree(kReader, "/n"), 5);
   EXPECT_EQ(read_file(tree_file), old);
   EXPECT_NE(access((tree_file + ".new").c_str(), F_OK), 0);
+}
+
+// Another process sets an option of its own in the same file, which both find missing; neither undoes what the other set.
+TEST_F(OptionFile, TwoWritersLoseNoOption) {
+  constexpr int kTurns = 60;
+  const auto has = [this](const std::string& line) { return read_file(tree_file).find(line) != std::string::npos; };
+  const auto sets_and_keeps = [&](int key, const std::string& name) {
+    std::string line;
+    for (int turn = 0; turn < kTurns; ++turn) {
+      const std::string value = "/" + std::to_string(turn);
+      if (!has(line) || set_tree(key, value) != 0) return false;
+      line = std::string(name).append("=\"").append(value).append("\"\n");
+    }
+    return true;
+  };
+  const pid_t other = fork();
+  ASSERT_GE(other, 0);
+  if (other == 0) _exit(sets_and_keeps(kBrowser, "QEL_HTML_BROWSER") ? 0 : 1);
+  EXPECT_TRUE(sets_and_keeps(kReader, "QEL_PDF_READER"));
+  int status = 0;
+  EXPECT_EQ(waitpid(other, &status, 0), other);
+  EXPECT_EQ(status, 0);
+  EXPECT_TRUE(has("QEL_HTML_BROWSER=\"/59\"\n") && has("QEL_PDF_READER=\"/59\"\n")) << read_file(tree_file);
 }
 
 TEST_F(OptionFile, FilesThatCannotBeWritten) {
