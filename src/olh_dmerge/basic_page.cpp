@@ -15,11 +15,11 @@ constexpr std::string_view kLinkAttributes = "\" class=\"doctagging\" target=\"_
 
 void append_rows(std::string& page, const Entries& entries) {
   for (const ListedEntry& entry : entries) {
-    if (!is_listed(entry)) continue;
+    if (!entry.is_listed) continue;
     append(page, {"<tr><td>", entry.title, "</td><td class=\"right\">\n"});
-    if (has_html(entry))
+    if (entry.has_html)
       append(page, {"<a href=\"../htmldocs/", entry.name, "/index.htm", kLinkAttributes, "HTM</a>\n"});
-    if (has_pdf(entry)) append(page, {"<a href=\"../pdfdocs/", entry.name, ".pdf", kLinkAttributes, "PDF</a>\n"});
+    if (entry.has_pdf) append(page, {"<a href=\"../pdfdocs/", entry.name, ".pdf", kLinkAttributes, "PDF</a>\n"});
     page += "</td></tr>\n";
   }
 }

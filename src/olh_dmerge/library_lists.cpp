@@ -31,13 +31,12 @@ constexpr std::string_view kLibraryHeader =
 int compare_titles(std::string_view a, std::string_view b) noexcept { return a.compare(b); }
 
 // All entries by title, and by name where titles are equal, so that two runs give the same lists.
-Entries sorted_entries() {
+Entries sorted_entries(std::pmr::memory_resource& memory) {
   std::size_t count = 0;
   for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) ++count;
   Entries entries;
   entries.reserve(count);
-  for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next)
-    entries.push_back({text_of(entry->title), text_of(entry->docName), entry});
+  for (LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) entries.emplace_back(*entry, memory);
   std::sort(entries.begin(), entries.end(), [](const ListedEntry& a, const ListedEntry& b) {
     const int order = compare_titles(a.title, b.title);
     return order != 0 ? order < 0 : a.name < b.name;
@@ -46,30 +45,39 @@ Entries sorted_entries() {
 }
 
 // Of the entries with one name the first keeps it; the others are listed nowhere any more.
-void remove_repeated_names(const Entries& entries) {
+void remove_repeated_names(Entries& entries) {
   std::pmr::monotonic_buffer_resource memory;
   std::pmr::unordered_set<std::string_view> names(&memory);
   names.reserve(entries.size());
-  for (const ListedEntry& entry : entries)
-    if (is_listed(entry) && !names.insert(entry.name).second) discard(entry.record->docName);
+  for (ListedEntry& entry : entries) {
+    if (!entry.is_listed || names.insert(entry.name).second) continue;
+    discard(entry.record->docName);
+    entry.is_listed = false;
+  }
 }
 
 void put_list_for_libraries(std::string& text, const Entries& entries) {
   text = kLibraryHeader;
   for (const ListedEntry& entry : entries)
-    if (is_listed(entry) && has_html(entry))
+    if (entry.is_listed && entry.has_html)
       append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\"] );\n"});
   text += "\n\nvar mPDFList = new Array();\n";
   for (const ListedEntry& entry : entries)
-    if (is_listed(entry) && has_pdf(entry)) append(text, {"   mPDFList.push(\"", entry.name, "\");\n"});
+    if (entry.is_listed && entry.has_pdf) append(text, {"   mPDFList.push(\"", entry.name, "\");\n"});
+}
+
+// Of an entry that exists in one form; a host may have named another.
+std::string_view type_of(const ListedEntry& entry) noexcept {
+  if (entry.has_html) return kHtmlType;
+  return entry.has_pdf ? kPdfType : entry.record->type;
 }
 
 void put_list_for_portals(std::string& text, const Entries& entries) {
   text = kLibraryHeader;
   for (const ListedEntry& entry : entries) {
-    if (!is_listed(entry)) continue;
+    if (!entry.is_listed) continue;
     append(text, {"   mLibraryList.push([\"", entry.title, "\",\"", entry.name, "\""});
-    if (entry.record->type != nullptr) append(text, {",\"", entry.record->type, "\""});
+    if (!(entry.has_html && entry.has_pdf)) append(text, {",\"", type_of(entry), "\""});
     text += "] );\n";
   }
 }
@@ -89,7 +97,8 @@ bool write_list(const std::string& path, std::string_view text) {
 }
 
 int write_lists(std::string_view root) {
-  const Entries entries = sorted_entries();
+  std::pmr::monotonic_buffer_resource memory;
+  Entries entries = sorted_entries(memory);
   remove_repeated_names(entries);
   std::string text;  // of one list after the other, in one piece of memory
   text.reserve(room_for_a_list(entries));
