@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <utility>
 
 namespace olh {
 
@@ -15,7 +16,9 @@ constexpr int kTurns = 1000;
 constexpr timespec kPause = {0, 1'000'000};
 
 // Whether this descriptor has the lock now. Where a file system knows no locks, everybody has it.
-bool is_locked(int fd) noexcept { return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+bool is_locked(int fd) noexcept {
+  return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno == ENOLCK || errno == EOPNOTSUPP || errno == ENOSYS;
+}
 
 // Whether the name stands for the open file; another writer may have replaced it before it was locked.
 bool is_at(int fd, const char* name) noexcept {
@@ -25,20 +28,38 @@ bool is_at(int fd, const char* name) noexcept {
          open.st_ino == named.st_ino;
 }
 
-// Opens what stands there, for its lock alone; empty when it is a link, or nothing that may be opened.
+// Opens what stands there, for its lock alone; some file systems lock only what may be written. Empty when it is a link, or
+// nothing that may be opened.
 UniqueFd open_for_lock(const char* name) noexcept {
   constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  UniqueFd fd(::open(name, O_RDONLY | kFlags));
-  return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_WRONLY | kFlags));
+  UniqueFd fd(::open(name, O_WRONLY | kFlags));
+  return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_RDONLY | kFlags));
 }
 
 enum class Former { kGone, kInUse, kStays };
 
-Former remove_former(const char* name) noexcept {
-  const UniqueFd former = open_for_lock(name);
-  if (former && !is_locked(former.get())) return Former::kInUse;
-  if (former && !is_at(former.get(), name)) return Former::kGone;
-  return unlink(name) == 0 || errno == ENOENT ? Former::kGone : Former::kStays;
+// A link, a socket or the like, which no writer holds. Removers come after one another by a lock on the directory, so that
+// none takes away what a writer has made in the place of what another one removed. A regular file that this process may
+// not open can be a writer's.
+Former remove_special(const std::string& name) {
+  const std::size_t slash = name.rfind('/');
+  const std::string directory = slash == std::string::npos ? "." : name.substr(0, slash + 1);
+  const UniqueFd lock(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!lock) return Former::kStays;
+  if (!is_locked(lock.get())) return Former::kInUse;
+  struct stat status = {};
+  if (lstat(name.c_str(), &status) != 0) return errno == ENOENT ? Former::kGone : Former::kStays;
+  if (S_ISREG(status.st_mode)) return Former::kInUse;
+  if (S_ISDIR(status.st_mode)) return Former::kStays;
+  return unlink(name.c_str()) == 0 ? Former::kGone : Former::kStays;
+}
+
+Former remove_former(const std::string& name) {
+  const UniqueFd former = open_for_lock(name.c_str());
+  if (!former) return errno == ENOENT ? Former::kGone : remove_special(name);
+  if (!is_locked(former.get())) return Former::kInUse;
+  if (!is_at(former.get(), name.c_str())) return Former::kGone;
+  return unlink(name.c_str()) == 0 || errno == ENOENT ? Former::kGone : Former::kStays;
 }
 
 }  // namespace
@@ -49,7 +70,7 @@ UniqueFd create_exclusively(const std::string& name, mode_t mode) {
     if (fd && is_locked(fd.get()) && is_at(fd.get(), name.c_str())) return fd;
     if (fd) continue;  // somebody took it for a leftover before it was locked
     if (errno != EEXIST) break;
-    const Former former = remove_former(name.c_str());
+    const Former former = remove_former(name);
     if (former == Former::kStays) break;
     if (former == Former::kInUse) nanosleep(&kPause, nullptr);
   }

@@ -1,7 +1,8 @@
 // A new file under a fixed name that one writer at a time may have.
 //
 // Knows    that the writer holds a lock on its file for as long as the name is its own. What nobody holds is a leftover,
-//          or somebody's link to another file: it is removed, never followed. Two writers come after one another.
+//          or somebody's link to another file: it is removed, never followed. Writers come after one another, where the
+//          file system knows locks.
 // Not      what becomes of the file.
 // For      file_replacement.
 #ifndef OLH_COMMON_EXCLUSIVE_FILE_H
@@ -15,8 +16,8 @@
 
 namespace olh {
 
-// Creates it, open for writing; the lock goes with the last descriptor of it. A file that another writer has is waited
-// for, a second at most. Empty when the name cannot be had.
+// Creates it, open for writing; the lock goes with the last descriptor of it. A file that another writer has, or
+// that cannot be told from one, is waited for, about a second. Empty when the name cannot be had.
 UniqueFd create_exclusively(const std::string& name, mode_t mode);
 
 }  // namespace olh

@@ -57,7 +57,8 @@ FileReplacement::FileReplacement(const std::string& name, Durability durability)
   lock_ = create_exclusively(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
   if (!lock_) return;
   UniqueFd fd(fcntl(lock_.get(), F_DUPFD_CLOEXEC, 0));
-  if (fd && (!exists || take_over(fd.get(), old))) stream_ = fdopen(fd.get(), "w");
+  const bool is_over = stat(target_.c_str(), &old) == 0;  // what another writer has left, while this one waited
+  if (fd && (!is_over || take_over(fd.get(), old))) stream_ = fdopen(fd.get(), "w");
   if (stream_ != nullptr)
     fd.release();
   else
@@ -76,8 +77,9 @@ void FileReplacement::write(std::string_view text) noexcept {
 
 bool FileReplacement::commit() noexcept {
   if (stream_ == nullptr) return false;
-  if (finish()) return std::rename(temporary_.c_str(), target_.c_str()) == 0;
-  unlink(temporary_.c_str());
+  const bool is_whole = finish();
+  if (is_whole && std::rename(temporary_.c_str(), target_.c_str()) == 0) return true;
+  if (!is_whole || durability_ == Durability::kCached) unlink(temporary_.c_str());
   return false;
 }
 
