@@ -15,8 +15,8 @@
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
  *     An old file that says the same stays, with its date, and the callback hears of it all the same. A list that
  *     this process may not read is written and not told. A list that is write-protected, or one to replace in a
- *     directory that is, cannot be written. Two runs at one time write each list one after the other; one that
- *     was killed may leave NAME.new, which goes when the list is next replaced.
+ *     directory that is, cannot be written. Two runs at one time write each list one after the other; the second
+ *     waits for about a second. One that was killed may leave NAME.new, which goes when the list is next replaced.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as
  *     there where only its being there counts (the script of a portal, a PDF that a portal names). Lines are read
  *     in pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.

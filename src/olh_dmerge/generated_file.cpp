@@ -29,9 +29,7 @@ bool replace(const std::string& path, std::string_view text) {
   FileReplacement file(path, FileReplacement::Durability::kCached);
   if (!file) return false;
   file.write(text);
-  if (file.commit()) return true;
-  unlink(file.temporary_name().c_str());
-  return false;
+  return file.commit();
 }
 
 }  // namespace

@@ -16,8 +16,8 @@ namespace olh {
 // file could take its place.
 bool can_be_written(const std::string& path);
 
-// Makes the list say this, and reports it. Returns whether it does; otherwise the old one is as it was, and nothing lies
-// beside it.
+// Makes the list say this, and reports it. Returns whether it does; otherwise the old one is as it was, and nothing of
+// this one lies beside it.
 bool put_list(std::string path, std::string_view text);
 
 }  // namespace olh

@@ -32,7 +32,26 @@ bool is_no_library(std::string_view name) {
   return false;
 }
 
-// Files are read in the order of the disk, and their documents are then added in that of the directory.
+// The records that a step adds while it reads files in the order of the disk: in the end they stand in that of the
+// directory.
+class AddedRecords {
+ public:
+  explicit AddedRecords(std::size_t places) : records_(places), before_(lleHead) {}
+  // Notes where the record belongs that was added last.
+  void note(std::size_t place) noexcept { records_[place] = lleHead; }
+  void put_in_order() const noexcept {
+    lleHead = before_;
+    for (LibListEntry* const record : records_)
+      if (record != nullptr) {
+        record->next = lleHead;
+        lleHead = record;
+      }
+  }
+
+ private:
+  std::vector<LibListEntry*> records_;
+  LibListEntry* before_;
+};
 
 // The title of a library; its name when its data file gives none, and nothing when that cannot be read. "./" keeps a
 // name below its directory that begins with a backslash.
@@ -49,11 +68,15 @@ std::optional<std::string> title_of_library(const Listing& libraries, std::strin
 void add_libraries(std::string_view root, PieceBlocks& blocks) {
   const Listing libraries(clean_path({root, "/htmldocs/"}));
   const std::vector<const char*>& names = libraries.names();
-  std::vector<std::optional<std::string>> titles(names.size());
-  for (const auto& [inode, i] : libraries.files())
-    if (!is_no_library(names[i])) titles[i] = title_of_library(libraries, names[i], blocks);
-  for (std::size_t i = 0; i < names.size(); ++i)
-    if (titles[i]) add_document(*titles[i], names[i], kHtmlType);
+  AddedRecords added(names.size());
+  for (const auto& [inode, i] : libraries.files()) {
+    if (is_no_library(names[i])) continue;
+    const auto title = title_of_library(libraries, names[i], blocks);
+    if (!title) continue;
+    add_document(*title, names[i], kHtmlType);
+    added.note(i);
+  }
+  added.put_in_order();
 }
 
 // The document name of a file in pdfdocs; "" when it is none.
@@ -68,7 +91,7 @@ class PdfDocuments {
  public:
   PdfDocuments(std::string_view root, PieceBlocks& blocks)
       : files_(clean_path({root, "/pdfdocs/"})),
-        titles_(files_.names().size()),
+        added_(files_.names().size()),
         blocks_(blocks),
         documents_(lleHead),
         portal_titles_(pdfTitlesHead) {}
@@ -76,16 +99,17 @@ class PdfDocuments {
   void add_all() {
     const std::vector<bool> untitled = untitled_files();
     for (const auto& [inode, i] : files_.files())
-      if (untitled[i]) titles_[i] = title_of(files_.names()[i]);
-    for (std::size_t i = 0; i < titles_.size(); ++i) take(i, untitled[i]);
+      if (untitled[i]) read(i);
+    for (std::size_t i = 0; i < untitled.size(); ++i) take(i, untitled[i]);
+    added_.put_in_order();
   }
 
  private:
   // Which files have to be read for their titles; of several spellings of ".pdf" the first.
   std::vector<bool> untitled_files() const {
-    std::vector<bool> untitled(titles_.size());
+    std::vector<bool> untitled(files_.names().size());
     std::unordered_set<std::string_view> seen;
-    for (std::size_t i = 0; i < titles_.size(); ++i) {
+    for (std::size_t i = 0; i < untitled.size(); ++i) {
       const std::string_view name = pdf_document_name(files_.names()[i]);
       if (name.empty() || documents_.find(name) != nullptr || portal_titles_.find(name) != nullptr) continue;
       untitled[i] = seen.insert(name).second;
@@ -94,17 +118,20 @@ class PdfDocuments {
   }
 
   void take(std::size_t i, bool is_read) {
-    const char* const file = files_.names()[i];
-    const std::string_view name = pdf_document_name(file);
+    const std::string_view name = pdf_document_name(files_.names()[i]);
     if (name.empty()) return;
     if (LibListEntry* known = documents_.find(name)) {
       // A PDF known as such is another spelling of ".pdf": a repetition.
       if (known->type != nullptr && known->type != std::string_view(kPdfType)) discard(known->type);
     } else if (const LibListEntry* titled = portal_titles_.find(name)) {
-      add(text_of(titled->title), name);
-    } else if (const auto title = is_read ? std::move(titles_[i]) : title_of(file)) {
-      add(*title, name);
+      add(text_of(titled->title), i);
+    } else if (!is_read) {
+      read(i);
     }
+  }
+
+  void read(std::size_t i) {
+    if (const auto title = title_of(files_.names()[i])) add(*title, i);
   }
 
   // The title of a file, which may be its own name; nothing when it cannot be read to its title or its end.
@@ -117,13 +144,14 @@ class PdfDocuments {
     return title.empty() ? std::string(file) : std::move(title);
   }
 
-  void add(std::string_view title, std::string_view name) {
-    add_document(title, name, kPdfType);
+  void add(std::string_view title, std::size_t i) {
+    add_document(title, pdf_document_name(files_.names()[i]), kPdfType);
     documents_.add(lleHead);
+    added_.note(i);
   }
 
   Listing files_;
-  std::vector<std::optional<std::string>> titles_;
+  AddedRecords added_;
   PieceBlocks& blocks_;
   NameIndex documents_;
   NameIndex portal_titles_;

@@ -1,8 +1,7 @@
 // All names of a directory, and where its files lie.
 //
-// Knows    the order in which the directory gives the names, and that of the files on the disk: a file system keeps files
-//          with neighbouring inode numbers together, so that many files opened in this order cost fewer seeks and fewer
-//          cache misses.
+// Knows    the order in which the directory gives the names, and that of their inode numbers: a file system keeps
+//          neighbours together, so that many files opened in this order cost fewer seeks and fewer cache misses.
 // Not      what an entry is.
 // Owns     the open directory and the names.
 // For      the steps that open nearly every file of a directory.

@@ -27,8 +27,8 @@ struct ListRun {
   double seconds = 0;
 };
 
-// Makes the lists of a root. `on_file` hears of each right after it was written or found true. With `shows_progress` the number of
-// documents found so far appears on standard error while the run takes long.
+// Makes the lists of a root. `on_file` hears of each right after it was written or found true. With `shows_progress`
+// the number of documents found so far appears on standard error while the run takes long.
 ListRun make_lists(const std::string& root, const std::function<void(const std::string&)>& on_file,
                    bool shows_progress);
 
