@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <ctime>
 #include <utility>
 
@@ -12,8 +13,10 @@ namespace olh {
 
 namespace {
 
-constexpr int kTurns = 1000;
-constexpr timespec kPause = {0, 1'000'000};
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds kPatience{1};
+// Short, since a writer that is at it again and again leaves the name free for as short a time.
+constexpr timespec kPause = {0, 100'000};
 
 // Whether this descriptor has the lock now. Where a file system knows no locks, everybody has it.
 bool is_locked(int fd) noexcept {
@@ -65,7 +68,8 @@ Former remove_former(const std::string& name) {
 }  // namespace
 
 UniqueFd create_exclusively(const std::string& name, mode_t mode) {
-  for (int turn = 0; turn < kTurns; ++turn) {
+  const Clock::time_point end = Clock::now() + kPatience;
+  do {
     UniqueFd fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode));
     if (fd && is_locked(fd.get()) && is_at(fd.get(), name.c_str())) return fd;
     if (fd) continue;  // somebody took it for a leftover before it was locked
@@ -73,7 +77,7 @@ UniqueFd create_exclusively(const std::string& name, mode_t mode) {
     const Former former = remove_former(name);
     if (former == Former::kStays) break;
     if (former == Former::kInUse) nanosleep(&kPause, nullptr);
-  }
+  } while (Clock::now() < end);
   return {};
 }
 

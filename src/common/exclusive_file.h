@@ -17,7 +17,7 @@
 namespace olh {
 
 // Creates it, open for writing; the lock goes with the last descriptor of it. A file that another writer has, or
-// that cannot be told from one, is waited for, about a second. Empty when the name cannot be had.
+// that cannot be told from one, is waited for, a second at most. Empty when the name cannot be had.
 UniqueFd create_exclusively(const std::string& name, mode_t mode);
 
 }  // namespace olh

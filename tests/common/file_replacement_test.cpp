@@ -77,7 +77,7 @@ TEST_F(Replacement, AnotherWritersFileIsLeftToIt) {
   EXPECT_EQ(read_file(file), "second");
 }
 
-// Each text is whole, and whoever was told of a success has had its text in the file.
+// Neither fails, and the text that is there in the end is one of theirs, whole.
 TEST_F(Replacement, TwoWritersComeAfterOneAnother) {
   constexpr int kTurns = 200;
   const auto write_often = [this](char letter) {
