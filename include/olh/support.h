@@ -57,8 +57,8 @@ OLH_API void setDebugVariable(void) OLH_NOEXCEPT;
 /* Writes a message to standard error while debug lines are on. Takes a printf format and its arguments. */
 OLH_API void print_debug(const char* format, ...) OLH_NOEXCEPT OLH_PRINTF_FORMAT;
 
-/* Opens the trace log for appending and closes an earlier one; without a name, or when it cannot be opened,
- * there is no trace log. One line a call: NAME( "arg", "arg" ); and one a result: NAME returned CODE. */
+/* Opens the trace log for appending and closes an earlier one; a new file has mode 0600. Without a name, or when it cannot be
+ * opened, there is no trace log. One line a call: NAME( "arg", "arg" ); and one a result: NAME returned CODE. */
 OLH_API void StartOlhLog(char* name) OLH_NOEXCEPT;
 
 /* Closes the trace log, if there is one. */

@@ -55,10 +55,9 @@ class SigpipeHeldBack {
 };
 
 FILE* open_for_appending(const char* name) noexcept {
-  constexpr mode_t kEverybodyMinusUmask = 0666;
+  constexpr mode_t kOwnerAlone = 0600;  // the arguments of a host are nobody else's business
   // Without blocking: a FIFO that nobody reads is no log, and one that nobody empties loses lines.
-  olh::UniqueFd file(
-      open(name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kEverybodyMinusUmask));
+  olh::UniqueFd file(open(name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, kOwnerAlone));
   if (!file) return nullptr;
   FILE* stream = fdopen(file.get(), "a");
   if (stream != nullptr) file.release();

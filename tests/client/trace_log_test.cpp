@@ -49,6 +49,19 @@ TEST_F(TraceLog, IsAppendedToAndNeedsADirectory) {
   EXPECT_EQ(read_file(log), "earlier\nX returned 0\n");
 }
 
+TEST_F(TraceLog, ANewOneIsForItsOwnerAlone) {
+  const auto mode_of = [](std::string log) {
+    StartOlhLog(log.data());
+    struct stat status = {};
+    return stat(log.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+  };
+  umask(022);
+  EXPECT_EQ(mode_of(dir + "/log"), 0600U);
+  const std::string shared = write("shared", "");
+  chmod(shared.c_str(), 0664);
+  EXPECT_EQ(mode_of(shared), 0664U) << "one that is there keeps its mode";
+}
+
 TEST_F(TraceLog, DoesNotWaitForTheReaderOfAFifo) {
   std::string fifo = dir + "/fifo";
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);

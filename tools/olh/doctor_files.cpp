@@ -61,7 +61,8 @@ Diagnoses check_trace_log(const Machine&) {
   if (file.empty()) return {{State::kOk, "No trace log is wanted (OLH_LOG_HELP is not set).", ""}};
   const std::string fault = trace_fault(file);
   if (fault.empty()) return {{State::kOk, file + " takes the lines of the trace.", ""}};
-  return {{State::kWarning, file + " " + fault + ": there is no trace log.", "export OLH_LOG_HELP=/tmp/help.log"}};
+  return {{State::kWarning, file + " " + fault + ": there is no trace log.",
+           "export OLH_LOG_HELP=\"$HOME/olh_trace.log\""}};
 }
 
 }  // namespace olh

@@ -32,7 +32,7 @@ int Trace::result(int status) const {
 void Trace::write(const std::string& line) const {
   const std::string name = variable("OLH_LOG_HELP");
   if (name.empty()) return;
-  const int fd = open(name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666);
+  const int fd = open(name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600);
   struct stat status = {};
   const bool is_log = fd >= 0 && fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode));
   if (is_log && ::write(fd, line.data(), line.size()) < 0) std::perror(adapter_.c_str());

@@ -83,7 +83,7 @@ class Doctor(Scene):
             ([("variables", "cannot tell", "QEL_LICENSE", None)], {"QEL_LICENSE": "1"}),
             ([("variables", "warning", "neither html nor pdf", "export QEL_DOC_TYPE=html:pdf")], {"QEL_DOC_TYPE": "word"}),
             ([("variables", "problem", "4,095", "unset QEL_DOC_TYPE")], {"QEL_DOC_TYPE": "x" * 5000}),
-            ([("trace_log", "warning", "is not there", "export OLH_LOG_HELP=/tmp/help.log")], {"OLH_LOG_HELP": "/nowhere/x"}),
+            ([("trace_log", "warning", "is not there", 'export OLH_LOG_HELP="$HOME/olh_trace.log"')], {"OLH_LOG_HELP": "/nowhere/x"}),
             ([("roots", "problem", "No documentation root", f"export QEL_DOC_PATH={sample}"),
               ("lists", "cannot tell", "no lists", None)], {"QEL_DOC_PATH": None}),
             ([("roots", "warning", f"{gone} (QEL_DOC_PATH) is no root", f"export QEL_DOC_PATH={self.docs}")],
