@@ -17,6 +17,7 @@
  *     this process may not read is written and not told. A list that is write-protected, or one to replace in a
  *     directory that is, cannot be written. Two runs at one time write each list one after the other; the second
  *     waits for about a second. One that was killed may leave NAME.new, which goes when the list is next replaced.
+ *     A directory of which the names break off in an error ends the run: half of them make no list.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as
  *     there where only its being there counts (the script of a portal, a PDF that a portal names). Lines are read
  *     in pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
@@ -48,7 +49,7 @@ extern "C" {
 enum DmergeResult {
   DMERGE_RESULT_OK = 0,          /* done, or there was nothing to do */
   DMERGE_RESULT_FAILED = 1,      /* no root, or the list of portals could not be read or written */
-  DMERGE_RESULT_UNWRITABLE = 21, /* a list could not be written */
+  DMERGE_RESULT_UNWRITABLE = 21, /* a list could not be written, or the documents not be listed to their end */
   DMERGE_RESULT_UNLISTABLE = 42  /* the portal directory is there, but cannot be listed */
 };
 
@@ -151,7 +152,7 @@ OLH_API void clearRegisteredFiles(void) OLH_NOEXCEPT;
  * "mReleaseName" the releaseName.
  *
  * Returns DMERGE_RESULT_OK (0), also without a portal directory; DMERGE_RESULT_FAILED (1): tdklist.js could not be
- * created or read, or tdklist_installed.js not written.
+ * created or read, the portal directory not be read to its end, or tdklist_installed.js not written.
  */
 OLH_API int generateTdInstalledList(char* root) OLH_NOEXCEPT;
 
@@ -189,7 +190,8 @@ OLH_API int generateDocLists(char* root) OLH_NOEXCEPT;
  * file name. PDFs that begin with "_bk_", what cannot be read, and a second PDF that differs only in the case of
  * ".pdf", are left out.
  *
- * Returns what writeLibList returns.
+ * Returns what writeLibList returns; DMERGE_RESULT_UNWRITABLE (21), without a list written, when the directory of the
+ * libraries or of the PDFs breaks off.
  */
 OLH_API int extractLibList(char* root) OLH_NOEXCEPT;
 

@@ -3,6 +3,7 @@
 // Knows    what counts as a document, and where its title comes from.
 // Not      how a title is found in a file (title_scan), nor how the lists are written (library_lists).
 // For      the driver, as its third step.
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +23,8 @@ namespace olh {
 
 namespace {
 
+constexpr std::string_view kLibraryDirectory = "/htmldocs/";
+constexpr std::string_view kPdfDirectory = "/pdfdocs/";
 constexpr std::string_view kNoLibraries[] = {"_a_search_tips", "QEL", "qelhelp.htm"};
 constexpr std::string_view kPdfExtension = ".pdf";
 constexpr std::string_view kBookcaseMark = "_bk_";
@@ -65,8 +68,16 @@ std::optional<std::string> title_of_library(const Listing& libraries, std::strin
   return title ? std::move(title) : std::string(name);
 }
 
-void add_libraries(std::string_view root, PieceBlocks& blocks) {
-  const Listing libraries(clean_path({root, "/htmldocs/"}));
+// Whether all names of a directory are known, or it could not be opened; half a list is none.
+bool is_whole(const Listing& listing, std::string_view root, std::string_view directory) {
+  if (!listing.failed()) return true;
+  std::printf("ERROR: writeLibList: unable to open %s\n", clean_path({root, directory}).c_str());
+  return false;
+}
+
+bool add_libraries(std::string_view root, PieceBlocks& blocks) {
+  const Listing libraries(clean_path({root, kLibraryDirectory}));
+  if (!is_whole(libraries, root, kLibraryDirectory)) return false;
   const std::vector<const char*>& names = libraries.names();
   AddedRecords added(names.size());
   for (const auto& [inode, i] : libraries.files()) {
@@ -77,6 +88,7 @@ void add_libraries(std::string_view root, PieceBlocks& blocks) {
     added.note(i);
   }
   added.put_in_order();
+  return true;
 }
 
 // The document name of a file in pdfdocs; "" when it is none.
@@ -90,18 +102,21 @@ std::string_view pdf_document_name(std::string_view file) {
 class PdfDocuments {
  public:
   PdfDocuments(std::string_view root, PieceBlocks& blocks)
-      : files_(clean_path({root, "/pdfdocs/"})),
+      : root_(root),
+        files_(clean_path({root, kPdfDirectory})),
         added_(files_.names().size()),
         blocks_(blocks),
         documents_(lleHead),
         portal_titles_(pdfTitlesHead) {}
 
-  void add_all() {
+  bool add_all() {
+    if (!is_whole(files_, root_, kPdfDirectory)) return false;
     const std::vector<bool> untitled = untitled_files();
     for (const auto& [inode, i] : files_.files())
       if (untitled[i]) read(i);
     for (std::size_t i = 0; i < untitled.size(); ++i) take(i, untitled[i]);
     added_.put_in_order();
+    return true;
   }
 
  private:
@@ -150,6 +165,7 @@ class PdfDocuments {
     added_.note(i);
   }
 
+  std::string_view root_;
   Listing files_;
   AddedRecords added_;
   PieceBlocks& blocks_;
@@ -164,9 +180,7 @@ class PdfDocuments {
 int extractLibList(char* root) noexcept {
   const bool extracted = olh::guarded(false, [root] {
     olh::PieceBlocks blocks;
-    olh::add_libraries(olh::text_of(root), blocks);
-    olh::PdfDocuments(olh::text_of(root), blocks).add_all();
-    return true;
+    return olh::add_libraries(olh::text_of(root), blocks) && olh::PdfDocuments(olh::text_of(root), blocks).add_all();
   });
   return extracted ? writeLibList(root) : int{DMERGE_RESULT_UNWRITABLE};
 }

@@ -18,8 +18,11 @@ namespace olh {
 
 class Listing {
  public:
-  // No names when the directory cannot be opened; as many as it gave when listing it failed halfway.
+  // No names when the directory cannot be opened.
   explicit Listing(const std::string& path);
+
+  // Whether the names broke off in a failure, so that some of them may be missing.
+  bool failed() const noexcept { return directory_.failed(); }
 
   // In the order in which the directory gives them.
   const std::vector<const char*>& names() const noexcept { return names_; }

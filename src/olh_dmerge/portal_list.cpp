@@ -91,6 +91,8 @@ class InstalledList {
   }
 
   const std::string& text() const noexcept { return text_; }
+  // Whether the names of the portals broke off, so that some may be missing.
+  bool failed() const noexcept { return failed_; }
 
  private:
   void write(std::string_view line) { append(text_, {line, "\n"}); }
@@ -123,11 +125,13 @@ class InstalledList {
       const auto title = portal_title(root_, portal);
       if (title && !title->empty()) append(text_, {"List.fAddItem( \"", *title, "\", \"", portal, "\" );\n"});
     }
+    failed_ = portals.failed();
   }
 
   std::string_view root_;
   std::string text_;
   bool completed_ = false;
+  bool failed_ = false;
 };
 
 // Creates the source list when there is none; one that is there but unreadable is left alone. Returns whether there
@@ -156,6 +160,7 @@ int generate_installed_list(std::string_view root) {
   InstalledList list(root);
   for (std::string_view line; source.next(line);) list.take(without_line_end(line));
   if (source.failed()) return failed(kUnreadable, source_path);
+  if (list.failed()) return failed(kUnreadable, clean_path({root, "/tomedecks"}));
   return put_list(target_path, list.text()) ? int{DMERGE_RESULT_OK} : failed(kUnwritable, target_path);
 }
 

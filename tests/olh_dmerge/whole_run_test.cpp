@@ -103,6 +103,33 @@ TEST_F(WholeRun, AListThatCannotBeWrittenStaysAsItWas) {
       << "the basic page is missed silently";
 }
 
+// A disk that fails in the middle of a directory: half a list would hide documents that are there.
+TEST_F(WholeRun, AListingThatBreaksOffIsNoShorterList) {
+  fs::copy(kResources + "/root", root, fs::copy_options::recursive);
+  put("pdfdocs/one_more.pdf", "%PDF");
+  const struct {
+    const char* directory;
+    int result;
+    const char* message;
+    std::size_t first_list;  // of those that stay as they were
+  } cases[] = {
+      {"tomedecks", DMERGE_RESULT_FAILED, "dmerge: error: generateTdInstalledList: srcPath @ not readable\n", 0},
+      {"htmldocs", DMERGE_RESULT_UNWRITABLE, "ERROR: writeLibList: unable to open @\n", 1},
+      {"pdfdocs", DMERGE_RESULT_UNWRITABLE, "ERROR: writeLibList: unable to open @\n", 1},
+  };
+  for (const auto& test : cases) {
+    for (const std::string& list : kLists) put(list, "earlier\n");
+    set("BROKEN_LISTING", in_root(test.directory));
+    const std::string said = printed_by([&] { EXPECT_EQ(dmerge(root.c_str(), nullptr), test.result); });
+    std::string message = test.message;
+    EXPECT_EQ(said, message.replace(message.find('@'), 1, in_root(test.directory)));
+    for (std::size_t i = test.first_list; i < kLists.size(); ++i) EXPECT_EQ(get(kLists[i]), "earlier\n") << kLists[i];
+  }
+  set("BROKEN_LISTING", in_root("tomedecks"));
+  printed_by([&] { EXPECT_EQ(generateDocLists(root.data()), DMERGE_RESULT_UNLISTABLE); });
+  unset("BROKEN_LISTING");
+}
+
 // A superuser may write everything: the run is made as somebody who may not.
 TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
   constexpr uid_t kNobody = 65534;

@@ -20,12 +20,22 @@ namespace {
 
 std::string system_reason() { return std::strerror(errno); }
 
+// Why the names in a directory that can be opened break off; "" when they do not.
+std::string why_broken_off(const std::string& directory) {
+  DIR* const stream = opendir(directory.c_str());
+  if (stream == nullptr) return "";
+  do errno = 0;
+  while (readdir(stream) != nullptr);
+  std::string reason = errno == 0 ? "" : system_reason();
+  closedir(stream);
+  return reason;
+}
+
 // Why a directory cannot be listed.
 std::string why_unlistable(const std::string& directory) {
-  DIR* const stream = opendir(directory.c_str());
-  if (stream == nullptr) return system_reason();
-  closedir(stream);
-  return access((directory + "/").c_str(), X_OK) != 0 ? system_reason() : "reading it failed";
+  if (access((directory + "/").c_str(), R_OK | X_OK) != 0) return system_reason();
+  std::string reason = why_broken_off(directory);
+  return reason.empty() ? "reading it failed" : reason;
 }
 
 std::string why_unreadable(const std::string& file) {
@@ -60,6 +70,10 @@ std::string unwritten_list(const ListRun& run) {
   return run.root + "/htmldocs/QEL/lib/LibraryAvailable.js";
 }
 
+std::string cannot_be_listed(const std::string& what, const std::string& directory) {
+  return "the " + what + " cannot be listed: " + directory + ": " + why_unlistable(directory) + ".";
+}
+
 std::string cannot_be_read(const std::string& file) {
   return file + " cannot be read: " + why_unreadable(file) + ".";
 }
@@ -73,13 +87,17 @@ std::string cannot_be_written(const std::string& file) {
 std::string sentence_about_failure(const ListRun& run) {
   if (!run.has_root) return "there is no readable directory " + run.root + ".";
   const std::string portals = run.root + "/tomedecks";
-  if (run.result == DMERGE_RESULT_UNLISTABLE)
-    return "the portals cannot be listed: " + portals + ": " + why_unlistable(portals) + ".";
-  if (run.result == DMERGE_RESULT_UNWRITABLE) return cannot_be_written(unwritten_list(run));
+  if (run.result == DMERGE_RESULT_UNLISTABLE) return cannot_be_listed("portals", portals);
+  if (run.result == DMERGE_RESULT_UNWRITABLE) {
+    for (const std::string& documents : {run.root + "/htmldocs", run.root + "/pdfdocs"})
+      if (!why_broken_off(documents).empty()) return cannot_be_listed("documents", documents);
+    return cannot_be_written(unwritten_list(run));
+  }
   const std::string source = portals + "/qel_td/js/tdklist.js";
   if (access(source.c_str(), F_OK) != 0) return cannot_be_written(source);
   std::error_code failed;
   if (path_exists(source.c_str()) == 0 || !fs::is_regular_file(source, failed)) return cannot_be_read(source);
+  if (!why_broken_off(portals).empty()) return cannot_be_listed("portals", portals);
   return cannot_be_written(portals + "/qel_td/js/tdklist_installed.js");
 }
 

@@ -9,7 +9,7 @@ import subprocess
 import time
 import unittest
 
-from scene import OLH, Scene, write
+from scene import BUILD, OLH, Scene, write
 
 INSTALLED = "tomedecks/qel_td/js/tdklist_installed.js"
 LISTS = [INSTALLED, "htmldocs/QEL/lib/LibList.js", "tomedecks/qel_td/js/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js"]
@@ -98,6 +98,15 @@ class Dmerge(Scene):
                     self.assertIn(f"the portals cannot be listed: {portals}: {reason}.", self.dmerge(*words, code=2).stderr)
             portals.unlink()
         self.dmerge()
+
+    def test_a_listing_that_breaks_off_is_named(self):
+        write(self.docs / "tomedecks/qel_td/js/tdklist.js", "Entry.fAddList( List );\n")
+        preload = {"LD_PRELOAD": str(BUILD / "tests/olh_dmerge/libbroken_listing.so"), "ASAN_OPTIONS": "verify_asan_link_order=0"}
+        for name, what in {"pdfdocs": "documents", "tomedecks": "portals"}.items():
+            for number in range(3):
+                write(self.docs / name / f"{number}/file", "")
+            done = self.dmerge(code=5, BROKEN_LISTING=str(self.docs / name), **preload)
+            self.assertIn(f"the {what} cannot be listed: {self.docs}/{name}: Input/output error.", done.stderr)
 
     @unittest.skipIf(os.geteuid() != 0, "only root can become somebody who may not look")
     def test_portals_that_may_not_be_listed(self):
