@@ -8,12 +8,11 @@
 #include "bounded_text.h"
 #include "lookup_common.h"
 #include "olh/support.h"
+#include "url_build.h"
 
 namespace olh {
 
 namespace {
-
-constexpr std::string_view kFileScheme = "file://";
 
 int done(int result) noexcept {
   print_debug("olh_docList::FindHtmlDoc: done\n");

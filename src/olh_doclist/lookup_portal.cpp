@@ -7,6 +7,7 @@
 #include "bounded_text.h"
 #include "lookup_common.h"
 #include "olh/support.h"
+#include "url_build.h"
 
 namespace olh {
 
@@ -26,14 +27,14 @@ bool hand_out(char* out, std::string_view scheme, std::string_view root, std::st
   return write_buffer(out, location.text()) && *out != '\0';
 }
 
-bool in_root(olh_docList& locator, Candidate& marker, char* out, std::string_view name) {
+bool portal_in_root(olh_docList& locator, Candidate& marker, char* out, std::string_view name) {
   const char* const root = locator.mCurrentDocPath;
   if (is_url(root) == 1) {
     set_marker(marker, root, name);
     if (marker.is_served(locator)) return hand_out(out, "", root, name);
   }
   set_marker(marker, root, name);
-  return marker.is_readable() && hand_out(out, "file://", root, name);
+  return marker.is_readable() && hand_out(out, kFileScheme, root, name);
 }
 
 }  // namespace
@@ -58,7 +59,7 @@ int olh_docList::FindTomeDeck(char* out, const char* name, char* viewerPath) {
   for (const OlhPathList* entry = mDocPathList; entry != nullptr; entry = entry->next) {
     const bool has_name = olh::enter_root(*this, "FindTomeDeck", name, *entry);
     olh::write_buffer(viewerPath, olh::text_of(entry->html));
-    if (!has_name || !olh::in_root(*this, marker, out, name)) continue;
+    if (!has_name || !olh::portal_in_root(*this, marker, out, name)) continue;
     print_debug("olh_docList::FindTomeDeck: done\n");
     return 1;
   }

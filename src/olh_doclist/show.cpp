@@ -96,7 +96,7 @@ int search_documentation(const char* root, const std::string& words, std::string
   if (is_empty(root)) return OLH_RESULT_FAILED;
   const bool is_local = is_url(root) == 0;
   if (is_local && path_exists(root) == 0) return OLH_RESULT_NOT_FOUND;
-  std::string url = encoded(search_url(is_local ? std::string("file://") + root : root, words, scope, name));
+  std::string url = encoded(search_url(is_local ? std::string(kFileScheme) + root : root, words, scope, name));
   urlslash(url.data());
   if (is_local) print_debug("olh_docList::HtmlSearch: url: %s\n", url.c_str());
   return open_search(url, "");

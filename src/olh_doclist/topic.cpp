@@ -17,10 +17,9 @@ namespace olh {
 
 namespace {
 
-constexpr std::string_view kFileScheme = "file://";
 constexpr std::string_view kTopicLine = "QELAddTopic([\"";
 // What a line buffer of OLH_BUFFER_SIZE bytes holds: a longer line comes in pieces.
-constexpr std::size_t kLongestLine = OLH_BUFFER_SIZE - 1;
+constexpr std::size_t kLongestTableLine = OLH_BUFFER_SIZE - 1;
 
 // The table of the manual whose start page is at `location`; "" when it has none.
 std::string table_of(std::string_view location) {
@@ -103,7 +102,7 @@ int olh_docList::FindHtmlTopic(const char* docLocation, const char* topic, char*
   const std::string path = olh::table_of(docLocation);
   if (path.empty()) return 0;
   const std::string wanted = olh::normal_form(topic);
-  olh::LineReader table(path.c_str(), olh::kLongestLine);
+  olh::LineReader table(path.c_str(), olh::kLongestTableLine);
   if (!table) return 0;
   print_debug("olh_docList::FindHtmlTopic: looking for topic: %s\n", wanted.c_str());
   const int result = olh::search(table, wanted, out) ? 1 : 0;

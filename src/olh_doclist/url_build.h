@@ -2,7 +2,7 @@
 //
 // Knows    which bytes survive in a topic, and which are percent-encoded.
 // Not      the shapes of URLs (url_build.cpp, show.cpp).
-// For      url_build, show, and topic, which compares normalised topics.
+// For      url_build, show, the lookups, and topic, which compares normalised topics.
 #ifndef OLH_DOCLIST_URL_BUILD_H
 #define OLH_DOCLIST_URL_BUILD_H
 
@@ -11,6 +11,9 @@
 #include <string_view>
 
 namespace olh {
+
+// In front of what lies on this machine.
+inline constexpr std::string_view kFileScheme = "file://";
 
 // Room for a URL and its NUL, and for a PDF destination.
 inline constexpr std::size_t kUrlSize = 2048;
