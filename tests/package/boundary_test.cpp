@@ -2,10 +2,14 @@
 // documented results, and nothing is written past a buffer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <functional>
 #include <ostream>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "failing_allocator.h"
@@ -33,10 +37,23 @@ struct Buffer {
   }
 };
 
-// An exported function with two texts and two buffers to spread over its arguments.
+// An exported function with two texts and two buffers to spread over its arguments, and the results that it may have (none
+// for a function that answers no number).
 struct Call {
   const char* name;
-  std::function<void(const char*, const char*, char*, char*)> run;
+  std::string arguments;  // as they are written below
+  std::vector<long> results;
+  std::function<long(const char*, const char*, char*, char*)> run;
+
+  bool takes(char letter) const {
+    const auto is_word = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+      if (arguments[i] == letter && (i == 0 || !is_word(arguments[i - 1])) && !is_word(arguments[i + 1])) return true;
+    return false;
+  }
+  bool may_answer(long result) const {
+    return results.empty() || std::find(results.begin(), results.end(), result) != results.end();
+  }
 };
 
 void PrintTo(const Call& call, std::ostream* out) { *out << call.name; }
@@ -48,94 +65,112 @@ char* mutable_copy(const char* text) {
   return copy;
 }
 
-#define OLH_CALL(name, ...)                                                       \
-  Call {                                                                          \
-#name, [](const char* a, const char* b, char* x,                              \
-              char* y) { (void)a, (void)b, (void)x, (void)y, name(__VA_ARGS__); } \
+template <class... Result>
+std::vector<long> one_of(Result... results) {
+  return {results...};
+}
+
+template <class Function>
+long number_from(Function function) {
+  if constexpr (std::is_convertible_v<decltype(function()), long>) {
+    return function();
+  } else {
+    function();
+    return 0;
+  }
+}
+
+#define OLH_CALL(results, name, ...)                                    \
+  Call {                                                                \
+#name, #__VA_ARGS__, one_of results, [](const char* a, const char* b, \
+                                            char* x, char* y) {           \
+      (void)a, (void)b, (void)x, (void)y;                                 \
+      return number_from([&] { return name(__VA_ARGS__); });              \
+    } \
   }
 
-const std::vector<Call> kCalls = {OLH_CALL(OlhHelpCall, a, b, 2),
-                                  OLH_CALL(OlhDocGotoTag, a, b),
-                                  OLH_CALL(OlhHelpTest, a, b),
-                                  OLH_CALL(OlhTomeDeck, a, b),
-                                  OLH_CALL(OlhSearch, a, b),
-                                  OLH_CALL(OlhSetViewer, 1, 0),
-                                  OLH_CALL(OlhSetViewer, -1, 1),
-                                  OLH_CALL(OlhSetViewerOrder, a),
-                                  OLH_CALL(OlhIsViewerRunning, 1),
-                                  OLH_CALL(OlhGetViewerPath, 1, x),
-                                  OLH_CALL(OlhGetViewerPath, 0, x),
-                                  OLH_CALL(OlhSetViewerPath, 1, a),
-                                  OLH_CALL(OlhSetViewerPath, 0, a),
-                                  OLH_CALL(OlhSetAltViewerPath, 1, a),
-                                  OLH_CALL(OlhSetAltViewerPath, 0, a),
-                                  OLH_CALL(OlhSetDocPath, a),
-                                  OLH_CALL(OlhGetDocPath, x),
-                                  OLH_CALL(OlhSetAltDocPath, a),
-                                  OLH_CALL(OlhGetAltDocPath, x),
-                                  OLH_CALL(OlhVersion),
-                                  OLH_CALL(OlhGetCurrentViewer),
-                                  OLH_CALL(downcase, mutable_copy(a)),
-                                  OLH_CALL(dirslash, mutable_copy(a)),
-                                  OLH_CALL(urlslash, mutable_copy(a)),
-                                  OLH_CALL(remove_leaf, mutable_copy(a)),
-                                  OLH_CALL(exe_exists, a),
-                                  OLH_CALL(path_exists, a),
-                                  OLH_CALL(is_url, a),
-                                  OLH_CALL(string_pos, mutable_copy(a), b),
-                                  OLH_CALL(FormatTopic, mutable_copy(a)),
-                                  OLH_CALL(setDebugVariable),
-                                  OLH_CALL(print_debug, "%s", a == nullptr ? "" : a),
-                                  OLH_CALL(StartOlhLog, mutable_copy(a)),
-                                  OLH_CALL(CloseOlhLog),
-                                  OLH_CALL(OlhDocListInit),
-                                  OLH_CALL(GetOlhVariable, x, a),
-                                  OLH_CALL(SetOlhDisplayType, 7),
-                                  OLH_CALL(GetOlhDisplayType),
-                                  OLH_CALL(SetOlhDocPath, a),
-                                  OLH_CALL(GetOlhDocPath),
-                                  OLH_CALL(FindPdfDoc, x, a, y),
-                                  OLH_CALL(FindHtmlDoc, x, a, y),
-                                  OLH_CALL(FindTomeDeck, x, a, y),
-                                  OLH_CALL(FindPath, x, a),
-                                  OLH_CALL(FindHtmlTopic, a, b, x),
-                                  OLH_CALL(FindHtmlTopic, "file:///d/index.htm", a, x),
-                                  OLH_CALL(showDocGotoTag, a, b, y),
-                                  OLH_CALL(HtmlSearch, a, b, a),
-                                  OLH_CALL(HtmlSearch, a, "doc", b),
-                                  OLH_CALL(HtmlSearch, a, "orvn", b),
-                                  OLH_CALL(isViewerRunning, 1),
-                                  OLH_CALL(startViewer),
-                                  OLH_CALL(exitViewer),
-                                  OLH_CALL(SetIniFile, 1, a, 1),
-                                  OLH_CALL(SetIniFile, 3, a, 2),
-                                  OLH_CALL(SetIniFile, 9, a, 9),
-                                  OLH_CALL(ReadIniFile, mutable_copy(a), x, y, x),
-                                  OLH_CALL(GetHomeDirectory, x),
-                                  OLH_CALL(GetDocTreeViewerOverride, 1, x),
-                                  OLH_CALL(SetAltViewerPath, 0, a),
-                                  OLH_CALL(GetAltDocPath, x),
-                                  OLH_CALL(SetAltDocPath, a),
-                                  OLH_CALL(search_path, x, a, b),
-                                  OLH_CALL(search_path, x, a, nullptr),
-                                  OLH_CALL(OlhDmerge, a, nullptr),
-                                  OLH_CALL(dmerge, a, nullptr),
-                                  OLH_CALL(generateTdInstalledList, mutable_copy(a)),
-                                  OLH_CALL(generateDocLists, mutable_copy(a)),
-                                  OLH_CALL(extractLibList, mutable_copy(a)),
-                                  OLH_CALL(writeLibList, a),
-                                  OLH_CALL(writeLibAvail, a),
-                                  OLH_CALL(addToFoundTdList, mutable_copy(a)),
-                                  OLH_CALL(inFoundList, a),
-                                  OLH_CALL(registerNewFile, mutable_copy(a)),
-                                  OLH_CALL(dmerge_free),
-                                  OLH_CALL(OlhBrowserRunning),
-                                  OLH_CALL(OlhBrowserOpenURL, a, b),
-                                  OLH_CALL(OlhBrowserGetPath, x, a),
-                                  OLH_CALL(OlhBrowserSetPath, nullptr),
-                                  OLH_CALL(OlhAcroIsViewerRunning),
-                                  OLH_CALL(OlhAcroGetViewerPath, x, a),
-                                  OLH_CALL(OlhAcroSetPath, nullptr)};
+const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b, 2),
+                                  OLH_CALL((0, 2, 3, 4, 5, 7), OlhDocGotoTag, a, b),
+                                  OLH_CALL((0, 3, 4, 6), OlhHelpTest, a, b),
+                                  OLH_CALL((0, 2, 4, 7), OlhTomeDeck, a, b),
+                                  OLH_CALL((0, 2, 3, 4, 7), OlhSearch, a, b),
+                                  OLH_CALL((0), OlhSetViewer, 1, 0),
+                                  OLH_CALL((0), OlhSetViewer, -1, 1),
+                                  OLH_CALL((0, 3), OlhSetViewerOrder, a),
+                                  OLH_CALL((0, 2), OlhIsViewerRunning, 1),
+                                  OLH_CALL((0, 2, 3, 7), OlhGetViewerPath, 1, x),
+                                  OLH_CALL((0, 2, 3, 7), OlhGetViewerPath, 0, x),
+                                  OLH_CALL((0, 3, 5, 7), OlhSetViewerPath, 1, a),
+                                  OLH_CALL((0, 3, 5, 7), OlhSetViewerPath, 0, a),
+                                  OLH_CALL((0, 2, 4, 5, 7), OlhSetAltViewerPath, 1, a),
+                                  OLH_CALL((0, 2, 4, 5, 7), OlhSetAltViewerPath, 0, a),
+                                  OLH_CALL((0, 3), OlhSetDocPath, a),
+                                  OLH_CALL((0, 2, 3), OlhGetDocPath, x),
+                                  OLH_CALL((0, 3, 4, 5), OlhSetAltDocPath, a),
+                                  OLH_CALL((0, 3, 5), OlhGetAltDocPath, x),
+                                  OLH_CALL((), OlhVersion),
+                                  OLH_CALL((-2, 0, 1), OlhGetCurrentViewer),
+                                  OLH_CALL((), downcase, mutable_copy(a)),
+                                  OLH_CALL((), dirslash, mutable_copy(a)),
+                                  OLH_CALL((), urlslash, mutable_copy(a)),
+                                  OLH_CALL((), remove_leaf, mutable_copy(a)),
+                                  OLH_CALL((0, 1), exe_exists, a),
+                                  OLH_CALL((0, 1), path_exists, a),
+                                  OLH_CALL((0, 1), is_url, a),
+                                  OLH_CALL((), string_pos, mutable_copy(a), b),
+                                  OLH_CALL((), FormatTopic, mutable_copy(a)),
+                                  OLH_CALL((), setDebugVariable),
+                                  OLH_CALL((), print_debug, "%s", a == nullptr ? "" : a),
+                                  OLH_CALL((), StartOlhLog, mutable_copy(a)),
+                                  OLH_CALL((), CloseOlhLog),
+                                  OLH_CALL((), OlhDocListInit),
+                                  OLH_CALL((0, 1), GetOlhVariable, x, a),
+                                  OLH_CALL((), SetOlhDisplayType, 7),
+                                  OLH_CALL((0, 1, 2, 7), GetOlhDisplayType),
+                                  OLH_CALL((1), SetOlhDocPath, a),
+                                  OLH_CALL((), GetOlhDocPath),
+                                  OLH_CALL((0, 1), FindPdfDoc, x, a, y),
+                                  OLH_CALL((0, 1), FindHtmlDoc, x, a, y),
+                                  OLH_CALL((0, 1), FindTomeDeck, x, a, y),
+                                  OLH_CALL((0, 1), FindPath, x, a),
+                                  OLH_CALL((0, 1), FindHtmlTopic, a, b, x),
+                                  OLH_CALL((0, 1), FindHtmlTopic, "file:///d/index.htm", a, x),
+                                  OLH_CALL((0, 2, 5, 7), showDocGotoTag, a, b, y),
+                                  OLH_CALL((0, 2, 4, 7), HtmlSearch, a, b, a),
+                                  OLH_CALL((0, 2, 4, 7), HtmlSearch, a, "doc", b),
+                                  OLH_CALL((0, 2, 4, 7), HtmlSearch, a, "orvn", b),
+                                  OLH_CALL((0, 2), isViewerRunning, 1),
+                                  OLH_CALL((0, 2, 5, 7), startViewer),
+                                  OLH_CALL((2), exitViewer),
+                                  OLH_CALL((0, 4, 5), SetIniFile, 1, a, 1),
+                                  OLH_CALL((0, 4, 5), SetIniFile, 3, a, 2),
+                                  OLH_CALL((0, 4, 5), SetIniFile, 9, a, 9),
+                                  OLH_CALL((0, 4), ReadIniFile, mutable_copy(a), x, y, x),
+                                  OLH_CALL((0, 1), GetHomeDirectory, x),
+                                  OLH_CALL((0), GetDocTreeViewerOverride, 1, x),
+                                  OLH_CALL((0, 2, 4, 5), SetAltViewerPath, 0, a),
+                                  OLH_CALL((0, 5), GetAltDocPath, x),
+                                  OLH_CALL((0, 4, 5), SetAltDocPath, a),
+                                  OLH_CALL((0, 1), search_path, x, a, b),
+                                  OLH_CALL((0, 1), search_path, x, a, nullptr),
+                                  OLH_CALL((0, 2, 4), OlhDmerge, a, nullptr),
+                                  OLH_CALL((0, 1, 21, 42), dmerge, a, nullptr),
+                                  OLH_CALL((0, 1), generateTdInstalledList, mutable_copy(a)),
+                                  OLH_CALL((0, 42), generateDocLists, mutable_copy(a)),
+                                  OLH_CALL((0, 21), extractLibList, mutable_copy(a)),
+                                  OLH_CALL((0, 21), writeLibList, a),
+                                  OLH_CALL((0, 21), writeLibAvail, a),
+                                  OLH_CALL((), addToFoundTdList, mutable_copy(a)),
+                                  OLH_CALL((0, 1), inFoundList, a),
+                                  OLH_CALL((0), registerNewFile, mutable_copy(a)),
+                                  OLH_CALL((), dmerge_free),
+                                  OLH_CALL((0, 2), OlhBrowserRunning),
+                                  OLH_CALL((0, 2, 7), OlhBrowserOpenURL, a, b),
+                                  OLH_CALL((0, 2, 7), OlhBrowserGetPath, x, a),
+                                  OLH_CALL((0), OlhBrowserSetPath, nullptr),
+                                  OLH_CALL((2), OlhAcroIsViewerRunning),
+                                  OLH_CALL((0, 2, 7), OlhAcroGetViewerPath, x, a),
+                                  OLH_CALL((0), OlhAcroSetPath, nullptr)};
 
 // Viewers that are there and running, so that nothing waits; the viewer order stays with HTML.
 class Boundary : public olh_test::Scratch {
@@ -164,15 +199,25 @@ TEST_P(HostileArguments, ComeBack) {
       nullptr,           "",    "guide",  longest.c_str(), too_long.c_str(), "a\nb\r\t",        "%s%n%d",
       "'\"`$(x);|&<>\\", "-rf", "/../..", "\xff\xfe\x80",  "http://",        "http://h:99999/", "file://",
       long_path.c_str(), ":::"};
-  for (const char* first : texts)
-    for (const char* second : {static_cast<const char*>(nullptr), "", "Intro", too_long.c_str(), "'\"`$(x)\n"}) {
-      Buffer out;
-      Buffer viewer;
-      viewer.text[0] = '\0';
-      GetParam().run(first, second, out.text, viewer.text);
-      GetParam().run(first, second, nullptr, nullptr);
-      ASSERT_TRUE(out.intact() && viewer.intact()) << (first ? first : "null");
-    }
+  // Each in either place, where there are two: beside nothing, beside another one, and beside a name that is known.
+  std::vector<std::pair<const char*, const char*>> pairs;
+  for (const char* text : texts) {
+    pairs.emplace_back(text, nullptr);
+    if (!GetParam().takes('b')) continue;
+    pairs.emplace_back(text, "'\"`$(x)\n");
+    pairs.emplace_back("guide", text);
+  }
+  if (!GetParam().takes('a')) pairs.resize(1);
+  const bool fills = GetParam().takes('x') || GetParam().takes('y');
+  for (const auto& [first, second] : pairs) {
+    Buffer out;
+    Buffer viewer;
+    viewer.text[0] = '\0';
+    const long result = GetParam().run(first, second, out.text, viewer.text);
+    ASSERT_TRUE(GetParam().may_answer(result)) << result << " for " << (first ? first : "null");
+    ASSERT_TRUE(!fills || GetParam().may_answer(GetParam().run(first, second, nullptr, nullptr)));
+    ASSERT_TRUE(out.intact() && viewer.intact()) << (first ? first : "null");
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryFunction, HostileArguments, ::testing::ValuesIn(kCalls), [](const auto& call) {
@@ -195,10 +240,11 @@ TEST_F(Boundary, AFailedAllocationIsAnOrdinaryFailure) {
       Buffer viewer;
       viewer.text[0] = '\0';
       olh_test::fail_allocations_after(successes);
-      call.run("guide", "Intro", out.text, viewer.text);
+      const long result = call.run("guide", "Intro", out.text, viewer.text);
       const bool enough = olh_test::allocations_asked() <= successes;
       olh_test::fail_allocations_after(-1);
       ASSERT_TRUE(out.intact() && viewer.intact()) << call.name << " after " << successes;
+      ASSERT_TRUE(call.may_answer(result)) << call.name << " after " << successes << ": " << result;
       if (enough) break;
     }
   OlhSetDocPath((dir + "/docs").c_str());
