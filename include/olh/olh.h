@@ -19,6 +19,10 @@
  *     the library's own; starting a viewer takes about two seconds.
  *  7. All state is process-wide and unguarded: call from one thread at a time. The library starts no thread,
  *     installs no signal handler and leaves the environment, the locale and the directory alone.
+ *  8. In a process with more rights than its caller (setuid, setgid, file capabilities) nothing from the
+ *     environment counts: no roots but the host's, no trace log but one that the host starts, no home
+ *     directory, and no file of the user's is written (OLH_RESULT_IO). Programs are looked for in the
+ *     system's directories alone.
  */
 #ifndef OLH_OLH_H
 #define OLH_OLH_H

@@ -7,6 +7,7 @@
 #include "acrobat_dde.h"
 #include "bounded_text.h"
 #include "directory_list.h"
+#include "environment.h"
 #include "olh/support.h"
 
 void OlhAcroDDE::setViewerDefaults(const char* path) {
@@ -26,7 +27,8 @@ void OlhAcroDDE::setViewerDefaults(const char* path) {
 
 // The first "acroread" that can be executed along PATH, /bin, /usr/bin and /usr/local/bin.
 int OlhAcroDDE::locateViewer() {
-  const std::string directories = std::string(olh::text_of(std::getenv("PATH"))) + ":/bin:/usr/bin:/usr/local/bin";
+  const std::string directories =
+      std::string(olh::text_of(olh::program_directories())) + ":/bin:/usr/bin:/usr/local/bin";
   for (const std::string_view directory : olh::split_directory_list(directories)) {
     const std::string candidate = olh::path_in(directory, "acroread");
     if (!olh::fits(candidate) || exe_exists(candidate.c_str()) != 1) continue;

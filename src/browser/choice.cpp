@@ -1,11 +1,11 @@
 // Which browser: the user's choice, the program that the documentation prescribes, the one found by searching.
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "bounded_text.h"
 #include "browser.h"
 #include "directory_list.h"
+#include "environment.h"
 #include "olh/support.h"
 
 namespace {
@@ -66,7 +66,7 @@ void OlhBrowser::setBrowserDefaults(const char* path) {
 int OlhBrowser::getDefaultBrowser(char* dst) {
   constexpr int kNotFound = -1;
   print_debug("OlhBrowser::getDefaultBrowser\n");
-  const std::string directories = std::string(olh::text_of(std::getenv("PATH"))) + ":/usr/bin:/usr/local/bin";
+  const std::string directories = std::string(olh::text_of(olh::program_directories())) + ":/usr/bin:/usr/local/bin";
   const std::string found = olh::search_browser(directories);
   if (!olh::write_buffer(dst, found) || found.empty()) {
     print_debug("OlhBrowser::getDefaultBrowser: failed\n");

@@ -7,10 +7,10 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 
 #include "bounded_text.h"
+#include "environment.h"
 #include "olh/support.h"
 #include "retry.h"
 #include "unique_fd.h"
@@ -66,7 +66,7 @@ FILE* open_for_appending(const char* name) noexcept {
 
 }  // namespace
 
-void setDebugVariable() noexcept { olh_debug = olh::is_empty(std::getenv("OLH_DEBUG")) ? 0 : 1; }
+void setDebugVariable() noexcept { olh_debug = olh::is_empty(olh::environment_variable("OLH_DEBUG")) ? 0 : 1; }
 
 void print_debug(const char* format, ...) noexcept {
   if (olh_debug != 1 || format == nullptr) return;

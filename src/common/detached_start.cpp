@@ -10,12 +10,12 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
-#include <cstdlib>
 #include <ctime>
 #include <vector>
 
 #include "bounded_text.h"
 #include "directory_list.h"
+#include "environment.h"
 #include "olh/olh.h"
 #include "retry.h"
 #include "unique_fd.h"
@@ -31,7 +31,7 @@ constexpr const char* kShell = "/bin/sh";
 // Where a bare name is looked for. As in the C library: an empty piece of PATH is the working directory, and without
 // PATH the system's two directories are searched.
 std::vector<std::string> candidates_along_path(const std::string& program) {
-  const char* variable = std::getenv("PATH");
+  const char* variable = program_directories();
   const std::string_view path = variable == nullptr ? std::string_view("/bin:/usr/bin") : variable;
   std::vector<std::string> candidates;
   for (std::size_t begin = 0; begin <= path.size();) {

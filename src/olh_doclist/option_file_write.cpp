@@ -15,6 +15,7 @@
 
 #include "bounded_text.h"
 #include "command.h"
+#include "environment.h"
 #include "file_replacement.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
@@ -143,8 +144,10 @@ int olh_docList::SetIniFile(int key, const char* value, int file) {
       file == olh::kTreeFile || (file == olh::kUserFile && option != nullptr && !option->only_in_tree_file);
   if (option == nullptr || !known_file) return OLH_RESULT_IO;
 
-  // One that does not fit is not the same as none: the file of none lies at the root of the file system.
-  if (file == olh::kUserFile && !olh::fits(olh::text_of(std::getenv("HOME")))) return OLH_RESULT_IO;
+  // A home that does not fit is not the same as none: the file of none lies at the root of the file system.
+  const bool may_write_home =
+      !olh::has_borrowed_rights() && olh::fits(olh::text_of(olh::environment_variable("HOME")));
+  if (file == olh::kUserFile && !may_write_home) return OLH_RESULT_IO;
   char home[OLH_BUFFER_SIZE] = "";
   const bool without_home = file == olh::kUserFile && GetHomeDirectory(home) == 0;
   std::string name = file == olh::kUserFile ? std::string(home) + "/." + olh::kViewerOptionsName

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "bounded_text.h"
+#include "environment.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
 #include "owned_text.h"
@@ -69,7 +70,7 @@ int olh_docList::GetOlhVariable(char* value, const char* name) {
   }
   print_debug("olh_docList::GetOlhVariable: %s\n", name);
   const OlhVariable* const stored = *find_link(mVariableList, name);
-  const char* const found = stored != nullptr ? stored->value : std::getenv(name);
+  const char* const found = stored != nullptr ? stored->value : olh::environment_variable(name);
   // A value that does not fit counts as not set: half a path would be another path.
   if (!olh::is_empty(found) && olh::write_buffer(value, found)) {
     print_debug("olh_docList::GetOlhVariable: done\n");

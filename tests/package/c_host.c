@@ -1,7 +1,8 @@
-/* A host in C that loads the library by hand. Usage: c_host LIBRARY [load | lookup NAME | unload] */
+/* A host in C that loads the library by hand. Usage: c_host LIBRARY [load | lookup NAME | set PROGRAM | unload] */
 #include <dlfcn.h>
 #include <stdio.h>
 #include <string.h>
+#include <sys/auxv.h>
 #include <unistd.h>
 
 /* Seen in a trace of system calls: where the part that is looked at begins and ends. */
@@ -22,6 +23,20 @@ static int lookup(void* library, const char* name) {
   return 0;
 }
 
+/* Whether it has borrowed rights, what came of setting the browser, and which reader is in use. */
+static int set_browser(void* library, const char* program) {
+  int (*set)(int, const char*);
+  int (*get)(int, char*);
+  char reader[4096] = "";
+  *(void**)&set = dlsym(library, "OlhSetViewerPath");
+  *(void**)&get = dlsym(library, "OlhGetViewerPath");
+  if (set == NULL || get == NULL) return 1;
+  printf("%lu %d ", getauxval(AT_SECURE), set(1, program));
+  get(0, reader);
+  printf("%s\n", reader);
+  return 0;
+}
+
 int main(int argc, char** argv) {
   void* library;
   int result = 0;
@@ -34,6 +49,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   if (strcmp(argv[2], "lookup") == 0 && argc > 3) result = lookup(library, argv[3]);
+  if (strcmp(argv[2], "set") == 0 && argc > 3) result = set_browser(library, argv[3]);
   dlclose(library);
   if (dlopen(argv[1], RTLD_NOW | RTLD_NOLOAD) != NULL) {
     fprintf(stderr, "still loaded after dlclose\n");
