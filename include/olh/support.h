@@ -161,7 +161,8 @@ OLH_API int exitViewer(void) OLH_NOEXCEPT;
  *   file   1 the user's file, 2 the file of the first root (or of its parent tree)
  *
  * Returns 0 written; 4 file 2 and no root; 5 not written, another key or file, a value that cannot be read back,
- * a root that is a URL, or file 1 in a process with borrowed rights (convention 8).
+ * a root that is a URL, a symbolic link of a stranger's (neither root's nor this user's) in the file's place, or
+ * file 1 in a process with borrowed rights (convention 8).
  */
 OLH_API int SetIniFile(int key, const char* value, int file) OLH_NOEXCEPT;
 

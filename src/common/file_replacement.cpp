@@ -21,13 +21,26 @@ constexpr mode_t kNewFileMode = 0666;
 constexpr mode_t kAccessBits = 0777;
 constexpr mode_t kAllModeBits = 07777;
 
-// Where a chain of symbolic links ends, also when nothing is there yet; the name itself when it is no link.
+// A stranger's link could lead to any file that this process may write.
+bool is_strangers(const struct stat& link) noexcept { return link.st_uid != 0 && link.st_uid != geteuid(); }
+
+// What a link says, "" where it is a stranger's or there is none. Its owner is asked for by the descriptor, so that nobody
+// puts another link in its place in between.
+std::string text_of_link(const std::string& name) {
+  const UniqueFd link(open(name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  struct stat status = {};
+  if (!link || fstat(link.get(), &status) != 0 || !S_ISLNK(status.st_mode) || is_strangers(status)) return {};
+  char text[PATH_MAX];
+  const ssize_t size = readlinkat(link.get(), "", text, sizeof text);
+  return {text, size > 0 ? static_cast<std::size_t>(size) : 0};
+}
+
+// Where a chain of symbolic links ends, also when nothing is there yet: at a stranger's link at the latest. The name itself
+// when it is no link. Links that lead to its directory are not looked at.
 std::string follow_links(std::string name) {
-  char target[PATH_MAX];
   for (int links = 0; links < kMostLinks; ++links) {
-    const ssize_t size = readlink(name.c_str(), target, sizeof target);
-    if (size <= 0) break;
-    const std::string_view text(target, static_cast<std::size_t>(size));
+    const std::string text = text_of_link(name);
+    if (text.empty()) break;
     const std::size_t slash = name.rfind('/');
     if (text.front() == '/' || slash == std::string::npos)
       name = text;
@@ -35,6 +48,16 @@ std::string follow_links(std::string name) {
       name.replace(slash + 1, std::string::npos, text);
   }
   return name;
+}
+
+// What has a file's place. A link there that may give way is as good as nothing.
+enum class Former { kNone, kFile, kStays };
+
+Former former_at(const std::string& target, struct stat& status, FileReplacement::StrangersLink link) noexcept {
+  if (lstat(target.c_str(), &status) != 0) return errno == ENOENT ? Former::kNone : Former::kStays;
+  if (S_ISREG(status.st_mode)) return Former::kFile;
+  const bool gives_way = link == FileReplacement::StrangersLink::kGivesWay && is_strangers(status);
+  return S_ISLNK(status.st_mode) && gives_way ? Former::kNone : Former::kStays;
 }
 
 // Gives a new file the old one's owner, as far as this process may, and its mode; under another owner without the
@@ -49,16 +72,17 @@ bool take_over(int fd, const struct stat& old) {
 
 }  // namespace
 
-FileReplacement::FileReplacement(const std::string& name, Durability durability)
+FileReplacement::FileReplacement(const std::string& name, Durability durability, StrangersLink link)
     : target_(follow_links(name)), temporary_(target_ + ".new"), durability_(durability) {
   struct stat old = {};
-  const bool exists = stat(target_.c_str(), &old) == 0;
-  if (exists ? !S_ISREG(old.st_mode) : errno != ENOENT) return;
-  lock_ = create_exclusively(temporary_, exists ? old.st_mode & kNewFileMode : kNewFileMode);
+  const Former before = former_at(target_, old, link);
+  if (before == Former::kStays) return;
+  lock_ = create_exclusively(temporary_, before == Former::kFile ? old.st_mode & kNewFileMode : kNewFileMode);
   if (!lock_) return;
   UniqueFd fd(fcntl(lock_.get(), F_DUPFD_CLOEXEC, 0));
-  const bool is_over = stat(target_.c_str(), &old) == 0;  // what another writer has left, while this one waited
-  if (fd && (!is_over || take_over(fd.get(), old))) stream_ = fdopen(fd.get(), "w");
+  const Former now = former_at(target_, old, link);  // what another writer has left, while this one waited
+  const bool is_ready = now == Former::kNone || (now == Former::kFile && take_over(fd.get(), old));
+  if (fd && is_ready) stream_ = fdopen(fd.get(), "w");
   if (stream_ != nullptr)
     fd.release();
   else

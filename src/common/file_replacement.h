@@ -1,7 +1,8 @@
 // A file that is rewritten: put together beside the old one, and in its place only when all of it is there.
 //
 // Knows    that the new text goes to NAME.new, over a leftover of that name; that a symbolic link stays one and its
-//          target is rewritten; that the old file's mode (and, where allowed, its owner) is kept.
+//          target is rewritten, if root or this process's user has made it; that the old file's mode (and, where
+//          allowed, its owner) is kept.
 // Not      what is written; how another writer of the same file is kept away (exclusive_file).
 // Owns     the open NAME.new, which vanishes again unless commit() is reached, and the right to that name.
 // For      the option files, and generated lists.
@@ -20,15 +21,20 @@ class FileReplacement {
  public:
   // kOnDisk: commit() waits for the disk, so that even a crash of the machine leaves the old text or the new one.
   enum class Durability { kOnDisk, kCached };
+  // What becomes of anybody else's link: it is in the way, or the file takes its place.
+  enum class StrangersLink { kRefused, kGivesWay };
 
   // Opens NAME.new. What stands under the name must be a regular file or nothing at all.
-  explicit FileReplacement(const std::string& name, Durability durability = Durability::kOnDisk);
+  explicit FileReplacement(const std::string& name, Durability durability = Durability::kOnDisk,
+                           StrangersLink link = StrangersLink::kRefused);
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
   ~FileReplacement();
 
   // Whether NAME.new is open.
   explicit operator bool() const noexcept { return stream_ != nullptr; }
+  // The file that is replaced: the name, or where its links lead.
+  const std::string& target() const noexcept { return target_; }
   const std::string& temporary_name() const noexcept { return temporary_; }
 
   // Adds text. The first error sticks: commit() reports it, single writes need no check.
@@ -43,7 +49,7 @@ class FileReplacement {
  private:
   bool finish() noexcept;
 
-  std::string target_;  // the name, its symbolic links followed
+  std::string target_;
   std::string temporary_;
   UniqueFd lock_;  // on NAME.new, until that has taken its place
   std::FILE* stream_ = nullptr;

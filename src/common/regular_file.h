@@ -20,8 +20,9 @@ struct RegularFile {
   explicit operator bool() const noexcept { return static_cast<bool>(descriptor); }
 };
 
-// Opens a path, which counts from `directory` when it is relative. Empty when that cannot be read or is no regular file.
-RegularFile open_regular_file(const char* path, int directory = AT_FDCWD) noexcept;
+// Opens a path, which counts from `directory` when it is relative. Empty when that cannot be read or is no regular file;
+// with O_NOFOLLOW as a further flag, also when it is a symbolic link.
+RegularFile open_regular_file(const char* path, int directory = AT_FDCWD, int further_flags = 0) noexcept;
 
 }  // namespace olh
 

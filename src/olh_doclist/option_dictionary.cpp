@@ -16,8 +16,8 @@ bool is_loadable(const char* file) noexcept {
 
 }  // namespace
 
-UniqueFd open_option_file(const char* file) noexcept {
-  RegularFile opened = open_regular_file(file);
+UniqueFd open_option_file(const char* file, int further_flags) noexcept {
+  RegularFile opened = open_regular_file(file, AT_FDCWD, further_flags);
   return opened.size <= kLargestOptionFile ? std::move(opened.descriptor) : UniqueFd();
 }
 

@@ -23,8 +23,8 @@ inline constexpr char kPdfReaderKey[] = ":qel_pdf_reader";
 // A larger option file counts as unreadable.
 inline constexpr std::uint64_t kLargestOptionFile = 256 * 1024;
 
-// Opens an option file for reading; empty for what nobody loads.
-UniqueFd open_option_file(const char* file) noexcept;
+// Opens an option file for reading; empty for what nobody loads, and, with O_NOFOLLOW, for a symbolic link.
+UniqueFd open_option_file(const char* file, int further_flags = 0) noexcept;
 
 class OptionDictionary {
  public:

@@ -3,6 +3,7 @@
 // Knows    where the two files lie, the text that heads a new one, and that an old one is replaced whole.
 // Not      which lines of an old file change (option_file_edit), how a file is replaced (file_replacement).
 // For      the wrappers.
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -116,17 +117,17 @@ bool exists(const std::string& name) noexcept {
   return stat(name.c_str(), &status) == 0;
 }
 
-// Whether another file has taken the place of the one that was opened under a name.
+// Whether another file than the one that was opened has the place that is written to.
 bool is_replaced(std::FILE* stream, const char* name) noexcept {
   struct stat opened = {};
   struct stat named = {};
-  return fstat(fileno(stream), &opened) == 0 && stat(name, &named) == 0 &&
+  return fstat(fileno(stream), &opened) == 0 && lstat(name, &named) == 0 &&
          (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino);
 }
 
 // The file that is to be edited, as a stream; null when it is no option file that anybody could read.
-InputStream open_old(const char* name) noexcept {
-  UniqueFd fd = open_option_file(name);
+InputStream open_old(const char* name, int further_flags = 0) noexcept {
+  UniqueFd fd = open_option_file(name, further_flags);
   InputStream stream(fd ? fdopen(fd.get(), "r") : nullptr);
   if (stream != nullptr) fd.release();
   return stream;
@@ -194,7 +195,8 @@ int olh_docList::modifyOldIniFile(FILE* stream, char* fileName, int key, const c
     return OLH_RESULT_IO;
   }
   // From here on no other writer changes the file; what one changed before is not lost.
-  if (olh::is_replaced(stream, fileName)) input = olh::open_old(fileName);
+  const char* const target = file.target().c_str();
+  if (olh::is_replaced(stream, target)) input = olh::open_old(target, O_NOFOLLOW);
   if (input == nullptr) return OLH_RESULT_IO;
   const std::string line = olh::option_line(*option, olh::text_of(value));
   const std::optional<std::string> text = olh::edited_text(input.get(), *option, line);

@@ -59,6 +59,26 @@ TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
   EXPECT_EQ(read_file(dir + "/made"), "fresh");
 }
 
+// Wherever in the chain it stands, nothing that it leads to is touched.
+TEST_F(Replacement, AStrangersLinkIsNotFollowed) {
+  const std::string links = make_directory("links");
+  const std::string strangers = links + "/strangers";
+  fs::create_symlink("strangers", links + "/own");
+  for (const std::string& name : {strangers, links + "/own"}) {
+    fs::create_symlink(file, strangers);
+    if (lchown(strangers.c_str(), 65534, 65534) != 0) GTEST_SKIP() << "only root can make a stranger's link";
+    EXPECT_FALSE(replace(name, "new"));
+    EXPECT_TRUE(fs::is_symlink(strangers));
+    FileReplacement list(name, FileReplacement::Durability::kCached, FileReplacement::StrangersLink::kGivesWay);
+    list.write("list");
+    EXPECT_TRUE(list.commit());
+    EXPECT_TRUE(fs::is_symlink(links + "/own") && !fs::is_symlink(strangers));
+    EXPECT_EQ(read_file(strangers), "list");
+    EXPECT_EQ(read_file(file), "old");
+    fs::remove(strangers);
+  }
+}
+
 TEST_F(Replacement, ALeftoverIsReplacedAndNotFollowed) {
   write("other", "untouched");
   fs::create_symlink(dir + "/other", file + ".new");
