@@ -18,5 +18,6 @@ QELAddTopic(["topics","topics.htm","Topics, destinations and tabs","For the admi
 QELAddTopic(["pdfs","pdfs.htm","PDFs: destinations and titles","For the administrator"]);
 QELAddTopic(["web_server","web_server.htm","Serving a root over HTTP","For the administrator"]);
 QELAddTopic(["dmerge","dmerge.htm","The list generator","For the administrator"]);
+QELAddTopic(["security","security.htm","Security","For the administrator"]);
 QELAddTopic(["troubleshooting","troubleshooting.htm","Troubleshooting","When something is wrong"]);
 QELAddTopic(["messages","messages.htm","Messages","When something is wrong"]);
