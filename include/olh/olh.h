@@ -27,11 +27,14 @@
 #ifndef OLH_OLH_H
 #define OLH_OLH_H
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 #define OLH_NOEXCEPT noexcept
-extern "C" {
 #else
 #define OLH_NOEXCEPT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
 #endif
 
 #if defined(__GNUC__)

@@ -49,11 +49,11 @@ int show_html(olh_docList& locator, const char* doc, const char* tag, const char
 
 //   location                            tab    url, before it is encoded
 //   any, also ""                        none   LOCATION
-//   .../index.html?tomedeck=NAME        TAB    LOCATION&tab=TAB
-//   .../index.html                      TAB    LOCATION?tab=TAB
+//   .../tomedecks/index.html            TAB    LOCATION?tab=TAB
+//   any other                           TAB    LOCATION&tab=TAB
 int show_portal(std::string_view doc, std::string_view tab, const char* viewer_path) {
   std::string url(doc);
-  if (!tab.empty()) url.append(doc.find('?') == std::string_view::npos ? "?tab=" : "&tab=").append(tab);
+  if (!tab.empty()) url.append(doc.ends_with("/tomedecks/index.html") ? "?tab=" : "&tab=").append(tab);
   url = encoded(url);
   return url.size() < kUrlSize ? OlhBrowserOpenURL(url.c_str(), viewer_path) : no_url();
 }

@@ -33,6 +33,7 @@ TEST_F(ReaderStart, CommandLines) {
       {"/d/a b's $x.pdf", "", {"/d/a b's $x.pdf"}},
       {"/d/a.pdf", "M8.newlink.A.B", {"-openInNewWindow", "/a", "nameddest=M8.newlink.A.B", "/d/a.pdf"}},
       {"/d/a.pdf", "-x $(y)", {"-openInNewWindow", "/a", "nameddest=-x $(y)", "/d/a.pdf"}},
+      {"/d/a\n\x7f.pdf", "A\tB", {"-openInNewWindow", "/a", "nameddest=A\tB", "/d/a\n\x7f.pdf"}},
   };
   std::vector<olh_test::Recorder> readers;
   std::vector<std::future<int>> results;
@@ -59,9 +60,6 @@ TEST_F(ReaderStart, WhatNoReaderMayGetIsRefused) {
     std::string newlink;
   } cases[] = {
       {"-x", ""},
-      {"/d/a\n.pdf", ""},
-      {"/d/a.pdf\x7f", "M8.newlink.A"},
-      {"/d/a.pdf", "A\nB"},
       {"/d/a.pdf", std::string(OLH_BUFFER_SIZE - std::string("nameddest=").size(), 'x')},
       {std::string(OLH_BUFFER_SIZE, 'x'), ""},
   };

@@ -43,6 +43,7 @@ TEST_F(BrowserShow, RunningBrowserGetsTheUrlByteForByte) {
       "http://example.com/`touch x`;touch y",
       "a b\"c\\d$HOME",
       "http://example.com/\xc3\xbc",
+      "http://example.com/\na\tb\x1b[0m\x7f\r",
       "",
       std::string(OLH_BUFFER_SIZE - 1, 'x'),
   };
@@ -55,10 +56,9 @@ TEST_F(BrowserShow, RunningBrowserGetsTheUrlByteForByte) {
   EXPECT_EQ(arguments_of(browser), expected);
 }
 
-TEST_F(BrowserShow, NoViewerGetsAnOptionOrAControlCharacter) {
+TEST_F(BrowserShow, NoViewerGetsAnOption) {
   const olh_test::Recorder browser = add_browser();
-  for (const std::string& url :
-       Words{"-x", "--", "http://example.com/\n", "a\tb", "\x1b[0m", "a\x7f", std::string(OLH_BUFFER_SIZE, 'x')})
+  for (const std::string& url : Words{"-x", "--", std::string(OLH_BUFFER_SIZE, 'x')})
     EXPECT_EQ(OlhBrowserOpenURL(url.c_str(), nullptr), OLH_RESULT_FAILED) << url;
   EXPECT_EQ(arguments_of(browser), std::vector<Words>{});
 }

@@ -31,6 +31,7 @@ TEST_F(Show, EachKindReachesItsViewer) {
   EXPECT_EQ(show(OLH_VIEWER_PDF, "file:///d/a.pdf", nullptr), 0);
   EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "file:///d/tomedecks/index.html?tomedeck=x", "a (b)"), 0);
   EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "file:///d/tomedecks/index.html", "search"), 0);
+  EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "file:///d/portal/index.html", "search"), 0);
   EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "file:///d/tomedecks/index.html?tomedeck=x", ""), 0);
   EXPECT_EQ(shown_urls(),
             "file:///d/index.htm#context=&topic=ab\n"
@@ -38,6 +39,7 @@ TEST_F(Show, EachKindReachesItsViewer) {
             "file:///d/a.pdf\n"
             "file:///d/tomedecks/index.html?tomedeck=x&tab=a%20%28b%29\n"
             "file:///d/tomedecks/index.html?tab=search\n"
+            "file:///d/portal/index.html&tab=search\n"
             "file:///d/tomedecks/index.html?tomedeck=x\n");
   EXPECT_EQ(show(OLH_VIEWER_TOMEDECK, "", ""), 0) << "the browser, without a page";
   EXPECT_TRUE(reader.invocations().empty());
