@@ -43,9 +43,9 @@ bool next_field(const std::string& log, std::size_t& position, std::string& fiel
 bool next_call(const std::string& log, std::size_t& position, Call& call) {
   std::string count;
   if (!next_field(log, position, count)) return false;
-  call.arguments.resize(static_cast<std::size_t>(std::strtoul(count.c_str(), nullptr, 10)));
-  for (std::string& argument : call.arguments)
-    if (!next_field(log, position, argument)) return false;
+  call.arguments.clear();
+  for (unsigned long left = std::strtoul(count.c_str(), nullptr, 10); left > 0; --left)  // no more than there are
+    if (!next_field(log, position, call.arguments.emplace_back())) return false;
   return next_field(log, position, call.open_descriptors) && next_field(log, position, call.ignored_signals) &&
          next_field(log, position, call.blocked_signals);
 }
