@@ -1,42 +1,21 @@
 // An option file that anybody may have written, in which a value is set: where the INI reader could read the old file it
 // can read the new one, gives the value back from it, and finds the other keys as they were.
 #include <iniparser.h>
-#include <unistd.h>
 
 #include <cstdint>
-#include <fstream>
 #include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "expect.h"
 #include "olh/support.h"
+#include "scratch.h"
 
 namespace {
 
 constexpr char kValue[] = "/a value";
 constexpr const char* kNames[] = {"QEL_HTML_BROWSER", "QEL_PDF_READER"};
 constexpr const char* kKeys[] = {":qel_html_browser", ":qel_pdf_reader", ":qel_alt_doc_path"};
-
-const std::string& home() {
-  static const std::string directory = [] {
-    std::string pattern = "/tmp/olh-fuzz-XXXXXX";
-    expect(mkdtemp(pattern.data()) != nullptr, "a scratch directory");
-    setenv("HOME", pattern.c_str(), 1);
-    return pattern;
-  }();
-  return directory;
-}
-
-void write(const std::string& path, std::string_view text) {
-  std::ofstream(path, std::ios::binary).write(text.data(), static_cast<std::streamsize>(text.size()));
-}
-
-std::string read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // The values that the INI reader finds, "" for none; no value at all of a file that it gives up.
 std::vector<std::string> values_in(const std::string& path) {
@@ -59,13 +38,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   iniparser_set_error_callback(quiet);
   const std::size_t key = data[0] % 2;
   const std::string_view old(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const std::string path = home() + "/.qel_viewer_config.ini";
-  write(path, old);
+  setenv("HOME", scratch().c_str(), 1);
+  const std::string path = scratch() + "/.qel_viewer_config.ini";
+  write_file(path, old);
   const std::vector<std::string> before = values_in(path);
 
   const int code = static_cast<int>(key) + 1;
   expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK, "the value is set");
-  const std::string once = read(path);
+  const std::string once = read_file(path);
   const std::vector<std::string> after = values_in(path);
   // For the INI reader a line ends at a NUL.
   if (!before.empty() && !has(old, std::string_view("\0", 1))) {
@@ -77,6 +57,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t other = 0; other < std::size(kKeys); ++other)
       expect(named || other == key || after[other] == before[other], "another key keeps its value");
   }
-  expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK && read(path) == once, "setting it again changes nothing");
+  expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK && read_file(path) == once, "setting it again changes nothing");
   return 0;
 }

@@ -1,14 +1,12 @@
-// Names, tags, URLs and paths as a host may pass them on from anywhere.
+// Names and tags as a host may pass them on from anywhere.
 #include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "expect.h"
 #include "olh/support.h"
-#include "olh_doclist.h"
 #include "shell_quote.h"
 #include "url_build.h"
 
@@ -43,24 +41,6 @@ void check_quoting(const std::string& text) {
   expect(shell_word("'" + olh::shell_in_single_quotes(text) + "'") == text, "text in quotes is the text");
 }
 
-void check_splitting(const std::string& text) {
-  olh_docList locator;
-  char host[512] = "";
-  char path[512] = "";
-  int port = 0;
-  if (locator.ParseURL(text.c_str(), host, &port, path) == 1) {
-    expect(path[0] == '/' && std::strpbrk(host, "/:") == nullptr, "a host and a path");
-    expect(port >= 1 && port <= 65535, "a port");
-  }
-  std::vector<char> single(text.size() + 1);
-  std::string copy = text;
-  locator.RemoveDuplicateSlash(copy.data(), single.data());
-  const std::string rest = single.data();
-  const std::size_t begin = rest.rfind("http://", 0) == 0 ? 7 : 0;
-  expect(rest.find("//", begin) == std::string::npos, "no slash follows another");
-  locator.SplitString(copy.data(), nullptr, nullptr, locator.mDocPathList, nullptr);
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -72,6 +52,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto helper : {downcase, dirslash, urlslash, remove_leaf})
     expect(in_place(helper, text).size() <= text.size(), "a helper never lengthens");
   check_quoting(text);
-  check_splitting(text);
   return 0;
 }

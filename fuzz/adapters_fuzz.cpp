@@ -1,0 +1,91 @@
+// What the adapters and the recorder are handed and read: command lines, addresses, desktop entries, pdfinfo's listings,
+// noted calls.
+#include <algorithm>
+#include <cstring>
+
+#include "desktop_default.h"
+#include "files.h"
+#include "olh-browser/request.h"
+#include "olh-pdf-reader/request.h"
+#include "olh-recorder/records.h"
+#include "parts.h"
+#include "pdf_places.h"
+#include "scratch.h"
+#include "url.h"
+
+namespace {
+
+using namespace olh_viewers;
+
+void check_requests(const std::string& text, const Words& words) {
+  const BrowserRequest remote = parse_browser_request({"-remote", "openURL(" + text + ",new-tab)"});
+  expect(remote.url == text, "an address arrives whole");
+  if (!text.starts_with("--")) expect(parse_browser_request({text}).url == text, "a word is an address");
+  const ReaderRequest place = parse_reader_request({"-openInNewWindow", "/a", "nameddest=" + text, words[0]});
+  expect(place.destination == text && place.file == words[0], "a destination and a file arrive whole");
+  const BrowserRequest any = parse_browser_request(words);
+  const bool is_word = any.url.empty() || std::any_of(words.begin(), words.end(), [&](const std::string& word) {
+                         return word.find(any.url) != std::string::npos;
+                       });
+  expect(is_word, "no address is made up");
+  const std::string file = parse_reader_request(words).file;
+  expect(file.empty() || file == words.back(), "the file comes last");
+}
+
+void check_address(const std::string& text) {
+  expect(decoded(percent_encoded(text)) == text, "encoded and back");
+  if (text.find('\0') == std::string::npos) expect(file_of(url_of("/" + text)) == "/" + text, "a file and back");
+  const bool has_controls =
+      std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
+  const bool is_address = text.starts_with("http://") || text.starts_with("https://") || text.starts_with("file://");
+  expect(objection_to(text).empty() == (is_address && !has_controls), "what a browser may have");
+  const std::string queried = with_query(text);
+  expect(without_query_and_fragment(queried) == without_query_and_fragment(text) &&
+             fragment_of(queried) == fragment_of(text),
+         "a query changes nothing else");
+}
+
+void check_readers(const std::string& text, const Words& words) {
+  std::string line;
+  for (const std::string& word : words) {
+    line += " \"";
+    for (const char c : word) line += std::string(c == '"' || c == '\\' ? "\\" : "") + c;
+    line += '"';
+  }
+  expect(exec_words(line) == words, "quoted words are the words");
+  const std::string listing = text + "\n  3 [ Fit ] \"" + words[0] + "\"";
+  const std::vector<NamedPlace> places = places_in_listing(listing);
+  for (const NamedPlace& place : places)
+    expect(place.page >= 1 && place_in_listing(listing, place.name).found == Found::kYes,
+           "a place is found by its name");
+  if (words[0].find('\n') == std::string::npos)
+    expect(!places.empty() && places.back().name == words[0], "the last place");
+}
+
+// Noted behind what is no whole call, a call may get lost, but none is made up.
+void check_records(const std::string& text, const Words& words) {
+  const std::string viewer = scratch() + "/viewer";
+  write_file(viewer + ".log", "");
+  const olh_recorder::Call call = {words, "3 ", "0", "0"};
+  const bool is_whole = std::none_of(words.begin(), words.end(),
+                                     [](const std::string& word) { return word.find('\0') != std::string::npos; });
+  expect(olh_recorder::append(viewer, call), "a call is noted");
+  const std::vector<olh_recorder::Call> calls = olh_recorder::read_calls(viewer);
+  if (is_whole) expect(calls.size() == 1 && calls[0].arguments == words, "a noted call is read back");
+  write_file(viewer + ".log", text);
+  const auto ends = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0'));
+  expect(olh_recorder::read_calls(viewer).size() * 4 <= ends, "a call has four fields at least");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::vector<std::string> words = parts_of(data, size, 4);
+  const std::string text = words.back();
+  words.pop_back();
+  check_requests(text, words);
+  check_address(text);
+  check_readers(text, words);
+  check_records(text, words);
+  return 0;
+}
