@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -11,6 +12,7 @@
 #include <sys/time.h>
 #include <sys/wait.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstddef>
 #include <future>
@@ -139,6 +141,23 @@ TEST_F(DetachedStart, ForkHandlersOfTheHostDoNotRunInItsChildren) {
   EXPECT_EQ(read(told[0], &byte, 1), -1);
   close(told[0]);
   close(told[1]);
+}
+
+// Whatever lock of the C library they hold at that moment, no child waits for it.
+TEST_F(DetachedStart, ThreadsThatSpawnMeanwhileDoNotFreezeTheHost) {
+  std::atomic<bool> stop = false;
+  const auto spawn_all_the_time = [&stop] {
+    char name[] = "true";
+    char* const arguments[] = {name, nullptr};
+    for (pid_t child = 0; !stop; waitpid(child, nullptr, 0))
+      if (posix_spawn(&child, "/bin/true", nullptr, nullptr, arguments, environ) != 0) return false;
+    return true;
+  };
+  std::vector<std::future<bool>> threads;
+  for (int i = 0; i < 4; ++i) threads.push_back(std::async(std::launch::async, spawn_all_the_time));
+  expect_outcomes(kOutcomes);
+  stop = true;
+  for (std::future<bool>& thread : threads) EXPECT_TRUE(thread.get());
 }
 
 TEST_F(DetachedStart, DescriptorsAreClosedOneByOneWhereTheSystemKnowsNoRange) {
