@@ -22,7 +22,8 @@
  *  8. In a process with more rights than its caller (setuid, setgid, file capabilities) nothing from the
  *     environment counts: no roots but the host's, no trace log but one that the host starts, no home
  *     directory, and no file of the user's is written (OLH_RESULT_IO). Programs are looked for in the
- *     system's directories alone.
+ *     system's directories alone, and viewers and commands run with the caller's rights: the real user and
+ *     group.
  */
 #ifndef OLH_OLH_H
 #define OLH_OLH_H
