@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
@@ -12,8 +11,8 @@
 #include "bounded_text.h"
 #include "environment.h"
 #include "olh/support.h"
-#include "retry.h"
 #include "unique_fd.h"
+#include "write_signals.h"
 
 namespace {
 
@@ -28,31 +27,6 @@ bool has_a_place(const char* name) noexcept {
   remove_leaf(directory);
   return path_exists(directory) != 0;
 }
-
-// A pipe whose reader has gone must not end the host: while this lives, a write to one fails with EPIPE only.
-class SigpipeHeldBack {
- public:
-  SigpipeHeldBack() noexcept {
-    sigset_t pending;
-    sigemptyset(&pipe_);
-    sigaddset(&pipe_, SIGPIPE);
-    sigpending(&pending);
-    was_pending_ = sigismember(&pending, SIGPIPE) == 1;
-    pthread_sigmask(SIG_BLOCK, &pipe_, &before_);
-  }
-  ~SigpipeHeldBack() {
-    constexpr timespec kNoWait = {};
-    if (!was_pending_) olh::retry_interrupted([this, &kNoWait] { return sigtimedwait(&pipe_, nullptr, &kNoWait); });
-    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-  }
-  SigpipeHeldBack(const SigpipeHeldBack&) = delete;
-  SigpipeHeldBack& operator=(const SigpipeHeldBack&) = delete;
-
- private:
-  sigset_t pipe_;
-  sigset_t before_;
-  bool was_pending_;
-};
 
 FILE* open_for_appending(const char* name) noexcept {
   constexpr mode_t kOwnerAlone = 0600;  // the arguments of a host are nobody else's business
@@ -70,7 +44,7 @@ void setDebugVariable() noexcept { olh_debug = olh::is_empty(olh::environment_va
 
 void print_debug(const char* format, ...) noexcept {
   if (olh_debug != 1 || format == nullptr) return;
-  const SigpipeHeldBack quiet;
+  const olh::WriteSignalsHeldBack quiet;
   va_list arguments;
   va_start(arguments, format);
   std::vfprintf(stderr, format, arguments);
@@ -78,8 +52,9 @@ void print_debug(const char* format, ...) noexcept {
 }
 
 void CloseOlhLog() noexcept {
-  const SigpipeHeldBack quiet;
-  if (olh_log_fp != nullptr) std::fclose(olh_log_fp);
+  if (olh_log_fp == nullptr) return;
+  const olh::WriteSignalsHeldBack quiet;
+  std::fclose(olh_log_fp);
   olh_log_fp = nullptr;
 }
 
@@ -91,7 +66,7 @@ void StartOlhLog(char* name) noexcept {
 
 void OlhLogHelp(const char* name, const char* arg1, const char* arg2, const char* arg3) noexcept {
   if (olh_log_fp == nullptr || olh::is_empty(name)) return;
-  const SigpipeHeldBack quiet;
+  const olh::WriteSignalsHeldBack quiet;
   if (olh::is_empty(arg1)) {
     std::fprintf(olh_log_fp, "%s();\n", name);
   } else if (olh::is_empty(arg2)) {
@@ -106,7 +81,7 @@ void OlhLogHelp(const char* name, const char* arg1, const char* arg2, const char
 
 void OlhLogReturn(const char* name, int code) noexcept {
   if (olh_log_fp == nullptr || olh::is_empty(name)) return;
-  const SigpipeHeldBack quiet;
+  const olh::WriteSignalsHeldBack quiet;
   std::fprintf(olh_log_fp, "%s returned %d\n", name, code);
   std::fflush(olh_log_fp);
 }

@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "unique_fd.h"
+#include "write_signals.h"
 
 namespace olh {
 
@@ -49,6 +50,7 @@ class FileReplacement {
  private:
   bool finish() noexcept;
 
+  WriteSignalsHeldBack quiet_;  // a file-size limit makes a write fail, and does not end the host
   std::string target_;
   std::string temporary_;
   UniqueFd lock_;  // on NAME.new, until that has taken its place
