@@ -15,8 +15,9 @@
  *     nothing, and those of the debug lines and the trace log do not): the documentation roots
  *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME), the trace log
  *     (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
- *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of
- *     the library's own; starting a viewer takes about two seconds.
+ *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of the
+ *     library's own unless the variable OLH_PROBE_TIMEOUT gives one (in seconds, for each question: connection and
+ *     reply together, without the name look-up); starting a viewer takes about two seconds.
  *  7. All state is process-wide and unguarded: call from one thread at a time. The library starts no thread,
  *     installs no signal handler and leaves the environment, the locale and the directory alone.
  *  8. In a process with more rights than its caller (setuid, setgid, file capabilities) nothing from the

@@ -1,6 +1,7 @@
 // The system calls of the URL probe.
 //
-// Knows    that a signal of the host may interrupt each of them, and that an interrupted connect goes on by itself.
+// Knows    that a signal of the host may interrupt each of them, that an interrupted connect goes on by itself, and that
+//          with a deadline nothing but poll waits.
 // Not      the request and the answer (url_probe).
 #include "http_socket.h"
 
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "retry.h"
@@ -21,15 +23,6 @@ namespace {
 
 const sockaddr* address_of(const sockaddr_in& address) noexcept {
   return reinterpret_cast<const sockaddr*>(&address);
-}
-
-// After EINTR the kernel goes on connecting; a second connect would report that, not the outcome.
-bool is_connected_later(int fd) noexcept {
-  pollfd entry = {.fd = fd, .events = POLLOUT, .revents = 0};
-  int error = 0;
-  socklen_t size = sizeof error;
-  return retry_interrupted([&entry] { return ::poll(&entry, 1, -1); }) == 1 &&
-         getsockopt(fd, SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
 }
 
 }  // namespace
@@ -54,8 +47,36 @@ bool resolve_server(const char* host, int port, sockaddr_in& server) {
   return true;
 }
 
+HttpSocket::HttpSocket(TimeLimit limit) noexcept {
+  if (limit) end_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(*limit);
+}
+
+bool HttpSocket::is_too_late() const noexcept { return end_ && Clock::now() >= *end_; }
+
+// As poll takes them: -1 for as long as it takes. Rounded up, so that poll does not give up before the end.
+int HttpSocket::milliseconds_left() const noexcept {
+  using std::chrono::milliseconds;
+  if (!end_) return -1;
+  const milliseconds left = std::chrono::ceil<milliseconds>(*end_ - Clock::now());
+  return static_cast<int>(std::clamp<milliseconds::rep>(left.count(), 0, std::numeric_limits<int>::max()));
+}
+
+// Returns false when it is too late, also for what has arrived.
+bool HttpSocket::wait_for(short events) noexcept {
+  pollfd entry = {.fd = fd_.get(), .events = events, .revents = 0};
+  return !is_too_late() && retry_interrupted([&] { return ::poll(&entry, 1, milliseconds_left()); }) == 1;
+}
+
+// The kernel goes on connecting; a second connect would report that, not the outcome.
+bool HttpSocket::is_connected_later() noexcept {
+  int error = 0;
+  socklen_t size = sizeof error;
+  return wait_for(POLLOUT) && getsockopt(fd_.get(), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0;
+}
+
 bool HttpSocket::open() noexcept {
-  fd_ = UniqueFd(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const int non_blocking = end_ ? SOCK_NONBLOCK : 0;
+  fd_ = UniqueFd(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | non_blocking, 0));
   return static_cast<bool>(fd_);
 }
 
@@ -67,15 +88,21 @@ bool HttpSocket::bind() noexcept {
 
 bool HttpSocket::connect(const sockaddr_in& server) noexcept {
   if (::connect(fd_.get(), address_of(server), sizeof server) == 0) return true;
-  return errno == EINTR && is_connected_later(fd_.get());
+  return (errno == EINTR || errno == EINPROGRESS) && is_connected_later();
 }
 
+// A request is far smaller than what the system takes without waiting.
 bool HttpSocket::send(std::string_view request) noexcept {
   return retry_interrupted([&] { return ::send(fd_.get(), request.data(), request.size(), MSG_NOSIGNAL); }) >= 0;
 }
 
 ssize_t HttpSocket::receive(char* chunk, std::size_t size) noexcept {
-  return retry_interrupted([&] { return ::recv(fd_.get(), chunk, size, 0); });
+  ssize_t got = -1;
+  do {
+    if (end_ && !wait_for(POLLIN)) return -1;
+    got = retry_interrupted([&] { return ::recv(fd_.get(), chunk, size, 0); });
+  } while (end_ && got < 0 && errno == EAGAIN);
+  return got;
 }
 
 }  // namespace olh

@@ -42,6 +42,7 @@ class olh_docList {
 
   // variables: the store, and what first use reads from it
   int GetOlhVariable(char* value, const char* name);
+  const char* FindOlhVariable(const char* name);
   int SetOlhVariable(const char* name, const char* value);
   void ClearOlhVariables(OlhVariable*& head);
   void CheckOlhVariables();

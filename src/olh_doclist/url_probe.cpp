@@ -1,6 +1,6 @@
 // The probe: does a web server have this page? One HEAD request, one connection, judged by the status line.
 //
-// Knows    how a URL splits, the request, and which answers count.
+// Knows    how a URL splits, the request, which answers count, and the variable that limits the time for one.
 // Not      the system calls (http_socket), which pages make a root (root_options) or a document (the lookups).
 // For      this room.
 //
@@ -33,6 +33,7 @@ constexpr std::size_t kLongestScheme = 512;  // as far as a wrong one is shown
 constexpr std::size_t kChunkSize = 10000;
 constexpr int kHttpPort = 80;
 constexpr int kLastPort = 65535;
+constexpr double kLongestWait = 1e6;  // seconds; more is the same
 
 // The port behind the ":" of "host:port". Without a number it is the default one; a larger one than an int holds is
 // the largest, which no server has either.
@@ -44,6 +45,15 @@ int port_in(std::string_view host_and_port) noexcept {
   const std::errc error = std::from_chars(host_and_port.data() + colon + 1, end, port).ec;
   if (error == std::errc::invalid_argument) return kHttpPort;
   return error == std::errc() ? port : std::numeric_limits<int>::max();
+}
+
+// The number of seconds in a variable's value; no limit unless all of it is one positive number.
+HttpSocket::TimeLimit limit_from(std::string_view value) noexcept {
+  double seconds = 0;
+  const char* const end = value.data() + value.size();
+  const std::from_chars_result read = std::from_chars(value.data(), end, seconds);
+  if (read.ec != std::errc() || read.ptr != end || !(seconds > 0)) return std::nullopt;
+  return std::chrono::duration<double>(std::min(seconds, kLongestWait));
 }
 
 // A line end in a name would begin another header line. Everything else goes out as it is: a server may take it.
@@ -71,6 +81,14 @@ int judge(std::string_view answer) {
   return 0;
 }
 
+int failed(const HttpSocket& socket, const char* why) noexcept {
+  if (socket.is_too_late())
+    print_debug("olh_docList::ValidURL: failed: no answer within OLH_PROBE_TIMEOUT\n");
+  else if (why != nullptr)
+    print_debug("olh_docList::ValidURL: failed: %s\n", why);
+  return 0;
+}
+
 // The first chunk that holds a status line decides, and nothing more is read. A server that sends none before it
 // closes the connection has no such page.
 int judge_reply(HttpSocket& socket) {
@@ -79,33 +97,24 @@ int judge_reply(HttpSocket& socket) {
     const std::string_view text(chunk, strnlen(chunk, static_cast<std::size_t>(size)));
     if (text.find("HTTP/1.1") != std::string_view::npos) return judge(text);
   }
-  return 0;
+  return failed(socket, nullptr);
 }
 
 // Every return closes the connection.
-int ask(const char* url, const char* host, int port, std::string_view request) {
+int ask(const char* url, const char* host, int port, std::string_view request, HttpSocket::TimeLimit limit) {
   sockaddr_in server = {};
   if (!resolve_server(host, port, server)) {
     print_debug("olh_docList::ValidURL: failed: unknown host: %s\n", host);
     return 0;
   }
-  HttpSocket socket;
-  if (!socket.open()) {
-    print_debug("olh_docList::ValidURL: failed: cannot open socket\n");
-    return 0;
-  }
+  HttpSocket socket(limit);
+  if (!socket.open()) return failed(socket, "cannot open socket");
   if (!socket.bind()) {
     print_debug("olh_docList::ValidURL: failed: %s: cannot bind port TCP %u\n", url, static_cast<unsigned>(port));
     return 0;
   }
-  if (port < 1 || port > kLastPort || !socket.connect(server)) {
-    print_debug("olh_docList::ValidURL: failed: cannot connect\n");
-    return 0;
-  }
-  if (!socket.send(request)) {
-    print_debug("olh_docList::ValidURL: failed: cannot send data\n");
-    return 0;
-  }
+  if (port < 1 || port > kLastPort || !socket.connect(server)) return failed(socket, "cannot connect");
+  if (!socket.send(request)) return failed(socket, "cannot send data");
   return judge_reply(socket);
 }
 
@@ -156,5 +165,5 @@ int olh_docList::ValidURL(const char* url) {
     return 0;
   }
   print_debug("olh_docList::ValidURL: host: %s, port: %d, path: %s\n", host, port, path);
-  return olh::ask(url, host, port, request);
+  return olh::ask(url, host, port, request, olh::limit_from(olh::text_of(FindOlhVariable("OLH_PROBE_TIMEOUT"))));
 }

@@ -69,8 +69,7 @@ int olh_docList::GetOlhVariable(char* value, const char* name) {
     return 0;
   }
   print_debug("olh_docList::GetOlhVariable: %s\n", name);
-  const OlhVariable* const stored = *find_link(mVariableList, name);
-  const char* const found = stored != nullptr ? stored->value : olh::environment_variable(name);
+  const char* const found = FindOlhVariable(name);
   // A value that does not fit counts as not set: half a path would be another path.
   if (!olh::is_empty(found) && olh::write_buffer(value, found)) {
     print_debug("olh_docList::GetOlhVariable: done\n");
@@ -79,6 +78,12 @@ int olh_docList::GetOlhVariable(char* value, const char* name) {
   olh::clear_buffer(value);
   print_debug("olh_docList::GetOlhVariable: failed\n");
   return 0;
+}
+
+// The value itself, which the next change may free; null for none. Writes no debug lines.
+const char* olh_docList::FindOlhVariable(const char* name) {
+  const OlhVariable* const stored = *find_link(mVariableList, name);
+  return stored != nullptr ? stored->value : olh::environment_variable(name);
 }
 
 int olh_docList::SetOlhVariable(const char* name, const char* value) {

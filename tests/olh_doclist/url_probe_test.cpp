@@ -1,3 +1,7 @@
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <filesystem>
 #include <limits>
 
@@ -5,6 +9,7 @@
 #include "olh_doclist.h"
 #include "support/http_server.h"
 #include "support/scratch.h"
+#include "unique_fd.h"
 
 namespace {
 
@@ -174,6 +179,62 @@ TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
         std::string("http://127.0.0.1:65536/x")}) {
     EXPECT_EQ(last_words(unreachable, result), "cannot connect") << unreachable;
     EXPECT_EQ(result, 0) << unreachable;
+  }
+}
+
+// A server that is too busy to take a connection: its queue is full, and the system drops what would connect.
+class FullQueue {
+ public:
+  FullQueue() {
+    address_.sin_family = AF_INET;
+    address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address_;
+    const olh::UniqueFd& listener = sockets_.emplace_back(socket(AF_INET, SOCK_STREAM, 0));
+    EXPECT_EQ(bind(listener.get(), generic(), size), 0);
+    EXPECT_EQ(listen(listener.get(), 0), 0);
+    EXPECT_EQ(getsockname(listener.get(), generic(), &size), 0);
+    for (int waiting = 0; waiting < 4; ++waiting)
+      connect(sockets_.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)).get(), generic(), size);
+  }
+  std::string url() const { return "http://127.0.0.1:" + std::to_string(ntohs(address_.sin_port)) + "/x"; }
+
+ private:
+  sockaddr* generic() { return reinterpret_cast<sockaddr*>(&address_); }
+
+  sockaddr_in address_ = {};
+  std::vector<olh::UniqueFd> sockets_;
+};
+
+TEST_F(UrlProbe, ALimitEndsTheWaitForASilentServer) {
+  const std::string late = "no answer within OLH_PROBE_TIMEOUT";
+  const FullQueue full;
+  set("OLH_PROBE_TIMEOUT", "0.2");
+  int result = -1;
+  EXPECT_EQ(last_words(full.url(), result), late);
+  EXPECT_EQ(result, 0);
+
+  const std::string ok = "HTTP/1.1 200 OK\r\n\r\n";
+  const HttpReply soon = {{"\r\n", ok}};
+  const struct {
+    const char* limit;
+    HttpReply reply;
+    int result;
+    std::string said;
+  } cases[] = {
+      {"0.2", {{}, HttpReply::kStayOpen}, 0, late},
+      {"0.2", {std::vector<std::string>(20, "a"), HttpReply::kClose}, 0, late},  // a second long
+      {"0.001", soon, 0, late},
+      {"5", soon, 1, ""},
+      {"0", soon, 1, ""},
+      {"0.001s", soon, 1, ""},
+      {"nan", soon, 1, ""},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.limit + std::string(" ") + std::to_string(test.reply.pieces.size()));
+    const HttpServer server([&test](const std::string&) { return test.reply; });
+    set("OLH_PROBE_TIMEOUT", test.limit);
+    EXPECT_EQ(last_words(server.url("/x"), result), test.said);
+    EXPECT_EQ(result, test.result);
   }
 }
 

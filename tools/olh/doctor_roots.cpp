@@ -17,6 +17,7 @@ namespace olh {
 namespace {
 
 constexpr double kSlow = 1000;  // milliseconds
+constexpr const char* kLimit = "export OLH_PROBE_TIMEOUT=2";
 
 std::string milliseconds(double time) {
   char text[32];
@@ -49,7 +50,7 @@ Diagnosis of_root(const SearchRoot& root) {
   if (!time) return {State::kCannotTell, named + ": how long it takes to answer cannot be told.", ""};
   if (*time < kSlow) return {State::kOk, named + " answers in " + milliseconds(*time) + ".", ""};
   return {State::kWarning,
-          named + " takes " + milliseconds(*time) + " to answer, and every lookup asks several times.", ""};
+          named + " takes " + milliseconds(*time) + " to answer, and every lookup asks several times.", kLimit};
 }
 
 // The elements of a search path, each URL whole again.
@@ -115,8 +116,8 @@ Diagnoses check_answering_roots() {
     const LeftOut left_out = leave_out(*waiting);
     diagnoses.push_back({State::kProblem,
                          waiting->path + " (" + origin(*waiting) + ") " + no_answer_in_time() +
-                             ", and every program that asks for help waits for it. What follows is told without " +
-                             left_out.what + ".",
+                             ", and every program that asks for help waits for it; \"" + kLimit +
+                             "\" limits each wait. What follows is told without " + left_out.what + ".",
                          waiting->options_file.empty() ? left_out.cure : cure_in(waiting->options_file)});
   }
   return diagnoses;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <charconv>
 #include <numeric>
 #include <string_view>
 
@@ -16,7 +17,7 @@ namespace olh {
 
 namespace {
 
-constexpr std::array<std::string_view, 13> kKnown = {"QEL_OVERRIDE_DOC_PATH",
+constexpr std::array<std::string_view, 14> kKnown = {"QEL_OVERRIDE_DOC_PATH",
                                                      "QEL_DOC_PATH",
                                                      "QEL_PRODUCT_DOC_PATH",
                                                      "TRV_HOME",
@@ -25,6 +26,7 @@ constexpr std::array<std::string_view, 13> kKnown = {"QEL_OVERRIDE_DOC_PATH",
                                                      "QEL_PDF_READER",
                                                      "QEL_DOC_TYPE",
                                                      "QEL_OLH_DISPLAY_TYPE",
+                                                     "OLH_PROBE_TIMEOUT",
                                                      "OLH_BROWSER_PROGRAM",
                                                      "OLH_PDF_PROGRAM",
                                                      "OLH_LOG_HELP",
@@ -78,6 +80,13 @@ bool is_display_type(std::string value) {
   return value == "normal" || value == "topic" || value == "popup";
 }
 
+bool is_positive_number(const std::string& value) {
+  double number = 0;
+  const char* const end = value.data() + value.size();
+  const std::from_chars_result read = std::from_chars(value.data(), end, number);
+  return read.ec == std::errc() && read.ptr == end && number > 0;
+}
+
 Diagnosis of_known(const std::string& name, const std::string& value) {
   if (value.size() >= OLH_BUFFER_SIZE)
     return {State::kProblem, name + " holds more than 4,095 characters and counts as not set.", "unset " + name};
@@ -89,6 +98,9 @@ Diagnosis of_known(const std::string& name, const std::string& value) {
     return {State::kWarning,
             name + " is " + command_line({value}) + ", none of normal, topic and popup, and counts for nothing.",
             "unset " + name};
+  if (name == "OLH_PROBE_TIMEOUT" && !is_positive_number(value))
+    return {State::kWarning, name + " is " + command_line({value}) + ", which is no positive number, and is ignored.",
+            "export OLH_PROBE_TIMEOUT=2"};
   return {State::kOk, name + "=" + command_line({value}), ""};
 }
 

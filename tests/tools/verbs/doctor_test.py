@@ -82,6 +82,7 @@ class Doctor(Scene):
             ([("variables", "warning", "Is QEL_DOC_PATH meant", 'export QEL_DOC_PATH="$QEL_DOC_PAHT"')], {"QEL_DOC_PAHT": "x"}),
             ([("variables", "cannot tell", "QEL_LICENSE", None)], {"QEL_LICENSE": "1"}),
             ([("variables", "warning", "neither html nor pdf", "export QEL_DOC_TYPE=html:pdf")], {"QEL_DOC_TYPE": "word"}),
+            ([("variables", "warning", "no positive number", "export OLH_PROBE_TIMEOUT=2")], {"OLH_PROBE_TIMEOUT": "2s"}),
             ([("variables", "problem", "4,095", "unset QEL_DOC_TYPE")], {"QEL_DOC_TYPE": "x" * 5000}),
             ([("trace_log", "warning", "is not there", 'export OLH_LOG_HELP="$HOME/olh_trace.log"')], {"OLH_LOG_HELP": "/nowhere/x"}),
             ([("roots", "problem", "No documentation root", f"export QEL_DOC_PATH={sample}"),
@@ -165,6 +166,9 @@ class Doctor(Scene):
             ("problem", f"{silent}/docs (QEL_DOC_PATH)", f"export QEL_DOC_PATH={self.docs}:{tree}"),
             ("problem", f"{silent}/alternate ({options}, which QEL_DOC_PATH leads to)",
              f"sed -i '/QEL_ALT_DOC_PATH/Is/^/# /' {options}")])
+        self.assertTrue(all("export OLH_PROBE_TIMEOUT=2" in f["sentence"] for f in waiting), waiting)
+        limited = self.faults(QEL_DOC_PATH=f"{self.docs}:{silent}/docs", OLH_PROBE_TIMEOUT="0.2")
+        self.assert_faults(limited, [("roots", "warning", "(no answer within OLH_PROBE_TIMEOUT)", f"export QEL_DOC_PATH={self.docs}")])
         subprocess.run(waiting[1]["cure"], shell=True, check=True)
         self.assertEqual([root["path"] for root in self.json("paths", QEL_DOC_PATH=str(tree))["roots"]], [str(tree)])
         self.assertEqual([f["state"] for f in answer["findings"] if f["step"] == "document"], ["ok"])
