@@ -7,6 +7,7 @@
 
 #include "browser.h"
 #include "olh/support.h"
+#include "request.h"
 #include "scratch.h"
 
 namespace {
@@ -54,6 +55,22 @@ TEST_F(BrowserShow, RunningBrowserGetsTheUrlByteForByte) {
     expected.push_back(remote(url));
   }
   EXPECT_EQ(arguments_of(browser), expected);
+}
+
+// As "#context=" carries an address: whatever is in it, olh-browser finds its end.
+TEST_F(BrowserShow, AddressesOfAnyShapeReachTheBrowserLayerWhole) {
+  const olh_test::Recorder browser = add_browser();
+  const Words pieces = {" ", "'", "\"", "(", ",new-tab)", "\\", "$(touch x)", "`touch x`", "\xfc\xff%41#?", "\n"};
+  Words urls;
+  for (const std::string& one : pieces)
+    for (const std::string& other : pieces) urls.push_back("file:///d/i.htm#context=" + one + other);
+  for (const std::string& url : urls) ASSERT_EQ(OlhBrowserOpenURL(url.c_str(), nullptr), OLH_RESULT_OK) << url;
+  Words received;
+  for (const Words& arguments : arguments_of(browser)) {
+    const olh_viewers::BrowserRequest request = olh_viewers::parse_browser_request(arguments);
+    if (request.kind == olh_viewers::BrowserRequest::Kind::kRemote) received.push_back(request.url);
+  }
+  EXPECT_EQ(received, urls);
 }
 
 TEST_F(BrowserShow, NoViewerGetsAnOption) {

@@ -30,6 +30,7 @@ BrowserRequest parse_browser_request(Words arguments) {
     request.kind = Kind::kPing;
   } else if (arguments.size() == 2 && arguments[0] == "-remote") {
     std::string_view command = arguments[1];
+    // From its two ends: the address may hold what looks like either.
     if (!command.starts_with(kOpenBegin) || !command.ends_with(kOpenEnd)) return {};
     command.remove_prefix(kOpenBegin.size());
     command.remove_suffix(kOpenEnd.size());
