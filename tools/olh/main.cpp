@@ -1,5 +1,8 @@
 // olh: the documentation at a terminal. Everything it does goes through the library's public functions.
+#include <iniparser.h>
+
 #include <CLI/CLI.hpp>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -27,6 +30,16 @@ constexpr const char* kExamples =
     "The exit code is the library's result code, 64 for wrong use;\n"
     "check, doctor and dmerge --check have their own.\n";
 
+// What the INI reader, in the library, has against an option file; it quotes the file's lines.
+int say_visibly(const char* format, ...) {
+  char message[8192];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(message, sizeof message, format, arguments);
+  va_end(arguments);
+  return std::fputs(olh_viewers::visible_page(message).c_str(), stderr);
+}
+
 int run(int argc, char** argv) {
   int exit_code = 0;
   CLI::App app("The documentation of this machine's programs, at a terminal.", "olh");
@@ -47,6 +60,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
+    iniparser_set_error_callback(say_visibly);
     const char* rehearsal = std::getenv(olh::kRehearsalVariable);
     return rehearsal != nullptr ? olh::answer_as_viewer(rehearsal, argc, argv) : run(argc, argv);
   } catch (const std::exception& error) {

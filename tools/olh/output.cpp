@@ -51,24 +51,6 @@ void say_json(const nlohmann::json& answer) {
   print(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
-std::string visible(const std::string& text) {
-  std::string shown;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    // In UTF-8 the control characters from U+0080 to U+009F are two bytes.
-    const bool leads_to_control = byte == 0xC2 && i + 1 < text.size() && (text[i + 1] & '\xE0') == '\x80';
-    if (byte >= ' ' && byte != 0x7F && !leads_to_control) {
-      shown += text[i];
-      continue;
-    }
-    const int code = leads_to_control ? static_cast<unsigned char>(text[++i]) : byte;
-    char written[8];
-    std::snprintf(written, sizeof written, "\\x%02x", static_cast<unsigned int>(code));
-    shown += written;
-  }
-  return shown;
-}
-
 std::string command_line(const std::vector<std::string>& words) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + shell_word(word);

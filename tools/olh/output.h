@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "visible.h"
+
 namespace olh {
 
 // A line on standard output. Control characters in it, which titles and file names may bring along, are written
@@ -27,8 +29,7 @@ void complain(const std::string& sentence);
 // A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
 void say_json(const nlohmann::json& answer);
 
-// The text with its control characters visible, an escape as \x1b. What is visible stays as it is.
-std::string visible(const std::string& text);
+using olh_viewers::visible;
 // The words as a person would type them to a shell.
 std::string command_line(const std::vector<std::string>& words);
 // How many characters (of UTF-8) the text has.

@@ -11,6 +11,7 @@
 #include "pdf_places.h"
 #include "topic_page.h"
 #include "url.h"
+#include "visible.h"
 
 namespace olh_viewers {
 
@@ -47,7 +48,7 @@ std::optional<std::string> text_of_page(const std::string& url) {
 
 void print(const std::string& heading, const std::string& text, WhyText why) {
   const std::string reason = why == WhyText::kNoDisplay ? "No display, so here is the text of " : "The text of ";
-  print_text("[" + reason + heading + "]\n\n" + text, why == WhyText::kAsked);
+  print_text(visible_page("[" + reason + heading + "]\n\n" + text), why == WhyText::kAsked);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "files.h"
+#include "visible.h"
 
 namespace olh_viewers {
 
@@ -19,7 +20,7 @@ Trace::Trace(std::string adapter, const Words& arguments) : adapter_(std::move(a
 void Trace::note(const std::string& what) const { write(adapter_ + ": " + what + "\n"); }
 
 void Trace::complain(const std::string& sentence) const {
-  std::fputs((adapter_ + ": " + sentence + "\n").c_str(), stderr);
+  std::fputs((adapter_ + ": " + visible(sentence) + "\n").c_str(), stderr);
   note(sentence);
 }
 

@@ -121,6 +121,12 @@ class List(Scene):
         self.assertIn(f"--root {self.dir}/missing is no documentation root: it does not exist", done.stderr)
         self.assertIn("no documentation root is known", done.stderr)
 
+    def test_what_the_ini_reader_quotes_cannot_play_with_the_terminal(self):
+        write(self.docs / "qel_doc_options.ini", "\033]0;title\a no key\n")
+        done = self.olh("version")
+        self.assertIn("-> \\x1b]0;title\\x07 no key\n", done.stderr)
+        self.assertNotIn("\033", done.stderr)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -22,6 +22,19 @@ MANUAL = BUILD / "docs/htmldocs/olh_manual/index.htm"
 DESTINATION = "M8.newlink.searchpath"
 
 
+def pdf_with_controls():
+    """A page whose letters A and B are, by their font's table, ESC and the one-character CSI."""
+    table = b"begincmap\n1 begincodespacerange <00> <FF> endcodespacerange\n2 beginbfchar <41> <001B> <42> <009B> endbfchar\nendcmap"
+    page = b"BT /F 12 Tf 72 720 Td (A[31mredB0m) Tj ET"
+    stream = b"<</Length %d>>stream\n%s\nendstream"
+    objects = [b"<</Type/Catalog/Pages 2 0 R>>", b"<</Type/Pages/Kids[3 0 R]/Count 1>>",
+               b"<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 4 0 R/Resources<</Font<</F 5 0 R>>>>>>",
+               stream % (len(page), page), b"<</Type/Font/Subtype/Type1/BaseFont/Helvetica/ToUnicode 6 0 R>>",
+               stream % (len(table), table)]
+    body = b"".join(b"%d 0 obj %s endobj\n" % (number, text) for number, text in enumerate(objects, 1))
+    return b"%PDF-1.4\n" + body + b"trailer<</Root 1 0 R>>\n%%EOF\n"
+
+
 class Adapters(unittest.TestCase):
     def setUp(self):
         self.dir = Path(tempfile.mkdtemp(prefix="olh-adapters-"))
@@ -372,6 +385,14 @@ class Adapters(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertRegex(done.stdout, r"\A\[No display, so here is the text of .*olh_manual.pdf, page \d+ of \d+\]\n")
         self.assertIn("Search path and roots", done.stdout)
+
+    def test_a_pdf_cannot_play_with_the_terminal(self):
+        self.tools("pdfinfo", "pdftotext")
+        hostile = self.dir / "hostile.pdf"
+        hostile.write_bytes(pdf_with_controls())
+        done = self.reader("--text", hostile)
+        self.assertEqual(done.stdout, f"[The text of {hostile}, page 1 of 1]\n\n\\x1b[31mred\\x9b0m\n\f")
+        self.assertIn("\\x9b", self.reader("--text", "gone\u009b").stderr)
 
 
 if __name__ == "__main__":
