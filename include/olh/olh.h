@@ -18,7 +18,8 @@
  *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of the
  *     library's own unless the variable OLH_PROBE_TIMEOUT gives one (in seconds, for each question: connection and
  *     reply together, without the name look-up); starting a viewer takes about two seconds.
- *  7. All state is process-wide and unguarded: call from one thread at a time. The library starts no thread,
+ *  7. All state is process-wide and unguarded: call from one thread at a time. A library built with the CMake
+ *     option OLH_DETECT_THREADS names calls from two at once in the debug lines. The library starts no thread,
  *     installs no signal handler and leaves the environment, the locale and the directory alone.
  *  8. In a process with more rights than its caller (setuid, setgid, file capabilities) nothing from the
  *     environment counts: no roots but the host's, no trace log but one that the host starts, no home

@@ -6,7 +6,7 @@
 namespace olh {
 
 EntryPoint::EntryPoint(const char* name, const char* arg1, const char* arg2, const char* arg3) noexcept
-    : name_(name) {
+    : inside_(name), name_(name) {
   OlhDocListInit();
   print_debug("%s\n", name);
   OlhLogHelp(name, arg1, arg2, arg3);

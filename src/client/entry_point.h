@@ -11,6 +11,8 @@
 #ifndef OLH_CLIENT_ENTRY_POINT_H
 #define OLH_CLIENT_ENTRY_POINT_H
 
+#include "one_thread.h"
+
 namespace olh {
 
 class EntryPoint {
@@ -25,6 +27,7 @@ class EntryPoint {
  private:
   int leave(const char* how, int result) const noexcept;
 
+  [[no_unique_address, maybe_unused]] OneThread inside_;  // before all that the call does
   const char* name_;
 };
 

@@ -7,6 +7,7 @@
 #include "boundary.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
+#include "one_thread.h"
 
 namespace {
 
@@ -25,7 +26,8 @@ void docListInit() noexcept {
 
 // Runs `call` on the instance after first use; `failure` is the result when memory is exhausted.
 template <class Call>
-int forward(int failure, Call&& call) noexcept {
+int forward(int failure, Call&& call, const char* caller = __builtin_FUNCTION()) noexcept {
+  [[maybe_unused]] const olh::OneThread inside(caller);
   docListInit();
   return olh::guarded(failure, [&call] { return call(*docList); });
 }

@@ -1,0 +1,44 @@
+// In builds that look for it: calls from two threads at once are named.
+#include <thread>
+
+#include "olh/dmerge.h"
+#include "olh/support.h"
+#include "scratch.h"
+
+namespace {
+
+using OneThread = olh_test::Scratch;
+
+// Called from inside OlhDmerge, for the first list only.
+extern "C" int call_from_both_threads(char*) {
+  static bool is_first = true;
+  if (!is_first) return 0;
+  is_first = false;
+  char out[OLH_BUFFER_SIZE];
+  OlhGetDocPath(out);
+  std::thread([&out] {
+    OlhGetDocPath(out);
+    FindPath(out, "x");
+  }).join();
+  return 0;
+}
+
+TEST_F(OneThread, CallsFromTwoThreadsAtOnceAreNamedInTheDebugOutput) {
+  const std::string root = make_root("docs");
+  make_directory("docs/tomedecks/qel_td/js");
+  set("OLH_DEBUG", "1");
+  setDebugVariable();
+  const std::string words = ": called while another thread is inside the library\n";
+  std::string named;
+  const std::string said = olh_test::standard_error_of([&] {
+    OlhDmerge(root.c_str(), call_from_both_threads);
+    std::thread([] { OlhGetDocPath(nullptr); }).join();
+  });
+  for (std::size_t end = said.find(words); end != std::string::npos; end = said.find(words, end + 1)) {
+    const std::size_t line = said.rfind('\n', end) + 1;
+    named += said.substr(line, end - line) + " ";
+  }
+  EXPECT_EQ(named, "OlhGetDocPath FindPath ");
+}
+
+}  // namespace
