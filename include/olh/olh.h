@@ -3,7 +3,8 @@
  *
  * Conventions, which no function repeats:
  *
- *  1. Strings are NUL-terminated byte strings; no character set is converted. A null pointer counts as "".
+ *  1. Strings are NUL-terminated byte strings; no character set is converted, and where upper and lower case do
+ *     not matter they are those of ASCII, whatever the locale. A null pointer counts as "".
  *  2. Names, paths, URLs, tags and values are shorter than OLH_BUFFER_SIZE characters. What is longer is
  *     refused as that function's ordinary failure: never cut, never written past a buffer.
  *  3. Output buffers belong to the caller and hold OLH_BUFFER_SIZE bytes. Strings that the library returns

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "ascii_case.h"
 #include "bounded_text.h"
 #include "olh/support.h"
 #include "viewer_order.h"
@@ -14,11 +15,7 @@ bool is_path_or_url(std::string_view name) noexcept { return name.find_first_of(
 
 // ".pdf" in any case, behind at least one other character.
 bool names_a_pdf(std::string_view name) noexcept {
-  if (name.size() <= kPdfSuffix.size()) return false;
-  char suffix[kPdfSuffix.size() + 1];
-  olh::write_buffer(suffix, name.substr(name.size() - kPdfSuffix.size()), sizeof suffix);
-  downcase(suffix);
-  return suffix == kPdfSuffix;
+  return name.size() > kPdfSuffix.size() && olh::ends_in_any_case(name, kPdfSuffix);
 }
 
 bool is_pdf_location(std::string_view location) noexcept {

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "ascii_case.h"
 #include "bounded_text.h"
 #include "entry_point.h"
 #include "names.h"
@@ -84,7 +85,7 @@ int OlhSetViewerOrder(const char* order) noexcept {
   const olh::EntryPoint call("OlhSetViewerOrder", order);
   char lowered[OLH_BUFFER_SIZE];
   if (olh::is_empty(order) || !olh::write_buffer(lowered, order)) return call.failed(OLH_RESULT_INVALID);
-  downcase(lowered);
+  olh::lower_ascii(lowered);
   const NamedViewers named = viewers_in(lowered);
   // Each one moves to the front, so the last named goes first and the preferred one ends there.
   for (int i = named.count - 1; i >= 0; --i) OlhSetViewer(named.viewer[i], 0);

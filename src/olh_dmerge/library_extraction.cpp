@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "ascii_case.h"
 #include "boundary.h"
 #include "bounded_text.h"
 #include "listing.h"
@@ -94,9 +95,8 @@ bool add_libraries(std::string_view root, PieceBlocks& blocks) {
 // The document name of a file in pdfdocs; "" when it is none.
 std::string_view pdf_document_name(std::string_view file) {
   if (file.size() <= kPdfExtension.size() || file.starts_with(kBookcaseMark)) return {};
-  std::string extension(file.substr(file.size() - kPdfExtension.size()));
-  lcStr(extension.data());
-  return extension == kPdfExtension ? file.substr(0, file.size() - kPdfExtension.size()) : std::string_view();
+  return ends_in_any_case(file, kPdfExtension) ? file.substr(0, file.size() - kPdfExtension.size())
+                                               : std::string_view();
 }
 
 class PdfDocuments {

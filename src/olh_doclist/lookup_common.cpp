@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "ascii_case.h"
 #include "bounded_text.h"
 #include "olh/support.h"
 #include "owned_text.h"
@@ -50,14 +51,7 @@ void set_context(olh_docList& locator, const char* name) {
 
 bool is_path_name(std::string_view name) noexcept { return name.find_first_of("/\\") != std::string_view::npos; }
 
-bool ends_in_pdf(std::string_view name) noexcept {
-  constexpr std::string_view kSuffix = ".pdf";
-  if (name.size() < kSuffix.size()) return false;
-  char end[kSuffix.size() + 1] = {};
-  name.copy(end, kSuffix.size(), name.size() - kSuffix.size());
-  downcase(end);
-  return end == kSuffix;
-}
+bool ends_in_pdf(std::string_view name) noexcept { return ends_in_any_case(name, ".pdf"); }
 
 namespace {
 

@@ -3,10 +3,10 @@
 // Knows    where a manual's topic table lies and how its lines name a topic and its page.
 // Not      how topics are normalised (url_build), how a URL names a topic (url_build).
 // For      the lookup wrapper.
-#include <cctype>
 #include <string>
 #include <string_view>
 
+#include "ascii_case.h"
 #include "bounded_text.h"
 #include "line_reader.h"
 #include "olh/support.h"
@@ -62,7 +62,7 @@ void hand_out_page(char* out, std::string_view rest) noexcept {
 
 std::string normal_form(std::string_view text) {
   std::string topic = normalised_topic(text);
-  downcase(topic.data());
+  lower_ascii(topic.data());
   return topic;
 }
 
@@ -71,9 +71,7 @@ bool has_normal_form(std::string_view text, std::string_view wanted) noexcept {
   std::size_t matched = 0;
   for (const char byte : text) {
     if (!belongs_to_topic(byte)) continue;
-    const bool goes_on = matched < wanted.size() &&
-                         static_cast<char>(std::tolower(static_cast<unsigned char>(byte))) == wanted[matched];
-    if (!goes_on) return false;
+    if (matched == wanted.size() || ascii_lowered(byte) != wanted[matched]) return false;
     ++matched;
   }
   return matched == wanted.size();

@@ -5,6 +5,7 @@
 // Owns     every OlhVariable node with its two strings.
 #include <cstdlib>
 
+#include "ascii_case.h"
 #include "bounded_text.h"
 #include "environment.h"
 #include "olh/support.h"
@@ -110,7 +111,7 @@ void olh_docList::CheckOlhVariables() {
   if (GetOlhVariable(value, "OLH_LOG_HELP") == 1) StartOlhLog(value);
   if (GetOlhVariable(value, "QEL_DOC_TYPE") == 1) OlhSetViewerOrder(value);
   if (GetOlhVariable(value, "QEL_OLH_DISPLAY_TYPE") == 1) {
-    downcase(value);
+    olh::lower_ascii(value);
     for (int type = OLH_DISPLAY_NORMAL; type <= OLH_DISPLAY_POPUP; ++type) {
       if (kDisplayTypes[type] != value) continue;
       if (mbDisplayTypeFixed == 0) mDisplayType = type;

@@ -1,3 +1,6 @@
+#include <cctype>
+#include <clocale>
+#include <cstdlib>
 #include <cstring>
 
 #include "olh/support.h"
@@ -81,6 +84,18 @@ TEST_F(Wrappers, PathAndVariableTakeNull) {
   EXPECT_EQ(GetOlhDocPath(), dir + "/host");
   EXPECT_EQ(SetOlhDocPath(nullptr), 1);
   EXPECT_EQ(GetOlhDocPath(), root);
+}
+
+// There the small form of "I" is another letter.
+TEST_F(Wrappers, ATurkishHostFindsTopicsAndDisplayTypes) {
+  const std::string locale = "localedef -i tr_TR -f ISO-8859-9 " + dir + "/tr_TR >/dev/null 2>&1";
+  set("LOCPATH", dir);
+  if (std::system(locale.c_str()) != 0 || std::setlocale(LC_ALL, "tr_TR") == nullptr) GTEST_SKIP() << locale;
+  ASSERT_NE(std::tolower('I'), 'i');
+  set("QEL_OLH_DISPLAY_TYPE", "TOPIC");
+  write("guide/QELdata/QELAllData.js", "QELAddTopic([\"Intro\",\"intro.htm\"]);\n");
+  EXPECT_EQ(FindHtmlTopic(("file://" + dir + "/guide/index.htm").c_str(), "intro", nullptr), 1);
+  EXPECT_EQ(GetOlhDisplayType(), OLH_DISPLAY_TOPIC);
 }
 
 }  // namespace
