@@ -5,6 +5,7 @@
 // For      the driver, as its first step.
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -134,10 +135,10 @@ class InstalledList {
   bool failed_ = false;
 };
 
-// Creates the source list when there is none; one that is there but unreadable is left alone. Returns whether there
-// is one now.
+// Creates the source list when there is none; one that is there but unreadable, or that cannot be looked at now, is left
+// alone. Returns whether there may be one now.
 bool ensure_source(const std::string& path) {
-  if (access(path.c_str(), F_OK) == 0) return true;
+  if (access(path.c_str(), F_OK) == 0 || errno != ENOENT) return true;
   return put_list(path, kDefaultSource);
 }
 

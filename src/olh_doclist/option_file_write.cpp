@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -112,9 +113,10 @@ void make_home(std::string_view home) {
   if (!like_an_option && fits_a_command(command)) run_command(command);
 }
 
+// What cannot be looked at now is not taken for missing: it would be written anew, without what it holds.
 bool exists(const std::string& name) noexcept {
   struct stat status = {};
-  return stat(name.c_str(), &status) == 0;
+  return stat(name.c_str(), &status) == 0 || errno != ENOENT;
 }
 
 // Whether another file than the one that was opened has the place that is written to.
