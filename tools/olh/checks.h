@@ -32,6 +32,9 @@ void check_lists(const CheckedRoot& root, Findings& findings);
 void check_options(const CheckedRoot& root, Findings& findings);
 void check_letter_case(const CheckedRoot& root, Findings& findings);
 
+// check_titles.cpp
+void check_titles(const CheckedRoot& root, Findings& findings);
+
 // check_tags.cpp
 void check_tags(const CheckedRoot& root, Findings& findings);
 

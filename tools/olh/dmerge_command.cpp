@@ -13,6 +13,7 @@
 #include "olh/support.h"
 #include "output.h"
 #include "stream_in_memory.h"
+#include "title_warnings.h"
 
 namespace olh {
 
@@ -56,9 +57,16 @@ std::string totals(const ListRun& run) {
 }
 
 nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::vector<std::string>& messages) {
+  nlohmann::json warnings = nlohmann::json::array();
+  for (const TitleWarning& one : title_warnings(run))
+    warnings.push_back({{"file", one.file}, {"sentence", one.sentence}});
   return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
           {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
-          {"seconds", run.seconds}, {"messages", messages}};
+          {"seconds", run.seconds}, {"messages", messages},        {"warnings", warnings}};
+}
+
+void complain_of_titles(const ListRun& run) {
+  for (const TitleWarning& one : title_warnings(run)) complain("warning: " + one.file + " " + one.sentence + ".");
 }
 
 // ---- making the lists ------------------------------------------------------------------------------------------
@@ -85,6 +93,7 @@ int make(const std::string& root, const Arguments& asked) {
     complain(sentence_about_failure(run));
   else if (!asked.quiet)
     say(totals(run));
+  complain_of_titles(run);
   return exit_code_of(run);
 }
 
@@ -110,6 +119,7 @@ int check(const std::string& root, const Arguments& asked) {
       for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
     if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
   }
+  if (!asked.json) complain_of_titles(run);
   if (code == kOutOfDate && !asked.quiet)
     complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
   if (!trial.failure.empty()) complain(trial.failure);

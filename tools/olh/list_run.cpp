@@ -31,12 +31,15 @@ void take_documents() {
     if (type != "html") ++run->pdfs;
     if (type.empty()) ++run->both;
   }
+  for (const LibListEntry* entry = pdfTitlesHead; entry != nullptr; entry = entry->next)
+    run->titled_by_portals.emplace_back(entry->docName == nullptr ? "" : entry->docName);
+  run->release = releaseName == nullptr ? "" : releaseName;
 }
 
 void count_portals() {
   std::set<std::string> names;
-  for (const ListedItem& portal : listed_portals(run->root).value_or(std::vector<ListedItem>()))
-    names.insert(portal.name);
+  run->listed_portals = listed_portals(run->root).value_or(std::vector<ListedItem>());
+  for (const ListedItem& portal : run->listed_portals) names.insert(portal.name);
   run->portals = names.size();
 }
 

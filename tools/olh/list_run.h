@@ -15,15 +15,18 @@
 namespace olh {
 
 struct ListRun {
-  std::string root;                       // as it was given, without slashes at its end
-  bool has_root = false;                  // whether it was there and readable
-  int result = 0;                         // a DmergeResult; portals that cannot be listed are a failure
-  std::vector<std::string> files;         // the lists that say what they should and can be read, in order
-  std::vector<ListedDocument> documents;  // with the titles that the generator sees
-  std::size_t libraries = 0;              // HTML manuals
-  std::size_t pdfs = 0;                   // PDF documents
-  std::size_t both = 0;                   // of these, documents in both forms
-  std::size_t portals = 0;                // portals that the installed list names
+  std::string root;                            // as it was given, without slashes at its end
+  bool has_root = false;                       // whether it was there and readable
+  int result = 0;                              // a DmergeResult; portals that cannot be listed are a failure
+  std::vector<std::string> files;              // the lists that say what they should and can be read, in order
+  std::vector<ListedDocument> documents;       // with the titles that the generator sees
+  std::vector<std::string> titled_by_portals;  // the PDFs of these names have their titles from a portal
+  std::vector<ListedItem> listed_portals;      // what the installed list names, with titles
+  std::string release;                         // the release name of the basic page, "" for none
+  std::size_t libraries = 0;                   // HTML manuals
+  std::size_t pdfs = 0;                        // PDF documents
+  std::size_t both = 0;                        // of these, documents in both forms
+  std::size_t portals = 0;                     // portals that the installed list names
   double seconds = 0;
 };
 

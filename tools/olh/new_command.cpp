@@ -10,6 +10,7 @@
 #include "olh/support.h"
 #include "output.h"
 #include "places.h"
+#include "title_warnings.h"
 
 namespace olh {
 
@@ -53,10 +54,9 @@ std::string refusal_of_name(const std::string& name) {
 
 // The lists take a title as it is, between double quotes and as markup.
 std::string refusal_of_title(const std::string& title) {
-  const auto does_harm = [](unsigned char c) { return c < ' ' || c == 127 || c == '"' || c == '\\' || c == '<'; };
   if (title.find_first_not_of(' ') == std::string::npos) return "the title is empty.";
-  if (std::ranges::any_of(title, does_harm))
-    return "a title has no double quote, backslash, '<' or control character: the lists would break.";
+  if (std::ranges::any_of(title, is_more_than_text))
+    return "a title has no double quote, backslash, '<', '&' or control character: the lists take it as it is.";
   return "";
 }
 

@@ -58,7 +58,7 @@ class Json(Scene):
         self.viewer("firefox")
         write(self.docs / "pdfdocs/paper_only.pdf", PDF)
         write(self.docs / "htmldocs/no_table/index.htm")
-        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js", """QELAddBookVar("DocTitle","The guide");
+        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js", """QELAddBookVar("DocTitle","The guide &amp; more");
 QELAddTopic(["bare"]);\nQELAddTopic(["full","full.htm","Full"]);\n""")
         write(self.docs / "htmldocs/QEL/lib/LibList.js")
         write(self.docs / "tomedecks/qel_td/js/page.js")
