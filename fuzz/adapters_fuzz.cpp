@@ -43,6 +43,7 @@ void check_address(const std::string& text) {
   expect(without_query_and_fragment(queried) == without_query_and_fragment(text) &&
              fragment_of(queried) == fragment_of(text),
          "a query changes nothing else");
+  expect(with_query(queried) == queried, "one query is enough");
 }
 
 void check_readers(const std::string& text, const Words& words) {
