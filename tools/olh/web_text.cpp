@@ -138,7 +138,7 @@ std::optional<std::string> body_of(std::string_view answer) {
   if (end == std::string_view::npos || !answer.starts_with(kVersion)) return std::nullopt;
   const std::string_view head = answer.substr(0, end);
   const std::string_view body = answer.substr(end + kEndOfHead.size());
-  if (!head.substr(kVersion.size() + 1).starts_with(" 200")) return std::nullopt;
+  if (head.size() <= kVersion.size() || !head.substr(kVersion.size() + 1).starts_with(" 200")) return std::nullopt;
   if (header_value(head, "transfer-encoding")) return std::nullopt;  // not asked for, and not whole as it is
   std::size_t announced = body.size();
   if (const auto length = header_value(head, "content-length"))
