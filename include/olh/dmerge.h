@@ -17,6 +17,7 @@
  *     this process may not read is written and not told. A list that is write-protected, or one to replace in a
  *     directory that is, cannot be written. Two runs at one time write each list one after the other; the second
  *     waits for about a second. One that was killed may leave NAME.new, which goes when the list is next replaced.
+ *     A symbolic link in a list's place stays one if its owner is root or the caller; else the list takes its place.
  *     A directory of which the names break off in an error ends the run: half of them make no list.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as
  *     there where only its being there counts (the script of a portal, a PDF that a portal names). Lines are read

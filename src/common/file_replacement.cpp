@@ -72,6 +72,8 @@ bool take_over(int fd, const struct stat& old) {
 
 }  // namespace
 
+std::string FileReplacement::target_of(const std::string& name) { return follow_links(name); }
+
 FileReplacement::FileReplacement(const std::string& name, Durability durability, StrangersLink link)
     : target_(follow_links(name)), temporary_(target_ + ".new"), durability_(durability) {
   struct stat old = {};

@@ -25,6 +25,9 @@ class FileReplacement {
   // What becomes of anybody else's link: it is in the way, or the file takes its place.
   enum class StrangersLink { kRefused, kGivesWay };
 
+  // Where the new text of NAME goes: the name, or where its links lead, at a stranger's link at the latest.
+  static std::string target_of(const std::string& name);
+
   // Opens NAME.new. What stands under the name must be a regular file or nothing at all.
   explicit FileReplacement(const std::string& name, Durability durability = Durability::kOnDisk,
                            StrangersLink link = StrangersLink::kRefused);

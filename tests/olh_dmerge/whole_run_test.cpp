@@ -147,6 +147,33 @@ TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
   EXPECT_EQ(get("htmldocs/QEL/lib/LibList.js"), "earlier\n");
 }
 
+// Whatever it leads to: the caller's own file, one of root's that holds the list's very text, or nothing.
+TEST_F(WholeRun, AStrangersLinkGivesWayToTheList) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make a stranger's link";
+  constexpr uid_t kStranger = 65534, kCaller = 65533;
+  fs::copy(kResources + "/root", root, fs::copy_options::recursive);
+  fs::permissions(dir, fs::perms::all);
+  for (const auto& entry : fs::recursive_directory_iterator(dir))
+    if (entry.is_directory()) fs::permissions(entry, fs::perms::all);
+  const std::string own = write("own", "untouched"), twin = write("twin", ""), nothing = dir + "/nothing";
+  ASSERT_EQ(chown(own.c_str(), kCaller, kCaller), 0);
+  const auto run_with_link = [&](const std::string& list, const std::string& target) {
+    fs::remove(in_root(list));
+    fs::create_symlink(target, in_root(list));
+    ASSERT_EQ(lchown(in_root(list).c_str(), kStranger, kStranger), 0);
+    EXPECT_EXIT(_exit(setuid(kCaller) == 0 ? dmerge(root.c_str(), nullptr) : 1), testing::ExitedWithCode(0), "");
+    EXPECT_FALSE(fs::is_symlink(in_root(list))) << list << " to " << target;
+    EXPECT_TRUE(olh_test::read_file(own) == "untouched" && !fs::exists(nothing)) << list << " to " << target;
+  };
+  for (const std::string& target : {own, twin, nothing})
+    for (const std::string& list : kLists) {
+      if (target == twin) write("twin", olh_test::read_file(kResources + "/expected/" + list));
+      run_with_link(list, target);
+      expect_the_expected_lists();
+    }
+  run_with_link("tomedecks/qel_td/js/tdklist.js", nothing);
+}
+
 TEST_F(WholeRun, EntryPointMapsTheResults) {
   EXPECT_EQ(OlhDmerge(nullptr, nullptr), OLH_RESULT_NOT_FOUND);
   printed_by([&] { EXPECT_EQ(OlhDmerge(root.c_str(), nullptr), OLH_RESULT_FAILED); });
