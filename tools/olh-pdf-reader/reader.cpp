@@ -63,7 +63,7 @@ int open_in_reader(const ReaderRequest& request, const Trace& trace) {
     return kExitWrongUse;
   }
   const bool has_file = request.kind == ReaderRequest::Kind::kOpen;
-  if (has_file && !is_readable_file(request.file) && access(request.file.c_str(), R_OK) != 0) {
+  if (has_file && !is_regular_file(request.file)) {
     trace.complain("there is no file " + request.file + " that could be read.");
     return kExitFailed;
   }

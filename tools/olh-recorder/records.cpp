@@ -5,8 +5,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
+
+#include "files.h"
 
 namespace olh_recorder {
 
@@ -25,7 +26,7 @@ std::string open_descriptors() {
 }
 
 std::string status_line(const std::string& name) {
-  std::ifstream status("/proc/self/status");
+  std::istringstream status(olh_viewers::content_of("/proc/self/status"));
   for (std::string line; std::getline(status, line);)
     if (line.rfind(name + ":", 0) == 0) return line.substr(line.find_first_not_of(" \t", name.size() + 1));
   return "";
@@ -78,10 +79,7 @@ bool append(const std::string& viewer, const Call& call) {
 }
 
 std::vector<Call> read_calls(const std::string& viewer) {
-  std::ifstream file(viewer + ".log", std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  const std::string log = bytes.str();
+  const std::string log = olh_viewers::content_of(viewer + ".log");
   std::vector<Call> calls;
   Call call;
   for (std::size_t position = 0; next_call(log, position, call);) calls.push_back(call);

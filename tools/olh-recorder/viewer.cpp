@@ -3,9 +3,9 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <fstream>
 #include <sstream>
 
+#include "files.h"
 #include "records.h"
 
 namespace olh_recorder {
@@ -28,7 +28,7 @@ std::string kind_of(const Call& call) {
 
 Answer answer_to(const std::string& viewer, const std::string& kind) {
   Answer answer;
-  std::ifstream rule(viewer + "." + kind);
+  std::istringstream rule(olh_viewers::content_of(viewer + "." + kind));
   if (rule >> answer.status >> answer.seconds) {
     rule.get();
     std::ostringstream rest;

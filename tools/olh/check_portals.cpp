@@ -67,7 +67,10 @@ void check_portal_files(const CheckedRoot& root, Findings& findings) {
       findings.error(page_of(portal), "is not there, so that no help call finds the portal");
     if (!has_script && !root.is_web)
       findings.error(script_of(portal), "is not there, so that the portal has neither a name nor documents");
-    if (has_script && !root.is_web && !has_name(root, portal))
+    const bool is_read = has_script && (root.is_web || text_in_root(root.path, script_of(portal)));
+    if (has_script && !is_read)
+      findings.error(script_of(portal), "cannot be read, so that the portal has neither a name nor documents");
+    if (is_read && !root.is_web && !has_name(root, portal))
       findings.warning(script_of(portal),
                        "gives no name (mTomeDeckName = \"...\"), so that no list shows the portal");
     if (!portal.ends_with("_td"))

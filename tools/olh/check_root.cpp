@@ -70,7 +70,7 @@ void check_lists(const CheckedRoot& root, Findings& findings) {
     for (const std::string& message : root.trial->messages)
       findings.warning(root.path, "cannot have its lists made; the generator says: " + message);
   for (const ListChange& change : root.trial->changes)
-    findings.warning(change.file, state_of(change) + made_anew(root));
+    findings.warning(change.file, state_of(change) + (change.is_unreadable ? "" : made_anew(root)));
 }
 
 void check_options(const CheckedRoot& root, Findings& findings) {

@@ -1,6 +1,5 @@
 // The check of the documents and tags that a host uses, against what the library's own lookups find in the root.
 #include <algorithm>
-#include <fstream>
 
 #include "checks.h"
 #include "destinations.h"
@@ -106,12 +105,12 @@ class TagCheck {
 
 void check_tags(const CheckedRoot& root, Findings& findings) {
   if (root.tags_file.empty()) return;
-  std::ifstream lines(root.tags_file);
-  if (!lines) return findings.error(root.tags_file, "cannot be read");
+  const std::optional<std::string> text = text_at(root.tags_file);
+  if (!text) return findings.error(root.tags_file, "cannot be read");
   TagCheck check(root, findings);
   int number = 0;
   int uses = 0;
-  for (std::string line; std::getline(lines, line);) {
+  for (const std::string& line : lines_of(*text)) {
     const Use use = use_in(line, ++number);
     if (use.document.empty()) continue;
     ++uses;

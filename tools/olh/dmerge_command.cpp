@@ -1,6 +1,7 @@
 // olh dmerge [ROOT]: the lists that the pages of a documentation root read; with --check, whether they are true.
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -110,8 +111,11 @@ int check(const std::string& root, const Arguments& asked) {
     answer["result"] = code;
     answer["out_of_date"] = nlohmann::json::array();
     for (const ListChange& change : trial.changes)
-      answer["out_of_date"].push_back(
-          {{"file", change.file}, {"missing", change.is_new}, {"more", change.more}, {"less", change.less}});
+      answer["out_of_date"].push_back({{"file", change.file},
+                                       {"missing", change.is_new},
+                                       {"unreadable", change.is_unreadable},
+                                       {"more", change.more},
+                                       {"less", change.less}});
     say_json(answer);
   } else {
     for (const std::string& message : trial.messages) say(message);
@@ -120,7 +124,8 @@ int check(const std::string& root, const Arguments& asked) {
     if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
   }
   if (!asked.json) complain_of_titles(run);
-  if (code == kOutOfDate && !asked.quiet)
+  const auto can_be_compared = [](const ListChange& change) { return !change.is_unreadable; };
+  if (code == kOutOfDate && !asked.quiet && std::ranges::any_of(trial.changes, can_be_compared))
     complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
   if (!trial.failure.empty()) complain(trial.failure);
   return code;

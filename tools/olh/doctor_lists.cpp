@@ -24,7 +24,8 @@ Diagnosis of_root(const std::string& root) {
     return {State::kWarning, "The lists of " + root + " cannot be made: " + check.failure, ""};
   if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are true.", ""};
   std::vector<std::string> files;
-  for (const ListChange& change : check.changes) files.push_back(change.file);
+  for (const ListChange& change : check.changes)
+    files.push_back(change.is_unreadable ? change.file + " " + state_of(change) : change.file);
   return {State::kWarning,
           "The lists of " + root + " are out of date (" + enumeration(files) +
               "): the portal and the search miss what is new.",

@@ -23,6 +23,7 @@ ListTrial try_lists(const std::string& root) {
 
 std::string state_of(const ListChange& change) {
   if (change.is_new) return "is missing";
+  if (change.is_unreadable) return "cannot be read, or is no regular file";
   return "is out of date: " + counted(static_cast<std::size_t>(change.more), "line", "lines") + " to add, " +
          counted(static_cast<std::size_t>(change.less), "line", "lines") + " to remove";
 }

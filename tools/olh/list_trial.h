@@ -22,7 +22,7 @@ struct ListTrial {
 // Throws std::runtime_error when the root cannot be listed, or there is no place for a trial.
 ListTrial try_lists(const std::string& root);
 
-// "is missing", or "is out of date: 1 line to add, 2 lines to remove".
+// "is missing", "cannot be read...", or "is out of date: 1 line to add, 2 lines to remove".
 std::string state_of(const ListChange& change);
 
 }  // namespace olh

@@ -4,12 +4,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
 
 #include "environment.h"
+#include "files.h"
 #include "list_failure.h"
 #include "list_run.h"
 #include "olh/dmerge.h"
@@ -93,9 +93,9 @@ std::string as_markup(std::string text) {
 
 // A file of the template, filled in; in a page the texts are markup.
 void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings) {
-  std::ifstream source(from, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(source), std::istreambuf_iterator<char>()};
+  const std::optional<std::string> source = olh_viewers::text_of_file(from);
   if (!source) throw std::runtime_error(from.string() + " cannot be read");
+  std::string text = *source;
   const bool is_page = from.extension() == ".htm";
   for (const Filling& filling : fillings)
     replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <fstream>
 
 #include "debug_capture.h"
+#include "files.h"
 #include "olh/support.h"
 #include "output.h"
 
@@ -69,9 +69,8 @@ OptionFile read_option_file(const std::string& file) {
 }
 
 std::string written_value(const std::string& file, const std::string& key) {
-  std::ifstream text(file);
   std::string value;
-  for (std::string line; std::getline(text, line);) {
+  for (const std::string& line : lines_of(olh_viewers::content_of(file))) {
     const std::string rest = trimmed(line, " \t\r");
     const std::size_t equals = rest.find('=');
     if (equals == std::string::npos || rest[0] == '#' || rest[0] == ';') continue;

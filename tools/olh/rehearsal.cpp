@@ -6,12 +6,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
 
 #include "environment.h"
+#include "files.h"
 #include "olh/support.h"
 
 namespace olh {
@@ -39,7 +39,7 @@ class ReportFile {
 
   // Every call in order: its arguments, each ended by a NUL, after a line with their number.
   std::vector<std::vector<std::string>> calls() const {
-    std::ifstream file(path_, std::ios::binary);
+    std::istringstream file(olh_viewers::content_of(path_));
     std::vector<std::vector<std::string>> all;
     for (std::string number; std::getline(file, number);) {
       std::vector<std::string> words(static_cast<std::size_t>(std::atoi(number.c_str())));

@@ -28,8 +28,7 @@ std::string place_beside(const std::string& page, const std::string& relative) {
 
 std::optional<std::string> text_at(const std::string& place) {
   if (is_web_root(place)) return web_text(place);
-  if (!olh_viewers::is_readable_file(place)) return std::nullopt;
-  return olh_viewers::content_of(place);
+  return olh_viewers::text_of_file(place);
 }
 
 std::optional<std::string> text_in_root(const std::string& root, const std::string& relative) {

@@ -2,17 +2,22 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <map>
+#include <optional>
 #include <stdexcept>
+#include <string_view>
+
+#include "files.h"
 
 namespace olh {
 
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::size_t kLargestList = 256 * 1024 * 1024;  // a million documents
 
 // What the generator writes. tdklist.js is only written when it is missing.
 constexpr const char* kWritten[] = {"htmldocs/QEL/lib/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js",
@@ -40,26 +45,27 @@ void mirror(const fs::path& root, const fs::path& shadow, const fs::path& relati
   }
 }
 
-// How often each line stands in a file, with its line feed.
-std::map<std::string, int> lines_of(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
+// How often each line stands in a text, with its line feed.
+std::map<std::string, int> counted_lines(std::string_view text) {
   std::map<std::string, int> lines;
-  for (std::string line; std::getline(stream, line);) ++lines[stream.eof() ? line : line + '\n'];
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
+    ++lines[std::string(line)];
+    text.remove_prefix(line.size());
+  }
   return lines;
-}
-
-std::string bytes_of(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
 ListChange compared(const fs::path& before, const fs::path& after) {
   ListChange change;
   std::error_code failed;
   change.is_new = !fs::exists(before, failed);
-  if (bytes_of(before) == bytes_of(after)) return change;
-  std::map<std::string, int> lines = lines_of(after);
-  for (const auto& [line, count] : lines_of(before)) lines[line] -= count;
+  const auto old = olh_viewers::text_of_file(before, kLargestList);
+  change.is_unreadable = !change.is_new && !old;
+  const auto text = olh_viewers::text_of_file(after, kLargestList);
+  if (change.is_unreadable || old == text) return change;
+  std::map<std::string, int> lines = counted_lines(text.value_or(""));
+  for (const auto& [line, count] : counted_lines(old.value_or(""))) lines[line] -= count;
   for (const auto& [line, count] : lines) (count > 0 ? change.more : change.less) += std::abs(count);
   return change;
 }
@@ -102,7 +108,7 @@ std::vector<ListChange> changes_in(const ShadowRoot& shadow, const std::string& 
     const fs::path relative = fs::path(file).lexically_relative(shadow.path());
     ListChange change = compared(root / relative, file);
     change.file = relative.string();
-    if (change.is_new || change.more != 0 || change.less != 0) changes.push_back(change);
+    if (change.is_new || change.is_unreadable || change.more != 0 || change.less != 0) changes.push_back(change);
   }
   return changes;
 }

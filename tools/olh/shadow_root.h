@@ -38,8 +38,9 @@ class ShadowRoot {
 struct ListChange {
   std::string file;  // below the root
   bool is_new = false;
-  int more = 0;  // lines that would be added
-  int less = 0;  // lines that would go
+  bool is_unreadable = false;  // no regular file, too large, or not to be read: nothing was compared
+  int more = 0;                // lines that would be added
+  int less = 0;                // lines that would go
 };
 
 // What making the lists would change: of each file that was written into the shadow, when it says something else in the

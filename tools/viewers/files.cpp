@@ -4,24 +4,41 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 
 namespace olh_viewers {
 
 namespace {
 
-constexpr off_t kMostBytes = 16 * 1024 * 1024;
+class Descriptor {
+ public:
+  // Of a regular file; nothing else is open.
+  explicit Descriptor(const std::string& path)
+      : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
+    if (fd_ >= 0) is_open_ = fstat(fd_, &status_) == 0 && S_ISREG(status_.st_mode);
+  }
+  ~Descriptor() {
+    if (fd_ >= 0) close(fd_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
 
-// The descriptor of a regular file of a size to be read; below 0 otherwise.
-int open_regular(const std::string& path) {
-  const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  struct stat status = {};
-  if (fd < 0) return fd;
-  if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kMostBytes) return fd;
-  close(fd);
-  return -1;
-}
+  bool is_within(std::size_t most) const { return is_open_ && static_cast<std::size_t>(status_.st_size) <= most; }
+  ssize_t read_some(char* block, std::size_t size) const {
+    ssize_t count;
+    do count = read(fd_, block, size);
+    while (count < 0 && errno == EINTR);
+    return count;
+  }
+
+ private:
+  int fd_;
+  bool is_open_ = false;
+  struct stat status_ = {};
+};
 
 bool is_other_program(const std::string& path) {
   struct stat status = {};
@@ -33,21 +50,26 @@ bool is_other_program(const std::string& path) {
 
 }  // namespace
 
-std::string content_of(const std::string& path) {
-  const int fd = open_regular(path);
-  if (fd < 0) return "";
+// A file may grow while it is read, and those below /proc have no size: the bytes are counted as they come.
+std::optional<std::string> text_of_file(const std::string& path, std::size_t most) {
+  const Descriptor file(path);
+  if (!file.is_within(most)) return std::nullopt;
   std::string text;
   char block[65536];
-  for (ssize_t count = read(fd, block, sizeof block); count > 0; count = read(fd, block, sizeof block))
+  for (;;) {
+    const ssize_t count = file.read_some(block, sizeof block);
+    if (count == 0) return text;
+    if (count < 0 || text.size() + static_cast<std::size_t>(count) > most) return std::nullopt;
     text.append(block, static_cast<std::size_t>(count));
-  close(fd);
-  return text;
+  }
 }
 
-bool is_readable_file(const std::string& path) {
-  const int fd = open_regular(path);
-  if (fd >= 0) close(fd);
-  return fd >= 0;
+std::string content_of(const std::string& path) { return text_of_file(path).value_or(""); }
+
+bool is_readable_file(const std::string& path) { return Descriptor(path).is_within(kMostBytes); }
+
+bool is_regular_file(const std::string& path) {
+  return Descriptor(path).is_within(std::numeric_limits<std::size_t>::max());
 }
 
 std::string find_program(const std::string& name) {

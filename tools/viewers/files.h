@@ -1,10 +1,12 @@
-// Files as the adapters read them.
+// Files as the tools read them: all of them here, and nowhere else.
 //
-// Knows    that only regular files are read, without ever waiting for one.
-// For      the lookups of the adapters.
+// Knows    that only regular files are read, up to a limit, without ever waiting for one.
+// For      olh, the adapters, and olh-recorder.
 #ifndef OLH_TOOLS_VIEWERS_FILES_H
 #define OLH_TOOLS_VIEWERS_FILES_H
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,10 +14,18 @@
 
 namespace olh_viewers {
 
-// The bytes of a regular file of at most 16 MiB; "" for everything else.
+inline constexpr std::size_t kMostBytes = 16 * 1024 * 1024;
+
+// The bytes of a regular file; nothing for everything else: a FIFO, a device, a directory, a file with more bytes than
+// `most`, and one that cannot be read to its end.
+std::optional<std::string> text_of_file(const std::string& path, std::size_t most = kMostBytes);
+
+// The same, and "" for everything else.
 std::string content_of(const std::string& path);
 
+// Whether there is such a regular file, of at most 16 MiB; of any size.
 bool is_readable_file(const std::string& path);
+bool is_regular_file(const std::string& path);
 
 // The executable of that name: itself when it has a "/", else the first along PATH; "" when there is none, or when it is
 // the adapter that asks.

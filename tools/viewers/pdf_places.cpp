@@ -11,8 +11,12 @@ namespace olh_viewers {
 
 namespace {
 
-// A file whose name begins with "-" must not be taken for an option.
-std::string as_argument(const std::string& file) { return file.starts_with('-') ? "./" + file : file; }
+// What pdfinfo says of a file. A name that begins with "-" must not be taken for an option.
+std::optional<std::string> information(const std::string& file, Words words) {
+  if (!is_regular_file(file)) return std::nullopt;
+  words.push_back(file.starts_with('-') ? "./" + file : file);
+  return output_of(words);
+}
 
 }  // namespace
 
@@ -36,17 +40,17 @@ PdfPlace place_in_listing(const std::string& listing, const std::string& destina
 }
 
 std::optional<std::vector<NamedPlace>> destinations_of(const std::string& file) {
-  const std::optional<std::string> listing = output_of({"pdfinfo", "-dests", as_argument(file)});
+  const std::optional<std::string> listing = information(file, {"pdfinfo", "-dests"});
   return listing ? std::optional(places_in_listing(*listing)) : std::nullopt;
 }
 
 PdfPlace place_of_destination(const std::string& file, const std::string& destination) {
-  const std::optional<std::string> listing = output_of({"pdfinfo", "-dests", as_argument(file)});
+  const std::optional<std::string> listing = information(file, {"pdfinfo", "-dests"});
   return listing ? place_in_listing(*listing, destination) : PdfPlace();
 }
 
 std::optional<int> page_count(const std::string& file) {
-  const std::optional<std::string> facts = output_of({"pdfinfo", as_argument(file)});
+  const std::optional<std::string> facts = information(file, {"pdfinfo"});
   const std::size_t at = facts ? facts->find("Pages:") : std::string::npos;
   if (at == std::string::npos) return std::nullopt;
   return std::atoi(facts->c_str() + at + sizeof "Pages:" - 1);

@@ -1,7 +1,6 @@
 #include "processes.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -17,24 +16,10 @@ struct CloseDirectory {
   void operator()(DIR* stream) const noexcept { closedir(stream); }
 };
 
-constexpr std::size_t kLongestName = 15;   // the system cuts the names of processes
-constexpr std::size_t kStatusHead = 1024;  // name, state and owner stand in it
-constexpr std::size_t kMostVariables = 256 * 1024;
+constexpr std::size_t kLongestName = 15;  // the system cuts the names of processes
 
-// A file below a process's directory, as far as so many bytes.
-std::string text_of(const std::string& process, const char* file, std::size_t most) {
-  const int fd = open(("/proc/" + process + "/" + file).c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return "";
-  std::string text(most, '\0');
-  std::size_t size = 0;
-  while (size < most) {
-    const ssize_t count = read(fd, text.data() + size, most - size);
-    if (count <= 0) break;
-    size += static_cast<std::size_t>(count);
-  }
-  close(fd);
-  text.resize(size);
-  return text;
+std::string text_of(const std::string& process, const char* file) {
+  return content_of("/proc/" + process + "/" + file);
 }
 
 std::string_view field(std::string_view status, std::string_view name) {
@@ -47,7 +32,7 @@ std::string_view field(std::string_view status, std::string_view name) {
 
 // The name of a living process of this user; "" for any other.
 std::string name_of(const std::string& process) {
-  const std::string status = text_of(process, "status", kStatusHead);
+  const std::string status = text_of(process, "status");
   if (field(status, "\nState:\t").starts_with('Z') || field(status, "\nUid:\t") != std::to_string(getuid()))
     return "";
   return std::string(field(status, "Name:\t"));
@@ -71,7 +56,7 @@ int process_named(std::string_view name) {
 
 std::string variable_of_process(int process, std::string_view name) {
   const std::string wanted = std::string(name) + "=";
-  for (const std::string& entry : pieces_of(text_of(std::to_string(process), "environ", kMostVariables), '\0'))
+  for (const std::string& entry : pieces_of(text_of(std::to_string(process), "environ"), '\0'))
     if (entry.starts_with(wanted)) return entry.substr(wanted.size());
   return "";
 }
