@@ -230,7 +230,8 @@ OLH_API int OlhGetViewerPath(OlhViewer viewer, char* path) OLH_NOEXCEPT;
  *   OLH_RESULT_OK          0  stored, or it is the program in use already and nothing was written
  *   OLH_RESULT_INVALID     3  another viewer
  *   OLH_RESULT_IO          5  the file could not be written, or the path cannot be read back from it (a double
- *                             quote, a line feed or over 1,003 bytes); this process uses the program all the same
+ *                             quote, a line feed or over 1,003 bytes); this process uses the program all the same; or
+ *                             memory is exhausted and this process keeps the program it has, nothing was written
  *   OLH_RESULT_NO_PROGRAM  7  no such executable; nothing changes
  */
 OLH_API int OlhSetViewerPath(OlhViewer viewer, const char* path) OLH_NOEXCEPT;

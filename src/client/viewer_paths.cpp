@@ -25,9 +25,18 @@ int store_users_choice(OlhViewer viewer, const char* program) noexcept {
   return OLH_RESULT_INVALID;
 }
 
-void use_from_now_on(OlhViewer viewer, const char* program) noexcept {
-  if (viewer == OLH_VIEWER_PDF) OlhAcroSetPath(program);
-  if (viewer == OLH_VIEWER_HTML) OlhBrowserSetPath(program);
+// Returns false when memory is exhausted; the process then keeps the program that it has. The launchers answer 0 in any
+// case, so they are asked what they have now.
+bool use_from_now_on(OlhViewer viewer, const char* program) noexcept {
+  char current[OLH_BUFFER_SIZE] = "";
+  if (viewer == OLH_VIEWER_PDF) {
+    OlhAcroSetPath(program);
+    OlhAcroGetViewerPath(current, nullptr);
+  } else {
+    OlhBrowserSetPath(program);
+    OlhBrowserGetPath(current, nullptr);
+  }
+  return std::strcmp(current, program) == 0;
 }
 
 }  // namespace
@@ -48,9 +57,9 @@ int OlhSetViewerPath(OlhViewer viewer, const char* path) noexcept {
   char program[OLH_BUFFER_SIZE] = "";
   if (!resolve_program(program, path)) return call.done(OLH_RESULT_NO_PROGRAM);
   char current[OLH_BUFFER_SIZE] = "";
-  OlhGetViewerPath(viewer, current);
+  if (OlhGetViewerPath(viewer, current) == OLH_RESULT_INVALID) return call.done(OLH_RESULT_INVALID);
   if (std::strcmp(current, program) == 0) return call.done(OLH_RESULT_OK);
-  use_from_now_on(viewer, program);
+  if (!use_from_now_on(viewer, program)) return call.done(OLH_RESULT_IO);
   return call.done(store_users_choice(viewer, program));
 }
 

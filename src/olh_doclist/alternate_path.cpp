@@ -30,14 +30,6 @@ std::string joined(const OlhPathList* list) {
   return paths;
 }
 
-// Reads the sources again: the environment, then the host's own roots.
-void rebuild_search_path(olh_docList& locator, const std::string& host_roots) {
-  locator.mbAddingEnvironment = 0;
-  locator.mbEnvironmentAdded = 0;
-  locator.AddEnvironmentVariables();
-  if (!host_roots.empty()) locator.SetOlhDocPath(host_roots.c_str());
-}
-
 // Puts roots in front, in their order, with the overrides and the parent tree of the entry that was first.
 void put_in_front(olh_docList& locator, const OlhPathList* roots) {
   std::vector<const OlhPathList*> order;
@@ -90,7 +82,7 @@ int olh_docList::SetAltDocPath(const char* paths) {
   const int split = SplitString(copy.data(), olh::kNothing, olh::kNothing, accepted.head, olh::kNothing);
   const int written = SetIniFile(3, olh::joined(accepted.head).c_str(), olh::kTreeFile);
   olh::SearchPathChange change(*this, olh::SearchPathChange::Also::kEnvironmentLists);
-  olh::rebuild_search_path(*this, change.host_roots());
+  olh::gather_search_path(*this, change.host_roots());
   olh::put_in_front(*this, accepted.head);
   RemoveDuplicates(mDocPathList);
   change.keep();

@@ -8,6 +8,7 @@
 #include "olh/support.h"
 #include "olh_doclist.h"
 #include "one_thread.h"
+#include "search_path_change.h"
 
 namespace {
 
@@ -15,13 +16,26 @@ olh_docList docListNew;
 olh_docList* docList = nullptr;
 int docListInited = 0;
 
-// The flag comes first: the steps call entry points that begin here themselves.
+// Returns false when memory is exhausted; the search path is then as it was.
+bool gather_first_search_path() noexcept {
+  return olh::guarded(false, [] {
+    olh::SearchPathChange change(*docList, olh::SearchPathChange::Also::kEnvironmentLists);
+    olh::gather_search_path(*docList, change.host_roots());
+    change.keep();
+    return true;
+  });
+}
+
+// The flag comes first: the steps call entry points that begin here themselves. Roots that there was no memory for are
+// gathered at the next call.
 void docListInit() noexcept {
   if (docListInited == 1) return;
   docListInited = 1;
+  const bool is_first_call = docList == nullptr;
   docList = &docListNew;
-  olh::guarded([] { docList->AddEnvironmentVariables(); });
-  olh::guarded([] { docList->CheckOlhVariables(); });
+  const bool has_roots = gather_first_search_path();
+  if (is_first_call) olh::guarded([] { docList->CheckOlhVariables(); });
+  if (!has_roots) docListInited = 0;
 }
 
 // Runs `call` on the instance after first use; `failure` is the result when memory is exhausted.

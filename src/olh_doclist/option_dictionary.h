@@ -1,6 +1,7 @@
 // One option file, loaded.
 //
-// Knows    which files are loaded at all: readable, regular, and small enough for a reader that is quadratic in keys.
+// Knows    which files are loaded at all: readable, regular, and small enough for a reader that is quadratic in keys;
+//          that what is loaded is the file that was looked at, whatever has its name meanwhile.
 // Not      what the keys mean (root_options, option_file_read).
 // Owns     the dictionary of the INI reader; the values point into it.
 // For      the two readers of option files of this room (nothing else calls the INI reader), and their writer.
@@ -21,15 +22,15 @@ inline constexpr char kHtmlBrowserKey[] = ":qel_html_browser";
 inline constexpr char kPdfReaderKey[] = ":qel_pdf_reader";
 
 // A larger option file counts as unreadable.
-inline constexpr std::uint64_t kLargestOptionFile = 256 * 1024;
+inline constexpr std::uint64_t kLargestOptionFile = 64 * 1024;
 
 // Opens an option file for reading; empty for what nobody loads, and, with O_NOFOLLOW, for a symbolic link.
 UniqueFd open_option_file(const char* file, int further_flags = 0) noexcept;
 
 class OptionDictionary {
  public:
-  // Loads `file`; null counts as a file that is not there.
-  explicit OptionDictionary(const char* file) noexcept;
+  // Loads `file`; null counts as a file that is not there. Throws std::bad_alloc.
+  explicit OptionDictionary(const char* file);
   ~OptionDictionary();
   OptionDictionary(const OptionDictionary&) = delete;
   OptionDictionary& operator=(const OptionDictionary&) = delete;

@@ -12,6 +12,7 @@
 //     QEL_HOME     "docs", "shared" and "doc" in the directory that it names, then "docs" beside it
 //
 // Within each source, the alternates that a root's options file names come before the root.
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -113,6 +114,13 @@ void gather_environment(olh_docList& locator) {
 
 }  // namespace
 
+void gather_search_path(olh_docList& locator, const std::string& host_roots) {
+  locator.mbAddingEnvironment = 0;
+  locator.mbEnvironmentAdded = 0;
+  locator.AddEnvironmentVariables();
+  if (!host_roots.empty()) locator.SetOlhDocPath(host_roots.c_str());
+}
+
 }  // namespace olh
 
 // What does not fit is refused: nothing changes.
@@ -143,7 +151,8 @@ int olh_docList::SetOlhDocPath(const char* paths) {
 
 void olh_docList::AddEnvironmentVariables() {
   if (mDefaultPathList == nullptr) mDefaultPathList = olh::own_record<OlhDefaultPathList>().release();
-  if (mDefaultPathList == nullptr || mbEnvironmentAdded == 1) return;
+  if (mDefaultPathList == nullptr) throw std::bad_alloc();
+  if (mbEnvironmentAdded == 1) return;
   if (mbEnvironmentAdded == 0) olh::gather_environment(*this);
   olh::clear_buffer(mLastDocPath);
 }

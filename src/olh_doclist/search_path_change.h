@@ -3,7 +3,7 @@
 // Knows    that a change which does not come to its end (memory is exhausted) leaves the roots of before.
 // Not      where the new roots come from (path_sources, alternate_path).
 // Owns     the old lists, until they are put back or the change is kept.
-// For      path_sources and alternate_path.
+// For      first use, path_sources and alternate_path.
 #ifndef OLH_DOCLIST_SEARCH_PATH_CHANGE_H
 #define OLH_DOCLIST_SEARCH_PATH_CHANGE_H
 
@@ -60,6 +60,10 @@ class SearchPathChange {
   TemporaryPathList environment_;
   bool kept_ = false;
 };
+
+// Puts the search path together from its sources: the environment, read anew, then the host's own roots. The locator is
+// left without roots by a change, which also has these.
+void gather_search_path(olh_docList& locator, const std::string& host_roots);
 
 }  // namespace olh
 

@@ -150,7 +150,7 @@ TEST_F(OptionFile, UnreadableFilesLeaveTheBuffersAndAMissingOneEmptiesTwo) {
     return std::to_string(result) + " " + paths + " " + html;
   };
   write("broken.ini", "QEL_ALT_DOC_PATH=\"/a\"\nno equals sign\n");
-  write("large.ini", "QEL_ALT_DOC_PATH=\"/a\"\n#" + std::string(256 * 1024, 'x'));
+  write("large.ini", "QEL_ALT_DOC_PATH=\"/a\"\n#" + std::string(64 * 1024, 'x'));
   mkfifo((dir + "/fifo.ini").c_str(), 0600);
   testing::internal::CaptureStderr();
   for (const char* const name : {"broken.ini", "large.ini", "fifo.ini", "home"})
@@ -176,7 +176,7 @@ TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
 
 TEST_F(OptionFile, AFileThatWouldGrowTooLargeToBeReadStays) {
   const std::string line = "QEL_PDF_READER=\"/n\"\n";
-  const std::string limit(256 * 1024 - line.size() - 1, '#');
+  const std::string limit(64 * 1024 - line.size() - 1, '#');
   EXPECT_EQ(edited(limit + "\n", kReader, "/n"), limit + "\n" + line);
   const std::string old = limit + "#\n";
   write("root/qel_doc_options.ini", old);

@@ -99,7 +99,7 @@ TEST_F(RootOptions, UnreadableFilesAddNothing) {
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
   const std::string line = "QEL_ALT_DOC_PATH=/x\n";
   std::string large = line;
-  while (large.size() <= 256 * 1024) large += "# a comment that makes the file too large to be read\n";
+  while (large.size() <= 64 * 1024) large += "# a comment that makes the file too large to be read\n";
   const std::string files[] = {
       dir + "/missing.ini",
       fifo,
@@ -120,8 +120,8 @@ TEST_F(RootOptions, LargestFileIsRead) {
   const std::string root = make_root("root");
   const std::string alternate = make_root("alternate");
   std::string text = "QEL_ALT_DOC_PATH=" + alternate + "\n";
-  while (text.size() + 64 <= 256 * 1024) text += std::string("#") + std::string(62, 'c') + "\n";
-  text += std::string(256 * 1024 - text.size(), '\n');
+  while (text.size() + 64 <= 64 * 1024) text += std::string("#") + std::string(62, 'c') + "\n";
+  text += std::string(64 * 1024 - text.size(), '\n');
   locator.ReadQelDocOptions(write("root/qel_doc_options.ini", text).c_str());
   EXPECT_EQ(olh_test::paths_of(locator.mDocPathList), alternate + " " + root);
 }

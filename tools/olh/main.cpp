@@ -8,6 +8,7 @@
 #include <exception>
 
 #include "commands.h"
+#include "option_file.h"
 #include "output.h"
 #include "rehearsal.h"
 
@@ -37,7 +38,7 @@ int say_visibly(const char* format, ...) {
   va_start(arguments, format);
   std::vsnprintf(message, sizeof message, format, arguments);
   va_end(arguments);
-  return std::fputs(olh_viewers::visible_page(message).c_str(), stderr);
+  return std::fputs(olh_viewers::visible_page(olh::with_file_named(message)).c_str(), stderr);
 }
 
 int run(int argc, char** argv) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <string_view>
 
 #include "debug_capture.h"
 #include "files.h"
@@ -37,7 +38,7 @@ bool parse_complaint(const std::string& line, const std::string& prefix, SpoiltF
 
 // The library says nothing of a file that it cannot open.
 bool is_there_in_vain(const std::string& file) {
-  constexpr off_t kLargest = 256 * 1024;
+  constexpr off_t kLargest = 64 * 1024;
   struct stat status = {};
   if (stat(file.c_str(), &status) != 0) return false;
   return !S_ISREG(status.st_mode) || status.st_size > kLargest || access(file.c_str(), R_OK) != 0;
@@ -79,6 +80,22 @@ std::string written_value(const std::string& file, const std::string& key) {
     if (name == key) value = trimmed(rest.substr(equals + 1), " \t\"");
   }
   return value;
+}
+
+std::string with_file_named(const std::string& complaint) {
+  constexpr std::string_view kDescriptor = "/proc/self/fd/";
+  constexpr std::string_view kInMemory = "/memfd:";
+  constexpr std::string_view kUnnamed = " (deleted)";
+  const std::size_t begin = complaint.find(kDescriptor);
+  if (begin == std::string::npos) return complaint;
+  const std::size_t end = complaint.find_first_not_of("0123456789", begin + kDescriptor.size());
+  std::array<char, OLH_BUFFER_SIZE> target{};
+  const std::string link = complaint.substr(begin, end - begin);
+  if (readlink(link.c_str(), target.data(), target.size() - 1) <= 0) return complaint;
+  std::string name = target.data();
+  if (name.starts_with(kInMemory) && name.ends_with(kUnnamed))
+    name = name.substr(kInMemory.size(), name.size() - kInMemory.size() - kUnnamed.size());
+  return complaint.substr(0, begin) + name + (end == std::string::npos ? "" : complaint.substr(end));
 }
 
 std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines) {

@@ -18,7 +18,7 @@ struct SpoiltFile {
   std::string reason;
 };
 
-inline constexpr const char* kUnreadable = "no regular file of at most 256 KiB that can be read";
+inline constexpr const char* kUnreadable = "no regular file of at most 64 KiB that can be read";
 
 struct OptionFile {
   std::string browser;  // "" when the file names none that is an executable
@@ -34,6 +34,10 @@ OptionFile read_option_file(const std::string& file);
 
 // What a file's text holds for a key, whether or not it is an executable; "" for nothing. Only for telling the user.
 std::string written_value(const std::string& file, const std::string& key);
+
+// The INI reader reads a file through /proc/self/fd, and complains of that name: the same complaint with the file's own,
+// as long as the reader is at it.
+std::string with_file_named(const std::string& complaint);
 
 // The INI reader's complaints among captured lines, each once.
 std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines);

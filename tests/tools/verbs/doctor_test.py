@@ -135,8 +135,8 @@ class Doctor(Scene):
             (own, "# mine\nno key here\n", f"{own}, line 2: no KEY", f"sed -i '2s/^/# /' {own}"),
             (tree, "\n\nno key here\n", f"{tree}, line 3: no KEY", f"sed -i '3s/^/# /' {tree}"),
             (tree, f'OTHER_KEY="{"x" * 1100}"\n', f"{tree}, line 1: over 1,022", f"editor +1 {tree}"),
-            (own, "#" * 300000, f"{own}: no regular file of at most 256 KiB", f"mv {own} {own}.old"),
-            (tree, "#" * 300000, f"{tree}: no regular file of at most 256 KiB", f"mv {tree} {tree}.old"),
+            (own, "#" * 300000, f"{own}: no regular file of at most 64 KiB", f"mv {own} {own}.old"),
+            (tree, "#" * 300000, f"{tree}: no regular file of at most 64 KiB", f"mv {tree} {tree}.old"),
         ]:
             with self.subTest(said=said):
                 write(file, text)
