@@ -102,7 +102,8 @@ DetachedStart start_detached(std::span<const std::string> words) {
   const pid_t child = start_child(start_and_watch_viewer, watch, watch->stack_of_watcher, watch->memory);
   const DetachedStart start = child < 0 ? DetachedStart{StartOutcome::kForkFailed} : wait_for(child, *watch);
   const bool ended = start.outcome != StartOutcome::kWaitFailed && watch->outcome != kNothingSaid;
-  if (child < 0 || ended) give_back(watch);
+  const bool is_copied = watch->memory == 0;  // the children do not look at the host's
+  if (child < 0 || ended || is_copied) give_back(watch);
   return start;
 }
 
