@@ -63,7 +63,7 @@ TEST_F(BrowserShow, AddressesOfAnyShapeReachTheBrowserLayerWhole) {
   const Words pieces = {" ", "'", "\"", "(", ",new-tab)", "\\", "$(touch x)", "`touch x`", "\xfc\xff%41#?", "\n"};
   Words urls;
   for (const std::string& one : pieces)
-    for (const std::string& other : pieces) urls.push_back("file:///d/i.htm#context=" + one + other);
+    for (const std::string& other : pieces) urls.emplace_back("file:///d/i.htm#context=").append(one).append(other);
   for (const std::string& url : urls) ASSERT_EQ(OlhBrowserOpenURL(url.c_str(), nullptr), OLH_RESULT_OK) << url;
   Words received;
   for (const Words& arguments : arguments_of(browser)) {
