@@ -27,9 +27,9 @@ int call_under(const char* condition, const struct operation* operation, const c
 /* Says what is wrong: "KIND what", where KIND is a column of the table. */
 void found(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-/* Watches a child that has stopped itself before an operation, and does it harm at the N-th system call: kills it
-   (error 0), or lets that call fail. Returns how many calls there were once the child stops again or has ended; then
-   *status is the child's end, or -1 while it lives. */
-long step(pid_t child, long at, int error, int* status);
+/* Watches a host that has stopped itself before an operation, with its children, and does harm at their N-th system call:
+   kills who makes it (error 0), or lets it fail. Returns how many calls there were; *status is then the host's end, or -1 when
+   it has stopped itself again and lives. */
+long step(pid_t host, long at, int error, int* status);
 
 #endif

@@ -1,4 +1,5 @@
-/* Harm at a system call: the host is traced from before its operation to behind it. */
+/* Harm at a system call: the host is traced from before its operation to behind it, and so are its children until they
+   become another program. */
 #define _GNU_SOURCE
 #include <errno.h>
 #include <signal.h>
@@ -35,30 +36,94 @@ static void let_fail(pid_t child, int error) {
 #endif
 }
 
-long step(pid_t child, long at, int error, int* status) {
-  long calls = 0;
-  int entering = 1;
-  long signal_to_pass = 0;
-  if (waitpid(child, status, __WALL) != child || !WIFSTOPPED(*status)) return 0;
-  ptrace(PTRACE_SETOPTIONS, child, 0, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
-  for (;;) {
-    ptrace(PTRACE_SYSCALL, child, 0, signal_to_pass);
-    signal_to_pass = 0;
-    if (waitpid(child, status, __WALL) != child || !WIFSTOPPED(*status)) return calls;
-    if (WSTOPSIG(*status) == SIGSTOP) break;
-    if (WSTOPSIG(*status) != (SIGTRAP | 0x80)) {
-      signal_to_pass = WSTOPSIG(*status);
-    } else if (!entering) {
-      entering = 1;
-    } else if (++calls == at && error == 0) {
-      kill(child, SIGKILL);
-    } else if (calls == at) {
-      let_fail(child, error);
+/* The host and the children it has while they run its code: what becomes another program is let go. */
+#define MOST_TRACED 16
+static struct traced {
+  pid_t pid;
+  int inside; /* a system call */
+} traced[MOST_TRACED];
+
+static struct traced* entry_of(pid_t pid) {
+  int i;
+  for (i = 0; i < MOST_TRACED; ++i)
+    if (traced[i].pid == pid) return &traced[i];
+  return NULL;
+}
+
+static int is_anybody_traced(void) {
+  int i;
+  for (i = 0; i < MOST_TRACED; ++i)
+    if (traced[i].pid != 0) return 1;
+  return 0;
+}
+
+static void forget(struct traced* one) {
+  if (one != NULL) one->pid = 0;
+}
+
+static struct traced* remember(pid_t pid) {
+  struct traced* const one = entry_of(0);
+  if (one != NULL) *one = (struct traced){pid, 0};
+  return one;
+}
+
+static void let_go(struct traced* one) {
+  ptrace(PTRACE_DETACH, one->pid, 0, 0);
+  forget(one);
+}
+
+struct harm {
+  long at;
+  int error;
+  long calls;
+};
+
+/* A system call begins or ends. */
+static void stand_at_call(struct traced* one, struct harm* harm) {
+  one->inside = !one->inside;
+  if (!one->inside || ++harm->calls != harm->at) return;
+  if (harm->error == 0) {
+    kill(one->pid, SIGKILL);
+  } else {
+    let_fail(one->pid, harm->error);
+    one->inside = 0;
+  }
+}
+
+/* A traced process has stopped. Says whether it still has to be told to go on, and with which signal. */
+static int handle_stop(struct traced* one, int status, int is_host, struct harm* harm, int* signal_to_pass) {
+  const int signal_number = WSTOPSIG(status);
+  *signal_to_pass = 0;
+  if (status >> 16 == PTRACE_EVENT_EXEC || (is_host && signal_number == SIGSTOP)) return let_go(one), 0;
+  if (signal_number == (SIGTRAP | 0x80)) stand_at_call(one, harm);
+  if (signal_number != (SIGTRAP | 0x80) && status >> 16 == 0 && signal_number != SIGSTOP)
+    *signal_to_pass = signal_number;
+  return 1;
+}
+
+long step(pid_t host, long at, int error, int* status) {
+  const long options = PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL | PTRACE_O_TRACEFORK | PTRACE_O_TRACEVFORK |
+                       PTRACE_O_TRACECLONE | PTRACE_O_TRACEEXEC;
+  struct harm harm = {at, error, 0};
+  int now = 0;
+  int signal_to_pass = 0;
+  *status = -1;
+  if (waitpid(host, &now, __WALL) != host || !WIFSTOPPED(now)) return 0;
+  ptrace(PTRACE_SETOPTIONS, host, 0, options);
+  remember(host);
+  ptrace(PTRACE_SYSCALL, host, 0, 0);
+  while (is_anybody_traced()) {
+    const pid_t pid = waitpid(-1, &now, __WALL);
+    struct traced* one = entry_of(pid);
+    if (pid < 0) break;
+    if (!WIFSTOPPED(now)) {
+      forget(one);
+      if (pid == host) *status = now;
     } else {
-      entering = 0;
+      if (one == NULL) one = remember(pid);
+      if (one != NULL && handle_stop(one, now, pid == host, &harm, &signal_to_pass))
+        ptrace(PTRACE_SYSCALL, pid, 0, signal_to_pass);
     }
   }
-  ptrace(PTRACE_DETACH, child, 0, 0);
-  *status = -1;
-  return calls;
+  return harm.calls;
 }
