@@ -7,10 +7,13 @@
 #include <cstdlib>
 #include <exception>
 
-#include "commands.h"
-#include "option_file.h"
-#include "output.h"
-#include "rehearsal.h"
+#include "check.h"
+#include "doctor.h"
+#include "find.h"
+#include "lists.h"
+#include "shared.h"
+#include "show.h"
+#include "viewers.h"
 
 namespace {
 

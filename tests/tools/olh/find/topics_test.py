@@ -1,0 +1,79 @@
+"""olh topics: the tags of a document, as the lookups and the PDF reader's command line take them."""
+import shutil
+import subprocess
+import unittest
+
+from scene import BUILD, PROJECT, Scene, write
+
+PDF = """%PDF-1.4
+1 0 obj << /Type /Catalog /Pages 2 0 R /Names << /Dests << /Names [
+  (M8.newlink.Setting.Up) [5 0 R /Fit] (M8.newlink.intro) [4 0 R /XYZ 0 9 null] (M8.newlink.not_a_tag) [4 0 R /Fit]
+  (chapter.1) [4 0 R /Fit] ] >> >> >> endobj
+2 0 obj << /Type /Pages /Kids [4 0 R 5 0 R] /Count 2 >> endobj
+4 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >> endobj
+5 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >> endobj
+trailer << /Root 1 0 R >>
+"""
+
+
+class Topics(Scene):
+    def setUp(self):
+        super().setUp()
+        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
+
+    def listed(self, document, **variables):
+        return [(t["tag"], t["page"], t["title"]) for t in self.json("topics", document, **variables)["topics"]]
+
+    def test_a_manuals_topics_are_those_that_a_help_call_finds(self):
+        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js",
+              '// QELAddTopic(["commented_out","no.htm"]);\nQELAddTopic(["Setting Up","up.htm","Setting up"]);\r\n'
+              ' QELAddTopic(["indented","no.htm"]);\nQELAddTopic(["bare"]);\nQELAddTopic(["open","half')
+        wanted = [("Setting Up", "up.htm", "Setting up"), ("bare", None, None), ("open", "half", None)]
+        self.assertEqual(self.listed("guide"), wanted)
+        for tag, _, _ in wanted:
+            self.assertEqual(self.olh("test", "guide", tag).returncode, 0, tag)
+        self.assertEqual(self.olh("test", "guide", "indented").returncode, 6)
+        self.assertEqual(self.listed("guide", QEL_DOC_PATH=self.serve(self.docs)), wanted)
+        self.assertEqual(self.olh("topics", "--names", "guide").stdout, "Setting Up\nbare\nopen\n")
+        self.assertTrue(self.olh("topics", "guide").stdout.startswith("'Setting Up'  up.htm  Setting up\n"))
+
+    def test_a_pdfs_tags_lead_to_its_destinations(self):
+        write(self.docs / "pdfdocs/paper_only.pdf", PDF)
+        found = self.json("topics", "paper_only")["topics"]
+        self.assertCountEqual([(t["tag"], t["page"], t["destination"]) for t in found],
+                              [(None, 1, "chapter.1"), ("intro", 1, "M8.newlink.intro"), (None, 1, "M8.newlink.not_a_tag"),
+                               ("Setting Up", 2, "M8.newlink.Setting.Up")])
+        for topic in found:
+            if topic["tag"]:
+                sent = self.json("show", "--print", "paper_only", topic["tag"])["destination"]
+                self.assertEqual(sent, topic["destination"])
+        self.assertEqual(self.olh("topics", "--names", "paper_only").stdout, "intro\nSetting Up\n")
+
+    def test_what_cannot_be_told_is_said_with_its_reason(self):
+        write(self.docs / "htmldocs/no_table/index.htm")
+        write(self.docs / "pdfdocs/paper_only.pdf", "no PDF at all")
+        url = self.serve(self.docs)
+        for document, code, sentence, variables in [
+            ("no_table", 5, "htmldocs/no_table/QELdata/QELAllData.js cannot be read", {}),
+            ("group_td", 5, "a portal has tabs", {}),
+            ("paper_only", 5, "pdfinfo cannot read it", {}),
+            ("paper_only", 5, "install", {"PATH": "/nowhere"}),
+            ("paper_only", 5, "lies behind a URL", {"QEL_DOC_PATH": url}),
+            ("missing", 4, 'no document "missing" below', {}),
+            ("", 3, "a document's name is needed", {}),
+        ]:
+            with self.subTest(document=document, **variables):
+                done = self.olh("topics", document, **variables)
+                self.assertEqual((done.returncode, done.stdout), (code, ""))
+                self.assertIn(sentence, done.stderr)
+                self.assertEqual(self.json("topics", document, code=code, **variables)["topics"], None)
+
+    def test_the_completions_offer_them(self):
+        candidates = PROJECT / "share/completions/candidates.sh"
+        offered = subprocess.run(["sh", candidates, str(BUILD / "bin/olh"), "test", "guide", ""], capture_output=True, text=True,
+                                 env={"PATH": "/usr/bin:/bin", "HOME": str(self.home), **self.variables}, check=True).stdout
+        self.assertEqual(offered, "intro\nsetting_up\n")
+
+
+if __name__ == "__main__":
+    unittest.main()

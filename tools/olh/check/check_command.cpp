@@ -1,0 +1,147 @@
+// olh check ROOT: what would disappoint a reader of a documentation root.
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "check.h"
+#include "checks.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  olh check /usr/share/doc/product/docs\n"
+    "  olh check http://docs.example.com/product    as far as that can be told\n"
+    "  olh check --tags help_tags.txt build/docs    also every document and tag that a program uses:\n"
+    "                                               lines \"DOC\" or \"DOC TAG\", \"#\" begins a comment\n"
+    "Exit code: 0 nothing to complain about, 1 warnings, 2 errors, 64 wrong use.\n";
+
+constexpr int kClean = 0;
+constexpr int kWarnings = 1;
+constexpr int kErrors = 2;
+
+struct NamedCheck {
+  const char* name;  // as JSON answers give it
+  Check run;
+};
+
+constexpr std::array kChecks = {NamedCheck{"start_pages", check_start_pages},
+                                NamedCheck{"topic_tables", check_topic_tables},
+                                NamedCheck{"topic_lines", check_topic_lines},
+                                NamedCheck{"topic_pages", check_topic_pages},
+                                NamedCheck{"destinations", check_destinations},
+                                NamedCheck{"pdf_titles", check_pdf_titles},
+                                NamedCheck{"pdf_endings", check_pdf_endings},
+                                NamedCheck{"portal_list", check_portal_list},
+                                NamedCheck{"portal_files", check_portal_files},
+                                NamedCheck{"portal_documents", check_portal_documents},
+                                NamedCheck{"titles", check_titles},
+                                NamedCheck{"lists", check_lists},
+                                NamedCheck{"options", check_options},
+                                NamedCheck{"letter_case", check_letter_case},
+                                NamedCheck{"tags", check_tags}};
+
+struct Arguments {
+  std::string root;
+  std::string tags;
+  bool json = false;
+};
+
+const char* name_of(Level level) {
+  return level == Level::kError ? "error" : level == Level::kWarning ? "warning" : "note";
+}
+
+std::size_t how_many(const Findings& findings, Level level) {
+  const auto& all = findings.all();
+  const auto same = [&](const Finding& one) { return one.level == level; };
+  return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), same));
+}
+
+int exit_code_of(const Findings& findings) {
+  if (how_many(findings, Level::kError) > 0) return kErrors;
+  return how_many(findings, Level::kWarning) > 0 ? kWarnings : kClean;
+}
+
+// ---- answers ----
+
+// "FILE is ...", or "FILE, line 3: ...".
+std::string sentence_of(const Finding& one) {
+  if (one.line > 0) return one.file + ", line " + std::to_string(one.line) + ": " + one.sentence + ".";
+  return one.file + " " + one.sentence + ".";
+}
+
+std::string contents_of(const CheckedRoot& root) {
+  const auto& all = root.holdings.all;
+  const auto number = [&](bool Holding::*form) {
+    return static_cast<std::size_t>(
+        std::count_if(all.begin(), all.end(), [&](const Holding& one) { return one.*form; }));
+  };
+  return counted(number(&Holding::html), "manual", "manuals") + ", " + counted(number(&Holding::pdf), "PDF", "PDFs") +
+         ", " + counted(number(&Holding::portal), "portal", "portals");
+}
+
+void print_as_text(const std::string& root, const std::string& contents, const Findings& findings) {
+  for (const Finding& one : findings.all()) say(padded(name_of(one.level), 9) + sentence_of(one));
+  const std::string total = counted(how_many(findings, Level::kError), "error", "errors") + ", " +
+                            counted(how_many(findings, Level::kWarning), "warning", "warnings");
+  say(root + ": " + (contents.empty() ? "" : contents + "; ") +
+      (exit_code_of(findings) == kClean ? "nothing to complain about" : total) + ".");
+}
+
+void print_as_json(const std::string& root, const Findings& findings) {
+  nlohmann::json answer = {{"root", root},
+                           {"result", exit_code_of(findings)},
+                           {"errors", how_many(findings, Level::kError)},
+                           {"warnings", how_many(findings, Level::kWarning)},
+                           {"findings", nlohmann::json::array()}};
+  for (const Finding& one : findings.all())
+    answer["findings"].push_back({{"level", name_of(one.level)},
+                                  {"check", one.check},
+                                  {"file", one.file},
+                                  {"line", one.line > 0 ? nlohmann::json(one.line) : nlohmann::json()},
+                                  {"sentence", sentence_of(one)}});
+  say_json(answer);
+}
+
+int check(const Arguments& asked) {
+  Findings findings;
+  std::string reason;
+  std::optional<CheckedRoot> root = read_root(asked.root, reason);
+  if (root) {
+    root->tags_file = asked.tags;
+    for (const NamedCheck& one : kChecks) {
+      findings.begin(one.name);
+      one.run(*root, findings);
+    }
+  } else {
+    findings.begin("root");
+    findings.error(asked.root, reason);
+  }
+  const std::string name = root ? root->path : asked.root;
+  if (asked.json) {
+    print_as_json(name, findings);
+  } else {
+    print_as_text(name, root ? contents_of(*root) : "", findings);
+  }
+  return exit_code_of(findings);
+}
+
+}  // namespace
+
+void add_check_command(const Verb& olh) {
+  const Verb verb = olh.verb("check", "Tell what would disappoint a reader of a documentation root");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("ROOT", asked->root, "The directory or http:// URL of the documentation root").required();
+  verb.option("--tags", asked->tags, "The documents and tags that a program uses, one a line")
+      .existing_file()
+      .value_named("FILE");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return check(*asked); });
+}
+
+}  // namespace olh

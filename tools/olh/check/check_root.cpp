@@ -1,0 +1,100 @@
+// Checks of a root as a whole: its generated lists, its options file, and names that differ only in letter case.
+#include <map>
+#include <set>
+
+#include "checks.h"
+#include "find.h"
+#include "olh/dmerge.h"
+#include "olh/support.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kOptions = "qel_doc_options.ini";
+
+std::string made_anew(const CheckedRoot& root) {
+  return "; '" + command_line({"olh", "dmerge", root.path}) + "' makes it anew";
+}
+
+// Behind a URL nothing can be tried: only whether the lists are there.
+void check_served_lists(const CheckedRoot& root, Findings& findings) {
+  if (!listed_documents(root.path))
+    findings.warning(kPortalsLibraryList,
+                     "cannot be read, so that pages list no documents and these were not checked");
+  if (!listed_portals(root.path))
+    findings.warning(kInstalledPortals, "cannot be read, so that pages list no portals and these were not checked");
+  findings.note(root.path, "lies behind a URL: whether its lists are true, and what they leave out, cannot be told");
+}
+
+void check_program(const std::string& file, const char* key, Findings& findings) {
+  const std::string program = written_value(file, key);
+  if (!program.empty() && exe_exists(program.c_str()) == 0)
+    findings.warning(kOptions, std::string(key) + " names " + program + ", which is no executable on this machine");
+}
+
+// The name under which a file or directory is looked up.
+std::string document_in(const std::string& name) {
+  return ends_in_any_pdf(name) ? name.substr(0, name.size() - 4) : name;
+}
+
+// Names in lower case, with the spellings in use and where each of them stands.
+using Spellings = std::map<std::string, std::map<std::string, std::string>>;
+
+void add_spelling(Spellings& spellings, const std::string& name, const std::string& place) {
+  std::string low = name;
+  downcase(low.data());
+  spellings[low].try_emplace(name, place);
+}
+
+void tell_twins(const Spellings& spellings, Findings& findings) {
+  for (const auto& [low, places] : spellings) {
+    if (places.size() < 2) continue;
+    std::vector<std::string> others;
+    for (auto place = std::next(places.begin()); place != places.end(); ++place) others.push_back(place->second);
+    findings.warning(places.begin()->second, "differs only in letter case from " + enumeration(others) +
+                                                 ", and a help call takes them for different documents");
+  }
+}
+
+}  // namespace
+
+void check_lists(const CheckedRoot& root, Findings& findings) {
+  if (root.is_web) return check_served_lists(root, findings);
+  if (!root.trial) return findings.error(root.path, "cannot be listed: " + root.no_trial);
+  if (!root.has("htmldocs") && !root.has("tomedecks")) return;  // no page would read a list
+  if (root.trial->run.result != DMERGE_RESULT_OK)
+    for (const std::string& message : root.trial->messages)
+      findings.warning(root.path, "cannot have its lists made; the generator says: " + message);
+  for (const ListChange& change : root.trial->changes)
+    findings.warning(change.file, state_of(change) + (change.is_unreadable ? "" : made_anew(root)));
+}
+
+void check_options(const CheckedRoot& root, Findings& findings) {
+  const std::string file = place_in_root(root.path, kOptions);
+  if (root.is_web || path_exists(file.c_str()) == 0) return;
+  for (const SpoiltFile& one : root.search.spoilt)
+    if (one.file == file)
+      findings.error(kOptions, one.reason + ". The whole file counts for nothing until that is mended", one.line);
+  for (const char* key : {"QEL_HTML_BROWSER", "QEL_PDF_READER"}) check_program(file, key, findings);
+  for (const JudgedRoot& one : root.search.rejected)
+    if (one.options_file == file)
+      findings.warning(kOptions,
+                       "QEL_ALT_DOC_PATH names " + one.path + ", which is no documentation root: it " + one.reason);
+}
+
+void check_letter_case(const CheckedRoot& root, Findings& findings) {
+  Spellings documents;
+  Spellings portals;
+  for (const char* directory : {"htmldocs", "pdfdocs", "system_admin_docs"})
+    for (const std::string& name : root.names_in(directory))
+      add_spelling(documents, document_in(name), std::string(directory) + "/" + name);
+  for (const std::string& name : root.names_in("tomedecks")) add_spelling(portals, name, "tomedecks/" + name);
+  if (root.is_web)
+    for (const Holding& one : root.holdings.all) add_spelling(one.portal ? portals : documents, one.name, one.name);
+  tell_twins(documents, findings);
+  tell_twins(portals, findings);
+}
+
+}  // namespace olh

@@ -1,0 +1,128 @@
+// olh doctor [DOC [TAG]]: along the whole road of a help request on this machine, step by step.
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "doctor.h"
+#include "doctor_checks.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Each step says what is right, what is not, what cannot be told, and the command that mends it.\n"
+    "Examples:\n"
+    "  olh doctor                     this machine\n"
+    "  olh doctor guide installing    and whether that document and topic can be shown\n"
+    "  olh doctor --try               and the manual of olh itself in each viewer\n"
+    "Exit code: 0 nothing is wrong, 1 warnings, 2 problems, 64 wrong use.\n";
+
+struct Step {
+  const char* name;  // of a script's
+  const char* title;
+  Diagnoses (*look)(const Machine& machine);
+};
+
+constexpr std::array kSteps = {Step{"variables", "Variables", check_variables},
+                               Step{"trace_log", "Trace log", check_trace_log},
+                               Step{"option_files", "Option files", check_option_files},
+                               Step{"roots", "Documentation roots", check_roots},
+                               Step{"browser", "Browser", check_browser},
+                               Step{"pdf", "PDF reader", check_reader},
+                               Step{"session", "Session", check_session},
+                               Step{"tools", "Tools", check_tools},
+                               Step{"lists", "Lists", check_lists_of_roots}};
+constexpr Step kDocument = {"document", "Document", check_document};
+constexpr Step kTrial = {"trial", "Trial", try_viewers};
+
+struct Arguments {
+  std::string document;
+  std::string tag;
+  bool attempt = false;
+  bool json = false;
+};
+
+const char* word_for(State state) {
+  constexpr std::array kWords = {"ok", "warning", "problem", "cannot tell"};
+  return kWords[static_cast<std::size_t>(state)];
+}
+
+// Green, yellow, red or blue.
+const char* colour_of(State state) {
+  constexpr std::array kColours = {"32", "33", "31", "34"};
+  return kColours[static_cast<std::size_t>(state)];
+}
+
+// What was found so far, printed as it comes or kept for JSON.
+class Report {
+ public:
+  explicit Report(bool json) : json_(json) {}
+
+  void add(const char* name, const char* title, const Diagnoses& diagnoses) {
+    if (!json_ && !diagnoses.empty()) say_marked("", title);
+    for (const Diagnosis& diagnosis : diagnoses) {
+      ++counts_[static_cast<std::size_t>(diagnosis.state)];
+      if (!json_) print(diagnosis);
+      answer_.push_back({{"step", name},
+                         {"state", word_for(diagnosis.state)},
+                         {"sentence", diagnosis.sentence},
+                         {"cure", text_or_null(diagnosis.cure)}});
+    }
+    std::fflush(stdout);
+  }
+
+  int end() const {
+    const int problems = count(State::kProblem);
+    const int warnings = count(State::kWarning);
+    const int code = problems > 0 ? 2 : warnings > 0 ? 1 : 0;
+    if (json_) {
+      say_json({{"result", code}, {"problems", problems}, {"warnings", warnings}, {"findings", answer_}});
+    } else {
+      say(code == 0 ? "Nothing is wrong."
+                    : std::to_string(problems) + (problems == 1 ? " problem, " : " problems, ") +
+                          std::to_string(warnings) + (warnings == 1 ? " warning." : " warnings."));
+    }
+    return code;
+  }
+
+ private:
+  static void print(const Diagnosis& diagnosis) {
+    const std::string word = word_for(diagnosis.state);
+    say_marked("  ", word, std::string(12 - word.size(), ' ') + diagnosis.sentence, colour_of(diagnosis.state));
+    if (!diagnosis.cure.empty()) say("              mend with: " + diagnosis.cure);
+  }
+  int count(State state) const { return counts_[static_cast<std::size_t>(state)]; }
+
+  bool json_;
+  std::array<int, 4> counts_{};
+  nlohmann::json answer_ = nlohmann::json::array();
+};
+
+int doctor(const Arguments& asked) {
+  Report report(asked.json);
+  report.add("roots", "Search path", check_answering_roots());
+  const Machine machine = {find_search_roots(""), asked.document, asked.tag};
+  for (const Step& step : kSteps) report.add(step.name, step.title, step.look(machine));
+  if (!asked.document.empty()) report.add(kDocument.name, kDocument.title, kDocument.look(machine));
+  if (asked.attempt) report.add(kTrial.name, kTrial.title, kTrial.look(machine));
+  return report.end();
+}
+
+}  // namespace
+
+void add_doctor_command(const Verb& olh) {
+  const Verb verb = olh.verb("doctor", "Tell what keeps help from the screen, and what mends it");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("DOC", asked->document, "A document that has to be found");
+  verb.option("TAG", asked->tag, "A topic, destination or tab of it");
+  verb.flag("--try", asked->attempt, "Show the manual of olh itself, as a page and as a PDF");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return doctor(*asked); });
+}
+
+}  // namespace olh

@@ -1,0 +1,69 @@
+// What viewers need around them: a display, a session bus, and the programs that read PDFs and pages as text.
+#include <array>
+
+#include "choice.h"
+#include "display.h"
+#include "doctor_checks.h"
+#include "shared.h"
+#include "viewer_environment.h"
+#include "viewers.h"
+
+namespace olh {
+
+namespace {
+
+Diagnosis of_display() {
+  if (olh_viewers::has_display()) return {State::kOk, "The display answers.", ""};
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"})
+    if (const std::string value = variable(name).value_or(""); !value.empty())
+      return {State::kWarning,
+              std::string(name) + " is " + value + ", and nothing answers there: the adapters show text, " +
+                  "other viewers fail.",
+              ""};
+  return {State::kWarning, "There is no display: the adapters show text on the terminal, other viewers fail.", ""};
+}
+
+Diagnosis of_session_bus() {
+  if (olh_viewers::has_session_bus()) return {State::kOk, "There is a session bus.", ""};
+  const olh_viewers::Choice browser = olh_viewers::choose_browser();
+  if (!browser) return {State::kOk, "There is no session bus, and no browser that could need one.", ""};
+  if (browser.row == nullptr)
+    return {State::kCannotTell,
+            "There is no session bus, and whether " + browser.program + " needs one is not known.", ""};
+  if (!browser.row->needs_session_bus)
+    return {State::kOk, "There is no session bus, and " + browser.program + " needs none.", ""};
+  return {State::kWarning,
+          "There is no session bus: when " + browser.program + " was started like this, it can take no second page.",
+          "eval \"$(dbus-launch --sh-syntax)\""};
+}
+
+struct Tool {
+  const char* program;
+  const char* package;
+  const char* without;  // what does not work without it
+};
+
+constexpr std::array kTools = {
+    Tool{"pdfinfo", "poppler-utils", "whether a PDF has a destination, and on which page, cannot be told"},
+    Tool{"pdftotext", "poppler-utils", "a PDF cannot be shown where there is no display"},
+    Tool{"w3m", "w3m", "a page cannot be shown where there is no display"}};
+
+}  // namespace
+
+Diagnoses check_session(const Machine&) { return {of_display(), of_session_bus()}; }
+
+Diagnoses check_tools(const Machine&) {
+  Diagnoses diagnoses;
+  for (const Tool& tool : kTools) {
+    const std::string program = executable_named(tool.program);
+    if (!program.empty()) {
+      diagnoses.push_back({State::kOk, program, ""});
+    } else {
+      diagnoses.push_back({State::kWarning, std::string(tool.program) + " is not installed: " + tool.without + ".",
+                           std::string("apt-get install ") + tool.package});
+    }
+  }
+  return diagnoses;
+}
+
+}  // namespace olh

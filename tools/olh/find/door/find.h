@@ -1,0 +1,34 @@
+// Finding: which roots there are, what they hold, and where a document is.
+//
+// For      main.cpp, and the rooms above: viewers, show, lists, check, doctor. Nobody else sees another header of this room.
+#ifndef OLH_TOOLS_FIND_H
+#define OLH_TOOLS_FIND_H
+
+#include "../destinations.h"
+#include "../holdings.h"
+#include "../locate.h"
+#include "../path_trial.h"
+#include "../places.h"
+#include "../root_probe.h"
+#include "../script_lists.h"
+#include "../search_roots.h"
+
+namespace olh {
+
+class Verb;
+
+void add_list_command(const Verb& olh);
+void add_topics_command(const Verb& olh);
+void add_test_command(const Verb& olh);
+void add_where_command(const Verb& olh);
+void add_paths_command(const Verb& olh);
+void add_alt_path_command(const Verb& olh);
+
+// Hidden: `olh` asks itself, in a process of its own, what one URL root holds (root_probe.h), and builds the search path,
+// where that may never end (path_trial.h).
+void add_probe_root_command(const Verb& olh);
+void add_try_path_command(const Verb& olh);
+
+}  // namespace olh
+
+#endif

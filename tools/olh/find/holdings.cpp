@@ -1,0 +1,142 @@
+#include "holdings.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <system_error>
+
+#include "olh/support.h"
+#include "places.h"
+#include "script_lists.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+using ByName = std::map<std::string, Holding>;
+
+Holding& holding(ByName& all, const std::string& name) {
+  Holding& found = all[name];
+  found.name = name;
+  return found;
+}
+
+void for_each_name(const std::string& directory, const std::function<void(const std::string&)>& take) {
+  std::error_code failed;
+  for (std::filesystem::directory_iterator entry(directory, failed), end; !failed && entry != end;
+       entry.increment(failed))
+    take(entry->path().filename().string());
+}
+
+bool is_there(const std::string& path) { return path_exists(path.c_str()) == 1; }
+
+// ---- in a directory: what the lookups would find ----
+
+void add_manuals(const std::string& root, ByName& all) {
+  const std::string manuals = root + "/htmldocs/";
+  for_each_name(manuals, [&](const std::string& name) {
+    const std::string manual = manuals + name + "/";
+    if (is_there(manual + "index.htm") || is_there(manual + name + ".htm")) holding(all, name).html = true;
+  });
+}
+
+// A lookup appends ".pdf": a file that ends in ".PDF" is only found by its whole name.
+void add_pdfs(const std::string& root, ByName& all) {
+  for (const std::string& pdfs : {root + "/pdfdocs/", root + "/system_admin_docs/"})
+    for_each_name(pdfs, [&](const std::string& file) {
+      if (file.size() <= 4 || !ends_in_any_pdf(file) || !is_there(pdfs + file)) return;
+      holding(all, ends_in_pdf(file) ? file.substr(0, file.size() - 4) : file).pdf = true;
+    });
+}
+
+void add_portals(const std::string& root, ByName& all) {
+  const std::string portals = root + "/tomedecks/";
+  for_each_name(portals, [&](const std::string& name) {
+    if (is_there(portals + name + "/index.html")) holding(all, name).portal = true;
+  });
+}
+
+// ---- from the lists ----
+
+using Documents = std::optional<std::vector<ListedDocument>>;
+using Portals = std::optional<std::vector<ListedItem>>;
+
+void add_listed(const Documents& documents, const Portals& portals, ByName& all) {
+  if (documents)
+    for (const ListedDocument& document : *documents) {
+      holding(all, document.name).html |= document.html;
+      holding(all, document.name).pdf |= document.pdf;
+    }
+  if (portals)
+    for (const ListedItem& portal : *portals) holding(all, portal.name).portal = true;
+}
+
+void add_titles(const Documents& documents, const Portals& portals, ByName& all) {
+  const auto give = [&all](const std::string& name, const std::string& title) {
+    const auto known = all.find(name);
+    if (known != all.end() && known->second.title.empty()) known->second.title = title;
+  };
+  if (documents)
+    for (const ListedDocument& document : *documents) give(document.name, document.title);
+  if (portals)
+    for (const ListedItem& portal : *portals) give(portal.name, portal.title);
+}
+
+// ---- which root wins ----
+
+// For each name, the first root in which a lookup finds something.
+struct Winners {
+  std::map<std::string, std::string> portal_lookup;
+  std::map<std::string, std::string> html_lookup;  // takes a PDF or a portal's page where there is no manual
+  std::map<std::string, std::string> pdf_lookup;   // behind a URL it takes a manual as well
+
+  void add(const std::string& root, const Holding& one) {
+    if (one.portal) portal_lookup.try_emplace(one.name, root);
+    html_lookup.try_emplace(one.name, root);
+    if (one.pdf || is_web_root(root)) pdf_lookup.try_emplace(one.name, root);
+  }
+
+  std::string root_of(const std::string& name, OlhViewer preferred) const {
+    const auto portal = portal_lookup.find(name);
+    if (portal != portal_lookup.end() && is_portal_name(name)) return portal->second;
+    const auto pdf = pdf_lookup.find(name);
+    if (pdf != pdf_lookup.end() && preferred == OLH_VIEWER_PDF) return pdf->second;
+    return html_lookup.find(name)->second;
+  }
+};
+
+}  // namespace
+
+Holdings holdings_of(const std::string& root) {
+  Holdings found;
+  found.root = root;
+  ByName all;
+  const Documents documents = listed_documents(root);
+  const Portals portals = listed_portals(root);
+  if (is_web_root(root)) {
+    found.documents_known = documents.has_value();
+    found.portals_known = portals.has_value();
+    add_listed(documents, portals, all);
+  } else {
+    add_manuals(root, all);
+    add_pdfs(root, all);
+    add_portals(root, all);
+  }
+  add_titles(documents, portals, all);
+  for (auto& [name, one] : all) found.all.push_back(std::move(one));
+  return found;
+}
+
+void mark_shadowed(std::vector<Holdings>& roots, OlhViewer preferred) {
+  Winners winners;
+  for (const Holdings& root : roots)
+    for (const Holding& one : root.all) winners.add(root.root, one);
+  for (Holdings& root : roots)
+    for (Holding& one : root.all) {
+      const std::string winner = winners.root_of(one.name, preferred);
+      if (winner != root.root) one.shadowed_by = winner;
+    }
+}
+
+}  // namespace olh

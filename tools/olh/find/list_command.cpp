@@ -1,0 +1,147 @@
+// olh list: the documents and portals that the search path holds.
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "find.h"
+#include "holdings.h"
+#include "locate.h"
+#include "places.h"
+#include "search_roots.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Of a root behind a URL only its own lists can tell, which 'olh dmerge' makes.\n"
+    "Examples:\n"
+    "  olh list                          each root with its documents; what an earlier root shadows is marked\n"
+    "  olh list --root /srv/docs --json\n"
+    "  olh list --names --kind portal    the names alone, for a script\n"
+    "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
+
+struct Arguments {
+  std::string root;
+  std::string kind;
+  bool names = false;
+  bool json = false;
+};
+
+std::vector<std::string> forms_of(const Holding& one) {
+  std::vector<std::string> forms;
+  if (one.html) forms.emplace_back(kind_name(OLH_VIEWER_HTML));
+  if (one.pdf) forms.emplace_back(kind_name(OLH_VIEWER_PDF));
+  if (one.portal) forms.emplace_back(kind_name(OLH_VIEWER_TOMEDECK));
+  return forms;
+}
+
+std::vector<Holdings> gather(const SearchRoots& roots, const std::string& kind) {
+  std::vector<Holdings> gathered;
+  for (const std::string& root : paths_of(roots)) gathered.push_back(holdings_of(root));
+  mark_shadowed(gathered, roots.preferred);
+  if (kind.empty()) return gathered;
+  for (Holdings& root : gathered)
+    std::erase_if(root.all, [&](const Holding& one) {
+      const auto forms = forms_of(one);
+      return std::find(forms.begin(), forms.end(), kind) == forms.end();
+    });
+  return gathered;
+}
+
+// ---- answers ----
+
+// What cannot be told of a root behind a URL; "" for nothing.
+std::string unknown_part(const Holdings& root) {
+  const char* part = !root.documents_known && !root.portals_known ? "documents and portals"
+                     : !root.documents_known                      ? "documents"
+                     : !root.portals_known                        ? "portals"
+                                                                  : nullptr;
+  if (part == nullptr) return "";
+  return std::string("cannot tell which ") + part + " it holds: its lists cannot be read";
+}
+
+void print_root(const Holdings& root, std::size_t number, std::size_t width) {
+  say_numbered(number, root.root);
+  for (const Holding& one : root.all) {
+    std::string forms;
+    for (const std::string& form : forms_of(one)) forms += (forms.empty() ? "" : ", ") + form;
+    std::string line =
+        "     " + padded(visible(one.name), width) + "  " + padded(forms, std::string("html, pdf").size());
+    if (!one.title.empty()) line += "  " + one.title;
+    if (!one.shadowed_by.empty()) line += "  [shadowed by " + one.shadowed_by + "]";
+    say(line.substr(0, line.find_last_not_of(' ') + 1));
+  }
+  const std::string unknown = unknown_part(root);
+  if (!unknown.empty()) say("     (" + unknown + ")");
+  if (unknown.empty() && root.all.empty()) say("     (nothing)");
+}
+
+void print_as_text(const std::vector<Holdings>& roots) {
+  std::size_t width = 0;
+  for (const Holdings& root : roots)
+    for (const Holding& one : root.all) width = std::max(width, width_of(visible(one.name)));
+  std::size_t number = 0;
+  for (const Holdings& root : roots) print_root(root, ++number, width);
+}
+
+void print_names(const std::vector<Holdings>& roots) {
+  std::set<std::string> names;
+  for (const Holdings& root : roots)
+    for (const Holding& one : root.all) names.insert(one.name);
+  for (const std::string& name : names) say(name);
+}
+
+void print_as_json(const std::vector<Holdings>& roots) {
+  nlohmann::json answer = {{"roots", nlohmann::json::array()}};
+  for (const Holdings& root : roots) {
+    nlohmann::json documents = nlohmann::json::array();
+    for (const Holding& one : root.all)
+      documents.push_back({{"name", one.name},
+                           {"title", text_or_null(one.title)},
+                           {"kinds", forms_of(one)},
+                           {"shadowed_by", text_or_null(one.shadowed_by)}});
+    answer["roots"].push_back({{"path", root.root},
+                               {"kind", is_web_root(root.root) ? "url" : "directory"},
+                               {"documents_known", root.documents_known},
+                               {"portals_known", root.portals_known},
+                               {"documents", documents}});
+  }
+  say_json(answer);
+}
+
+int list(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.root);
+  const std::vector<Holdings> gathered = gather(roots, asked.kind);
+  if (asked.json) {
+    print_as_json(gathered);
+  } else if (asked.names) {
+    print_names(gathered);
+  } else {
+    print_as_text(gathered);
+  }
+  complain_about_roots(roots);
+  if (!roots.roots.empty()) return OLH_RESULT_OK;
+  complain(
+      "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' tells what was tried.");
+  return OLH_RESULT_NOT_FOUND;
+}
+
+}  // namespace
+
+void add_list_command(const Verb& olh) {
+  const Verb verb = olh.verb("list", "List the documents and portals that are installed");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("--kind", asked->kind, "Only what exists in that form")
+      .one_of({"html", "pdf", "portal"})
+      .value_named("KIND");
+  const Option names = verb.flag("--names", asked->names, "The names alone, each once, one a line");
+  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
+  add_root_option(verb, asked->root);
+  verb.footer(kExamples);
+  verb.action([asked] { return list(*asked); });
+}
+
+}  // namespace olh

@@ -1,0 +1,43 @@
+#include "path_trial.h"
+#include "find.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "olh/support.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kVerb = "try-path";
+
+// In the process of its own: the debug lines go to whoever asked.
+int build_path(const std::string& host_roots) {
+  dup2(STDOUT_FILENO, STDERR_FILENO);
+  unsetenv("OLH_LOG_HELP");
+  setenv("OLH_DEBUG", "1", 1);
+  setDebugVariable();
+  OlhDocListInit();
+  if (!host_roots.empty()) OlhSetDocPath(host_roots.c_str());
+  return 0;
+}
+
+}  // namespace
+
+std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
+  const OwnOutput lines = output_of_own_child({kVerb, "--", host_roots});
+  return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
+}
+
+void add_try_path_command(const Verb& olh) {
+  const Verb verb = olh.hidden_verb(kVerb);
+  const auto host_roots = std::make_shared<std::string>();
+  verb.option("roots", *host_roots, "");
+  verb.action([host_roots] { return build_path(*host_roots); });
+}
+
+}  // namespace olh

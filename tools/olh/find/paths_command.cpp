@@ -1,0 +1,109 @@
+// olh paths: the search path, where each root comes from, and what is no root and why.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "find.h"
+#include "locate.h"
+#include "olh/support.h"
+#include "search_roots.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  olh paths                      the roots in order, the first wins\n"
+    "  olh paths --root /opt/x/docs   as it would be with that root in front\n"
+    "  olh paths --json\n"
+    "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
+
+struct Arguments {
+  std::string root;
+  bool json = false;
+};
+
+// "QEL_DOC_PATH", or "QEL_ALT_DOC_PATH in FILE (QEL_DOC_PATH)".
+std::string origin(const std::string& source, const std::string& options_file) {
+  return options_file.empty() ? source : "QEL_ALT_DOC_PATH in " + options_file + " (" + source + ")";
+}
+
+void print_override(const char* label, const std::string& program, const std::string& from) {
+  if (!program.empty()) say("     " + std::string(label) + program + " (" + from + ")");
+}
+
+void print_as_text(const SearchRoots& roots) {
+  std::size_t number = 0;
+  for (const SearchRoot& root : roots.roots) {
+    ++number;
+    say_numbered(number, root.path);
+    say("     from    " + origin(root.source, root.options_file));
+    if (!root.parent.empty()) say("     tree    " + root.parent);
+    print_override("browser ", root.browser, root.browser_from);
+    print_override("reader  ", root.reader, root.reader_from);
+  }
+  if (!roots.rejected.empty()) say("Not used:");
+  for (const JudgedRoot& one : roots.rejected)
+    say("   " + (one.path.empty() ? "(an empty path)" : one.path) + ": " + one.reason + " [" +
+        origin(one.source, one.options_file) + "]");
+}
+
+nlohmann::json root_as_json(const SearchRoot& root) {
+  return {{"path", root.path},
+          {"kind", is_url(root.path.c_str()) == 1 ? "url" : "directory"},
+          {"source", root.source},
+          {"options_file", text_or_null(root.options_file)},
+          {"parent", text_or_null(root.parent)},
+          {"browser", text_or_null(root.browser)},
+          {"browser_from", text_or_null(root.browser_from)},
+          {"reader", text_or_null(root.reader)},
+          {"reader_from", text_or_null(root.reader_from)}};
+}
+
+void print_as_json(const SearchRoots& roots, const std::vector<SpoiltFile>& spoilt) {
+  nlohmann::json answer = {{"roots", nlohmann::json::array()},
+                           {"rejected", nlohmann::json::array()},
+                           {"spoilt_option_files", nlohmann::json::array()}};
+  for (const SearchRoot& root : roots.roots) answer["roots"].push_back(root_as_json(root));
+  for (const JudgedRoot& one : roots.rejected)
+    answer["rejected"].push_back({{"path", one.path},
+                                  {"source", one.source},
+                                  {"options_file", text_or_null(one.options_file)},
+                                  {"reason", one.reason}});
+  for (const SpoiltFile& one : spoilt)
+    answer["spoilt_option_files"].push_back({{"file", one.file},
+                                             {"line", one.line > 0 ? nlohmann::json(one.line) : nlohmann::json()},
+                                             {"reason", one.reason}});
+  say_json(answer);
+}
+
+int paths(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.root);
+  std::vector<SpoiltFile> spoilt = roots.spoilt;
+  for (SpoiltFile& one : read_option_file(user_option_file()).spoilt) spoilt.push_back(std::move(one));
+  if (asked.json) {
+    print_as_json(roots, spoilt);
+  } else {
+    print_as_text(roots);
+  }
+  complain_about(spoilt);
+  if (!roots.roots.empty()) return OLH_RESULT_OK;
+  complain(
+      "no documentation root is known. Set QEL_DOC_PATH to a directory that holds htmldocs or pdfdocs, or to the "
+      "http:// URL of one; QEL_OVERRIDE_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME and QEL_HOME are read too.");
+  return OLH_RESULT_NOT_FOUND;
+}
+
+}  // namespace
+
+void add_paths_command(const Verb& olh) {
+  const Verb verb = olh.verb("paths", "Tell where documents are searched");
+  const auto asked = std::make_shared<Arguments>();
+  add_root_option(verb, asked->root);
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return paths(*asked); });
+}
+
+}  // namespace olh

@@ -1,0 +1,70 @@
+#include "root_probe.h"
+#include "find.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "olh/support.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kVerb = "probe-root";
+
+// In the process of its own: one character for each URL, as soon as it is known; then, behind a blank, how many
+// milliseconds it all took.
+int answer(const std::string& root, const std::vector<std::string>& urls) {
+  for (const char* name : kRootVariables) unsetenv(name);
+  for (const char* name : {"OLH_LOG_HELP", "OLH_DEBUG"}) unsetenv(name);
+  OlhSetDocPath(root.c_str());
+  const char* first = GetOlhDocPath();
+  const auto begin = std::chrono::steady_clock::now();
+  for (const std::string& url : urls) {
+    std::array<char, OLH_BUFFER_SIZE> location{};
+    const bool can_ask = first != nullptr && root == first && url.starts_with(root);
+    std::putchar(!can_ask ? '?' : FindPath(location.data(), url.c_str() + root.size()) == 1 ? 'y' : 'n');
+    std::fflush(stdout);
+  }
+  const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
+  say(" " + std::to_string(time.count()));
+  return 0;
+}
+
+}  // namespace
+
+std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls) {
+  std::vector<std::string> words = {kVerb, "--", root};
+  words.insert(words.end(), urls.begin(), urls.end());
+  const std::string answers = output_of_own_child(std::move(words)).text;
+  std::map<std::string, Presence> presence;
+  for (std::size_t i = 0; i < urls.size(); ++i) {
+    const char one = i < answers.size() ? answers[i] : '?';
+    presence[urls[i]] = one == 'y' ? Presence::kYes : one == 'n' ? Presence::kNo : Presence::kCannotTell;
+  }
+  return presence;
+}
+
+std::optional<double> probe_time(const std::string& root) {
+  const OwnOutput answers = output_of_own_child({kVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
+  if (!answers.in_time || answers.text.empty() || answers.text[0] == '?') return std::nullopt;
+  return std::strtod(answers.text.c_str() + 1, nullptr);
+}
+
+void add_probe_root_command(const Verb& olh) {
+  struct Arguments {
+    std::string root;
+    std::vector<std::string> urls;
+  };
+  const Verb verb = olh.hidden_verb(kVerb);
+  const auto arguments = std::make_shared<Arguments>();
+  verb.option("root", arguments->root, "").required();
+  verb.option("urls", arguments->urls, "");
+  verb.action([arguments] { return answer(arguments->root, arguments->urls); });
+}
+
+}  // namespace olh

@@ -1,0 +1,143 @@
+// olh topics DOC: the places in a document that a tag can name.
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "destinations.h"
+#include "find.h"
+#include "locate.h"
+#include "pdf_places.h"
+#include "shared.h"
+#include "topic_table.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  olh topics olh_manual                      name, title and page of each topic\n"
+    "  olh topics /srv/docs/pdfdocs/guide.pdf     tag, page and named destination\n"
+    "  olh topics --names olh_manual              the tags alone, for a script\n"
+    "Exit code: 0, 3 no name, 4 no such document, 5 its topics cannot be read, 64 wrong use.\n";
+
+struct Arguments {
+  std::string document;
+  std::string root;
+  bool names = false;
+  bool json = false;
+};
+
+struct Topic {
+  std::string tag;  // "" when no tag leads there
+  std::string title;
+  std::string page;  // of a manual: the file, beside the start page; of a PDF: its number as text
+  int number = 0;    // of a PDF
+  std::string destination;
+};
+
+struct Topics {
+  std::vector<Topic> all;
+  std::string unreadable;  // why, as the end of a sentence; "" when they could be read
+};
+
+// ---- reading ----
+
+Topics topics_of_manual(const std::string& location) {
+  const std::string table = place_beside(location, olh_viewers::kTopicTable);
+  const std::optional<std::string> text = text_at(table);
+  if (!text) return {{}, "its topic table " + table + " cannot be read"};
+  Topics topics;
+  for (const olh_viewers::TableTopic& one : olh_viewers::topics_in_table(*text))
+    topics.all.push_back({one.name, one.title, one.page, 0, ""});
+  return topics;
+}
+
+Topics topics_of_pdf(const std::string& file) {
+  if (is_web_root(file)) return {{}, "it lies behind a URL: its named destinations cannot be told from here"};
+  const auto places = olh_viewers::destinations_of(file);
+  if (!places) return {{}, can_read_destinations() ? "pdfinfo cannot read it" : kInstallPdfinfo};
+  Topics topics;
+  for (const olh_viewers::NamedPlace& place : *places)
+    topics.all.push_back({tag_for(place.name).value_or(""), "", std::to_string(place.page), place.page, place.name});
+  return topics;
+}
+
+Topics topics_of(const Located& located) {
+  if (located.kind == OLH_VIEWER_TOMEDECK) return {{}, "a portal has tabs, which only its own pages know"};
+  return located.kind == OLH_VIEWER_PDF ? topics_of_pdf(located.location) : topics_of_manual(located.location);
+}
+
+// ---- answers ----
+
+void print_as_json(const Arguments& asked, const Located& located, const Topics& topics) {
+  nlohmann::json answer = located_as_json(asked.document, located);
+  answer["topics"] = topics.unreadable.empty() && located.found ? nlohmann::json::array() : nlohmann::json();
+  for (const Topic& topic : topics.all)
+    answer["topics"].push_back({{"tag", text_or_null(topic.tag)},
+                                {"title", text_or_null(topic.title)},
+                                {"page", topic.number > 0 ? nlohmann::json(topic.number) : text_or_null(topic.page)},
+                                {"destination", text_or_null(topic.destination)}});
+  say_json(answer);
+}
+
+void print_as_text(const Topics& topics) {
+  std::vector<std::string> tags;
+  std::size_t width = 0;
+  std::size_t page_width = 0;
+  for (const Topic& topic : topics.all) {
+    tags.push_back(topic.tag.empty() ? "(no tag)" : visible(command_line({topic.tag})));
+    width = std::max(width, width_of(tags.back()));
+    page_width = std::max(page_width, width_of(visible(topic.page)));
+  }
+  for (std::size_t i = 0; i < tags.size(); ++i) {
+    const Topic& topic = topics.all[i];
+    const std::string& rest = topic.destination.empty() ? topic.title : topic.destination;
+    say(padded(tags[i], width) + "  " + padded(visible(topic.page), rest.empty() ? 0 : page_width) +
+        (rest.empty() ? "" : "  " + rest));
+  }
+}
+
+void print_names(const Topics& topics) {
+  for (const Topic& topic : topics.all)
+    if (!topic.tag.empty()) say(topic.tag);
+}
+
+int topics(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.root);
+  const Located located = locate(asked.document, roots);
+  const Topics found = located.found ? topics_of(located) : Topics();
+  if (asked.json) {
+    print_as_json(asked, located, found);
+  } else if (asked.names) {
+    print_names(found);
+  } else {
+    print_as_text(found);
+  }
+  if (asked.document.empty()) {
+    complain("a document's name is needed, not an empty one.");
+    return OLH_RESULT_INVALID;
+  }
+  if (!located.found) {
+    complain_not_found(asked.document, roots);
+    return OLH_RESULT_NOT_FOUND;
+  }
+  if (found.unreadable.empty()) return OLH_RESULT_OK;
+  complain("found " + located.location + ", but " + found.unreadable + ".");
+  return OLH_RESULT_IO;
+}
+
+}  // namespace
+
+void add_topics_command(const Verb& olh) {
+  const Verb verb = olh.verb("topics", "List the topics of a manual, or the destinations of a PDF");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  const Option names = verb.flag("--names", asked->names, "The tags alone, one a line");
+  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
+  add_root_option(verb, asked->root);
+  verb.footer(kExamples);
+  verb.action([asked] { return topics(*asked); });
+}
+
+}  // namespace olh

@@ -1,0 +1,132 @@
+// olh where DOC: the place of a document; with --all, every place that is tried for it.
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "find.h"
+#include "locate.h"
+#include "olh/support.h"
+#include "places.h"
+#include "root_probe.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  olh where olh_manual         the location, its kind and its root\n"
+    "  olh where --all olh_manual   every place that is tried, in order:\n"
+    "                               * is shown, + is there too, - is not, ? cannot be told\n"
+    "  olh where --json manual_td\n"
+    "Exit code: 0 found, 3 no name, 4 not found, 64 wrong use.\n";
+
+struct Arguments {
+  std::string document;
+  std::string root;
+  bool all = false;
+  bool json = false;
+};
+
+struct Tried {
+  Place place;
+  Presence presence = Presence::kNo;
+  bool wins = false;
+};
+
+bool is_web_page(const std::string& tested) { return tested.rfind("http://", 0) == 0; }
+
+// Asks each URL root once for all the places below it.
+std::map<std::string, Presence> ask_url_roots(const std::vector<Place>& places) {
+  std::map<std::string, std::vector<std::string>> urls;
+  for (const Place& place : places)
+    if (!place.root.empty() && is_web_page(place.tested)) urls[place.root].push_back(place.tested);
+  std::map<std::string, Presence> answers;
+  for (const auto& [root, list] : urls) answers.merge(probe_url_root(root, list));
+  return answers;
+}
+
+Presence presence_of(const Place& place, const std::map<std::string, Presence>& answers) {
+  const auto answer = answers.find(place.tested);
+  if (answer != answers.end()) return answer->second;
+  if (place.tested.empty()) return Presence::kCannotTell;  // a URL is taken as it is
+  return path_exists(place.tested.c_str()) == 1 ? Presence::kYes : Presence::kNo;
+}
+
+std::vector<Tried> try_all(const Arguments& asked, const Located& located, const SearchRoots& roots) {
+  const std::vector<Place> places = places_of(asked.document, roots.preferred, paths_of(roots));
+  const std::map<std::string, Presence> answers = ask_url_roots(places);
+  std::vector<Tried> list;
+  for (const Place& place : places) {
+    const bool wins = located.found && place.location == located.location;
+    list.push_back({place, wins ? Presence::kYes : presence_of(place, answers), wins});
+  }
+  return list;
+}
+
+nlohmann::json places_as_json(const std::vector<Tried>& list) {
+  nlohmann::json places = nlohmann::json::array();
+  for (const Tried& tried : list) {
+    const bool known = tried.presence != Presence::kCannotTell;
+    places.push_back({{"location", tried.place.location},
+                      {"kind", kind_name(tried.place.kind)},
+                      {"root", text_or_null(tried.place.root)},
+                      {"exists", known ? nlohmann::json(tried.presence == Presence::kYes) : nlohmann::json()},
+                      {"winner", tried.wins}});
+  }
+  return places;
+}
+
+void print_places(const std::vector<Tried>& list) {
+  for (const Tried& tried : list) {
+    const char mark = tried.wins                                ? '*'
+                      : tried.presence == Presence::kYes        ? '+'
+                      : tried.presence == Presence::kCannotTell ? '?'
+                                                                : '-';
+    const std::string line = std::string(1, mark) + " " + tried.place.location;
+    tried.wins ? say_marked("", line) : say(line);
+  }
+}
+
+void print_one(const Located& located) {
+  say("location  " + located.location);
+  say(std::string("kind      ") + kind_name(located.kind));
+  say("root      " + (located.root.empty() ? "none: outside the search path" : located.root));
+}
+
+int where(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.root);
+  const Located located = locate(asked.document, roots);
+  if (asked.json) {
+    nlohmann::json answer = located_as_json(asked.document, located);
+    if (asked.all) answer["places"] = places_as_json(try_all(asked, located, roots));
+    say_json(answer);
+  } else if (asked.all) {
+    print_places(try_all(asked, located, roots));
+  } else if (located.found) {
+    print_one(located);
+  }
+  if (located.found) return OLH_RESULT_OK;
+  if (asked.document.empty()) {
+    complain("a document's name is needed, not an empty one.");
+    return OLH_RESULT_INVALID;
+  }
+  complain_not_found(asked.document, roots);
+  return OLH_RESULT_NOT_FOUND;
+}
+
+}  // namespace
+
+void add_where_command(const Verb& olh) {
+  const Verb verb = olh.verb("where", "Tell where a document lies");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
+  verb.flag("-a,--all", asked->all, "Every place that is tried, in order");
+  add_root_option(verb, asked->root);
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return where(*asked); });
+}
+
+}  // namespace olh

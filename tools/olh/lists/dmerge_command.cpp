@@ -1,0 +1,166 @@
+// olh dmerge [ROOT]: the lists that the pages of a documentation root read; with --check, whether they are true.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "list_failure.h"
+#include "list_trial.h"
+#include "lists.h"
+#include "olh/dmerge.h"
+#include "olh/support.h"
+#include "shared.h"
+#include "title_warnings.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "Without ROOT: the first root of the search path. Run it after documentation was installed or removed.\n"
+    "Examples:\n"
+    "  olh dmerge /usr/share/doc/product/docs\n"
+    "  olh dmerge --check /usr/share/doc/product/docs   which lists are out of date; nothing is written\n"
+    "Exit code: 0 the lists are made (--check: they are true), 1 --check: a list is out of date,\n"
+    "2 the portals cannot be listed, 4 no such root, 5 a list cannot be written, 64 wrong use.\n";
+
+constexpr int kOutOfDate = 1;
+
+struct Arguments {
+  std::string root;
+  bool check = false;
+  bool quiet = false;
+  bool json = false;
+};
+
+int exit_code_of(const ListRun& run) {
+  if (!run.has_root) return OLH_RESULT_NOT_FOUND;
+  switch (run.result) {
+    case DMERGE_RESULT_OK:
+      return OLH_RESULT_OK;
+    case DMERGE_RESULT_UNLISTABLE:
+      return OLH_RESULT_FAILED;
+    default:
+      return OLH_RESULT_IO;  // the list of portals, or one of the others
+  }
+}
+
+std::string totals(const ListRun& run) {
+  char seconds[32];
+  std::snprintf(seconds, sizeof seconds, "%.2f", run.seconds);
+  return counted(run.libraries, "library", "libraries") + ", " + counted(run.pdfs, "PDF", "PDFs") + ", " +
+         std::to_string(run.both) + " in both forms, " + counted(run.portals, "portal", "portals") + ", " + seconds +
+         " seconds";
+}
+
+nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::vector<std::string>& messages) {
+  nlohmann::json warnings = nlohmann::json::array();
+  for (const TitleWarning& one : title_warnings(run))
+    warnings.push_back({{"file", one.file}, {"sentence", one.sentence}});
+  return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
+          {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
+          {"seconds", run.seconds}, {"messages", messages},        {"warnings", warnings}};
+}
+
+void complain_of_titles(const ListRun& run) {
+  for (const TitleWarning& one : title_warnings(run)) complain("warning: " + one.file + " " + one.sentence + ".");
+}
+
+// ---- making the lists ------------------------------------------------------------------------------------------
+
+int make(const std::string& root, const Arguments& asked) {
+  if (asked.json) {
+    StreamInMemory memory(stdout);
+    const ListRun run = make_lists(
+        root, [](const std::string&) {}, false);
+    const std::vector<std::string> messages = lines_of(memory.text());
+    nlohmann::json answer = run_as_json(root, run, messages);
+    answer["files"] = run.files;
+    say_json(answer);
+    if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(run));
+    return exit_code_of(run);
+  }
+  const auto tell = [&asked](const std::string& file) {
+    if (asked.quiet) return;
+    say(file);
+    std::fflush(stdout);
+  };
+  const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
+  if (run.result != DMERGE_RESULT_OK)
+    complain(sentence_about_failure(run));
+  else if (!asked.quiet)
+    say(totals(run));
+  complain_of_titles(run);
+  return exit_code_of(run);
+}
+
+// ---- --check -----------------------------------------------------------------------------------------------------
+
+int check(const std::string& root, const Arguments& asked) {
+  const ListTrial trial = try_lists(root);
+  const ListRun& run = trial.run;
+  const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run)
+                   : trial.changes.empty()        ? static_cast<int>(OLH_RESULT_OK)
+                                                  : kOutOfDate;
+  if (asked.json) {
+    nlohmann::json answer = run_as_json(root, run, trial.messages);
+    answer["result"] = code;
+    answer["out_of_date"] = nlohmann::json::array();
+    for (const ListChange& change : trial.changes)
+      answer["out_of_date"].push_back({{"file", change.file},
+                                       {"missing", change.is_new},
+                                       {"unreadable", change.is_unreadable},
+                                       {"more", change.more},
+                                       {"less", change.less}});
+    say_json(answer);
+  } else {
+    for (const std::string& message : trial.messages) say(message);
+    if (!asked.quiet)
+      for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
+    if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
+  }
+  if (!asked.json) complain_of_titles(run);
+  const auto can_be_compared = [](const ListChange& change) { return !change.is_unreadable; };
+  if (code == kOutOfDate && !asked.quiet && std::ranges::any_of(trial.changes, can_be_compared))
+    complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
+  if (!trial.failure.empty()) complain(trial.failure);
+  return code;
+}
+
+int run(const Arguments& asked) {
+  const char* first = asked.root.empty() ? GetOlhDocPath() : nullptr;
+  std::string root = first == nullptr ? asked.root : first;
+  cleanPath(root.data());
+  root.resize(std::strlen(root.c_str()));
+  if (root.empty()) {
+    complain("no documentation root is known. Name one, or set QEL_DOC_PATH.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  if (is_url(root.c_str()) != 0) {
+    complain(root + " is an address: the lists are made where the files lie, in a directory.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  if (asked.check && pathExists(root.c_str()) == 0) {
+    complain("there is no readable directory " + root + ".");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  return asked.check ? check(root, asked) : make(root, asked);
+}
+
+}  // namespace
+
+void add_dmerge_command(const Verb& olh) {
+  const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("ROOT", asked->root, "The directory of the documentation root");
+  verb.flag("--check", asked->check, "Write nothing; say which lists are out of date");
+  verb.flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return run(*asked); });
+}
+
+}  // namespace olh

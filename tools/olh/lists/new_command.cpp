@@ -1,0 +1,157 @@
+// olh new ROOT NAME: a documentation root to begin with, one manual in it.
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "find.h"
+#include "lists.h"
+#include "new_root.h"
+#include "olh/support.h"
+#include "shared.h"
+#include "title_warnings.h"
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kExamples =
+    "Nothing that is there is overwritten. The pages are plain HTML, made to be edited.\n"
+    "Examples:\n"
+    "  olh new docs myproduct_guide\n"
+    "  olh new --title \"The guide to My Product\" docs myproduct_guide\n"
+    "Exit code: 0 made, 4 the pages to copy are not installed, 5 ROOT is there already or cannot be\n"
+    "made, 64 wrong use.\n";
+
+// Directories below htmldocs that are no manual, or not the one of whoever makes a root.
+constexpr const char* kTakenNames[] = {"QEL", "qel_html_help", "qelhelp.htm", "_a_search_tips"};
+
+struct Arguments {
+  std::string root;
+  NewManual manual;
+  bool json = false;
+};
+
+// ---- what will do: "" or the end of a sentence, for the parser of the command line ----
+
+bool is_name_character(unsigned char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+         c == '.';
+}
+
+std::string refusal_of_name(const std::string& name) {
+  if (name.empty() || !std::ranges::all_of(name, is_name_character) || name.starts_with('.') || name.starts_with('-'))
+    return "'" + name + "' names no document: letters, digits, '-', '_' and '.' do, not beginning with '-' or '.'.";
+  if (is_portal_name(name)) return "'" + name + "' would be looked for among the portals: their names end in '_td'.";
+  if (ends_in_any_pdf(name)) return "'" + name + "' would be looked for among the PDFs.";
+  if (std::ranges::count(kTakenNames, name) != 0)
+    return "'" + name + "' has another meaning in a documentation root.";
+  return "";
+}
+
+// The lists take a title as it is, between double quotes and as markup.
+std::string refusal_of_title(const std::string& title) {
+  if (title.find_first_not_of(' ') == std::string::npos) return "the title is empty.";
+  if (std::ranges::any_of(title, is_more_than_text))
+    return "a title has no double quote, backslash, '<', '&' or control character: the lists take it as it is.";
+  return "";
+}
+
+std::string refusal_of_root(const std::string& root) {
+  if (root.empty()) return "the name of the root is empty.";
+  if (is_url(root.c_str()) != 0) return root + " is an address: a root is made where its files lie, in a directory.";
+  if (root.find(':') != std::string::npos)
+    return "':' separates the roots of a search path: no root has it in its name.";
+  return "";
+}
+
+// ---- answers ----
+
+std::vector<std::vector<std::string>> next_commands(const std::string& root, const std::string& name) {
+  return {{"olh", "check", root}, {"olh", "show", "--root", root, name}};
+}
+
+bool has_not_found_pdf(const fs::path& root) {
+  std::error_code failed;
+  return fs::exists(root / kNotFoundPdf, failed);
+}
+
+void print_as_text(const Arguments& asked, const std::string& root) {
+  say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title +
+      "\", the general help and a portal.");
+  if (!has_not_found_pdf(root))
+    say("It has no pdfdocs/qeldoc_notfound.pdf, for those who have only a PDF reader: this olh was built without "
+        "PDFs.");
+  say("Write in " + root + "/htmldocs/" + asked.manual.name + "; its first topic says how. Then:");
+  for (const auto& words : next_commands(root, asked.manual.name)) say("  " + command_line(words));
+  say("A bookcase, pdfdocs/_bk_qel.pdf, is made when the root holds what it should list: olh show olh_manual "
+      "root_layout");
+}
+
+void print_as_json(const Arguments& asked, const std::string& root, int result) {
+  nlohmann::json answer = {
+      {"root", root}, {"name", asked.manual.name}, {"title", asked.manual.title}, {"result", result}};
+  if (result == OLH_RESULT_OK) answer["directory"] = root + "/htmldocs/" + asked.manual.name;
+  say_json(answer);
+}
+
+int refuse_what_is_there(const std::string& root) {
+  std::error_code failed;
+  if (fs::symlink_status(root, failed).type() == fs::file_type::not_found) return OLH_RESULT_OK;
+  complain(failed ? root + " cannot be made: " + failed.message() + "."
+                  : root + " is there already, and nothing is overwritten. Name a directory that is not there yet.");
+  return OLH_RESULT_IO;
+}
+
+int make_from_pages(const std::string& root, const NewManual& manual) {
+  if (const int occupied = refuse_what_is_there(root); occupied != OLH_RESULT_OK) return occupied;
+  const auto pages = shipped_pages();
+  if (!pages) {
+    complain(
+        "the pages that a root is made from are not installed beside this program: the package olh-doc has them.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  try {
+    make_root(root, *pages, manual);
+    return OLH_RESULT_OK;
+  } catch (const std::runtime_error& error) {
+    complain(root + " cannot be made: " + error.what() + ".");
+    return OLH_RESULT_IO;
+  }
+}
+
+int run(Arguments asked) {
+  fs::path path = fs::absolute(asked.root).lexically_normal();
+  if (!path.has_filename()) path = path.parent_path();
+  const std::string root = path.string();
+  if (asked.manual.title.empty()) asked.manual.title = asked.manual.name;
+  const int result = make_from_pages(root, asked.manual);
+  if (asked.json) {
+    print_as_json(asked, root, result);
+  } else if (result == OLH_RESULT_OK) {
+    print_as_text(asked, root);
+  }
+  return result;
+}
+
+}  // namespace
+
+void add_new_command(const Verb& olh) {
+  const Verb verb = olh.verb("new", "Make a documentation root with one manual in it");
+  const auto asked = std::make_shared<Arguments>();
+  verb.option("ROOT", asked->root, "The directory that is made").required().refused_by(refusal_of_root);
+  verb.option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
+      .required()
+      .refused_by(refusal_of_name);
+  verb.option("--title", asked->manual.title, "The title of the manual, else its name")
+      .refused_by(refusal_of_title)
+      .value_named("TEXT");
+  add_json_option(verb, asked->json);
+  verb.footer(kExamples);
+  verb.action([asked] { return run(*asked); });
+}
+
+}  // namespace olh

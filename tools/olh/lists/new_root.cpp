@@ -1,0 +1,155 @@
+#include "new_root.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+#include <vector>
+
+#include "files.h"
+#include "list_failure.h"
+#include "list_run.h"
+#include "olh/dmerge.h"
+#include "shadow_root.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// What a root of any maker wants of the project's own: the frame of manuals, the general help, the portal.
+constexpr const char* kWanted[] = {
+    "index.html",           "htmldocs/qelhelp.htm", "htmldocs/QEL",    "htmldocs/qel_html_help",
+    "tomedecks/index.html", "tomedecks/common",     "tomedecks/qel_td"};
+// The portals that the project's own root may hold: the generator begins a list of its own where there is none.
+constexpr const char* kOwnPortals = "tomedecks/qel_td/js/tdklist.js";
+
+constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js";
+
+// A directory beside the new root, so that the root can be moved to its place in one step; gone with what is in it at
+// the end of the scope.
+class Workshop {
+ public:
+  explicit Workshop(const fs::path& parent) : path_((parent / ".olh-new-XXXXXX").string()) {
+    if (mkdtemp(path_.data()) == nullptr)
+      throw fs::filesystem_error("", parent, std::error_code(errno, std::generic_category()));
+  }
+  ~Workshop() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  Workshop(const Workshop&) = delete;
+  Workshop& operator=(const Workshop&) = delete;
+  fs::path path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+void copy_page(const fs::path& from, const fs::path& to) {
+  fs::create_directories(to.parent_path());
+  fs::copy_file(from, to);
+  fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
+}
+
+void copy_wanted(const fs::path& docs, const fs::path& root) {
+  if (fs::exists(docs / kNotFoundPdf)) copy_page(docs / kNotFoundPdf, root / kNotFoundPdf);
+  for (const char* wanted : kWanted) {
+    if (!fs::is_directory(docs / wanted)) {
+      copy_page(docs / wanted, root / wanted);
+      continue;
+    }
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(docs / wanted)) {
+      const fs::path relative = entry.path().lexically_relative(docs);
+      const bool is_own = relative == kOwnPortals || relative == kPortalDocuments;
+      if (entry.is_regular_file() && !is_own && !is_generated_list(relative))
+        copy_page(entry.path(), root / relative);
+    }
+  }
+}
+
+void replace_all(std::string& text, const std::string& what, const std::string& by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+    text.replace(at, what.size(), by);
+}
+
+struct Filling {
+  std::string placeholder;
+  std::string text;
+};
+using Fillings = std::vector<Filling>;
+
+std::string as_markup(std::string text) {
+  replace_all(text, "&", "&amp;");
+  replace_all(text, "<", "&lt;");
+  return text;
+}
+
+// A file of the template, filled in; in a page the texts are markup.
+void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings) {
+  const std::optional<std::string> source = olh_viewers::text_of_file(from);
+  if (!source) throw std::runtime_error(from.string() + " cannot be read");
+  std::string text = *source;
+  const bool is_page = from.extension() == ".htm";
+  for (const Filling& filling : fillings)
+    replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);
+  fs::create_directories(to.parent_path());
+  std::ofstream page(to, std::ios::binary);
+  page << text;
+  page.close();
+  if (!page) throw std::runtime_error("not all of it could be written");
+}
+
+void fill_in_manual(const ShippedPages& shipped, const fs::path& root, const NewManual& manual) {
+  const Fillings fillings = {
+      {"@NAME@", manual.name}, {"@TITLE@", manual.title}, {"@TOOLS@", command_line({shipped.tools.string()})}};
+  const fs::path pages = shipped.template_manual / "manual";
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
+    if (entry.is_regular_file())
+      fill_in(entry.path(), root / "htmldocs" / manual.name / entry.path().lexically_relative(pages), fillings);
+  fill_in(shipped.template_manual / "doclist.js", root / kPortalDocuments, fillings);
+}
+
+void make_its_lists(const std::string& root) {
+  StreamInMemory messages(stdout);
+  const ListRun run = make_lists(
+      root, [](const std::string&) {}, false);
+  if (run.result != DMERGE_RESULT_OK) throw std::runtime_error(sentence_about_failure(run));
+}
+
+std::string reason_of(const fs::filesystem_error& error) {
+  return error.path1().string() + ": " + error.code().message();
+}
+
+}  // namespace
+
+std::optional<ShippedPages> shipped_pages() {
+  const fs::path programs = fs::path(own_program()).parent_path();
+  for (const fs::path& data : {programs / OLH_DATA_FROM_PROGRAMS, programs / ".."}) {
+    std::error_code failed;
+    const fs::path real = fs::canonical(data, failed);
+    if (failed) continue;
+    const ShippedPages pages = {real / "docs", real / "new_manual", real / "tools"};
+    if (fs::is_directory(pages.docs, failed) && fs::is_directory(pages.template_manual, failed)) return pages;
+  }
+  return std::nullopt;
+}
+
+void make_root(const fs::path& root, const ShippedPages& pages, const NewManual& manual) {
+  try {
+    const Workshop workshop(root.parent_path());
+    const fs::path made = workshop.path() / "root";
+    copy_wanted(pages.docs, made);
+    fill_in_manual(pages, made, manual);
+    make_its_lists(made.string());
+    fs::rename(made, root);
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error(reason_of(error));
+  }
+}
+
+}  // namespace olh

@@ -1,0 +1,97 @@
+#include "output.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace olh {
+
+namespace {
+
+std::string shell_word(const std::string& word) {
+  const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789%+,-./:=@_";
+  if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
+bool has_colours() {
+  const char* no_color = std::getenv("NO_COLOR");
+  return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
+}
+
+void print(const std::string& line) { std::fputs((line + "\n").c_str(), stdout); }
+
+}  // namespace
+
+void say(const std::string& line) { print(visible(line)); }
+
+void say_marked(const std::string& before, const std::string& marked, const std::string& after,
+                const std::string& code) {
+  if (!has_colours()) return say(before + marked + after);
+  print(visible(before) + "\033[" + code + "m" + visible(marked) + "\033[0m" + visible(after));
+}
+
+void say_numbered(std::size_t number, const std::string& root) {
+  const std::string before = std::to_string(number) + ". ";
+  number == 1 ? say_marked(before, root) : say(before + root);
+}
+
+void complain(const std::string& sentence) {
+  std::fflush(stdout);
+  std::fputs(("olh: " + visible(sentence) + "\n").c_str(), stderr);
+}
+
+void say_json(const nlohmann::json& answer) {
+  print(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+}
+
+std::string quoted(const std::string& text) { return '"' + text + '"'; }
+
+std::string at_tag(const std::string& tag) { return tag.empty() ? "" : " at " + quoted(tag); }
+
+std::string command_line(const std::vector<std::string>& words) {
+  std::string line;
+  for (const std::string& word : words) line += (line.empty() ? "" : " ") + shell_word(word);
+  return line;
+}
+
+std::size_t width_of(const std::string& text) {
+  const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+  return text + std::string(width - std::min(width, width_of(text)), ' ');
+}
+
+std::string counted(std::size_t number, const char* one, const char* many) {
+  return std::to_string(number) + " " + (number == 1 ? one : many);
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+std::string enumeration(const std::vector<std::string>& items) {
+  std::string text;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i > 0) text += i + 1 == items.size() ? " and " : ", ";
+    text += items[i];
+  }
+  return text;
+}
+
+nlohmann::json text_or_null(const std::string& text) {
+  return text.empty() ? nlohmann::json(nullptr) : nlohmann::json(text);
+}
+
+}  // namespace olh

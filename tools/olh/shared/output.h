@@ -1,0 +1,54 @@
+// How `olh` speaks: answers on standard output, complaints on standard error.
+//
+// Knows    when a terminal may get emphasis, that nothing else may play with it, how a word is quoted for a shell, and
+//          that JSON survives bytes that are no UTF-8.
+// For      every verb.
+#ifndef OLH_TOOLS_OUTPUT_H
+#define OLH_TOOLS_OUTPUT_H
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "visible.h"
+
+namespace olh {
+
+// A line on standard output. Control characters in it, which titles and file names may bring along, are written
+// visibly.
+void say(const std::string& line);
+// The same with one part in colour, by its number in an escape sequence, or in bold; only on a terminal, and not when
+// NO_COLOR is set.
+void say_marked(const std::string& before, const std::string& marked, const std::string& after = "",
+                const std::string& code = "1");
+// A root of the search path with its number; the first, which wins, in bold.
+void say_numbered(std::size_t number, const std::string& root);
+// A sentence on standard error, after the program's name; control characters as in say.
+void complain(const std::string& sentence);
+// A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
+void say_json(const nlohmann::json& answer);
+
+using olh_viewers::visible;
+// The text in double quotes; and " at "TAG"", or nothing.
+std::string quoted(const std::string& text);
+std::string at_tag(const std::string& tag);
+// The words as a person would type them to a shell.
+std::string command_line(const std::vector<std::string>& words);
+// How many characters (of UTF-8) the text has.
+std::size_t width_of(const std::string& text);
+// The text with blanks behind it, up to that width.
+std::string padded(const std::string& text, std::size_t width);
+// "1 manual", "2 manuals".
+std::string counted(std::size_t number, const char* one, const char* many);
+// The lines of a text, without their line feeds.
+std::vector<std::string> lines_of(const std::string& text);
+// "a", "a and b", "a, b and c".
+std::string enumeration(const std::vector<std::string>& items);
+
+// The text, or JSON's null for "".
+nlohmann::json text_or_null(const std::string& text);
+
+}  // namespace olh
+
+#endif

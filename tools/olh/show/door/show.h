@@ -1,0 +1,20 @@
+// Showing: a request carried out, or told in every detail without starting anything.
+//
+// For      main.cpp. Nobody else sees another header of this room.
+#ifndef OLH_TOOLS_SHOW_H
+#define OLH_TOOLS_SHOW_H
+
+#include "../rehearsal.h"
+
+namespace olh {
+
+class Verb;
+
+void add_show_command(const Verb& olh);
+void add_search_command(const Verb& olh);
+void add_portal_command(const Verb& olh);
+void add_bookcase_command(const Verb& olh);
+
+}  // namespace olh
+
+#endif

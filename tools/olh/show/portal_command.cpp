@@ -1,0 +1,108 @@
+// olh portal [NAME] [TAB] and olh bookcase [NAME] [TAG]: the two ways into all documentation.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "find.h"
+#include "olh/support.h"
+#include "shared.h"
+#include "show.h"
+#include "showing.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kPortalExamples =
+    "Without a name: the portals' main page.\n"
+    "Examples:\n"
+    "  olh portal\n"
+    "  olh portal olh_td\n"
+    "  olh portal --print olh_td search   what would be run; nothing is\n"
+    "  olh portal '' search               a tab of the main page\n"
+    "Exit code: 0 shown, 2 the browser failed, 4 no such portal, 7 no browser known, 64 wrong use.\n";
+
+constexpr const char* kBookcaseExamples =
+    "Without a name: _bk_qel.pdf, which lists the documentation of a root.\n"
+    "Examples:\n"
+    "  olh bookcase\n"
+    "  olh bookcase guide 'Getting Started'\n"
+    "  olh bookcase --print\n"
+    "Exit code: 0 shown, 2 the browser failed (a PDF behind a URL), 4 no such PDF, 5 the PDF reader\n"
+    "failed, 7 no browser known, 64 wrong use.\n";
+
+constexpr const char* kBookcase = "_bk_qel.pdf";
+
+struct Arguments {
+  std::string name;
+  std::string tag;
+  ShowOptions options;
+};
+
+// What was looked for and in which file, and below which roots.
+void complain_missing(const std::string& what, const std::string& file, const SearchRoots& roots) {
+  if (roots.roots.empty()) {
+    complain("no " + what + ": no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' " +
+             "tells what was tried.");
+  } else {
+    complain("no " + what + ": there is no " + file + " below " + enumeration(paths_of(roots)) +
+             ". 'olh list' tells what there is.");
+  }
+  complain_about_roots(roots);
+}
+
+int portal(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.options.root);
+  ShowRequest request;
+  request.located = locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, asked.name, roots);
+  request.named = request.located.location + at_tag(asked.tag);
+  request.answer = [&] { return with_tag(located_as_json(asked.name, request.located), asked.tag); };
+  request.print_again = {"olh", "portal", "--print", asked.name};
+  request.call = [&] { return OlhTomeDeck(asked.name.c_str(), asked.tag.c_str()); };
+  request.complain_of = [&](int) {
+    if (asked.name.empty()) return complain_missing("main page of the portals", "tomedecks/index.html", roots);
+    complain_missing("portal " + quoted(asked.name), "tomedecks/" + asked.name + "/index.html", roots);
+  };
+  return carry_out(request, asked.options, roots);
+}
+
+int bookcase(const Arguments& asked) {
+  const SearchRoots roots = find_search_roots(asked.options.root);
+  const std::string name = asked.name.empty() ? kBookcase : asked.name;
+  ShowRequest request;
+  request.located = locate_with(FindPdfDoc, OLH_VIEWER_PDF, name, roots);
+  request.named = request.located.location + at_tag(asked.tag);
+  request.answer = [&] { return with_tag(located_as_json(name, request.located), asked.tag); };
+  request.print_again = {"olh", "bookcase", "--print", name};
+  request.call = [&] { return OlhBookcase(name.c_str(), asked.tag.c_str()); };
+  request.complain_of = [&](int) {
+    const std::string file = ends_in_any_pdf(name) ? name : name + ".pdf";
+    complain_missing("bookcase " + quoted(name), "pdfdocs/" + file + " or system_admin_docs/" + file, roots);
+  };
+  return carry_out(request, asked.options, roots);
+}
+
+void add_arguments(const Verb& verb, Arguments& asked, const char* name, const char* tag_name, const char* tag) {
+  verb.option("NAME", asked.name, name);
+  verb.option(tag_name, asked.tag, tag);
+  add_show_options(verb, asked.options);
+}
+
+}  // namespace
+
+void add_portal_command(const Verb& olh) {
+  const Verb verb = olh.verb("portal", "Show a documentation portal");
+  const auto asked = std::make_shared<Arguments>();
+  add_arguments(verb, *asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
+  verb.footer(kPortalExamples);
+  verb.action([asked] { return portal(*asked); });
+}
+
+void add_bookcase_command(const Verb& olh) {
+  const Verb verb = olh.verb("bookcase", "Show the PDF that lists the documentation");
+  const auto asked = std::make_shared<Arguments>();
+  add_arguments(verb, *asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
+  verb.footer(kBookcaseExamples);
+  verb.action([asked] { return bookcase(*asked); });
+}
+
+}  // namespace olh

@@ -1,0 +1,46 @@
+// A request to show something: carried out, or told in every detail without starting anything.
+//
+// Knows    which viewer gets what was found, what is said of success and failure, and the answers of --print.
+// Not      what is looked up and which public function shows it (the verbs).
+// For      show, search, portal and bookcase.
+#ifndef OLH_TOOLS_SHOWING_H
+#define OLH_TOOLS_SHOWING_H
+
+#include <functional>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "find.h"
+#include "shared.h"
+
+namespace olh {
+
+struct ShowOptions {
+  std::string root;
+  bool print = false;
+  bool json = false;
+  bool quiet = false;
+};
+
+// The options --print, --json, --quiet and --root.
+void add_show_options(const Verb& verb, ShowOptions& options);
+
+struct ShowRequest {
+  Located located;                         // what will be shown; nothing found when a substitute will be
+  std::string named;                       // how a sentence names that
+  std::vector<std::string> print_again;    // the words that tell the details: "olh", "show", "--print", ...
+  std::function<nlohmann::json()> answer;  // the verb's own keys of the JSON answer
+  std::function<int()> call;               // the library's function that shows it
+  std::function<void(int)> complain_of;    // says why nothing was found or the arguments were refused
+};
+
+// Carries the request out, or tells what would be sent (--print). Returns the library's result.
+int carry_out(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots);
+
+// A document's answer with the key "tag" added.
+nlohmann::json with_tag(nlohmann::json answer, const std::string& tag);
+
+}  // namespace olh
+
+#endif

@@ -1,0 +1,36 @@
+// Which program shows a document, and who chose it.
+//
+// Knows    the order of the sources: the user's option file, the variable, the documentation tree's options file, the
+//          search along PATH.
+// Not      how a program is started.
+// For      show, setup, viewers and doctor.
+#ifndef OLH_TOOLS_CHOSEN_VIEWER_H
+#define OLH_TOOLS_CHOSEN_VIEWER_H
+
+#include <string>
+
+#include "find.h"
+#include "olh/olh.h"
+#include "viewer_kind.h"
+
+namespace olh {
+
+struct ChosenViewer {
+  std::string program;  // "" when none is known
+  std::string choice;   // "option_file", "variable", "tree", "search"; "" when none is known
+  std::string from;     // the file, or the name of the variable
+};
+
+// The program for OLH_VIEWER_HTML or OLH_VIEWER_PDF, given what the documentation tree prescribes ("" for nothing) and
+// the options file that says so.
+ChosenViewer choose_viewer(OlhViewer viewer, const std::string& tree_program, const std::string& tree_file);
+
+// "/usr/bin/evince (QEL_PDF_READER)", or "none".
+std::string describe(const ChosenViewer& viewer);
+
+// The program for what the first documentation root holds.
+ChosenViewer viewer_in_use(const ViewerKind& kind, const SearchRoots& roots);
+
+}  // namespace olh
+
+#endif

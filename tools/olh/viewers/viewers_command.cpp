@@ -1,0 +1,190 @@
+// olh viewers [set|forget]: who chooses the browser and the PDF reader, which program that comes to, whether it runs.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "chosen_viewer.h"
+#include "find.h"
+#include "olh/support.h"
+#include "shared.h"
+#include "viewer_answers.h"
+#include "viewer_sources.h"
+#include "viewer_storing.h"
+#include "viewers.h"
+
+namespace olh {
+
+namespace {
+
+constexpr const char* kExamples =
+    "The first of four places that names an executable chooses: your option file, the variable, the\n"
+    "options file of the documentation tree, a search along PATH.\n"
+    "Examples:\n"
+    "  olh viewers                         what each of them says, and which one wins\n"
+    "  olh viewers set browser olh-browser\n"
+    "  olh viewers set pdf /opt/reader/bin/reader --tree\n"
+    "  olh viewers forget browser\n"
+    "Exit code: 0, of set and forget also what their --help says: 4, 5, 7; 64 wrong use.\n";
+constexpr const char* kExitCodes =
+    "Exit code: 0, 4 --tree and no root is known, 5 the file cannot be read or written, 7 no such\n"
+    "executable, 64 wrong use.\n";
+
+// ---- olh viewers -------------------------------------------------------------------------------------------------
+
+// Everything that is told of one kind of viewer.
+struct ViewerStory {
+  const ViewerKind* kind = nullptr;
+  ChosenViewer in_use;
+  std::vector<ViewerSource> sources;
+  std::string asked;  // the program that is asked whether it runs; a tree's choice does not count for a browser
+  std::optional<bool> runs;
+  bool is_adapter = false;
+  Driven driven;
+};
+
+ViewerStory story_of(const ViewerKind& kind, const SearchRoots& roots) {
+  ViewerStory story;
+  story.kind = &kind;
+  story.in_use = viewer_in_use(kind, roots);
+  story.sources = viewer_sources(kind, roots);
+  story.asked = kind.viewer == OLH_VIEWER_HTML ? choose_viewer(kind.viewer, "", "").program : story.in_use.program;
+  story.runs = is_viewer_running(kind, story.asked);
+  story.is_adapter = is_adapter(kind, story.in_use.program);
+  if (story.is_adapter) story.driven = driven_by(kind, story.in_use.program);
+  return story;
+}
+
+std::string label_of(const std::string& choice) { return choice == "option_file" ? "option file" : choice; }
+
+void print_row(const std::string& mark, const std::string& label, const std::string& text) {
+  say("  " + mark + " " + label + std::string(13 - label.size(), ' ') + text);
+}
+
+void print_source(const ViewerSource& source, bool wins) {
+  std::string text = source.from.empty() ? "no documentation root is known" : source.from + ": ";
+  if (!source.from.empty()) text += source.value.empty() ? "nothing" : source.value;
+  if (!source.value.empty() && source.program.empty()) text += ", which is no executable and counts for nothing";
+  print_row(wins ? "*" : " ", label_of(source.choice), text);
+}
+
+void print_as_text(const ViewerStory& story) {
+  const std::string word = story.kind->word;
+  say_marked(word + std::string(16 - word.size(), ' '), describe(story.in_use));
+  for (const ViewerSource& source : story.sources) print_source(source, source.choice == story.in_use.choice);
+  const std::string asked = story.asked == story.in_use.program ? "" : " (" + story.asked + ", which is asked first)";
+  if (!story.asked.empty())
+    print_row(" ", "runs", (!story.runs ? "cannot tell" : *story.runs ? "yes" : "no") + asked);
+  if (!story.is_adapter) return;
+  print_row(" ", "opens",
+            story.driven.program.empty() ? "nothing: it finds no program"
+                                         : story.driven.command + " (" + story.driven.source + ")");
+}
+
+nlohmann::json as_json(const ViewerStory& story) {
+  nlohmann::json sources = nlohmann::json::array();
+  for (const ViewerSource& source : story.sources)
+    sources.push_back({{"choice", source.choice},
+                       {"from", text_or_null(source.from)},
+                       {"value", text_or_null(source.value)},
+                       {"program", text_or_null(source.program)},
+                       {"wins", source.choice == story.in_use.choice}});
+  return {{"program", text_or_null(story.in_use.program)},
+          {"choice", text_or_null(story.in_use.choice)},
+          {"from", text_or_null(story.in_use.from)},
+          {"sources", sources},
+          {"asked_whether_it_runs", text_or_null(story.asked)},
+          {"running", story.runs ? nlohmann::json(*story.runs) : nlohmann::json()},
+          {"adapter", story.is_adapter},
+          {"opens", text_or_null(story.driven.command)},
+          {"opens_from", text_or_null(story.driven.source)}};
+}
+
+int tell(bool json) {
+  const SearchRoots roots = find_search_roots("");
+  std::vector<ViewerStory> stories;
+  stories.reserve(kViewerKinds.size());
+  for (const ViewerKind& kind : kViewerKinds) stories.push_back(story_of(kind, roots));
+  nlohmann::json answer;
+  for (const ViewerStory& story : stories) {
+    answer[story.kind->word] = as_json(story);
+    if (!json) print_as_text(story);
+  }
+  if (json) say_json(answer);
+  for (const ViewerStory& story : stories)
+    if (!story.in_use.program.empty() && misunderstands(*story.kind, story.in_use.program))
+      complain(misunderstanding_note(*story.kind, story.in_use.program));
+  complain_about(roots.spoilt);
+  complain_about(read_option_file(user_option_file()).spoilt);
+  return OLH_RESULT_OK;
+}
+
+// ---- set and forget ----------------------------------------------------------------------------------------------
+
+struct Change {
+  std::string word;
+  std::string program;
+  bool tree = false;
+};
+
+const ViewerKind& asked_kind(const Change& change) {
+  return kViewerKinds[change.word == kViewerKinds[0].word ? 0 : 1];
+}
+
+// What keeps a change from being made at all: a result of the library, or OLH_RESULT_OK for nothing.
+int objection(const Change& change, const SearchRoots& roots) {
+  if (!change.tree) return refuses_spoilt_user_file() ? OLH_RESULT_IO : OLH_RESULT_OK;
+  if (!roots.roots.empty()) return refuses_spoilt_tree_file(roots) ? OLH_RESULT_IO : OLH_RESULT_OK;
+  complain("no documentation root is known whose options file could hold it. Set QEL_DOC_PATH.");
+  return OLH_RESULT_NOT_FOUND;
+}
+
+int set(const Change& change) {
+  const ViewerKind& kind = asked_kind(change);
+  const SearchRoots roots = find_search_roots("");
+  const std::string program = executable_named(change.program);
+  if (program.empty()) {
+    const bool is_path = change.program.find('/') != std::string::npos;
+    complain(quoted(change.program) + (is_path ? " is no executable" : " is in no directory of PATH") +
+             "; nothing is changed.");
+    return OLH_RESULT_NO_PROGRAM;
+  }
+  if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
+  const int result = change.tree ? store_for_tree(kind, program, roots) : store_for_user(kind, program, roots);
+  if (result == OLH_RESULT_OK && misunderstands(kind, program))
+    complain(misunderstanding_note(kind, program) + " It then opens " + change.program + " with " + kind.setting +
+             "=" + command_line({change.program}) + ".");
+  return result;
+}
+
+int forget(const Change& change) {
+  const SearchRoots roots = find_search_roots("");
+  if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
+  const ViewerKind& kind = asked_kind(change);
+  return change.tree ? forget_for_tree(kind, roots) : forget_for_user(kind, roots);
+}
+
+Verb add_change(const Verb& verb, const char* name, const char* what, const std::shared_ptr<Change>& change) {
+  const Verb sub = verb.verb(name, what);
+  sub.option("KIND", change->word, "Which viewer").required().one_of({kViewerKinds[0].word, kViewerKinds[1].word});
+  sub.flag("--tree", change->tree, "In the options file of the documentation tree, for everybody who uses it");
+  sub.footer(kExitCodes);
+  return sub;
+}
+
+}  // namespace
+
+void add_viewers_command(const Verb& olh) {
+  const Verb verb = olh.verb("viewers", "Tell and choose the programs that show documents");
+  const auto json = std::make_shared<bool>(false);
+  const auto change = std::make_shared<Change>();
+  add_json_option(verb, *json);
+  verb.take_one_verb_at_most();
+  verb.footer(kExamples);
+  const Verb choose = add_change(verb, "set", "Choose a program", change);
+  choose.option("PROGRAM", change->program, "An executable: its path, or a name to look for along PATH").required();
+  choose.action([change] { return set(*change); });
+  const Verb drop = add_change(verb, "forget", "Choose none any more", change);
+  drop.action([change] { return forget(*change); });
+  verb.action([json] { return tell(*json); });
+}
+
+}  // namespace olh
