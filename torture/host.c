@@ -142,8 +142,9 @@ static void check_result(const struct order* order, int result) {
   const int may_be_refused = result == OLH_RESULT_INVALID && *order->a == '\0';
   if (result < 0 || result > 9 || (!may_be_refused && strchr(order->operation->documented, '0' + result) == NULL))
     found("result %d", result);
-  /* A program that was chosen is the one in use, also when it could not be stored. */
-  if (strcmp(order->operation->name, "set_viewer") == 0 && (result == 0 || result == 5)) {
+  /* A program that was chosen is the one in use, also when it could not be stored: but for want of memory. */
+  const int is_in_use = result == 0 || (result == 5 && order->error != ENOMEM);
+  if (strcmp(order->operation->name, "set_viewer") == 0 && is_in_use) {
     char program[OLH_BUFFER_SIZE] = "";
     OlhGetViewerPath(OLH_VIEWER_HTML, program);
     if (strstr(program, order->a) == NULL) found("result %d, and the program in use is %s", result, program);

@@ -23,7 +23,7 @@ namespace {
 constexpr std::size_t kTakenForGranted = 16 * 1024;
 
 void require_memory() {
-  void* volatile const trial = std::malloc(kTakenForGranted);
+  void* volatile const trial = std::calloc(1, kTakenForGranted);
   if (trial == nullptr) throw std::bad_alloc();
   std::free(trial);
 }
