@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     table.replace(at, 2, static_cast<unsigned char>(table[at + 1]) * 64U, 'x');
   write_file(manual() + "/QELdata/QELAllData.js", table);
   char out[OLH_BUFFER_SIZE];
-  std::strcpy(out, kUntouched);
+  std::memcpy(out, kUntouched, sizeof kUntouched);
   olh_docList locator;
   const int found = locator.FindHtmlTopic(("file://" + manual() + "/index.htm").c_str(), topic.c_str(), out);
   const std::optional<std::string> page = plain_page(table, topic);
