@@ -64,20 +64,13 @@ std::string head_request(std::string_view host, std::string_view path) {
   return request.append(path).append(" HTTP/1.1\r\nHOST: ").append(host).append("\r\n\r\n");
 }
 
-// A debug line ends in one line feed, also when what it quotes brings its own.
-std::string_view without_line_feeds(std::string_view text) noexcept {
-  while (text.ends_with('\n')) text.remove_suffix(1);
-  return text;
-}
-
 int judge(std::string_view answer) {
   if (answer.find("HTTP/1.1 404 Not Found") != std::string_view::npos) {
     print_debug("olh_docList::ValidURL: failed: HTTP/1.1 404 Not Found\n");
     return 0;
   }
   if (answer.find("HTTP/1.1 200 OK") != std::string_view::npos) return 1;
-  const std::string_view shown = without_line_feeds(answer);
-  print_debug("olh_docList::ValidURL: failed: HTTP error: %.*s\n", static_cast<int>(shown.size()), shown.data());
+  print_debug("olh_docList::ValidURL: failed: HTTP error: %.*s\n", static_cast<int>(answer.size()), answer.data());
   return 0;
 }
 

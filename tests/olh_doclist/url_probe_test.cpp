@@ -125,9 +125,9 @@ TEST_F(UrlProbe, FirstStatusLineDecides) {
   } cases[] = {
       {"found", {{ok}}, 1, ""},
       {"not found", {{"HTTP/1.1 404 Not Found\r\n\r\n"}}, 0, "HTTP/1.1 404 Not Found"},
-      {"redirected", {{redirection}}, 0, "HTTP error: HTTP/1.1 302 Found\r\nLocation: /\r\n\r"},
-      {"forbidden", {{"HTTP/1.1 403 Forbidden\n\n"}}, 0, "HTTP error: HTTP/1.1 403 Forbidden"},
-      {"other words", {{"HTTP/1.1 200 Fine\r\n\r\n"}}, 0, "HTTP error: HTTP/1.1 200 Fine\r\n\r"},
+      {"redirected", {{redirection}}, 0, "HTTP error: HTTP/1.1 302 Found\r\nLocation: /\r\n\r\n"},
+      {"forbidden", {{"HTTP/1.1 403 Forbidden\n\n"}}, 0, "HTTP error: HTTP/1.1 403 Forbidden\n\n"},
+      {"other words", {{"HTTP/1.1 200 Fine\r\n\r\n"}}, 0, "HTTP error: HTTP/1.1 200 Fine\r\n\r\n"},
       {"second piece", {{"\r\n", ok}}, 1, ""},
       {"third chunk", {{std::string(20000, '-') + ok}}, 1, ""},
       {"older server", {{"HTTP/1.0 200 OK\r\n\r\n"}, HttpReply::kClose}, 0, ""},
