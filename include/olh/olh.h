@@ -10,8 +10,8 @@
  *  3. Output buffers belong to the caller and hold OLH_BUFFER_SIZE bytes. Strings that the library returns
  *     by pointer belong to the library.
  *  4. Results are the codes of enum OlhResult, as int. Nothing throws, exits, or prints, except the debug
- *     lines that the environment variable OLH_DEBUG asks for (standard error) and what the INI reader says
- *     of an option file that it cannot parse.
+ *     lines that the environment variable OLH_DEBUG asks for (standard error), what the INI reader says of an
+ *     option file that it cannot parse, and what mkdir says of a home directory that it cannot make.
  *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer, the functions that do
  *     nothing, and those of the debug lines and the trace log do not): the documentation roots
  *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME), the trace log
@@ -230,8 +230,9 @@ OLH_API int OlhGetViewerPath(OlhViewer viewer, char* path) OLH_NOEXCEPT;
  *   OLH_RESULT_OK          0  stored, or it is the program in use already and nothing was written
  *   OLH_RESULT_INVALID     3  another viewer
  *   OLH_RESULT_IO          5  the file could not be written, or the path cannot be read back from it (a double
- *                             quote, a line feed or over 1,003 bytes); this process uses the program all the same; or
- *                             memory is exhausted and this process keeps the program it has, nothing was written
+ *                             quote, a line feed, or too long for its line, see SetIniFile in support.h); this process
+ *                             uses the program all the same; or memory is exhausted and this process keeps the program
+ *                             it has, nothing was written
  *   OLH_RESULT_NO_PROGRAM  7  no such executable; nothing changes
  */
 OLH_API int OlhSetViewerPath(OlhViewer viewer, const char* path) OLH_NOEXCEPT;

@@ -172,6 +172,8 @@ TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
   EXPECT_EQ(set_tree(kAltPath, std::string(1003, 'a')), 0);
   EXPECT_EQ(locator.ReadIniFile(tree_file.data(), value, rest, rest), 0);
   EXPECT_EQ(value, std::string(1003, 'a'));
+  EXPECT_EQ(set_user(kReader, longest), 5) << "in a new file a blank is before it";
+  EXPECT_EQ(set_user(kReader, longest.substr(1)), 0);
 }
 
 TEST_F(OptionFile, AFileThatWouldGrowTooLargeToBeReadStays) {
@@ -234,14 +236,18 @@ TEST_F(OptionFile, AMissingHomeIsMadeWithoutRunningItsName) {
   EXPECT_NE(read_file(new_home + "/.qel_viewer_config.ini"), "");
   EXPECT_NE(access("owned", F_OK), 0);
   set("HOME", dir + "/no/such/parent");
-  EXPECT_EQ(set_user(kBrowser, "/b"), 5);
+  const std::string said = olh_test::standard_error_of([this] { EXPECT_EQ(set_user(kBrowser, "/b"), 5); });
+  EXPECT_NE(said.find("/no/such/parent"), std::string::npos);
 }
 
-TEST_F(OptionFile, AHomeThatDoesNotFitIsNotTakenForNone) {
+// One that does not fit is not taken for none, and mkdir gets no option.
+TEST_F(OptionFile, AHomeThatCannotBeNamedIsNotMade) {
   const olh_test::Recorder mkdir_program = add_viewer("mkdir");
-  set("HOME", "/" + std::string(4095, 'h'));
-  EXPECT_EQ(set_user(kBrowser, "/b"), 5);
-  EXPECT_TRUE(mkdir_program.invocations().empty()) << "a directory is made";
+  for (const std::string& odd : {"/" + std::string(4095, 'h'), std::string("-x")}) {
+    set("HOME", odd);
+    EXPECT_EQ(set_user(kBrowser, "/b"), 5);
+    EXPECT_TRUE(mkdir_program.invocations().empty()) << "a directory is made";
+  }
 }
 
 TEST_F(OptionFile, TheTreesFileIsThatOfTheParent) {
