@@ -1,4 +1,4 @@
-// What loading, looking up, probing and testing a topic cost against their floors. Usage: bench_costs [--benchmark_...]
+// What loading, looking up, probing, starting a viewer and testing a topic cost against their floors. Usage: bench_costs [--benchmark_...]
 #include <benchmark/benchmark.h>
 
 #include <vector>

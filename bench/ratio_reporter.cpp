@@ -25,13 +25,13 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 }
 
 void RatioReporter::Finalize() {
-  std::printf("%-28s %12s %12s %7s\n", "operation", "library us", "floor us", "ratio");
+  std::printf("%-30s %12s %12s %7s\n", "operation", "library us", "floor us", "ratio");
   for (const auto& [name, values] : seconds_) {
     const std::size_t slash = name.rfind("/library");
     if (slash == std::string::npos) continue;
     const double library = median(values);
     const double floor = median(seconds_[name.substr(0, slash) + "/floor"]);
-    std::printf("%-28s %12.2f %12.2f %7.2f\n", name.substr(0, slash).c_str(), library * 1e6, floor * 1e6,
+    std::printf("%-30s %12.2f %12.2f %7.2f\n", name.substr(0, slash).c_str(), library * 1e6, floor * 1e6,
                 floor > 0 ? library / floor : 0.0);
   }
 }
