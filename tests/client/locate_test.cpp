@@ -6,19 +6,15 @@ namespace {
 
 using olh_test::HelpScene;
 
-struct Located {
-  int kind;
-  std::string location;
-};
-
-Located located(const std::string& name) {
-  Place place;
-  const int kind = OlhLocateDoc(place.location, name.c_str(), place.viewerPath);
-  return {kind, place.location};
-}
-
 class LocateDoc : public HelpScene {
  protected:
+  using Located = std::pair<int, std::string>;
+  // The kind of a document, and its location, shortened.
+  Located located(const std::string& name) const {
+    Place place;
+    const int kind = OlhLocateDoc(place.location, name.c_str(), place.viewerPath);
+    return {kind, shortened(place.location)};
+  }
   LocateDoc() {
     add_manual("both");
     add_pdf("both");
@@ -32,40 +28,32 @@ class LocateDoc : public HelpScene {
 };
 
 TEST_F(LocateDoc, ABareNameFollowsTheViewerOrderAndTheLocationTellsTheKind) {
-  EXPECT_EQ(located("both").kind, OLH_VIEWER_HTML);
-  EXPECT_EQ(located("both").location, file_url("htmldocs/both/index.htm"));
-  EXPECT_EQ(located("only").kind, OLH_VIEWER_PDF) << "the HTML lookup gives the PDF form too";
-  EXPECT_EQ(located("LOUD.PDF").kind, OLH_VIEWER_HTML) << "only a location in lower case counts as PDF";
+  const Located manual = {OLH_VIEWER_HTML, "file://@/docs/htmldocs/both/index.htm"};
+  EXPECT_EQ(located("both"), manual);
+  EXPECT_EQ(located("only"), Located(OLH_VIEWER_PDF, "@/docs/pdfdocs/only.pdf")) << "the HTML lookup gives it too";
+  EXPECT_EQ(located("LOUD.PDF").first, OLH_VIEWER_HTML) << "only a location in lower case counts as PDF";
   OlhSetViewerOrder("pdf:html");
-  EXPECT_EQ(located("both").kind, OLH_VIEWER_PDF);
-  EXPECT_EQ(located("both").location, root + "/pdfdocs/both.pdf");
+  EXPECT_EQ(located("both"), Located(OLH_VIEWER_PDF, "@/docs/pdfdocs/both.pdf"));
   OlhSetViewer(42, 0);
-  EXPECT_EQ(located("both").kind, OLH_VIEWER_HTML) << "an odd value takes the front place and is passed over";
+  EXPECT_EQ(located("both"), manual) << "an odd value takes the front place and is passed over";
 }
 
 TEST_F(LocateDoc, ANameEndingInTdIsAPortalFirst) {
-  EXPECT_EQ(located("gear_td").kind, OLH_VIEWER_TOMEDECK);
-  EXPECT_EQ(located("gear_td").location, file_url("tomedecks/index.html?tomedeck=gear_td"));
-  EXPECT_EQ(located("page_td").kind, OLH_VIEWER_HTML);
-  EXPECT_EQ(located("td").kind, OLH_VIEWER_HTML);
+  EXPECT_EQ(located("gear_td"), Located(OLH_VIEWER_TOMEDECK, "file://@/docs/tomedecks/index.html?tomedeck=gear_td"));
+  EXPECT_EQ(located("page_td").first, OLH_VIEWER_HTML);
+  EXPECT_EQ(located("td").first, OLH_VIEWER_HTML);
 }
 
 TEST_F(LocateDoc, APathIsAPdfByItsEndAndAUrlNever) {
-  const std::string loud = root + "/pdfdocs/LOUD.PDF";
-  EXPECT_EQ(located(loud).kind, OLH_VIEWER_PDF);
-  EXPECT_EQ(located(loud).location, loud);
-  EXPECT_EQ(located("http://h/x.pdf").kind, OLH_VIEWER_HTML);
-  EXPECT_EQ(located("http://h/x.pdf").location, "http://h/x.pdf");
-  EXPECT_EQ(located(root + "/htmldocs/both").location, file_url("htmldocs/both/index.htm"));
+  EXPECT_EQ(located(root + "/pdfdocs/LOUD.PDF"), Located(OLH_VIEWER_PDF, "@/docs/pdfdocs/LOUD.PDF"));
+  EXPECT_EQ(located("http://h/x.pdf"), Located(OLH_VIEWER_HTML, "http://h/x.pdf"));
+  EXPECT_EQ(located(root + "/htmldocs/both"), Located(OLH_VIEWER_HTML, "file://@/docs/htmldocs/both/index.htm"));
 }
 
 TEST_F(LocateDoc, WhatIsNowhereEmptiesTheLocation) {
-  for (const std::string& name : {std::string("absent"), std::string("absent_td"), std::string("/no/such.pdf"),
-                                  std::string("/no/such"), std::string(), std::string(4096, 'n')}) {
-    const Located nowhere = located(name);
-    EXPECT_EQ(nowhere.kind, kNotLocated) << name;
-    EXPECT_EQ(nowhere.location, "") << name;
-  }
+  for (const std::string& name :
+       olh_test::Words{"absent", "absent_td", "/no/such.pdf", "/no/such", "", std::string(4096, 'n')})
+    EXPECT_EQ(located(name), Located(kNotLocated, "")) << name;
   Place place;
   EXPECT_EQ(OlhLocateDoc(nullptr, "both", place.viewerPath), kNotLocated);
   EXPECT_EQ(OlhLocateDoc(place.location, nullptr, place.viewerPath), kNotLocated);

@@ -26,11 +26,9 @@ extern "C" int call_from_both_threads(char*) {
 TEST_F(OneThread, CallsFromTwoThreadsAtOnceAreNamedInTheDebugOutput) {
   const std::string root = make_root("docs");
   make_directory("docs/tomedecks/qel_td/js");
-  set("OLH_DEBUG", "1");
-  setDebugVariable();
   const std::string words = ": called while another thread is inside the library\n";
   std::string named;
-  const std::string said = olh_test::standard_error_of([&] {
+  const std::string said = debug_lines_of([&] {
     OlhDmerge(root.c_str(), call_from_both_threads);
     std::thread([] { OlhGetDocPath(nullptr); }).join();
   });

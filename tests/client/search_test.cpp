@@ -12,23 +12,21 @@ TEST_F(HelpScene, TheScopeChoosesThePageThatSearches) {
   EXPECT_EQ(OlhSearch("wheel", "guide"), OLH_RESULT_OK);
   EXPECT_EQ(OlhSearch("wheel", "gear_td"), OLH_RESULT_OK);
   EXPECT_EQ(OlhSearch("wheel", "orvane"), OLH_RESULT_OK);
-  EXPECT_EQ(shown_urls(), file_url("index.html#query=a%20b&tab=search\n") +
-                              file_url("htmldocs/qelhelp.htm#context=guide&query=wheel&tab=2&src=doc\n") +
-                              file_url("index.html#tomedeck=gear_td&query=wheel&tab=search\n") +
-                              OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?query=wheel&field=olh\n");
+  EXPECT_EQ(shown_urls(),
+            "file://@/docs/index.html#query=a%20b&tab=search\n"
+            "file://@/docs/htmldocs/qelhelp.htm#context=guide&query=wheel&tab=2&src=doc\n"
+            "file://@/docs/index.html#tomedeck=gear_td&query=wheel&tab=search\n" OLH_SUPPORT_PORTAL_URL
+            "tomedeck.cfm?query=wheel&field=olh\n");
 }
 
 TEST_F(HelpScene, WhatCannotBeSearchedOpensNothing) {
   add_pdf("paper");
-  struct Row {
-    const char* query;
-    const char* scope;
-    int result;
+  const std::tuple<const char*, const char*, int> table[] = {
+      {"", "orvane", 3}, {nullptr, nullptr, 3}, {"x", nullptr, 4},
+      {"x", "paper", 4}, {"x", "absent", 4},    {"x", "Orvane", 4},
   };
-  const Row table[] = {{"", "orvane", 3}, {nullptr, nullptr, 3}, {"x", nullptr, 4},
-                       {"x", "paper", 4}, {"x", "absent", 4},    {"x", "Orvane", 4}};
-  for (const Row& row : table)
-    EXPECT_EQ(OlhSearch(row.query, row.scope), row.result) << (row.scope ? row.scope : "-");
+  for (const auto& [query, scope, result] : table)
+    EXPECT_EQ(OlhSearch(query, scope), result) << (scope ? scope : "-");
   EXPECT_EQ(browser.invocations().size(), 0U);
 }
 

@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include <filesystem>
 
 #include "olh/support.h"
@@ -8,29 +6,26 @@
 namespace {
 
 TEST(Strings, AreChangedInPlace) {
-  struct Row {
-    void (*operation)(char*) noexcept;
-    const char* before;
-    const char* after;
-  };
-  const Row table[] = {{dirslash, "D:\\docs\\manuals\\", "D:/docs/manuals"},
-                       {dirslash, "/", ""},
-                       {dirslash, "\\", ""},
-                       {dirslash, "a//", "a/"},
-                       {dirslash, "a/b", "a/b"},
-                       {dirslash, "", ""},
-                       {urlslash, "file://host\\dir\\", "file://host/dir"},
-                       {remove_leaf, "a/b/c.pdf", "a/b"},
-                       {remove_leaf, "a/b/", "a/b"},
-                       {remove_leaf, "/top", ""},
-                       {remove_leaf, "name.pdf", "name.pdf"},
-                       {remove_leaf, "a\\b", "a\\b"},
-                       {downcase, "Doc_Name.PDF", "doc_name.pdf"},
-                       {downcase, "\xC4-\xE4", "\xC4-\xE4"}};
-  for (const Row& row : table) {
-    std::string text = row.before;
-    row.operation(text.data());
-    EXPECT_STREQ(text.c_str(), row.after) << row.before;
+  using Operation = void (*)(char*) noexcept;
+  const std::tuple<Operation, const char*, const char*> table[] = {
+      {dirslash, "D:\\docs\\manuals\\", "D:/docs/manuals"},
+      {dirslash, "/", ""},
+      {dirslash, "\\", ""},
+      {dirslash, "a//", "a/"},
+      {dirslash, "a/b", "a/b"},
+      {dirslash, "", ""},
+      {urlslash, "file://host\\dir\\", "file://host/dir"},
+      {remove_leaf, "a/b/c.pdf", "a/b"},
+      {remove_leaf, "a/b/", "a/b"},
+      {remove_leaf, "/top", ""},
+      {remove_leaf, "name.pdf", "name.pdf"},
+      {remove_leaf, "a\\b", "a\\b"},
+      {downcase, "Doc_Name.PDF", "doc_name.pdf"},
+      {downcase, "\xC4-\xE4", "\xC4-\xE4"}};
+  for (const auto& [operation, before, after] : table) {
+    std::string text = before;
+    operation(text.data());
+    EXPECT_STREQ(text.c_str(), after) << before;
   }
 }
 
@@ -60,13 +55,10 @@ using FileTests = olh_test::Scratch;
 
 TEST_F(FileTests, ExecutablesAreFilesThatMayBeRun) {
   const std::string program = make_program("tool");
-  const std::string text = write("text", "x");
-  std::filesystem::create_symlink(program, dir + "/link");
-  EXPECT_EQ(exe_exists(program.c_str()), 1);
-  EXPECT_EQ(exe_exists((dir + "/link").c_str()), 1);
-  EXPECT_EQ(exe_exists(text.c_str()), 0);
-  EXPECT_EQ(exe_exists(dir.c_str()), 0);
-  EXPECT_EQ(exe_exists((dir + "/absent").c_str()), 0);
+  const std::string link = dir + "/link";
+  std::filesystem::create_symlink(program, link);
+  for (const std::string& name : {program, link}) EXPECT_EQ(exe_exists(name.c_str()), 1) << name;
+  for (const std::string& name : {write("text", "x"), dir, dir + "/absent"}) EXPECT_EQ(exe_exists(name.c_str()), 0);
   EXPECT_EQ(exe_exists(nullptr), 0);
 }
 

@@ -63,8 +63,7 @@ TEST_F(TraceLog, ANewOneIsForItsOwnerAlone) {
 }
 
 TEST_F(TraceLog, DoesNotWaitForTheReaderOfAFifo) {
-  std::string fifo = dir + "/fifo";
-  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  std::string fifo = make_fifo("fifo");
   StartOlhLog(fifo.data());
   OlhLogReturn("X", 0);
   EXPECT_EQ(access(fifo.c_str(), F_OK), 0) << "came back, and left it alone";
@@ -112,15 +111,18 @@ TEST_F(TraceLog, VersionHasNoResultLineAndNothingHasNoLine) {
 
 using DebugOutput = olh_test::Scratch;
 
-TEST_F(DebugOutput, IsOnForAnyNonEmptyValueAndReadAgainAtAHelpCall) {
-  const auto lines = [](const char* value) {
+TEST_F(DebugOutput, IsOnForAnyNonEmptyValueAndReadAgainAtAHelpCallAndATest) {
+  const auto lines = [](const char* value, int (*call)()) {
     set("OLH_DEBUG", value);
-    return standard_error_of([] { OlhHelpCall("", "", 0); });
+    return standard_error_of(call);
   };
-  EXPECT_EQ(lines(""), "");
-  // Still off when the entry line would be written, on from there.
-  EXPECT_EQ(lines("0"), "OlhHelpCall: failed (returned 3)\n");
-  EXPECT_EQ(lines("1"), "OlhHelpCall\nOlhHelpCall: failed (returned 3)\n");
+  const auto help = [] { return OlhHelpCall("", "", 0); };
+  EXPECT_EQ(lines("", help), "");
+  // Still off when the entry line of a help call would be written, on from there.
+  EXPECT_EQ(lines("0", help), "OlhHelpCall: failed (returned 3)\n");
+  EXPECT_EQ(lines("1", help), "OlhHelpCall\nOlhHelpCall: failed (returned 3)\n");
+  EXPECT_EQ(lines("", help), "OlhHelpCall\n");
+  EXPECT_EQ(lines("1", [] { return OlhHelpTest("", ""); }), "OlhHelpTest\nOlhHelpTest: failed (returned 3)\n");
 }
 
 TEST_F(DebugOutput, DoesNotEndAHostWhoseStandardErrorNobodyReads) {
@@ -138,12 +140,6 @@ TEST_F(DebugOutput, DoesNotEndAHostWhoseStandardErrorNobodyReads) {
   EXPECT_EQ(sigismember(&pending, SIGPIPE), 0) << "nor is the signal kept for later";
   close(standard_error);
   close(ends[1]);
-}
-
-TEST_F(DebugOutput, IsReadAgainBeforeTheEntryLineOfATest) {
-  OlhDocListInit();
-  set("OLH_DEBUG", "1");
-  EXPECT_EQ(standard_error_of([] { OlhHelpTest("", ""); }), "OlhHelpTest\nOlhHelpTest: failed (returned 3)\n");
 }
 
 }  // namespace

@@ -16,21 +16,17 @@ const Order kPdfFirst = {OLH_VIEWER_PDF, OLH_VIEWER_HTML};
 class ViewerOrder : public olh_test::Scratch {};
 
 TEST_F(ViewerOrder, TakesOneNameOrAList) {
-  struct Row {
-    const char* text;
-    int result;
-    Order order;
-  };
-  const Row table[] = {{"PDF", 0, kPdfFirst},       {"Html", 0, kHtmlFirst}, {"pdf:html", 0, kPdfFirst},
-                       {"html:pdf", 0, kHtmlFirst}, {":pdf:", 0, kPdfFirst}, {"pdf:pdf", 0, kPdfFirst},
-                       {"xyz:htm", 0, kHtmlFirst},  {"htm:", 0, kHtmlFirst}, {"htm", 3, kPdfFirst},
-                       {"xyz", 3, kPdfFirst},       {":", 3, kPdfFirst},     {" pdf", 3, kPdfFirst},
-                       {"", 3, kPdfFirst},          {nullptr, 3, kPdfFirst}};
-  for (const Row& row : table) {
+  const std::tuple<const char*, int, Order> table[] = {
+      {"PDF", 0, kPdfFirst},   {"Html", 0, kHtmlFirst},   {"pdf:html", 0, kPdfFirst}, {"html:pdf", 0, kHtmlFirst},
+      {":pdf:", 0, kPdfFirst}, {"pdf:pdf", 0, kPdfFirst}, {"xyz:htm", 0, kHtmlFirst}, {"htm:", 0, kHtmlFirst},
+      {"htm", 3, kPdfFirst},   {"xyz", 3, kPdfFirst},     {":", 3, kPdfFirst},        {" pdf", 3, kPdfFirst},
+      {"", 3, kPdfFirst},      {nullptr, 3, kPdfFirst}};
+  for (const auto& [text, result, expected] : table) {
+    SCOPED_TRACE(text ? text : "null");
     OlhSetViewer(OLH_VIEWER_HTML, 0);
     OlhSetViewer(OLH_VIEWER_PDF, 0);
-    EXPECT_EQ(OlhSetViewerOrder(row.text), row.result) << (row.text ? row.text : "null");
-    EXPECT_EQ(order(), row.order) << (row.text ? row.text : "null");
+    EXPECT_EQ(OlhSetViewerOrder(text), result);
+    EXPECT_EQ(order(), expected);
     EXPECT_EQ(OlhGetCurrentViewer(), viewerOrder[0]);
   }
   EXPECT_EQ(OlhSetViewerOrder(std::string(5000, 'p').c_str()), OLH_RESULT_INVALID);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "olh/support.h"
 #include "scratch.h"
 
 namespace {
@@ -40,8 +41,7 @@ TEST_F(ViewerChoice, VariableCountsWhenTheOptionsFileNamesNoExecutable) {
 }
 
 TEST_F(ViewerChoice, OptionsFileIsNotReadWithoutAHomeDirectory) {
-  const std::string browser = make_program("a/browser");
-  write_options("QEL_HTML_BROWSER=\"" + browser + "\"\n");
+  write_options("QEL_HTML_BROWSER=\"" + make_program("a/browser") + "\"\n");
   set("HOME", dir + "/elsewhere");
   expect_choice(OLH_VIEWER_HTML, ChoiceSource::kNone, "");
   unset("HOME");
@@ -51,10 +51,7 @@ TEST_F(ViewerChoice, OptionsFileIsNotReadWithoutAHomeDirectory) {
 TEST_F(ViewerChoice, ValuesOfTheVariable) {
   const std::string browser = make_program("bin/browser");
   write("bin/readable", "text");
-  const struct {
-    std::string value;
-    std::string choice;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {browser, browser},
       {browser + "/", browser},
       {"\\" + browser.substr(1), browser},
@@ -68,39 +65,10 @@ TEST_F(ViewerChoice, ValuesOfTheVariable) {
       {"no-such-browser", ""},
       {std::string(5000, 'x'), ""},
   };
-  for (const auto& test : cases) {
-    set("QEL_HTML_BROWSER", test.value);
-    SCOPED_TRACE(test.value);
-    expect_choice(OLH_VIEWER_HTML, test.choice.empty() ? ChoiceSource::kNone : ChoiceSource::kVariable, test.choice);
-  }
-}
-
-TEST_F(ViewerChoice, ProgramInUse) {
-  const std::string longest(OLH_BUFFER_SIZE - 1, 'x');
-  const std::string too_long(OLH_BUFFER_SIZE, 'x');
-  const struct {
-    std::string override_path;
-    const char* viewer_path;
-    std::string default_path;
-    int result;
-    std::string program;
-  } cases[] = {
-      {"o", "v", "d", OLH_RESULT_OK, "o"},
-      {"", "v", "d", OLH_RESULT_OK, "v"},
-      {"", "", "d", OLH_RESULT_OK, "d"},
-      {"", nullptr, "d", OLH_RESULT_OK, "d"},
-      {"", nullptr, "", OLH_RESULT_NO_PROGRAM, "untouched"},
-      {longest, nullptr, "", OLH_RESULT_OK, longest},
-      {too_long, "v", "d", OLH_RESULT_FAILED, ""},
-  };
-  for (const auto& test : cases) {
-    const olh::ViewerPaths paths = olh::make_viewer_paths();
-    if (!test.override_path.empty()) olh::replace_path(paths->overridePath, test.override_path.c_str());
-    if (!test.default_path.empty()) olh::replace_path(paths->defaultPath, test.default_path.c_str());
-    std::string buffer = "untouched";
-    buffer.resize(OLH_BUFFER_SIZE);
-    EXPECT_EQ(olh::copy_program_in_use(buffer.data(), paths.get(), test.viewer_path), test.result);
-    EXPECT_STREQ(buffer.c_str(), test.program.c_str());
+  for (const auto& [value, choice] : cases) {
+    set("QEL_HTML_BROWSER", value);
+    SCOPED_TRACE(value);
+    expect_choice(OLH_VIEWER_HTML, choice.empty() ? ChoiceSource::kNone : ChoiceSource::kVariable, choice);
   }
 }
 
@@ -110,5 +78,54 @@ TEST_F(ViewerChoice, PathIsReplacedByItself) {
   olh::replace_path(paths->overridePath, paths->overridePath);
   EXPECT_STREQ(paths->overridePath, "/opt/firefox");
 }
+
+// One of the two launchers, as the other rooms reach it.
+struct Launcher {
+  const char* program;
+  const char* option;
+  int (*get)(char*, const char*) noexcept;
+  int (*set)(const char*) noexcept;
+};
+
+class ProgramInUse : public ViewerChoice, public ::testing::WithParamInterface<Launcher> {
+ protected:
+  // The answer, and what it leaves in a buffer that was not empty.
+  static std::string in_use(const char* prescribed = nullptr) {
+    char path[OLH_BUFFER_SIZE] = "untouched";
+    const int result = GetParam().get(path, prescribed);
+    return result == OLH_RESULT_OK ? path : std::to_string(result) + path;
+  }
+};
+
+TEST_P(ProgramInUse, IsTheUsersElseThePrescribedElseTheOneFound) {
+  const std::string found = make_program(std::string("bin/") + GetParam().program);
+  const std::string longest(OLH_BUFFER_SIZE - 1, 'x');
+  for (const char* nothing : {"", static_cast<const char*>(nullptr)}) {
+    EXPECT_EQ(in_use(nothing), found);
+    EXPECT_EQ(GetParam().set(nothing), OLH_RESULT_OK);
+  }
+  EXPECT_EQ(in_use("/tree/viewer"), "/tree/viewer");
+  EXPECT_EQ(GetParam().set("/no/such/viewer"), OLH_RESULT_OK);
+  EXPECT_EQ(in_use("/tree/viewer"), "/no/such/viewer");
+  GetParam().set(longest.c_str());
+  EXPECT_EQ(in_use(), longest);
+  GetParam().set((longest + "x").c_str());
+  EXPECT_EQ(in_use("/tree/viewer"), "2");
+}
+
+TEST_P(ProgramInUse, IsChosenOnceAtTheFirstCall) {
+  make_program(std::string("bin/") + GetParam().program);
+  const std::string chosen = make_program("a/chosen");
+  set(GetParam().option, chosen);
+  EXPECT_EQ(in_use("/tree/viewer"), chosen);
+  set(GetParam().option, make_program("b/other"));
+  EXPECT_EQ(in_use(), chosen);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfBoth, ProgramInUse,
+    ::testing::Values(Launcher{"firefox", "QEL_HTML_BROWSER", OlhBrowserGetPath, OlhBrowserSetPath},
+                      Launcher{"acroread", "QEL_PDF_READER", OlhAcroGetViewerPath, OlhAcroSetPath}),
+    [](const auto& launcher) { return std::string(launcher.param.program); });
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "olh/support.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 namespace {
-std::vector<std::string>* tested = nullptr;
+olh_test::Words* tested = nullptr;
 }
 
 // Takes the place of the C library's function in this test program.
@@ -14,14 +14,11 @@ extern "C" int access(const char* name, int type) noexcept {
   return static_cast<int>(syscall(SYS_faccessat, AT_FDCWD, name, type));
 }
 
-namespace olh_test {
-
-std::vector<std::string> tested_by(const std::function<void()>& work) {
-  std::vector<std::string> names;
+olh_test::Words olh_test::LookupScene::tested_by(const std::function<void()>& work) const {
+  Words names;
   tested = &names;
   work();
   tested = nullptr;
+  for (std::string& name : names) name = shortened(name);
   return names;
 }
-
-}  // namespace olh_test

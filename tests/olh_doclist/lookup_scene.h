@@ -1,20 +1,17 @@
-// What the tests of the lookups share: a locator with roots of the test's choice, and the files that it asks about.
+// What the tests of the lookups share: a locator with roots of the test's choice, and the files that it asks about. All that
+// is found and asked about is shortened.
 #ifndef OLH_TESTS_LOOKUP_SCENE_H
 #define OLH_TESTS_LOOKUP_SCENE_H
 
 #include <functional>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "olh/support.h"
 #include "olh_doclist.h"
 #include "scratch.h"
 
 namespace olh_test {
-
-// The names that were given to access() while `work` ran, in order (lookup_scene.cpp stands in for that function).
-std::vector<std::string> tested_by(const std::function<void()>& work);
 
 struct Found {
   int result;
@@ -36,11 +33,11 @@ class LookupScene : public Scratch {
     locator.AddTail(locator.mDocPathList, path.data(), html.data(), pdf.data(), nullptr);
   }
   // Calls a lookup with buffers that are not empty.
-  static Found find(const std::function<int(char* out, char* viewer)>& lookup) {
+  Found find(const std::function<int(char* out, char* viewer)>& lookup) const {
     char out[OLH_BUFFER_SIZE] = "untouched";
     char viewer[OLH_BUFFER_SIZE] = "untouched";
     const int result = lookup(out, viewer);
-    return {result, out, viewer};
+    return {result, shortened(out), viewer};
   }
   Found pdf(const std::string& name, int fallback = 1) {
     return find([&](char* out, char* viewer) { return locator.FindPdfDoc(out, name.c_str(), viewer, fallback); });
@@ -48,18 +45,10 @@ class LookupScene : public Scratch {
   Found html(const std::string& name, int fallback = 1) {
     return find([&](char* out, char* viewer) { return locator.FindHtmlDoc(out, name.c_str(), viewer, fallback); });
   }
-  Found portal(const std::string& name) {
-    return find([&](char* out, char* viewer) { return locator.FindTomeDeck(out, name.c_str(), viewer); });
-  }
-  // The debug lines of a call.
-  static std::string said_by(const std::function<void()>& work) {
-    set("OLH_DEBUG", "1");
-    setDebugVariable();
-    std::string said = standard_error_of(work);
-    unset("OLH_DEBUG");
-    setDebugVariable();
-    return said;
-  }
+  // The names that are given to access() by `work`, in order (lookup_scene.cpp stands in for that function).
+  Words tested_by(const std::function<void()>& work) const;
+
+  std::string root_searched_last() const { return shortened(locator.mCurrentDocPath); }
 
   olh_docList locator;
 };

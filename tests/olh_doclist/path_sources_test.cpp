@@ -1,6 +1,6 @@
 #include "olh/support.h"
 #include "path_texts.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

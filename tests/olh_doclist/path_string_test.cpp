@@ -1,7 +1,7 @@
+#include "http_server.h"
 #include "olh/support.h"
 #include "path_texts.h"
-#include "support/http_server.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

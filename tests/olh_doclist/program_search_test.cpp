@@ -1,5 +1,5 @@
 #include "olh/support.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include <sys/stat.h>
 
+#include "http_server.h"
 #include "olh/support.h"
 #include "path_texts.h"
-#include "support/http_server.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include "lookup_scene.h"
 
 namespace {
@@ -18,11 +16,7 @@ class Topic : public olh_test::LookupScene {
 };
 
 TEST_F(Topic, LinesOfATable) {
-  struct {
-    std::string line;
-    int result;
-    std::string page;
-  } const cases[] = {
+  const std::tuple<std::string, int, std::string> cases[] = {
       {"QELAddTopic([\"Intro\",\"intro.htm\",1]);\n", 1, "intro.htm"},
       {"QELAddTopic([\"In tro!\", \"a b.htm\"", 1, "a b.htm"},
       {"QELAddTopic([\"iNTRO\",\"\"", 1, ""},
@@ -42,10 +36,9 @@ TEST_F(Topic, LinesOfATable) {
       {std::string(4094, 'x') + "QELAddTopic([\"Intro\",\"p.htm\"", 0, kUntouched},
       {std::string("\0\nQELAddTopic([\"In\0tro\",\"n.htm\"", 31), 1, "n.htm"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.line.substr(0, 60));
-    set_table(c.line);
-    EXPECT_EQ(topic("Intro"), (Found{c.result, c.page, kUntouched}));
+  for (const auto& [line, result, page] : cases) {
+    set_table(line);
+    EXPECT_EQ(topic("Intro"), (Found{result, page, kUntouched})) << line.substr(0, 60);
   }
 }
 
@@ -65,30 +58,18 @@ TEST_F(Topic, FirstOfEqualTopicsWins) {
 TEST_F(Topic, TableLiesBesideThePage) {
   set_table("QELAddTopic([\"a\",\"1\"\n");
   EXPECT_EQ(topic_at("file://" + dir + "\\manual\\other.htm", "a").result, 1);
-  EXPECT_EQ(topic_at("file://" + dir + "/manual/", "a").result, 0) << "the page is then the directory";
-  EXPECT_EQ(topic_at(dir + "/manual/index.htm", "a").result, 0);
-  EXPECT_EQ(topic_at("http://h/manual/index.htm", "a").result, 0);
-  EXPECT_EQ(topic_at("file://" + std::string(5000, 'd') + "/index.htm", "a").result, 0);
-  EXPECT_EQ(topic_at("", "a").result, 0);
+  for (const std::string& nowhere : {"file://" + dir + "/manual/",  // the page is then the directory
+                                     dir + "/manual/index.htm", std::string("http://h/manual/index.htm"),
+                                     "file://" + std::string(5000, 'd') + "/index.htm", std::string()})
+    EXPECT_EQ(topic_at(nowhere, "a").result, 0) << nowhere;
   EXPECT_EQ(topic("").result, 0);
   EXPECT_EQ(locator.FindHtmlTopic(nullptr, "a", nullptr), 0);
   EXPECT_EQ(locator.FindHtmlTopic(location().c_str(), nullptr, nullptr), 0);
 }
 
 TEST_F(Topic, FifoInPlaceOfTheTableDoesNotBlock) {
-  make_directory("manual/QELdata");
-  ASSERT_EQ(mkfifo((dir + "/manual/QELdata/QELAllData.js").c_str(), 0600), 0);
+  make_fifo("manual/QELdata/QELAllData.js");
   EXPECT_EQ(topic("a").result, 0);
-}
-
-TEST_F(Topic, DebugLines) {
-  set_table("QELAddTopic([\"A B\",\"1\"\n");
-  const std::string start = "olh_docList::FindHtmlTopic\n";
-  const std::string looking = start + "olh_docList::FindHtmlTopic: looking for topic: ";
-  const std::string done = "olh_docList::FindHtmlTopic: done\n";
-  EXPECT_EQ(said_by([&] { topic("a B"); }), looking + "ab\nolh_docList::FindHtmlTopic: found topic: ab\n" + done);
-  EXPECT_EQ(said_by([&] { topic("c"); }), looking + "c\n" + done);
-  EXPECT_EQ(said_by([&] { topic_at("http://h/x", "c"); }), start);
 }
 
 }  // namespace

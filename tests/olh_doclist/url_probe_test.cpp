@@ -6,10 +6,10 @@
 #include <limits>
 #include <tuple>
 
+#include "http_server.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
-#include "support/http_server.h"
-#include "support/scratch.h"
+#include "scratch.h"
 #include "unique_fd.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "olh/support.h"
 #include "olh_doclist.h"
-#include "support/scratch.h"
+#include "scratch.h"
 
 namespace {
 

@@ -1,13 +1,14 @@
 #include "scratch.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <thread>
+
+#include "olh/support.h"
 
 extern char** environ;
 
@@ -68,10 +69,10 @@ std::vector<Invocation> Recorder::invocations() const {
   return calls;
 }
 
-std::vector<Invocation> Recorder::wait_for(std::size_t count) const {
-  for (int tries = 0; tries < 500 && invocations().size() < count; ++tries)
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  return invocations();
+std::vector<Words> Recorder::arguments() const {
+  std::vector<Words> all;
+  for (Invocation& call : invocations()) all.push_back(std::move(call.arguments));
+  return all;
 }
 
 Scratch::Scratch() {
@@ -108,10 +109,17 @@ std::string Scratch::make_root(const std::string& relative) const {
   return dir + "/" + relative;
 }
 
-std::string Scratch::make_program(const std::string& relative) const {
-  const std::string path = write(relative, "#!/bin/sh\n");
+std::string Scratch::make_program(const std::string& relative, std::string_view text) const {
+  const std::string path = write(relative, text);
   fs::permissions(path, fs::perms::owner_all);
   return path;
+}
+
+std::string Scratch::make_fifo(const std::string& relative) const {
+  const fs::path path = fs::path(dir) / relative;
+  fs::create_directories(path.parent_path());
+  if (mkfifo(path.c_str(), 0600) != 0) throw std::runtime_error("no FIFO");
+  return path.string();
 }
 
 Recorder Scratch::add_viewer(const std::string& name, const std::string& directory) const {
@@ -122,5 +130,20 @@ Recorder Scratch::add_viewer(const std::string& name, const std::string& directo
 
 void Scratch::set(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
 void Scratch::unset(const char* name) { unsetenv(name); }
+
+std::string Scratch::shortened(std::string text) const {
+  for (std::size_t at = text.find(dir); at != std::string::npos; at = text.find(dir))
+    text.replace(at, dir.size(), "@");
+  return text;
+}
+
+std::string Scratch::debug_lines_of(const std::function<void()>& work) const {
+  set("OLH_DEBUG", "1");
+  setDebugVariable();
+  std::string said = standard_error_of(work);
+  unset("OLH_DEBUG");
+  setDebugVariable();
+  return shortened(std::move(said));
+}
 
 }  // namespace olh_test

@@ -1,5 +1,5 @@
-// The fixture of all tests: a directory of its own, a clean environment, and viewers that note how they are
-// called.
+// The fixture of all tests: a directory of its own, a clean environment, viewers that note how they are called, and what the
+// library says in its debug output.
 #ifndef OLH_TESTS_SCRATCH_H
 #define OLH_TESTS_SCRATCH_H
 
@@ -12,9 +12,11 @@
 
 namespace olh_test {
 
+using Words = std::vector<std::string>;
+
 // One call of a recording viewer.
 struct Invocation {
-  std::vector<std::string> arguments;
+  Words arguments;
   std::string open_descriptors;  // above 2, each followed by a blank
   std::string ignored_signals;   // the masks of /proc/self/status
   std::string blocked_signals;
@@ -30,8 +32,8 @@ class Recorder {
   void on_remote(int status) const { rule(".remote", status, 0, ""); }
   void on_start(int status, int seconds_to_stay = 0) const { rule(".start", status, seconds_to_stay, ""); }
   std::vector<Invocation> invocations() const;
-  // The same, once there are at least `count` of them; gives up after five seconds.
-  std::vector<Invocation> wait_for(std::size_t count) const;
+  // Their arguments alone.
+  std::vector<Words> arguments() const;
 
   std::string path;
 
@@ -56,13 +58,19 @@ class Scratch : public ::testing::Test {
   std::string make_directory(const std::string& relative) const;
   // A documentation root: a directory that holds "pdfdocs". Returns its full path.
   std::string make_root(const std::string& relative) const;
-  // An executable file that does nothing but exist.
-  std::string make_program(const std::string& relative) const;
+  // An executable file, which does nothing but exist unless a text is given.
+  std::string make_program(const std::string& relative, std::string_view text = "#!/bin/sh\n") const;
+  std::string make_fifo(const std::string& relative) const;
   // A recording viewer in `bin`, or at another place below the directory.
   Recorder add_viewer(const std::string& name, const std::string& directory = "bin") const;
 
   static void set(const char* name, const std::string& value);
   static void unset(const char* name);
+
+  // A text with "@" in the place of the directory.
+  std::string shortened(std::string text) const;
+  // The debug output of `work`, shortened.
+  std::string debug_lines_of(const std::function<void()>& work) const;
 
   std::string dir;
   std::string home;

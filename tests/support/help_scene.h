@@ -29,24 +29,23 @@ class HelpScene : public Scratch {
   void add_main_portal() const { write("docs/tomedecks/index.html", "portal"); }
   void add_portal(const std::string& name) const { write("docs/tomedecks/" + name + "/index.html", name); }
 
-  // The URLs that the running browser was handed, one a line, without the ping calls between them.
+  // The URLs that the running browser was handed, one a line, without the ping calls between them; shortened.
   std::string shown_urls() const {
     std::string urls;
-    for (const Invocation& call : browser.invocations()) {
-      if (call.arguments.size() < 2 || call.arguments[1] == "ping()") continue;
-      const std::string& command = call.arguments[1];
-      urls += command.substr(8, command.rfind(",new-tab)") - 8) + "\n";
+    for (const Words& arguments : browser.arguments()) {
+      if (arguments.size() < 2 || arguments[1] == "ping()") continue;
+      urls += arguments[1].substr(8, arguments[1].rfind(",new-tab)") - 8) + "\n";
     }
-    return urls;
+    return shortened(urls);
   }
-  // What the PDF reader was started with, one call a line.
+  // What the PDF reader was started with, one call a line; shortened.
   std::string read_documents() const {
     std::string calls;
-    for (const Invocation& call : reader.invocations()) {
-      for (const std::string& argument : call.arguments) calls += argument + " ";
+    for (const Words& arguments : reader.arguments()) {
+      for (const std::string& argument : arguments) calls += argument + " ";
       calls += "\n";
     }
-    return calls;
+    return shortened(calls);
   }
 
   // As on a machine without any browser or reader, whatever this one has.
@@ -59,8 +58,6 @@ class HelpScene : public Scratch {
     forget(olhAcroDDENew.d_viewerPaths.get());
     *olhAcroDDENew.d_acroViewerExePath = '\0';
   }
-
-  std::string file_url(const std::string& relative) const { return "file://" + root + "/" + relative; }
 
   std::string root;
   Recorder browser;

@@ -1,0 +1,64 @@
+// What a host may be like: each of these holds as long as it lives.
+#ifndef OLH_TESTS_HOST_H
+#define OLH_TESTS_HOST_H
+
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace olh_test {
+
+// A host of which the system takes no more than so much of a resource (RLIMIT_...).
+class Limit {
+ public:
+  Limit(int resource, rlim_t most) : resource_(resource) {
+    getrlimit(resource, &before_);
+    const rlimit limit = {most, before_.rlim_max};
+    holds = setrlimit(resource, &limit) == 0;
+  }
+  ~Limit() { setrlimit(resource_, &before_); }
+  Limit(const Limit&) = delete;
+  Limit& operator=(const Limit&) = delete;
+
+  bool holds = false;
+
+ private:
+  int resource_;
+  rlimit before_ = {};
+};
+
+// A host with closed standard streams.
+class ClosedStreams {
+ public:
+  ClosedStreams() {
+    for (int fd = 0; fd < 3; ++fd) close(fd);
+  }
+  ~ClosedStreams() {
+    for (int fd = 0; fd < 3; ++fd) dup2(saved_[fd], fd);
+  }
+  ClosedStreams(const ClosedStreams&) = delete;
+  ClosedStreams& operator=(const ClosedStreams&) = delete;
+
+ private:
+  int saved_[3] = {dup(0), dup(1), dup(2)};
+};
+
+// A host with a signal handler; a call that waits is interrupted by it.
+inline void handle(int number, void (*handler)(int)) {
+  struct sigaction action = {};
+  action.sa_handler = handler;
+  sigaction(number, &action, nullptr);
+}
+
+// A host whose own timer interrupts every call that waits.
+inline void interrupt_every(suseconds_t microseconds) {
+  handle(SIGALRM, [](int) {});
+  const itimerval timer = {{0, microseconds}, {0, microseconds}};
+  setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+}  // namespace olh_test
+
+#endif
