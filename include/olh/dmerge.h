@@ -150,7 +150,7 @@ OLH_API void clearRegisteredFiles(void) OLH_NOEXCEPT;
  * A portal is installed when its js/doclist.js is readable. Lines that begin with "//" stay as they are.
  *
  * Adds every name to foundHandleListHead, and makes the text between the first two quotes of the last line with
- * "mReleaseName" the releaseName.
+ * "mReleaseName" the releaseName; a call that fails does neither.
  *
  * Returns DMERGE_RESULT_OK (0), also without a portal directory; DMERGE_RESULT_FAILED (1): tdklist.js could not be
  * created or read, the portal directory not be read to its end, or tdklist_installed.js not written.

@@ -50,10 +50,9 @@ std::string follow_links(std::string name) {
   return name;
 }
 
-// What has a file's place. A link there that may give way is as good as nothing.
-enum class Former { kNone, kFile, kStays };
+using Former = FileReplacement::Former;
 
-Former former_at(const std::string& target, struct stat& status, FileReplacement::StrangersLink link) noexcept {
+Former look_at(const std::string& target, struct stat& status, FileReplacement::StrangersLink link) noexcept {
   if (lstat(target.c_str(), &status) != 0) return errno == ENOENT ? Former::kNone : Former::kStays;
   if (S_ISREG(status.st_mode)) return Former::kFile;
   const bool gives_way = link == FileReplacement::StrangersLink::kGivesWay && is_strangers(status);
@@ -74,15 +73,20 @@ bool take_over(int fd, const struct stat& old) {
 
 std::string FileReplacement::target_of(const std::string& name) { return follow_links(name); }
 
+FileReplacement::Former FileReplacement::former_at(const std::string& target, StrangersLink link) noexcept {
+  struct stat status = {};
+  return look_at(target, status, link);
+}
+
 FileReplacement::FileReplacement(const std::string& name, Durability durability, StrangersLink link)
     : target_(follow_links(name)), temporary_(target_ + ".new"), durability_(durability) {
   struct stat old = {};
-  const Former before = former_at(target_, old, link);
+  const Former before = look_at(target_, old, link);
   if (before == Former::kStays) return;
   lock_ = create_exclusively(temporary_, before == Former::kFile ? old.st_mode & kNewFileMode : kNewFileMode);
   if (!lock_) return;
   UniqueFd fd(fcntl(lock_.get(), F_DUPFD_CLOEXEC, 0));
-  const Former now = former_at(target_, old, link);  // what another writer has left, while this one waited
+  const Former now = look_at(target_, old, link);  // what another writer has left, while this one waited
   const bool is_ready = now == Former::kNone || (now == Former::kFile && take_over(fd.get(), old));
   if (fd && is_ready) stream_ = fdopen(fd.get(), "w");
   if (stream_ != nullptr)

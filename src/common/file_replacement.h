@@ -25,8 +25,12 @@ class FileReplacement {
   // What becomes of anybody else's link: it is in the way, or the file takes its place.
   enum class StrangersLink { kRefused, kGivesWay };
 
+  // What has the place of a file: nothing, or a link that gives way; a regular file; or what is in the way.
+  enum class Former { kNone, kFile, kStays };
+
   // Where the new text of NAME goes: the name, or where its links lead, at a stranger's link at the latest.
   static std::string target_of(const std::string& name);
+  static Former former_at(const std::string& target, StrangersLink link) noexcept;
 
   // Opens NAME.new. What stands under the name must be a regular file or nothing at all.
   explicit FileReplacement(const std::string& name, Durability durability = Durability::kOnDisk,

@@ -1,7 +1,6 @@
 #include "generated_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "file_replacement.h"
@@ -12,6 +11,13 @@
 namespace olh {
 
 namespace {
+
+constexpr auto kLink = FileReplacement::StrangersLink::kGivesWay;
+
+
+bool may(const std::string& path, int what) noexcept {
+  return faccessat(AT_FDCWD, path.c_str(), what, 0) == 0;
+}
 
 // Whether a file holds just this text. What a stranger's link leads to is not looked at.
 bool holds(const std::string& path, std::string_view text) {
@@ -28,7 +34,7 @@ bool holds(const std::string& path, std::string_view text) {
 
 // A list can be made again, so nobody waits for the disk. It takes the place of a link that a stranger has put there.
 bool replace(const std::string& path, std::string_view text) {
-  FileReplacement file(path, FileReplacement::Durability::kCached, FileReplacement::StrangersLink::kGivesWay);
+  FileReplacement file(path, FileReplacement::Durability::kCached, kLink);
   if (!file) return false;
   file.write(text);
   return file.commit();
@@ -38,17 +44,24 @@ bool replace(const std::string& path, std::string_view text) {
 
 bool can_be_written(const std::string& path) {
   const std::string target = FileReplacement::target_of(path);
-  struct stat status = {};
-  const bool is_there = lstat(target.c_str(), &status) == 0 && !S_ISLNK(status.st_mode);
-  if (is_there) return access(target.c_str(), W_OK) == 0;
-  return access(target.substr(0, target.rfind('/') + 1).c_str(), W_OK | X_OK) == 0;
+  switch (FileReplacement::former_at(target, kLink)) {
+    case FileReplacement::Former::kFile:
+      return may(target, W_OK);
+    case FileReplacement::Former::kNone:
+      return may(target.substr(0, target.rfind('/') + 1), W_OK | X_OK);
+    default:
+      return false;
+  }
+}
+
+bool store_list(const std::string& path, std::string_view text) {
+  return can_be_written(path) && (holds(path, text) || replace(path, text));
 }
 
 bool put_list(std::string path, std::string_view text) {
-  if (!can_be_written(path)) return false;
-  if (!holds(path, text) && !replace(path, text)) return false;
-  registerNewFile(path.data());
-  return true;
+  const bool is_stored = store_list(path, text);
+  if (is_stored) registerNewFile(path.data());
+  return is_stored;
 }
 
 }  // namespace olh

@@ -17,8 +17,11 @@ namespace olh {
 // file could take its place.
 bool can_be_written(const std::string& path);
 
-// Makes the list say this, and reports it. Returns whether it does; otherwise the old one is as it was, and nothing of
-// this one lies beside it.
+// Makes the list say this. Returns whether it does; otherwise the old one is as it was, and nothing of this one lies
+// beside it.
+bool store_list(const std::string& path, std::string_view text);
+
+// The same, and reports a list that does.
 bool put_list(std::string path, std::string_view text);
 
 }  // namespace olh

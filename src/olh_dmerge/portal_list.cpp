@@ -1,6 +1,7 @@
 // The list of installed portals.
 //
 // Knows    which lines of the source list stay, which portals are added to them, and where the release name stands.
+//          A call that fails leaves no record.
 // Not      what portals say of their documents (document_lists).
 // For      the driver, as its first step.
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "boundary.h"
 #include "bounded_text.h"
@@ -95,6 +97,15 @@ class InstalledList {
   // Whether the names of the portals broke off, so that some may be missing.
   bool failed() const noexcept { return failed_; }
 
+  // Records what the source names: the portals, installed or not, and the release.
+  void record() const {
+    for (const std::string& portal : named_) add_found_name(portal);
+    if (!release_) return;
+    char* const copy = copied(*release_);
+    discard(releaseName);
+    releaseName = copy;
+  }
+
  private:
   void write(std::string_view line) { append(text_, {line, "\n"}); }
 
@@ -104,20 +115,16 @@ class InstalledList {
     const std::size_t link = argument->find(kLink);
     const std::string_view portal =
         link == std::string_view::npos ? *argument : argument->substr(link + kLink.size());
-    add_found_name(portal);
+    named_.emplace_back(portal);
     if (pathExists(clean_path({root_, "/tomedecks/", portal, "/js/doclist.js"}).c_str()) != 0) write(line);
   }
 
   void take_release(std::string_view line) {
-    const auto name = quoted(line, 0);
-    if (!name) return;
-    char* const copy = copied(*name);
-    discard(releaseName);
-    releaseName = copy;
+    if (const auto name = quoted(line, 0)) release_ = *name;
   }
 
   void add_unnamed_portals() {
-    std::unordered_set<std::string_view> found;
+    std::unordered_set<std::string_view> found(named_.begin(), named_.end());
     for (const FoundName* name = foundHandleListHead; name != nullptr; name = name->next)
       found.insert(text_of(name->name));
     Directory portals(clean_path({root_, "/", "tomedecks"}).c_str());
@@ -131,6 +138,8 @@ class InstalledList {
 
   std::string_view root_;
   std::string text_;
+  std::vector<std::string> named_;
+  std::optional<std::string> release_;
   bool completed_ = false;
   bool failed_ = false;
 };
@@ -156,13 +165,16 @@ int generate_installed_list(std::string_view root) {
   constexpr char kUnwritable[] = "%s: error: generateTdInstalledList: tgtPath %s not writeable\n";
   LineReader source(source_path.c_str(), kLongestLine);
   if (!source) return failed(kUnreadable, source_path);
-  const std::string target_path = clean_path({root, "/tomedecks/qel_td/js/tdklist_installed.js"});
+  std::string target_path = clean_path({root, "/tomedecks/qel_td/js/tdklist_installed.js"});
   if (!can_be_written(target_path)) return failed(kUnwritable, target_path);
   InstalledList list(root);
   for (std::string_view line; source.next(line);) list.take(without_line_end(line));
   if (source.failed()) return failed(kUnreadable, source_path);
   if (list.failed()) return failed(kUnreadable, clean_path({root, "/tomedecks"}));
-  return put_list(target_path, list.text()) ? int{DMERGE_RESULT_OK} : failed(kUnwritable, target_path);
+  if (!store_list(target_path, list.text())) return failed(kUnwritable, target_path);
+  list.record();
+  registerNewFile(target_path.data());
+  return DMERGE_RESULT_OK;
 }
 
 }  // namespace

@@ -117,16 +117,26 @@ TEST_F(PortalList, DefaultSource) {
   EXPECT_EQ(get("tomedecks/qel_td/js/tdklist_installed.js"), expected);
 }
 
+// In the place of the target, or of the file beside it through which it is written: no record stays.
 TEST_F(PortalList, Failures) {
-  make("tomedecks/qel_td/js/tdklist_installed.js.new/x");
+  put("tomedecks/gone_td/readme", "no doclist.js");
+  put("tomedecks/qel_td/js/tdklist.js",
+      "mReleaseName = \"One\";\nList.fAddItem(\"A\",\"a_td\");\nEntry.fAddList( List );\n");
   const std::string target = in_root("tomedecks/qel_td/js/tdklist_installed.js");
-  EXPECT_EQ(printed_by([&] { EXPECT_EQ(generateTdInstalledList(root.data()), DMERGE_RESULT_FAILED); }),
-            "dmerge: error: generateTdInstalledList: tgtPath " + target + " not writeable\n");
+  const std::string message = "dmerge: error: generateTdInstalledList: tgtPath " + target + " not writeable\n";
+  const auto failure = [&] {
+    return printed_by([&] { EXPECT_EQ(generateTdInstalledList(root.data()), DMERGE_RESULT_FAILED); });
+  };
+  make("tomedecks/qel_td/js/tdklist_installed.js");
+  EXPECT_EQ(failure(), message) << "before a portal is looked at";
+  std::filesystem::rename(target, target + ".new");
+  make("tomedecks/qel_td/js/tdklist_installed.js.new/x");
+  EXPECT_TRUE(failure().ends_with(message));
+  EXPECT_TRUE(foundHandleListHead == nullptr && releaseName == nullptr);
   const std::string source = in_root("tomedecks/qel_td/js/tdklist.js");
   std::filesystem::remove(source);
   make("tomedecks/qel_td/js/tdklist.js");
-  EXPECT_EQ(printed_by([&] { EXPECT_EQ(generateTdInstalledList(root.data()), DMERGE_RESULT_FAILED); }),
-            "dmerge: error: generateTdInstalledList: srcPath " + source + " not readable\n");
+  EXPECT_EQ(failure(), "dmerge: error: generateTdInstalledList: srcPath " + source + " not readable\n");
 }
 
 TEST_F(PortalList, TitleOfAPortal) {
