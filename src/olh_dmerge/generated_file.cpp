@@ -14,9 +14,9 @@ namespace {
 
 constexpr auto kLink = FileReplacement::StrangersLink::kGivesWay;
 
-
+// Asked for the user whose rights a write will have.
 bool may(const std::string& path, int what) noexcept {
-  return faccessat(AT_FDCWD, path.c_str(), what, 0) == 0;
+  return faccessat(AT_FDCWD, path.c_str(), what, AT_EACCESS) == 0;
 }
 
 // Whether a file holds just this text. What a stranger's link leads to is not looked at.

@@ -130,7 +130,7 @@ TEST_F(WholeRun, AListingThatBreaksOffIsNoShorterList) {
   unset("BROKEN_LISTING");
 }
 
-// A superuser may write everything: the run is made as somebody who may not.
+// A superuser may write everything: the run is made with the rights of somebody who may not.
 TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
   constexpr uid_t kNobody = 65534;
   make("htmldocs/QEL/lib");
@@ -140,7 +140,7 @@ TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
     fs::permissions(place, fs::perms::all);
   EXPECT_EXIT(
       {
-        if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);
+        if (geteuid() == 0 && seteuid(kNobody) != 0) _exit(1);
         _exit(dmerge(root.c_str(), nullptr));
       },
       testing::ExitedWithCode(DMERGE_RESULT_UNWRITABLE), "");
