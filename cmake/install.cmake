@@ -3,8 +3,9 @@
 #   libolh4     the library, for programs that were linked with it
 #   libolh-dev  headers, pkg-config file, CMake package, libolh(3) and the examples, for those who write hosts
 #   olh         the command, the viewers behind it, their pages and completions, the defaults of a session
-#   olh-doc     the documentation root
-# Every path is below the prefix and no file names it, so that the installed tree can be moved.
+#   olh-doc     the documentation root, and what makes it known to a session
+# Every path is below the prefix, and no file names it but those that make the root known to a session: the installed
+# tree can be moved.
 include(CMakePackageConfigHelpers)
 
 set(OLH_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/olh)
@@ -43,6 +44,14 @@ olh_install_pages(olh olh.1 olh-browser.1 olh-pdf-reader.1 olh-recorder.1 olh_do
 # The viewers of a session. CMAKE_INSTALL_SYSCONFDIR is "etc" below the prefix; a package gives it as /etc.
 install(FILES share/environment/60-olh.conf DESTINATION lib/environment.d COMPONENT olh)
 install(FILES share/environment/olh.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh)
+
+# The documentation root of a session, at its place for good.
+set(OLH_DOC_ROOT ${CMAKE_INSTALL_FULL_DATADIR}/olh/docs)
+foreach(file 60-olh-doc.conf olh-doc.sh)
+  configure_file(share/environment/${file}.in ${PROJECT_BINARY_DIR}/${file} @ONLY)
+endforeach()
+install(FILES ${PROJECT_BINARY_DIR}/60-olh-doc.conf DESTINATION lib/environment.d COMPONENT olh-doc)
+install(FILES ${PROJECT_BINARY_DIR}/olh-doc.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh-doc)
 
 # The completions of three shells, each in the folder where that shell looks; they ask the first file.
 install(PROGRAMS share/completions/candidates.sh DESTINATION ${CMAKE_INSTALL_DATADIR}/olh COMPONENT olh)

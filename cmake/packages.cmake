@@ -49,7 +49,7 @@ text on a terminal; olh-recorder tests a Help button without a display.")
 set(CPACK_DEBIAN_OLH_PACKAGE_DEPENDS "libolh4 (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_OLH_PACKAGE_RECOMMENDS "olh-doc, poppler-utils, w3m")
 set(CPACK_DEBIAN_OLH_PACKAGE_SUGGESTS "chromium | firefox-esr | www-browser, evince | pdf-viewer")
-set(CPACK_DEBIAN_OLH_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/conffiles)
+set(CPACK_DEBIAN_OLH_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/olh/conffiles)
 
 olh_package(olh-doc doc "on-line help for host programs: the manual"
   "The manual of libolh and olh, laid out as a documentation root: pages, PDFs and
@@ -57,5 +57,6 @@ portals, and a model for a root of one's own.")
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SUGGESTS "olh, python3, qpdf, chromium")
+set(CPACK_DEBIAN_OLH-DOC_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/olh-doc/conffiles)
 
 include(CPack)

@@ -73,8 +73,8 @@ ROADS = {
     "portal_name": in_file("root/tomedecks/named_td/js/doclist.js", 'mTomeDeckName = "{}"\n', "dmerge"),
     "topics": in_file("root/htmldocs/guide/QELdata/QELAllData.js", 'QELAddTopic(["{}","intro.htm"]);\n', "help_test"),
     **{"$" + name: in_variable(name) for name in (
-        "QEL_DOC_PATH", "QEL_OVERRIDE_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "QEL_HOME", "TRV_HOME", "QEL_HTML_BROWSER", "QEL_DOC_TYPE",
-        "QEL_OLH_DISPLAY_TYPE", "OLH_LOG_HELP", "HOME", "PATH", "OLH_DEBUG")},
+        "QEL_DOC_PATH", "QEL_OVERRIDE_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "QEL_HOME", "TRV_HOME", "OLH_SYSTEM_DOC_PATH", "QEL_HTML_BROWSER",
+        "QEL_DOC_TYPE", "QEL_OLH_DISPLAY_TYPE", "OLH_LOG_HELP", "HOME", "PATH", "OLH_DEBUG")},
     "$QEL_PDF_READER": in_variable("QEL_PDF_READER", "help_pdf"),
 }
 

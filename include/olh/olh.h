@@ -14,8 +14,8 @@
  *     option file that it cannot parse, and what mkdir says of a home directory that it cannot make.
  *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer, the functions that do
  *     nothing, and those of the debug lines and the trace log do not): the documentation roots
- *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME), the trace log
- *     (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
+ *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME,
+ *     OLH_SYSTEM_DOC_PATH), the trace log (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
  *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of the
  *     library's own unless the variable OLH_PROBE_TIMEOUT gives one (in seconds, for each question: connection and
  *     reply together, without the name look-up); starting a viewer takes about two seconds.

@@ -10,6 +10,7 @@
 //     QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH
 //     TRV_HOME     "docs" beside the directory that it names
 //     QEL_HOME     "docs", "shared" and "doc" in the directory that it names, then "docs" beside it
+//     OLH_SYSTEM_DOC_PATH, for packages of the system, which shadow nobody's documents; unset, it leaves no trace
 //
 // Within each source, the alternates that a root's options file names come before the root.
 #include <new>
@@ -30,6 +31,8 @@
 namespace olh {
 
 namespace {
+
+constexpr const char* kSystemRoots = "OLH_SYSTEM_DOC_PATH";
 
 // Appends the named roots, each with what its options file adds. Returns false at a root that repeats the one
 // before it: there the caller's whole call ends.
@@ -105,6 +108,7 @@ void gather_environment(olh_docList& locator) {
     add_variable(locator, "QEL_DOC_PATH");
     add_variable(locator, "QEL_PRODUCT_DOC_PATH");
     add_home_variables(locator);
+    if (!is_empty(locator.FindOlhVariable(kSystemRoots))) add_variable(locator, kSystemRoots);
   }
   move_search_path(locator, locator.mDefaultPathList->environmentList);
   locator.CopyEnvironmentDefaults(1);

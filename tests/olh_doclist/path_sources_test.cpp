@@ -23,22 +23,23 @@ class PathSources : public olh_test::Scratch {
 };
 
 TEST_F(PathSources, PrecedenceIsOverrideHostEnvironment) {
-  for (const char* const name :
-       {"o", "host", "d1", "d2", "p", "trv/docs", "qel/home/docs", "qel/home/shared", "qel/home/doc", "qel/docs"})
+  for (const char* const name : {"o", "host", "d1", "d2", "p", "trv/docs", "qel/home/docs", "qel/home/shared",
+                                 "qel/home/doc", "qel/docs", "s"})
     make_root(name);
   set("QEL_OVERRIDE_DOC_PATH", dir + "/o/");
   set("QEL_DOC_PATH", dir + "/d1:" + dir + "/missing:" + dir + "/d2");
   set("QEL_PRODUCT_DOC_PATH", dir + "\\p");
   set("TRV_HOME", dir + "/trv/program");
   set("QEL_HOME", dir + "/qel/home/");
+  set("OLH_SYSTEM_DOC_PATH", dir + "/s:" + dir + "/d1");
   const std::vector<std::string> environment = {
-      "d1", "d2", "p", "trv/docs", "qel/home/docs", "qel/home/shared", "qel/home/doc", "qel/docs"};
+      "d1", "d2", "p", "trv/docs", "qel/home/docs", "qel/home/shared", "qel/home/doc", "qel/docs", "s"};
 
   locator.AddEnvironmentVariables();
   EXPECT_EQ(paths_of(locator.mDocPathList), at({"o"}) + " " + at(environment));
   EXPECT_EQ(set_path(dir + "/host:" + dir + "/p"), 1);
   EXPECT_EQ(paths_of(locator.mDocPathList), at({"o", "host", "p", "d1", "d2", "trv/docs", "qel/home/docs",
-                                                "qel/home/shared", "qel/home/doc", "qel/docs"}));
+                                                "qel/home/shared", "qel/home/doc", "qel/docs", "s"}));
   EXPECT_EQ(set_path(""), 1);
   EXPECT_EQ(paths_of(locator.mDocPathList), at({"o"}) + " " + at(environment));
 }

@@ -7,18 +7,27 @@ cd /tmp
 fail() { echo "FAILED: $*" >&2; exit 1; }
 files() { find / -xdev \( -path /tmp -o -path /proc -o -path /sys \) -prune -o -print | sort; }
 as_person() { setpriv --reuid=12345 --regid=12345 --clear-groups env HOME=/tmp/person "$@"; }
-# What a login shell has as the browser of on-line help.
-browser_at_login() { sh -c '. /etc/profile; echo "${QEL_HTML_BROWSER-none}"'; }
+# The same in a login shell, which reads what the packages have for it.
+at_login() { as_person sh -c '. /etc/profile; exec "$@"' login "$@"; }
+# What a login shell has as the browser and the last roots of on-line help.
+choice_at_login() { sh -c '. /etc/profile; echo "${QEL_HTML_BROWSER-none} ${OLH_SYSTEM_DOC_PATH-none}"'; }
 
-[ "$(browser_at_login)" = none ] || fail "a viewer is chosen before anything is installed"
+[ "$(choice_at_login)" = "none none" ] || fail "a login shell has settings before anything is installed"
 files >before
 dpkg -i packages/*.deb >installed.log 2>&1 || { cat installed.log; fail "the packages cannot be installed"; }
 dpkg-query -W -f '${Package} ${Version} ${Status}\n' libolh4 libolh-dev olh olh-doc
 ldconfig -p | grep -q 'libolh\.so\.4 ' || fail "the loader does not know libolh.so.4"
 
-# A person's session. The recorder stands in the place of the browser: there is no display here.
+# A person's first minute: nothing is set, and there is no display.
 mkdir -m 777 person
-export QEL_DOC_PATH=/usr/share/olh/docs QEL_HTML_BROWSER=/tmp/person/browser
+[ "$(choice_at_login)" = "olh-browser /usr/share/olh/docs" ] || fail "a login shell has $(choice_at_login)"
+at_login olh show olh_manual quick_start >person/out 2>&1 || { cat person/out; fail "the first olh show"; }
+grep -q 'OlhHelpCall("olh_manual", "quick_start", 0)' person/out || { cat person/out; fail "olh show does not show the page"; }
+echo "login shell: olh show olh_manual quick_start shows the page"
+as_person olh where olh_manual || fail "olh alone does not know its own root"
+
+# From here on the recorder is in the place of the browser.
+export QEL_HTML_BROWSER=/tmp/person/browser
 as_person olh-recorder make person/browser
 as_person olh-recorder answer person/browser ping 0
 
@@ -28,13 +37,12 @@ shows() {
   shift
   as_person olh-recorder clear person/browser
   as_person olh-recorder answer person/browser ping 0
-  as_person "$@" >person/out 2>&1 || { cat person/out; fail "$what ended with an error"; }
+  at_login "$@" >person/out 2>&1 || { cat person/out; fail "$what ended with an error"; }
   as_person olh-recorder show person/browser | grep -q 'olh_manual/index.htm#.*topic=quick_start' ||
     { cat person/out; as_person olh-recorder show person/browser; fail "$what did not show the topic"; }
   echo "$what: shown"
 }
 
-as_person olh where olh_manual
 shows "olh" olh show olh_manual quick_start
 as_person cc -std=c99 -Wall -Werror consumer/host.c -o person/host $(pkg-config --cflags --libs olh)
 [ "$(as_person person/host)" = "v4.3_2.1 4 4" ] || fail "the host in C printed $(as_person person/host)"
@@ -52,16 +60,11 @@ grep -q '/usr/share/olh/tools/search_text\.py' person/docs/htmldocs/handbook/top
 PYTHONDONTWRITEBYTECODE=1 as_person python3 /usr/share/olh/tools/search_text.py person/docs/htmldocs/handbook
 
 unset QEL_HTML_BROWSER
-if command -v olh-browser >/dev/null; then
-  [ "$(browser_at_login)" = olh-browser ] || fail "a login shell has $(browser_at_login) as browser"
-  echo "login shell: olh-browser is the browser"
-fi
-
 dpkg --remove olh olh-doc libolh-dev libolh4 >person/log || { cat person/log; fail "the packages cannot be removed"; }
 files >after
 left=$(comm -13 before after | grep -v '^/var/lib/dpkg/info/' || true)
-[ "$left" = /etc/profile.d/olh.sh ] || fail "removed, and there is: $left"
-[ "$(browser_at_login)" = none ] || fail "removed, and a login shell still has $(browser_at_login) as browser"
+[ "$left" = "$(printf '/etc/profile.d/%s.sh\n' olh olh-doc | sort)" ] || fail "removed, and there is: $left"
+[ "$(choice_at_login)" = "none none" ] || fail "removed, and a login shell still has $(choice_at_login)"
 dpkg --purge olh olh-doc libolh-dev libolh4 >person/log 2>&1
 files >after
 cmp -s before after || { diff before after; fail "purged, and the machine is not what it was"; }

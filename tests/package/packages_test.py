@@ -73,8 +73,9 @@ def compare_descriptions(packages):
     for control, text in {"shlibs": f"libolh 4 libolh4 (>= {version})", "triggers": "activate-noawait ldconfig"}.items():
         if run("dpkg-deb", "--info", packages["libolh4"], control).strip() != text:
             problems.append(f"libolh4: {control}: {run('dpkg-deb', '--info', packages['libolh4'], control)}")
-    if run("dpkg-deb", "--info", packages["olh"], "conffiles").split() != ["/etc/profile.d/olh.sh"]:
-        problems.append("olh: /etc/profile.d/olh.sh would be overwritten by an update")
+    for name in ("olh", "olh-doc"):
+        if run("dpkg-deb", "--info", packages[name], "conffiles").split() != [f"/etc/profile.d/{name}.sh"]:
+            problems.append(f"{name}: /etc/profile.d/{name}.sh would be overwritten by an update")
 
 
 def compare_symbols(packages, scratch):

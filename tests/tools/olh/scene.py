@@ -50,7 +50,7 @@ class Scene(unittest.TestCase):
         self.reader = self.viewer("paper")
         self.docs = self.make_root("docs")
         self.variables = {"QEL_DOC_PATH": str(self.docs), "QEL_HTML_BROWSER": str(self.browser),
-                          "QEL_PDF_READER": str(self.reader)}
+                          "QEL_PDF_READER": str(self.reader), "OLH_SYSTEM_DOC_PATH": ""}
 
     def viewer(self, name, running=False):
         program = self.bin / name

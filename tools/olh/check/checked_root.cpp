@@ -97,6 +97,7 @@ std::vector<std::string> CheckedRoot::names_in(const std::string& directory) con
 
 std::optional<CheckedRoot> read_root(const std::string& root, std::string& reason) {
   for (const char* name : kRootVariables) unsetenv(name);
+  setenv(kSystemRoots, "", 1);  // nor this program's own root
   for (const char* name : {"OLH_LOG_HELP", "QEL_DOC_TYPE"}) unsetenv(name);
   CheckedRoot read;
   read.path = full_name(root);

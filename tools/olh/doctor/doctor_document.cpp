@@ -3,7 +3,6 @@
 #include "find.h"
 #include "olh/support.h"
 #include "pdf_places.h"
-#include "sample.h"
 #include "shared.h"
 #include "viewers.h"
 
@@ -66,7 +65,7 @@ Diagnoses check_document(const Machine& machine) {
 }
 
 Diagnoses try_viewers(const Machine&) {
-  const std::string root = sample_root();
+  const std::string root = own_root();
   if (root.empty()) return {{State::kCannotTell, "The sample is not installed.", "apt-get install olh-doc"}};
   Diagnoses diagnoses = {tried(root + "/htmldocs/olh_manual/index.htm", "quick_start", kind_of(OLH_VIEWER_HTML))};
   const std::string pdf = root + "/pdfdocs/olh_manual.pdf";

@@ -1,4 +1,5 @@
 // The documentation roots: whether there are any, what was rejected, how long those behind URLs take to answer.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -6,7 +7,6 @@
 #include "files.h"
 #include "find.h"
 #include "olh/support.h"
-#include "sample.h"
 #include "shared.h"
 
 namespace olh {
@@ -41,6 +41,8 @@ std::string cure_for(const JudgedRoot& rejected, const SearchRoots& roots) {
 }
 
 Diagnosis of_root(const SearchRoot& root) {
+  if (root.source == kOwnSource)
+    return {State::kOk, root.path + " (olh itself; other programs do not search it)", ""};
   const std::string named = root.path + " (" + root.source + ")";
   if (is_url(root.path.c_str()) != 1) return {State::kOk, named, ""};
   const std::optional<double> time = probe_time(root.path);
@@ -130,10 +132,15 @@ Diagnoses check_roots(const Machine& machine) {
          (one.path.empty() ? "an empty path" : one.path) + " (" + origin(one) + ") is no root: " + one.reason + ".",
          cure_for(one, machine.roots)});
   }
-  if (!machine.roots.roots.empty()) return diagnoses;
-  const std::string sample = sample_root();
-  diagnoses.push_back({State::kProblem, "No documentation root is known: no document can be found.",
-                       "export " + command_line({"QEL_DOC_PATH=" + (sample.empty() ? "/path/to/docs" : sample)})});
+  const auto is_own = [](const SearchRoot& root) { return root.source == kOwnSource; };
+  if (!std::ranges::all_of(machine.roots.roots, is_own)) return diagnoses;
+  const std::string own = own_root();
+  diagnoses.push_back({State::kProblem,
+                       machine.roots.roots.empty()
+                           ? "No documentation root is known: no document can be found."
+                           : "No program but olh itself knows a documentation root: they find no document.",
+                       own.empty() ? "export QEL_DOC_PATH=/path/to/docs"
+                                   : "export " + command_line({std::string(kSystemRoots) + "=" + own})});
   return diagnoses;
 }
 

@@ -16,11 +16,12 @@ namespace olh {
 
 namespace {
 
-constexpr std::array<std::string_view, 14> kKnown = {"QEL_OVERRIDE_DOC_PATH",
+constexpr std::array<std::string_view, 15> kKnown = {"QEL_OVERRIDE_DOC_PATH",
                                                      "QEL_DOC_PATH",
                                                      "QEL_PRODUCT_DOC_PATH",
                                                      "TRV_HOME",
                                                      "QEL_HOME",
+                                                     kSystemRoots,
                                                      "QEL_HTML_BROWSER",
                                                      "QEL_PDF_READER",
                                                      "QEL_DOC_TYPE",

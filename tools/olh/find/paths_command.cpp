@@ -26,6 +26,7 @@ struct Arguments {
 
 // "QEL_DOC_PATH", or "QEL_ALT_DOC_PATH in FILE (QEL_DOC_PATH)".
 std::string origin(const std::string& source, const std::string& options_file) {
+  if (source == kOwnSource) return "olh itself; other programs do not search it";
   return options_file.empty() ? source : "QEL_ALT_DOC_PATH in " + options_file + " (" + source + ")";
 }
 

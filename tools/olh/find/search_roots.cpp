@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
+#include "files.h"
 #include "olh/support.h"
 #include "shared.h"
 
@@ -80,6 +82,15 @@ void append(PathStory& story, PathStory more) {
   move_all(more.spoilt, story.spoilt);
 }
 
+// What the variable for the roots of packages is while the search path comes about; nothing where it can stay as it is.
+std::optional<std::string> with_own_root(const std::string& own) {
+  const std::string stated = variable(kSystemRoots).value_or("");
+  const bool is_refused = stated.empty() && variable(kSystemRoots);
+  const auto known = olh_viewers::pieces_of(stated, ':');
+  if (own.empty() || is_refused || std::find(known.begin(), known.end(), own) != known.end()) return std::nullopt;
+  return stated.empty() ? own : stated + ":" + own;
+}
+
 void annotate(SearchRoot& root, const std::vector<JudgedRoot>& added) {
   bool is_first = true;
   for (const JudgedRoot& one : added) {
@@ -100,6 +111,10 @@ void annotate(SearchRoot& root, const std::vector<JudgedRoot>& added) {
 }  // namespace
 
 SearchRoots find_search_roots(const std::string& host_roots) {
+  const std::string own = own_root();
+  const std::optional<std::string> wanted = with_own_root(own);
+  std::optional<VariableForNow> system_roots;
+  if (wanted) system_roots.emplace(kSystemRoots, *wanted);
   PathStory story = read_path_story(debug_lines_of([] { OlhDocListInit(); }), "");
   SearchRoots result;
   result.preferred = OlhGetCurrentViewer();
@@ -108,7 +123,10 @@ SearchRoots find_search_roots(const std::string& host_roots) {
   std::stable_sort(story.added.begin(), story.added.end(),
                    [](const JudgedRoot& a, const JudgedRoot& b) { return rank(a) < rank(b); });
   result.roots = walk_along_roots();
-  for (SearchRoot& root : result.roots) annotate(root, story.added);
+  for (SearchRoot& root : result.roots) {
+    annotate(root, story.added);
+    if (wanted && root.path == own && root.source == kSystemRoots) root.source = kOwnSource;
+  }
   result.rejected = std::move(story.rejected);
   result.spoilt = std::move(story.spoilt);
   return result;

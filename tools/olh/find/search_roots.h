@@ -15,9 +15,12 @@
 
 namespace olh {
 
+// Where the root comes from that this program searches behind all others, and no other program does: its own.
+inline constexpr const char* kOwnSource = "olh";
+
 struct SearchRoot {
   std::string path;
-  std::string source;        // the variable (or --root) that led to it
+  std::string source;        // the variable that led to it, --root, or kOwnSource
   std::string options_file;  // the options file that names it as an alternate, "" when named directly
   std::string parent;        // its parent tree, "" when named directly
   std::string browser;       // the programs that the tree prescribes, "" for none
@@ -33,7 +36,8 @@ struct SearchRoots {
   OlhViewer preferred = OLH_VIEWER_HTML;  // the front of the viewer order
 };
 
-// Initialises the library, puts `host_roots` in front (as --root asks; "" for none), and tells what came of it.
+// Initialises the library, puts `host_roots` in front (as --root asks; "" for none) and this program's own root behind
+// all others unless OLH_SYSTEM_DOC_PATH is set to nothing, and tells what came of it.
 SearchRoots find_search_roots(const std::string& host_roots);
 
 // The paths alone.

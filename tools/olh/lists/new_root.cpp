@@ -128,14 +128,10 @@ std::string reason_of(const fs::filesystem_error& error) {
 }  // namespace
 
 std::optional<ShippedPages> shipped_pages() {
-  const fs::path programs = fs::path(own_program()).parent_path();
-  for (const fs::path& data : {programs / OLH_DATA_FROM_PROGRAMS, programs / ".."}) {
-    std::error_code failed;
-    const fs::path real = fs::canonical(data, failed);
-    if (failed) continue;
-    const ShippedPages pages = {real / "docs", real / "new_manual", real / "tools"};
-    if (fs::is_directory(pages.docs, failed) && fs::is_directory(pages.template_manual, failed)) return pages;
-  }
+  const fs::path data = own_data();
+  const ShippedPages pages = {data / "docs", data / "new_manual", data / "tools"};
+  std::error_code failed;
+  if (!data.empty() && fs::is_directory(pages.template_manual, failed)) return pages;
   return std::nullopt;
 }
 

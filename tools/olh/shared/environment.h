@@ -11,8 +11,9 @@
 namespace olh {
 
 // The variables that bring documentation roots into a process.
-inline constexpr std::array kRootVariables = {"QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH",
-                                              "TRV_HOME", "QEL_HOME"};
+inline constexpr const char* kSystemRoots = "OLH_SYSTEM_DOC_PATH";
+inline constexpr std::array kRootVariables = {
+    "QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "TRV_HOME", "QEL_HOME", kSystemRoots};
 
 // The value of an environment variable; nothing when it is unset.
 std::optional<std::string> variable(const char* name);

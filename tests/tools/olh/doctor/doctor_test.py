@@ -27,7 +27,7 @@ class Doctor(Scene):
         self.variables = {"QEL_DOC_PATH": str(self.docs), "QEL_HTML_BROWSER": str(self.browser_adapter),
                           "QEL_PDF_READER": str(self.reader_adapter), "OLH_BROWSER_PROGRAM": str(self.firefox),
                           "OLH_PDF_PROGRAM": str(self.evince), "WAYLAND_DISPLAY": str(self.dir / "display"),
-                          "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+                          "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "OLH_SYSTEM_DOC_PATH": ""}
 
     def found(self, *words, **variables):
         done = self.olh("doctor", "--json", *words, **variables)
@@ -64,7 +64,8 @@ class Doctor(Scene):
         self.assertEqual(self.calls(self.evince), [["--named-dest=M8.newlink.quickstart", str(pdf)]])
 
     def test_a_machine_with_nothing(self):
-        done = self.olh("doctor", "guide", **{name: None for name in self.variables}, PATH="/nowhere")
+        nothing = {**{name: None for name in self.variables}, "OLH_SYSTEM_DOC_PATH": "", "PATH": "/nowhere"}
+        done = self.olh("doctor", "guide", **nothing)
         self.assertEqual((done.returncode, done.stderr), (2, ""))
         for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
                      "pdfinfo is not installed", "mend with: apt-get install w3m", "Without a documentation root there are no lists",
@@ -76,7 +77,8 @@ class Doctor(Scene):
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
         without_w3m = self.dir / "without_w3m"
         shutil.copytree(self.bin, without_w3m, ignore=shutil.ignore_patterns("w3m"))
-        sample = BUILD / "docs" if (BUILD / "docs").exists() else "/path/to/docs"
+        is_built = (BUILD / "docs").exists()
+        known = f"export OLH_SYSTEM_DOC_PATH={BUILD / 'docs'}" if is_built else "export QEL_DOC_PATH=/path/to/docs"
         hangs = ("browser", "problem", "may hang, or show an empty window", "olh setup")
         for wanted, variables in [
             ([("variables", "warning", "Is QEL_DOC_PATH meant", 'export QEL_DOC_PATH="$QEL_DOC_PAHT"')], {"QEL_DOC_PAHT": "x"}),
@@ -85,8 +87,10 @@ class Doctor(Scene):
             ([("variables", "warning", "no positive number", "export OLH_PROBE_TIMEOUT=2")], {"OLH_PROBE_TIMEOUT": "2s"}),
             ([("variables", "problem", "4,095", "unset QEL_DOC_TYPE")], {"QEL_DOC_TYPE": "x" * 5000}),
             ([("trace_log", "warning", "is not there", 'export OLH_LOG_HELP="$HOME/olh_trace.log"')], {"OLH_LOG_HELP": "/nowhere/x"}),
-            ([("roots", "problem", "No documentation root", f"export QEL_DOC_PATH={sample}"),
+            ([("roots", "problem", "No documentation root", known),
               ("lists", "cannot tell", "no lists", None)], {"QEL_DOC_PATH": None}),
+            ([("roots", "problem", "No program but olh", known)] if is_built else [],
+             {"QEL_DOC_PATH": None if is_built else str(self.docs), "OLH_SYSTEM_DOC_PATH": None}),
             ([("roots", "warning", f"{gone} (QEL_DOC_PATH) is no root", f"export QEL_DOC_PATH={self.docs}")],
              {"QEL_DOC_PATH": f"{self.docs}:{gone}"}),
             ([hangs], {"QEL_HTML_BROWSER": "firefox"}),

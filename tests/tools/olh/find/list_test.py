@@ -4,7 +4,7 @@ import shutil
 import unicodedata
 import unittest
 
-from scene import Scene, WebPages, write
+from scene import BUILD, Scene, WebPages, write
 
 
 class CutShort(WebPages):
@@ -43,6 +43,18 @@ class List(Scene):
             "LOUD.PDF": (None, ["pdf"], None), "admin": (None, ["pdf"], None), "guide": ("The guide", ["html", "pdf"], None),
             "group_td": ("The group", ["portal"], None), "old_style": (None, ["html"], None),
             "paper_only": ("paper_only.pdf", ["pdf"], None)})])
+
+    @unittest.skipUnless((BUILD / "docs/index.html").exists(), "the documentation was not built")
+    def test_the_root_of_olh_itself_is_the_last_unless_that_is_refused(self):
+        own, home, other = BUILD / "docs", self.make_root("home/docs"), self.make_root("other")
+        for system, sources in ((None, [(own, "olh")]), (str(other), [(other, "OLH_SYSTEM_DOC_PATH"), (own, "olh")]),
+                                (f"{own}:{other}", [(own, "OLH_SYSTEM_DOC_PATH"), (other, "OLH_SYSTEM_DOC_PATH")]), ("", [])):
+            with self.subTest(system=system):
+                roots = self.json("paths", OLH_SYSTEM_DOC_PATH=system, QEL_HOME=str(home.parent))["roots"]
+                wanted = [(self.docs, "QEL_DOC_PATH"), (home, "QEL_HOME"), *sources]
+                self.assertEqual([(root["path"], root["source"]) for root in roots], [(str(root), by) for root, by in wanted])
+        self.assertEqual(self.olh("show", "olh_manual", "quick_start", QEL_DOC_PATH=None, OLH_SYSTEM_DOC_PATH=None).returncode, 0)
+        self.assertIn(f"{own}/htmldocs/olh_manual/index.htm", self.opened()[0])
 
     def test_titles_and_names_do_not_play_with_the_terminal(self):
         title = "Red \033[31m, bell \a, \u009b2J and \x7f, caf\u00e9"

@@ -9,6 +9,7 @@
 #include "../option_file.h"
 #include "../output.h"
 #include "../own_child.h"
+#include "../own_data.h"
 #include "../root_text.h"
 #include "../stream_in_memory.h"
 #include "../verb.h"
