@@ -4,9 +4,8 @@
 #include <cstring>
 
 #include "desktop_default.h"
-#include "files.h"
-#include "olh-browser/request.h"
-#include "olh-pdf-reader/request.h"
+#include "olh-browser/browser.h"
+#include "olh-pdf-reader/reader.h"
 #include "olh-recorder/records.h"
 #include "parts.h"
 #include "pdf_places.h"
@@ -18,17 +17,16 @@ namespace {
 using namespace olh_viewers;
 
 void check_requests(const std::string& text, const Words& words) {
-  const BrowserRequest remote = parse_browser_request({"-remote", "openURL(" + text + ",new-tab)"});
-  expect(remote.url == text, "an address arrives whole");
-  if (!text.starts_with("--")) expect(parse_browser_request({text}).url == text, "a word is an address");
-  const ReaderRequest place = parse_reader_request({"-openInNewWindow", "/a", "nameddest=" + text, words[0]});
-  expect(place.destination == text && place.file == words[0], "a destination and a file arrive whole");
-  const BrowserRequest any = parse_browser_request(words);
-  const bool is_word = any.url.empty() || std::any_of(words.begin(), words.end(), [&](const std::string& word) {
-                         return word.find(any.url) != std::string::npos;
+  expect(browser_request({"-remote", "openURL(" + text + ",new-tab)"}).document == text, "an address arrives whole");
+  expect(browser_request({text}).document == text, "a word is an address");
+  const Request place = reader_request({"-openInNewWindow", "/a", "nameddest=" + text, words[0]});
+  expect(place.destination == text && place.document == words[0], "a destination and a file arrive whole");
+  const std::string address = browser_request(words).document;
+  const bool is_word = address.empty() || std::any_of(words.begin(), words.end(), [&](const std::string& word) {
+                         return word.find(address) != std::string::npos;
                        });
   expect(is_word, "no address is made up");
-  const std::string file = parse_reader_request(words).file;
+  const std::string file = reader_request(words).document;
   expect(file.empty() || file == words.back(), "the file comes last");
 }
 

@@ -2,8 +2,8 @@
 #include <string>
 
 #include "browser.h"
+#include "olh-browser/browser.h"
 #include "olh/support.h"
-#include "request.h"
 #include "scratch.h"
 
 namespace {
@@ -55,8 +55,8 @@ TEST_F(BrowserShow, AddressesOfAnyShapeReachTheBrowserLayerWhole) {
   for (const std::string& url : urls) ASSERT_EQ(OlhBrowserOpenURL(url.c_str(), nullptr), OLH_RESULT_OK) << url;
   Words received;
   for (const Words& arguments : browser.arguments()) {
-    const olh_viewers::BrowserRequest request = olh_viewers::parse_browser_request(arguments);
-    if (request.kind == olh_viewers::BrowserRequest::Kind::kRemote) received.push_back(request.url);
+    const olh_viewers::Request request = olh_viewers::browser_request(arguments);
+    if (request.kind == olh_viewers::Request::Kind::kRemote) received.push_back(request.document);
   }
   EXPECT_EQ(received, urls);
 }

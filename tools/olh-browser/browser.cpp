@@ -1,19 +1,19 @@
 #include "browser.h"
 
 #include <cstdio>
+#include <utility>
 
-#include "choice.h"
 #include "display.h"
-#include "file_address.h"
 #include "files.h"
 #include "running.h"
-#include "start.h"
 #include "text_view.h"
 #include "url.h"
 
 namespace olh_viewers {
 
 namespace {
+
+using Kind = Request::Kind;
 
 // A launcher looks two seconds after a start: by then it must see how the browser fared. A browser that runs takes a page
 // within a tenth of a second, and may take longer on a busy machine.
@@ -38,12 +38,36 @@ void warn(const Choice& choice, const std::string& url, const Trace& trace) {
     trace.complain("note: " + choice.program + " runs on the display " + display + ", where the page will open.");
 }
 
-int dry_run(const Words& command, const std::string& source) {
-  std::printf("%s    (%s)\n", shown(command).c_str(), source.c_str());
-  return kExitShown;
+// The name as the library had it before it made an address of it.
+std::string name_behind(std::string text) {
+  constexpr std::pair<std::string_view, char> kEncoded[] = {
+      {"%20", ' '}, {"%27", '\''}, {"%28", '('}, {"%29", ')'}, {"%2C", ','}};
+  for (const auto& [code, byte] : kEncoded)
+    for (std::size_t at = text.find(code); at != std::string::npos; at = text.find(code, at + 1))
+      text.replace(at, code.size(), 1, byte);
+  return text;
 }
 
-}  // namespace
+// The address with the name of its file encoded, when the file is found only so; else the address as it is. The library
+// encodes blanks and a few marks of a name and leaves "#", "?" and "%" as they are: the file itself tells where it ends.
+//
+//   address                    files             becomes
+//   file:///d/a.htm#t          /d/a.htm          itself
+//   file:///d/a%20#1.htm#t     /d/a #1.htm       file:///d/a%20%231.htm#t
+//   file:///d/100%25.htm#t     /d/100%25.htm     file:///d/100%2525.htm#t
+//   file:///d/a#1.htm#t        none              itself
+std::string mended_address(const std::string& url) {
+  if (!is_file_url(url) || is_readable_file(file_of(url))) return url;
+  constexpr std::string_view kSeparators = "?#";
+  const std::size_t begin = url.find("://") + 3;
+  for (std::size_t end = url.find_first_of(kSeparators, begin);; end = url.find_first_of(kSeparators, end + 1)) {
+    const std::string name = url.substr(begin, end == std::string::npos ? end : end - begin);
+    for (const std::string& file : {decoded(name), name_behind(name)})
+      if (file.starts_with('/') && is_readable_file(file))
+        return url_of(file) + (end == std::string::npos ? "" : url.substr(end));
+    if (end == std::string::npos) return url;
+  }
+}
 
 int answer_ping(const Trace& trace) {
   const Choice choice = has_display() ? choose_browser() : Choice();
@@ -55,33 +79,52 @@ int answer_ping(const Trace& trace) {
   return kNotRunning;
 }
 
-int open_in_browser(BrowserRequest request, const Trace& trace) {
-  const bool has_url = !request.url.empty();
-  const std::string objection = has_url ? objection_to(request.url) : "";
-  if (!objection.empty()) {
-    trace.complain("the address is not opened: it " + objection + ".");
-    return kExitWrongUse;
-  }
-  request.url = mended_address(request.url);
-  const bool shows_text = request.as_text || !has_display();
-  if (shows_text && has_url && !request.dry_run)
-    return show_page_as_text(request.url, request.as_text ? WhyText::kAsked : WhyText::kNoDisplay, trace);
-  if (shows_text && has_url) return dry_run({"w3m", "-dump", request.url}, "text");
-  if (shows_text) {
-    trace.complain("there is no display to start a browser on.");
-    return kExitFailed;
-  }
+int start(const Request& request, const std::string& url, const Trace& trace) {
   const Choice choice = choose_browser();
   if (!choice) {
     trace.complain(std::string("there is no browser. Install one, or name one in ") + kBrowserVariable + ".");
     return kExitNoProgram;
   }
   const Words command =
-      has_url ? open_command(choice, {request.url, file_of(request.url), "", 0}) : start_command(choice);
-  if (request.dry_run) return dry_run(command, choice.source);
-  warn(choice, request.url, trace);
-  const bool is_remote = request.kind == BrowserRequest::Kind::kRemote;
-  return start_viewer(choice, command, is_remote ? kWatchHandOver : kWatchStart, trace);
+      request.kind == Kind::kStart ? start_command(choice) : open_command(choice, {url, file_of(url), "", 0});
+  if (request.dry_run) return print_command(command, choice.source);
+  warn(choice, url, trace);
+  return start_viewer(choice, command, request.kind == Kind::kRemote ? kWatchHandOver : kWatchStart, trace);
+}
+
+}  // namespace
+
+// No address at all, or "" as the launcher has it then, only starts the browser.
+Request browser_request(const Words& words) {
+  constexpr std::string_view kOpenBegin = "openURL(";
+  constexpr std::string_view kOpenEnd = ",new-tab)";
+  if (words.empty()) return {Kind::kStart, "", ""};
+  if (words.size() == 1) return {words[0].empty() ? Kind::kStart : Kind::kOpen, words[0], ""};
+  if (words.size() != 2 || words[0] != "-remote") return {};
+  if (words[1] == "ping()") return {Kind::kPing, "", ""};
+  // From its two ends: the address may hold what looks like either.
+  std::string_view command = words[1];
+  if (!command.starts_with(kOpenBegin) || !command.ends_with(kOpenEnd)) return {};
+  command.remove_prefix(kOpenBegin.size());
+  command.remove_suffix(kOpenEnd.size());
+  return {command.empty() ? Kind::kStart : Kind::kRemote, std::string(command), ""};
+}
+
+int answer_as_browser(const Request& request, const Trace& trace) {
+  if (request.kind == Kind::kPing) return answer_ping(trace);
+  const bool has_url = request.kind != Kind::kStart;
+  const std::string objection = has_url ? objection_to(request.document) : "";
+  if (!objection.empty()) {
+    trace.complain("the address is not opened: it " + objection + ".");
+    return kExitWrongUse;
+  }
+  const std::string url = mended_address(request.document);
+  const std::optional<WhyText> why_text = reason_for_text(request.as_text);
+  if (!why_text) return start(request, url, trace);
+  if (has_url && request.dry_run) return print_command({"w3m", "-dump", url}, "text");
+  if (has_url) return show_page_as_text(url, *why_text, trace);
+  trace.complain("there is no display to start a browser on.");
+  return kExitFailed;
 }
 
 }  // namespace olh_viewers

@@ -1,21 +1,21 @@
-// Doing what olh-browser was asked for.
+// What olh-browser is asked for, and how it does that.
 //
-// Knows    when a page goes to a browser and when it becomes text, and what is said when neither can be.
-// Not      which browser (choice), how it is called (programs), how it is started (child).
+// Knows    the library's three command lines for a browser; when a page goes to a browser and when it becomes text, and
+//          what is said when neither can be.
+// Not      which browser (choice), how it is called (programs), how it is started (adapter).
 // For      main.
 #ifndef OLH_TOOLS_OLH_BROWSER_BROWSER_H
 #define OLH_TOOLS_OLH_BROWSER_BROWSER_H
 
-#include "request.h"
-#include "trace.h"
+#include "adapter.h"
 
 namespace olh_viewers {
 
-// Whether the chosen browser runs where it could show something: prints "No running window" and returns 2 when not.
-int answer_ping(const Trace& trace);
+Request browser_request(const Words& words);
 
-// Shows the address, or only starts the browser. Returns an ExitStatus.
-int open_in_browser(BrowserRequest request, const Trace& trace);
+// Returns an ExitStatus. Of a ping: whether the chosen browser runs where it could show something; when not, "No running
+// window" is printed, and the status is 2.
+int answer_as_browser(const Request& request, const Trace& trace);
 
 }  // namespace olh_viewers
 

@@ -1,7 +1,4 @@
 // olh-browser: takes the command lines that the library sends to a browser, and opens a browser of today.
-#include <cstdio>
-#include <exception>
-
 #include "browser.h"
 
 namespace {
@@ -21,28 +18,9 @@ constexpr const char* kHelp =
     "\n"
     "Exit status: 0 shown (ping: it runs), 1 not shown, 2 no browser (ping: \"No running window\"), 64 wrong use.\n";
 
-int run(const olh_viewers::Words& arguments) {
-  using olh_viewers::BrowserRequest;
-  const BrowserRequest request = olh_viewers::parse_browser_request(arguments);
-  if (request.kind == BrowserRequest::Kind::kHelp) return std::fputs(kHelp, stdout) < 0 ? 1 : 0;
-  if (request.kind == BrowserRequest::Kind::kVersion)
-    return std::puts("olh-browser " OLH_PACKAGE_VERSION) < 0 ? 1 : 0;
-  const olh_viewers::Trace trace("olh-browser", arguments);
-  if (request.kind == BrowserRequest::Kind::kWrong) {
-    trace.complain("this command line is none of mine; see olh-browser --help.");
-    return trace.result(olh_viewers::kExitWrongUse);
-  }
-  if (request.kind == BrowserRequest::Kind::kPing) return trace.result(olh_viewers::answer_ping(trace));
-  return trace.result(olh_viewers::open_in_browser(request, trace));
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return run(olh_viewers::Words(argv + (argc > 0 ? 1 : 0), argv + argc));
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "olh-browser: %s\n", error.what());
-    return olh_viewers::kExitFailed;
-  }
+  return olh_viewers::run_adapter(
+      {"olh-browser", kHelp, olh_viewers::browser_request, olh_viewers::answer_as_browser}, argc, argv);
 }

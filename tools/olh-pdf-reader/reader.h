@@ -1,19 +1,20 @@
-// Doing what olh-pdf-reader was asked for.
+// What olh-pdf-reader is asked for, and how it does that.
 //
-// Knows    when a PDF goes to a reader and when it becomes text, how a place is reached in a reader that knows only
-//          pages, and what is said when it cannot be reached.
-// Not      which reader (choice), how it is called (programs), how it is started (child).
+// Knows    the library's three command lines for a PDF reader; when a PDF goes to a reader and when it becomes text, how
+//          a place is reached in a reader that knows only pages, and what is said when it cannot be reached.
+// Not      which reader (choice), how it is called (programs), how it is started (adapter).
 // For      main.
 #ifndef OLH_TOOLS_OLH_PDF_READER_READER_H
 #define OLH_TOOLS_OLH_PDF_READER_READER_H
 
-#include "request.h"
-#include "trace.h"
+#include "adapter.h"
 
 namespace olh_viewers {
 
-// Shows the file, or only starts the reader. Returns an ExitStatus.
-int open_in_reader(const ReaderRequest& request, const Trace& trace);
+Request reader_request(const Words& words);
+
+// Returns an ExitStatus.
+int answer_as_reader(const Request& request, const Trace& trace);
 
 }  // namespace olh_viewers
 

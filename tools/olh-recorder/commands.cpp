@@ -6,13 +6,16 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 
+#include "files.h"
 #include "records.h"
+#include "words.h"
 
 namespace olh_recorder {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
+using olh_viewers::Words;
 
 namespace {
 
@@ -58,32 +61,11 @@ bool to_number(const std::string& word, int& number) {
   return !word.empty() && *end == '\0' && value >= 0 && value <= 100000;
 }
 
-std::string shell_word(const std::string& text) {
-  const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./:=,+%@#";
-  if (!text.empty() && text.find_first_not_of(plain) == std::string::npos && text[0] != '#') return text;
-  std::string word = "'";
-  for (const char c : text) word += c == '\'' ? "'\\''" : std::string(1, c);
-  return word + "'";
-}
-
-std::string json_text(const std::string& text) {
-  std::string out = "\"";
-  for (const char c : text) {
-    char code[8];
-    std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(c)));
-    const bool special = c == '"' || c == '\\';
-    out += special ? std::string("\\") + c : static_cast<unsigned char>(c) < 0x20 ? code : std::string(1, c);
-  }
-  return out + "\"";
-}
-
-std::string json_object(const Call& call) {
-  std::string arguments;
-  for (const std::string& argument : call.arguments)
-    arguments += (arguments.empty() ? "" : ", ") + json_text(argument);
-  return "{\"arguments\": [" + arguments + "], \"open_descriptors\": " + json_text(call.open_descriptors) +
-         ", \"ignored_signals\": " + json_text(call.ignored_signals) +
-         ", \"blocked_signals\": " + json_text(call.blocked_signals) + "}";
+nlohmann::ordered_json as_json(const Call& call) {
+  return {{"arguments", call.arguments},
+          {"open_descriptors", call.open_descriptors},
+          {"ignored_signals", call.ignored_signals},
+          {"blocked_signals", call.blocked_signals}};
 }
 
 int make(const Words& viewers) {
@@ -92,7 +74,7 @@ int make(const Words& viewers) {
     std::error_code error;
     if (fs::path(viewer).filename() == "olh-recorder") return complain("a viewer has another name", kNotDone);
     if (fs::path(viewer).has_parent_path()) fs::create_directories(fs::path(viewer).parent_path(), error);
-    fs::copy_file(own_path(), viewer, fs::copy_options::overwrite_existing, error);
+    fs::copy_file(olh_viewers::own_program(), viewer, fs::copy_options::overwrite_existing, error);
     if (error) return complain(viewer + ": " + error.message(), kNotDone);
   }
   return kDone;
@@ -115,17 +97,14 @@ int show(Words words) {
   if (json) words.erase(words.begin());
   if (words.size() != 1) return usage();
   if (access(words[0].c_str(), X_OK) != 0) return complain(words[0] + ": no viewer", kNotDone);
-  std::string text;
+  auto answer = nlohmann::ordered_json::array();
   for (const Call& call : read_calls(words[0])) {
-    if (json) {
-      text += (text.empty() ? "" : ",\n ") + json_object(call);
-      continue;
-    }
-    std::string line;
-    for (const std::string& argument : call.arguments) line += (line.empty() ? "" : " ") + shell_word(argument);
-    text += line + "\n";
+    if (json)
+      answer.push_back(as_json(call));
+    else
+      std::puts(olh_viewers::command_line(call.arguments).c_str());
   }
-  std::fputs((json ? "[" + text + "]\n" : text).c_str(), stdout);
+  if (json) std::puts(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
   return kDone;
 }
 

@@ -53,13 +53,6 @@ bool next_call(const std::string& log, std::size_t& position, Call& call) {
 
 }  // namespace
 
-std::string own_path() {
-  std::string path(4096, '\0');
-  const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
-  path.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  return path;
-}
-
 Call this_call(int argc, char** argv) {
   return {.arguments = std::vector<std::string>(argv + 1, argv + argc),
           .open_descriptors = open_descriptors(),

@@ -20,8 +20,6 @@ struct Call {
   std::string blocked_signals;
 };
 
-// The program that this process runs, links followed.
-std::string own_path();
 // What this process was started with.
 Call this_call(int argc, char** argv);
 // Returns false when the record could not be written.

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 
 #include "files.h"
 #include "viewer_environment.h"
@@ -62,12 +63,15 @@ class Setup {
   posix_spawnattr_t attributes;
 };
 
-// Returns 0 or an errno.
-int spawn(Words words, const Setup& setup, pid_t& child) {
-  Words environment = viewer_environment();
+// Both return 0 or an errno.
+int spawn(Words words, const Setup& setup, char** environment, pid_t& child) {
   const std::vector<char*> arguments = pointers_to(words);
-  const std::vector<char*> variables = pointers_to(environment);
-  return posix_spawnp(&child, arguments[0], &setup.actions, &setup.attributes, arguments.data(), variables.data());
+  return posix_spawnp(&child, arguments[0], &setup.actions, &setup.attributes, arguments.data(), environment);
+}
+
+int spawn_viewer(const Words& words, const Setup& setup, pid_t& child) {
+  Words environment = viewer_environment();
+  return spawn(words, setup, pointers_to(environment).data(), child);
 }
 
 int left_until(Clock::time_point end) {
@@ -105,18 +109,18 @@ class ChildSignal {
   sigset_t before_;
 };
 
-std::string read_until(int fd, Clock::time_point end) {
-  std::string text;
+// Everything up to the end. `patience` tells each time for how many milliseconds it may be waited.
+Heard read_patiently(int fd, const std::function<int()>& patience) {
+  Heard heard;
   char block[16384];
   pollfd readable = {fd, POLLIN, 0};
   for (;;) {
-    const int ready = poll(&readable, 1, left_until(end));
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0) return text;
-    const ssize_t count = read(fd, block, sizeof block);
+    const int ready = poll(&readable, 1, patience());
+    const ssize_t count = ready > 0 ? read(fd, block, sizeof block) : ready;
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return text;
-    text.append(block, static_cast<std::size_t>(count));
+    heard.in_time = ready != 0;
+    if (count <= 0) return heard;
+    heard.text.append(block, static_cast<std::size_t>(count));
   }
 }
 
@@ -128,7 +132,7 @@ bool page(const std::string& text) {
   Setup setup;
   setup.from_descriptor(STDIN_FILENO, ends[0]);
   pid_t pager = 0;
-  const int failed = spawn(chosen.empty() ? Words{"less", "-FX"} : chosen, setup, pager);
+  const int failed = spawn_viewer(chosen.empty() ? Words{"less", "-FX"} : chosen, setup, pager);
   close(ends[0]);
   std::signal(SIGPIPE, SIG_IGN);
   for (std::size_t written = 0; failed == 0 && written < text.size();) {
@@ -149,7 +153,7 @@ int start_and_watch(const Words& words, int milliseconds, std::string& said) {
   setup.flags(POSIX_SPAWN_SETSID);
   for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) setup.from_file(fd, "/dev/null", O_RDWR);
   pid_t child = 0;
-  const int failed = spawn(words, setup, child);
+  const int failed = spawn_viewer(words, setup, child);
   if (failed != 0) {
     said = std::string("could not be started: ") + std::strerror(failed);
     return failed == ENOENT ? kExitNoProgram : kExitFailed;
@@ -171,10 +175,10 @@ std::optional<std::string> output_of(const Words& words, const std::string& inpu
   setup.from_descriptor(STDOUT_FILENO, ends[1]);
   setup.from_file(STDERR_FILENO, "/dev/null", O_WRONLY);
   pid_t child = 0;
-  const int failed = spawn(words, setup, child);
+  const int failed = spawn_viewer(words, setup, child);
   close(ends[1]);
   const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
-  const std::string text = failed == 0 ? read_until(ends[0], end) : "";
+  const std::string text = failed == 0 ? read_patiently(ends[0], [end] { return left_until(end); }).text : "";
   close(ends[0]);
   if (failed != 0) return std::nullopt;
   int status = 0;
@@ -185,6 +189,22 @@ std::optional<std::string> output_of(const Words& words, const std::string& inpu
   }
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
   return text;
+}
+
+Heard heard_from(const Words& words, int milliseconds_of_silence) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return {};
+  Setup setup;
+  setup.from_descriptor(STDOUT_FILENO, ends[1]);
+  pid_t child = 0;
+  const int failed = spawn(words, setup, environ, child);
+  close(ends[1]);
+  Heard heard = failed == 0 ? read_patiently(ends[0], [&] { return milliseconds_of_silence; }) : Heard();
+  close(ends[0]);
+  // One that hangs in a file system does not end even now, and is not waited for.
+  if (!heard.in_time) kill(child, SIGKILL);
+  while (failed == 0 && waitpid(child, nullptr, heard.in_time ? 0 : WNOHANG) < 0 && errno == EINTR) continue;
+  return heard;
 }
 
 void print_text(const std::string& text, bool paged) {

@@ -2,7 +2,7 @@
 //
 // Knows    how long a program is watched, and what its end means.
 // Not      which program is started.
-// For      both adapters.
+// For      both adapters; olh, which asks itself.
 #ifndef OLH_TOOLS_VIEWERS_CHILD_H
 #define OLH_TOOLS_VIEWERS_CHILD_H
 
@@ -21,6 +21,15 @@ int start_and_watch(const Words& words, int milliseconds, std::string& said);
 // status than 0, or took longer than so many milliseconds.
 std::optional<std::string> output_of(const Words& words, const std::string& input_file = "",
                                      int milliseconds = 10000);
+
+struct Heard {
+  std::string text;
+  bool in_time = true;  // false: it was silent for too long, and `text` is what it said until then
+};
+
+// What a program prints that may never end, started as it would be from here. It is left to itself once it has been silent
+// for so many milliseconds.
+Heard heard_from(const Words& words, int milliseconds_of_silence);
 
 // Writes a text to standard output, through a pager when `paged` and that is a terminal.
 void print_text(const std::string& text, bool paged);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 
 #include "desktop_default.h"
 #include "files.h"
@@ -10,14 +9,6 @@
 namespace olh_viewers {
 
 namespace {
-
-// The table's row for a program, also when it is called through a link such as x-www-browser.
-const Program* row_of(const std::string& path) {
-  if (const Program* row = program_named(std::filesystem::path(path).filename().string())) return row;
-  std::error_code failed;
-  const std::string target = std::filesystem::canonical(path, failed).string();
-  return failed ? nullptr : program_named(std::filesystem::path(target).filename().string());
-}
 
 // Snap and Flatpak keep the programs that they start in directories of their own.
 bool is_in_sandbox(const std::string& path) {
@@ -34,7 +25,7 @@ Choice of_program(const std::string& name, const std::string& source) {
   Choice choice;
   choice.program = find_program(name);
   if (!choice) return choice;
-  choice.row = row_of(choice.program);
+  choice.row = program_at(choice.program);
   choice.source = source;
   choice.is_sandboxed = is_in_sandbox(choice.program);
   return choice;
@@ -83,14 +74,6 @@ Words row_command(const Choice& choice, const Words& form, const Place& place) {
   return words;
 }
 
-std::string quoted(const std::string& word) {
-  const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789%+,-./:=@_#";
-  if (!word.empty() && word[0] != '#' && word.find_first_not_of(plain) == std::string::npos) return word;
-  std::string text = "'";
-  for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return text + "'";
-}
-
 }  // namespace
 
 Choice choose_browser() {
@@ -125,12 +108,6 @@ Words page_command(const Choice& choice, const Place& place) {
 
 Words start_command(const Choice& choice) {
   return choice.exec.empty() ? Words{choice.program} : exec_command(choice, {});
-}
-
-std::string shown(const Words& words) {
-  std::string line;
-  for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);
-  return line;
 }
 
 }  // namespace olh_viewers

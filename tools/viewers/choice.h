@@ -34,9 +34,6 @@ Words page_command(const Choice& choice, const Place& place);
 // The command line that only starts it.
 Words start_command(const Choice& choice);
 
-// Words for a person, quoted as a shell would want them.
-std::string shown(const Words& words);
-
 }  // namespace olh_viewers
 
 #endif

@@ -8,6 +8,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
+#include <system_error>
+
+#include "words.h"
 
 namespace olh_viewers {
 
@@ -41,11 +44,9 @@ class Descriptor {
 };
 
 bool is_other_program(const std::string& path) {
-  struct stat status = {};
-  struct stat own = {};
-  if (access(path.c_str(), X_OK) != 0 || stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
-  const bool is_own = stat("/proc/self/exe", &own) == 0 && own.st_dev == status.st_dev && own.st_ino == status.st_ino;
-  return !is_own;
+  std::error_code failed;
+  return access(path.c_str(), X_OK) == 0 && !std::filesystem::is_directory(path, failed) &&
+         !std::filesystem::equivalent(path, "/proc/self/exe", failed);
 }
 
 }  // namespace
@@ -82,19 +83,13 @@ std::string find_program(const std::string& name) {
   return "";
 }
 
-std::string path_in(const std::string& directory, const std::string& name) {
-  return (std::filesystem::path(directory) / name).string();
+std::string own_program() {
+  std::error_code failed;
+  return std::filesystem::read_symlink("/proc/self/exe", failed).string();
 }
 
-Words pieces_of(std::string_view list, char separator) {
-  Words pieces;
-  while (!list.empty()) {
-    const std::size_t end = list.find(separator);
-    if (end != 0) pieces.emplace_back(list.substr(0, end));
-    if (end == std::string_view::npos) break;
-    list.remove_prefix(end + 1);
-  }
-  return pieces;
+std::string path_in(const std::string& directory, const std::string& name) {
+  return (std::filesystem::path(directory) / name).string();
 }
 
 std::string variable(const char* name) {

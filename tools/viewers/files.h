@@ -8,9 +8,6 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
-
-#include "words.h"
 
 namespace olh_viewers {
 
@@ -31,11 +28,11 @@ bool is_regular_file(const std::string& path);
 // the adapter that asks.
 std::string find_program(const std::string& name);
 
+// The full path of this program, with symbolic links resolved; "" when the system does not tell.
+std::string own_program();
+
 // A name below a directory.
 std::string path_in(const std::string& directory, const std::string& name);
-
-// The pieces of a list, without the empty ones.
-Words pieces_of(std::string_view list, char separator);
 
 // The value of a variable; "" when it is not set.
 std::string variable(const char* name);

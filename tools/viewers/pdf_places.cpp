@@ -6,15 +6,16 @@
 
 #include "child.h"
 #include "files.h"
+#include "words.h"
 
 namespace olh_viewers {
 
 namespace {
 
-// What pdfinfo says of a file. A name that begins with "-" must not be taken for an option.
+// What pdfinfo says of a file.
 std::optional<std::string> information(const std::string& file, Words words) {
   if (!is_regular_file(file)) return std::nullopt;
-  words.push_back(file.starts_with('-') ? "./" + file : file);
+  words.push_back(as_argument(file));
   return output_of(words);
 }
 

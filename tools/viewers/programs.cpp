@@ -1,6 +1,7 @@
 #include "programs.h"
 
 #include <array>
+#include <filesystem>
 
 #include "url.h"
 
@@ -100,10 +101,24 @@ std::span<const Program> browsers() { return kBrowsers; }
 
 std::span<const Program> pdf_readers() { return kReaders; }
 
+Words names_of(const std::string& path) {
+  Words names = {std::filesystem::path(path).filename().string()};
+  std::error_code failed;
+  const std::filesystem::path target = std::filesystem::canonical(path, failed);
+  if (!failed) names.push_back(target.filename().string());
+  return names;
+}
+
 const Program* program_named(std::string_view name) {
   for (const std::span<const Program> table : {browsers(), pdf_readers()})
     for (const Program& program : table)
       if (program.name == name) return &program;
+  return nullptr;
+}
+
+const Program* program_at(const std::string& path) {
+  for (const std::string& name : names_of(path))
+    if (const Program* row = program_named(name)) return row;
   return nullptr;
 }
 

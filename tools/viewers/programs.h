@@ -39,8 +39,13 @@ struct Program {
 std::span<const Program> browsers();
 std::span<const Program> pdf_readers();
 
-// The row of a program by the last part of its path, among both; null when there is none.
+// The last part of a program's path, and that of what it is a link to.
+Words names_of(const std::string& path);
+
+// The row of that name in either table, or of the program at a path, which may be a link such as x-www-browser; null when
+// there is none.
 const Program* program_named(std::string_view name);
+const Program* program_at(const std::string& path);
 
 // What the placeholders of a row, or of a desktop entry, stand for.
 struct Place {

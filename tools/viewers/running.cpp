@@ -3,12 +3,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
 #include "child.h"
 #include "files.h"
-#include "processes.h"
 #include "viewer_environment.h"
 
 namespace olh_viewers {
@@ -18,6 +18,53 @@ namespace {
 // A ping answers at once: a bus that does not is left out. Before a page is given away there is more time.
 constexpr int kMillisecondsForBus = 500;
 constexpr int kMillisecondsBeforeHandOver = 1500;
+
+// What stands in a directory; nothing when it cannot be read.
+std::vector<std::filesystem::path> entries_of(const std::string& directory) {
+  std::error_code failed;
+  std::vector<std::filesystem::path> entries;
+  for (std::filesystem::directory_iterator entry(directory, failed), end; !failed && entry != end;
+       entry.increment(failed))
+    entries.push_back(entry->path());
+  return entries;
+}
+
+// ---- the processes of this user, as the system shows them below /proc ----
+
+std::string_view field(std::string_view status, std::string_view name) {
+  const std::size_t begin = status.find(name);
+  if (begin == std::string_view::npos) return {};
+  status.remove_prefix(begin + name.size());
+  return status.substr(0, status.find_first_of("\t\n"));
+}
+
+// The name of a living process of this user; "" for any other. One that has ended and was not collected yet is none.
+std::string name_of(int process) {
+  const std::string status = content_of("/proc/" + std::to_string(process) + "/status");
+  if (field(status, "\nState:\t").starts_with('Z') || field(status, "\nUid:\t") != std::to_string(getuid()))
+    return "";
+  return std::string(field(status, "Name:\t"));
+}
+
+// The number of a process with exactly that name; 0 when there is none, and for "".
+int process_named(std::string_view name) {
+  constexpr std::size_t kLongestName = 15;  // the system cuts the names of processes
+  if (name.empty()) return 0;
+  for (const std::filesystem::path& entry : entries_of("/proc"))
+    if (const int process = std::atoi(entry.filename().c_str()); process > 0)
+      if (name_of(process) == name.substr(0, kLongestName)) return process;
+  return 0;
+}
+
+// A variable that the process was started with; "" when it was not, or when that cannot be read.
+std::string variable_of_process(int process, std::string_view name) {
+  const std::string wanted = std::string(name) + "=";
+  for (const std::string& entry : pieces_of(content_of("/proc/" + std::to_string(process) + "/environ"), '\0'))
+    if (entry.starts_with(wanted)) return entry.substr(wanted.size());
+  return "";
+}
+
+// ---- the locks of browsers ----
 
 // What a pattern of the table names: at most one part of it is "*", any name in that directory.
 Words paths_of(const std::string& pattern) {
@@ -30,10 +77,8 @@ Words paths_of(const std::string& pattern) {
   const std::size_t star = path.find("/*/");
   if (star == std::string::npos) return {path};
   Words paths;
-  std::error_code failed;
-  for (std::filesystem::directory_iterator entry(path.substr(0, star), failed), end; !failed && entry != end;
-       entry.increment(failed))
-    paths.push_back(path_in(entry->path().string(), path.substr(star + 3)));
+  for (const std::filesystem::path& entry : entries_of(path.substr(0, star)))
+    paths.push_back(path_in(entry.string(), path.substr(star + 3)));
   return paths;
 }
 
@@ -52,9 +97,12 @@ int process_of_lock(const std::string& lock) {
 int process_of_locks(const Traces& traces) {
   for (const std::string& pattern : traces.locks)
     for (const std::string& lock : paths_of(pattern))
-      if (const int process = process_of_lock(lock); is_process(process, traces.process)) return process;
+      if (const int process = process_of_lock(lock); process > 0 && name_of(process).starts_with(traces.process))
+        return process;
   return 0;
 }
+
+// ---- the session bus ----
 
 bool is_bus_name(std::string_view name, std::string_view wanted) {
   if (!name.starts_with(wanted)) return false;

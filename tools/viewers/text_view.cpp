@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <optional>
 
 #include "child.h"
+#include "display.h"
 #include "files.h"
 #include "pdf_places.h"
 #include "topic_page.h"
@@ -53,6 +53,11 @@ void print(const std::string& heading, const std::string& text, WhyText why) {
 
 }  // namespace
 
+std::optional<WhyText> reason_for_text(bool is_asked) {
+  if (is_asked) return WhyText::kAsked;
+  return has_display() ? std::nullopt : std::optional(WhyText::kNoDisplay);
+}
+
 int show_page_as_text(const std::string& url, WhyText why, const Trace& trace) {
   const std::string pdf = is_file_url(url) ? file_of(url) : "";
   if (pdf.ends_with(".pdf")) return show_pdf_as_text(pdf, std::string(fragment_of(url)), why, trace);
@@ -78,8 +83,8 @@ int show_pdf_as_text(const std::string& file, const std::string& destination, Wh
   if (place.found == Found::kNo)
     trace.complain(file + " has no destination \"" + destination + "\"; this is its first page.");
   const std::string page = std::to_string(place.page);
-  const std::string argument = file.starts_with('-') ? "./" + file : file;
-  const std::optional<std::string> text = output_of({"pdftotext", "-layout", "-f", page, "-l", page, argument, "-"});
+  const std::optional<std::string> text =
+      output_of({"pdftotext", "-layout", "-f", page, "-l", page, as_argument(file), "-"});
   if (!text) {
     trace.complain(find_program("pdftotext").empty()
                        ? "there is no pdftotext to show text with. Install the package poppler-utils, or open " + file

@@ -5,12 +5,15 @@
 #ifndef OLH_TOOLS_VIEWERS_TEXT_VIEW_H
 #define OLH_TOOLS_VIEWERS_TEXT_VIEW_H
 
+#include <optional>
+
 #include "trace.h"
 
 namespace olh_viewers {
 
-// Why there is text instead of a window.
+// Why there is text instead of a window; nothing when there is a window.
 enum class WhyText { kAsked, kNoDisplay };
+std::optional<WhyText> reason_for_text(bool is_asked);
 
 // Both return an ExitStatus. Text that was asked for is paged on a terminal; otherwise it is only written, since the host
 // may end before a pager would, and take the terminal back.

@@ -3,6 +3,7 @@
 #include "files.h"
 #include "topic_table.h"
 #include "url.h"
+#include "words.h"
 
 namespace olh_viewers {
 

@@ -1,7 +1,7 @@
 #include "url.h"
 
 #include <algorithm>
-#include <array>
+#include <charconv>
 #include <filesystem>
 
 namespace olh_viewers {
@@ -33,12 +33,6 @@ std::string encoded(std::string_view text, std::string_view also_plain) {
   return result;
 }
 
-int hex_value(char c) {
-  if (c >= 'a' && c <= 'f') c = static_cast<char>(c - 'a' + 'A');
-  const std::size_t value = kHexDigits.find(c);
-  return value == std::string_view::npos ? -1 : static_cast<int>(value);
-}
-
 }  // namespace
 
 std::string objection_to_text(std::string_view text) {
@@ -57,10 +51,10 @@ bool is_file_url(std::string_view url) { return url.starts_with(kFileScheme); }
 std::string decoded(std::string_view text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool escape =
-        text[i] == '%' && i + 2 < text.size() && hex_value(text[i + 1]) >= 0 && hex_value(text[i + 2]) >= 0;
-    if (escape) {
-      result += static_cast<char>(hex_value(text[i + 1]) * 16 + hex_value(text[i + 2]));
+    const char* code = text.data() + i + 1;
+    unsigned char byte = 0;
+    if (text[i] == '%' && i + 2 < text.size() && std::from_chars(code, code + 2, byte, 16).ptr == code + 2) {
+      result += static_cast<char>(byte);
       i += 2;
     } else {
       result += text[i];

@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "files.h"
+
 namespace olh_viewers {
 
 namespace {
@@ -29,11 +31,6 @@ std::string usual_bus() {
   return stat(socket.c_str(), &status) == 0 && S_ISSOCK(status.st_mode) ? "unix:path=" + socket : "";
 }
 
-bool is_set(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr && *value != '\0';
-}
-
 }  // namespace
 
 Words viewer_environment() {
@@ -43,14 +40,15 @@ Words viewer_environment() {
     if (!is_of_the_host(text.substr(0, text.find('=')))) result.emplace_back(text);
   }
   for (const std::string_view name : kOfTheHost) {
-    const char* before = std::getenv((std::string(name) + "_ORIG").c_str());
-    if (before != nullptr && *before != '\0') result.push_back(std::string(name) + "=" + before);
+    const std::string before = variable((std::string(name) + "_ORIG").c_str());
+    if (!before.empty()) result.push_back(std::string(name) + "=" + before);
   }
-  if (!is_set(kBusVariable) && !usual_bus().empty()) result.push_back(std::string(kBusVariable) + "=" + usual_bus());
+  if (variable(kBusVariable).empty() && !usual_bus().empty())
+    result.push_back(std::string(kBusVariable) + "=" + usual_bus());
   return result;
 }
 
-bool has_session_bus() { return is_set(kBusVariable) || !usual_bus().empty(); }
+bool has_session_bus() { return !variable(kBusVariable).empty() || !usual_bus().empty(); }
 
 void use_session_bus(const std::string& address) { setenv(kBusVariable, address.c_str(), 1); }
 

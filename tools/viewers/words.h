@@ -3,11 +3,21 @@
 #define OLH_TOOLS_VIEWERS_WORDS_H
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace olh_viewers {
 
 using Words = std::vector<std::string>;
+
+// The pieces of a list, without the empty ones.
+Words pieces_of(std::string_view list, char separator);
+
+// The words as a person would type them to a shell.
+std::string command_line(const Words& words);
+
+// A file's name as a word: one that a program could take for an option gets its directory.
+std::string as_argument(const std::string& file);
 
 // What both adapters end with. A launcher of the library takes 2 for "there is no such program".
 enum ExitStatus : int { kExitShown = 0, kExitFailed = 1, kExitNoProgram = 2, kExitWrongUse = 64 };

@@ -45,7 +45,7 @@ TEST(DesktopEntry, ExecLineIsSplitIntoWords) {
 TEST(Programs, LinesForAPlace) {
   const olh_viewers::Place place = {"file:///d/a%20b.pdf", "/d/a b.pdf", "M8.newlink.A(b)", 7};
   const auto line = [&place](const char* name, Words olh_viewers::Program::*form) {
-    return olh_viewers::shown(olh_viewers::filled(olh_viewers::program_named(name)->*form, place));
+    return olh_viewers::command_line(olh_viewers::filled(olh_viewers::program_named(name)->*form, place));
   };
   EXPECT_EQ(line("evince", &olh_viewers::Program::at_destination), "'--named-dest=M8.newlink.A(b)' '/d/a b.pdf'");
   EXPECT_EQ(line("okular", &olh_viewers::Program::at_destination),

@@ -29,7 +29,7 @@ int build_path(const std::string& host_roots) {
 }  // namespace
 
 std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
-  const OwnOutput lines = output_of_own_child({kVerb, "--", host_roots});
+  const olh_viewers::Heard lines = heard_from_own_child({kVerb, "--", host_roots});
   return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
 }
 

@@ -40,7 +40,7 @@ int answer(const std::string& root, const std::vector<std::string>& urls) {
 std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls) {
   std::vector<std::string> words = {kVerb, "--", root};
   words.insert(words.end(), urls.begin(), urls.end());
-  const std::string answers = output_of_own_child(std::move(words)).text;
+  const std::string answers = heard_from_own_child(std::move(words)).text;
   std::map<std::string, Presence> presence;
   for (std::size_t i = 0; i < urls.size(); ++i) {
     const char one = i < answers.size() ? answers[i] : '?';
@@ -50,7 +50,7 @@ std::map<std::string, Presence> probe_url_root(const std::string& root, const st
 }
 
 std::optional<double> probe_time(const std::string& root) {
-  const OwnOutput answers = output_of_own_child({kVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
+  const olh_viewers::Heard answers = heard_from_own_child({kVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
   if (!answers.in_time || answers.text.empty() || answers.text[0] == '?') return std::nullopt;
   return std::strtod(answers.text.c_str() + 1, nullptr);
 }

@@ -1,8 +1,6 @@
 #include "environment.h"
 
 #include <cstdlib>
-#include <filesystem>
-#include <system_error>
 
 namespace olh {
 
@@ -21,12 +19,6 @@ VariableForNow::~VariableForNow() {
   } else {
     unsetenv(name_);
   }
-}
-
-std::string own_program() {
-  std::error_code failed;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
-  return failed ? std::string() : program.string();
 }
 
 }  // namespace olh

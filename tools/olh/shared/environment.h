@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "files.h"
+
 namespace olh {
 
 // The variables that bring documentation roots into a process.
@@ -32,8 +34,7 @@ class VariableForNow {
   std::optional<std::string> former_;
 };
 
-// The full path of this program, with symbolic links resolved; "" when the system does not tell.
-std::string own_program();
+using olh_viewers::own_program;
 
 }  // namespace olh
 

@@ -12,14 +12,6 @@ namespace olh {
 
 namespace {
 
-std::string shell_word(const std::string& word) {
-  const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789%+,-./:=@_";
-  if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) return word;
-  std::string quoted = "'";
-  for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
 bool has_colours() {
   const char* no_color = std::getenv("NO_COLOR");
   return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
@@ -54,12 +46,6 @@ void say_json(const nlohmann::json& answer) {
 std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 std::string at_tag(const std::string& tag) { return tag.empty() ? "" : " at " + quoted(tag); }
-
-std::string command_line(const std::vector<std::string>& words) {
-  std::string line;
-  for (const std::string& word : words) line += (line.empty() ? "" : " ") + shell_word(word);
-  return line;
-}
 
 std::size_t width_of(const std::string& text) {
   const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };

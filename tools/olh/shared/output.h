@@ -1,7 +1,6 @@
 // How `olh` speaks: answers on standard output, complaints on standard error.
 //
-// Knows    when a terminal may get emphasis, that nothing else may play with it, how a word is quoted for a shell, and
-//          that JSON survives bytes that are no UTF-8.
+// Knows    when a terminal may get emphasis, that nothing else may play with it, and that JSON survives bytes that are no UTF-8.
 // For      every verb.
 #ifndef OLH_TOOLS_OUTPUT_H
 #define OLH_TOOLS_OUTPUT_H
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "visible.h"
+#include "words.h"
 
 namespace olh {
 
@@ -29,12 +29,11 @@ void complain(const std::string& sentence);
 // A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
 void say_json(const nlohmann::json& answer);
 
+using olh_viewers::command_line;
 using olh_viewers::visible;
 // The text in double quotes; and " at "TAG"", or nothing.
 std::string quoted(const std::string& text);
 std::string at_tag(const std::string& tag);
-// The words as a person would type them to a shell.
-std::string command_line(const std::vector<std::string>& words);
 // How many characters (of UTF-8) the text has.
 std::size_t width_of(const std::string& text);
 // The text with blanks behind it, up to that width.

@@ -9,17 +9,14 @@
 #include <string>
 #include <vector>
 
+#include "child.h"
+
 namespace olh {
 
 inline constexpr int kSecondsOfPatience = 5;
 
-struct OwnOutput {
-  std::string text;
-  bool in_time = true;  // false: it was silent for too long, and `text` is what it said until then
-};
-
-// What this program prints when it is called with these words; nothing when it cannot be run.
-OwnOutput output_of_own_child(std::vector<std::string> words);
+// What this program prints when it is called with these words.
+olh_viewers::Heard heard_from_own_child(std::vector<std::string> words);
 
 // "does not answer within 5 seconds".
 std::string no_answer_in_time();

@@ -6,6 +6,7 @@
 #include "olh/support.h"
 #include "url.h"
 #include "web_text.h"
+#include "words.h"
 
 namespace olh {
 

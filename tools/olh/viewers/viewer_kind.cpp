@@ -11,14 +11,9 @@ namespace olh {
 
 namespace {
 
-// The name of a program, and the name of what it is a link to.
-std::vector<std::string> names_of(const std::string& program) {
-  const std::filesystem::path path = executable_named(program);
-  std::error_code failed;
-  const std::filesystem::path target = std::filesystem::canonical(path, failed);
-  std::vector<std::string> names = {std::filesystem::path(program).filename().string()};
-  if (!failed) names.push_back(target.filename().string());
-  return names;
+std::string path_of(const std::string& program) {
+  const std::string path = executable_named(program);
+  return path.empty() ? program : path;
 }
 
 }  // namespace
@@ -29,20 +24,19 @@ std::string installed_adapter(const ViewerKind& kind) {
 }
 
 bool is_adapter(const ViewerKind& kind, const std::string& program) {
-  const std::vector<std::string> names = names_of(program);
+  const std::vector<std::string> names = olh_viewers::names_of(path_of(program));
   return std::find(names.begin(), names.end(), kind.adapter) != names.end();
 }
 
 const olh_viewers::Program* known_program(const std::string& program) {
-  for (const std::string& name : names_of(program))
-    if (const olh_viewers::Program* row = olh_viewers::program_named(name)) return row;
-  return nullptr;
+  return olh_viewers::program_at(path_of(program));
 }
 
 bool misunderstands(const ViewerKind& kind, const std::string& program) {
   if (is_adapter(kind, program)) return false;
   const olh_viewers::Program* row = known_program(program);
-  if (kind.viewer == OLH_VIEWER_HTML) return row != nullptr || names_of(program).front() == "x-www-browser";
+  if (kind.viewer == OLH_VIEWER_HTML)
+    return row != nullptr || std::filesystem::path(program).filename() == "x-www-browser";
   return row != nullptr && row->name != "acroread";
 }
 
