@@ -45,7 +45,8 @@ set(CPACK_DEBIAN_LIBOLH-DEV_PACKAGE_SUGGESTS "olh, olh-doc")
 olh_package(olh doc "on-line help at a terminal, and in the viewers of today"
   "The command olh finds, shows and checks documentation; olh-browser and
 olh-pdf-reader show it in the browser and PDF reader that a machine has, or as
-text on a terminal; olh-recorder tests a Help button without a display.")
+text on a terminal; olh-serve serves it to browsers that cannot read files;
+olh-recorder tests a Help button without a display.")
 set(CPACK_DEBIAN_OLH_PACKAGE_DEPENDS "libolh4 (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_OLH_PACKAGE_RECOMMENDS "olh-doc, poppler-utils, w3m")
 set(CPACK_DEBIAN_OLH_PACKAGE_SUGGESTS "chromium | firefox-esr | www-browser, evince | pdf-viewer")

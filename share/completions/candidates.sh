@@ -72,7 +72,8 @@ if [ -n "$option" ]; then
   value=$(value_of "$option")
   case $option:$value in
     --display:*) printf '%s\n' normal topic popup ;;
-    *:) ;;
+    --open:*) documents ;;
+    --port:* | *:) ;;
     *:*{*}*) printf '%s\n' "$value" | sed 's/.*{\(.*\)}.*/\1/' | tr ',' '\n' ;;
     *) files ;;
   esac

@@ -1,17 +1,12 @@
 #include "generated_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-
-#include "exclusive_file.h"
 #include "file_replacement.h"
 #include "olh/dmerge.h"
 #include "regular_file.h"
 #include "retry.h"
-#include "write_signals.h"
 
 namespace olh {
 
@@ -24,8 +19,8 @@ bool may(const std::string& path, int what) noexcept {
   return faccessat(AT_FDCWD, path.c_str(), what, AT_EACCESS) == 0;
 }
 
-// Gives a file that holds just this text a new date. What a stranger's link leads to is not looked at.
-bool renew(const std::string& path, std::string_view text) {
+// Whether a file holds just this text. What a stranger's link leads to is not looked at.
+bool holds(const std::string& path, std::string_view text) {
   const RegularFile file = open_regular_file(FileReplacement::target_of(path).c_str(), AT_FDCWD, O_NOFOLLOW);
   if (!file || file.size != text.size()) return false;
   char block[8 * 1024];
@@ -34,10 +29,8 @@ bool renew(const std::string& path, std::string_view text) {
     if (got <= 0 || !text.starts_with(std::string_view(block, static_cast<std::size_t>(got)))) return false;
     text.remove_prefix(static_cast<std::size_t>(got));
   }
-  return futimens(file.descriptor.get(), nullptr) == 0;
+  return true;
 }
-
-bool may_create_beside(const std::string& file) { return may(file.substr(0, file.rfind('/') + 1), W_OK | X_OK); }
 
 // A list can be made again, so nobody waits for the disk. It takes the place of a link that a stranger has put there.
 bool replace(const std::string& path, std::string_view text) {
@@ -45,26 +38,6 @@ bool replace(const std::string& path, std::string_view text) {
   if (!file) return false;
   file.write(text);
   return file.commit();
-}
-
-// Whether the disk has room for a file of this size, as far as the file system tells.
-bool has_room_for(int file, off_t size) noexcept {
-  if (size == 0 || retry_interrupted([&] { return fallocate(file, 0, 0, size); }) == 0) return true;
-  return errno == EOPNOTSUPP || errno == ENOSYS;
-}
-
-// For a directory where nothing may be created. Room is asked for first: what broke off half way could not be undone.
-bool write_in_place(const std::string& path, std::string_view text) {
-  const WriteSignalsHeldBack quiet;
-  UniqueFd file = open_exclusively(path);
-  const auto size = static_cast<off_t>(text.size());
-  if (!file || !has_room_for(file.get(), size)) return false;
-  while (!text.empty()) {
-    const ssize_t put = retry_interrupted([&] { return ::write(file.get(), text.data(), text.size()); });
-    if (put <= 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(put));
-  }
-  return ftruncate(file.get(), size) == 0 && file.close();
 }
 
 }  // namespace
@@ -75,15 +48,14 @@ bool can_be_written(const std::string& path) {
     case FileReplacement::Former::kFile:
       return may(target, W_OK);
     case FileReplacement::Former::kNone:
-      return may_create_beside(target);
+      return may(target.substr(0, target.rfind('/') + 1), W_OK | X_OK);
     default:
       return false;
   }
 }
 
 bool store_list(const std::string& path, std::string_view text) {
-  if (!can_be_written(path)) return false;
-  return renew(path, text) || replace(path, text) || (!may_create_beside(path) && write_in_place(path, text));
+  return can_be_written(path) && (holds(path, text) || replace(path, text));
 }
 
 bool put_list(std::string path, std::string_view text) {

@@ -72,7 +72,7 @@ class Manual(unittest.TestCase):
         for verb in verbs:
             self.assertIn(f">olh {verb}</h2>", page("commands"))
             self.assertIn(f"olh {verb}", html.unescape(page("terminal")))
-        programs = {file.stem for file in (SOURCE / "share/man").glob("olh-*.1")}
+        programs = {file.stem for file in (SOURCE / "share/man").glob("olh-*.1")} - {f"olh-{verb}" for verb in verbs}
         self.assertEqual(set(re.findall(">(olh-[a-z-]+)</h2>", page("commands"))), programs)
         self.assertIn("--dry-run", page("commands"))
 

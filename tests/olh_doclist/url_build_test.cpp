@@ -35,15 +35,18 @@ class UrlBuild : public ::testing::Test {
 };
 
 TEST_F(UrlBuild, FiveCharactersAreEncoded) {
-  const std::pair<const char*, const char*> cases[] = {
+  const struct {
+    const char* text;
+    const char* encoded;
+  } cases[] = {
       {"a b,(c)'d", "a%20b%2C%28c%29%27d"},
       {"%#&?=/\"\\\xff~", "%#&?=/\"\\\xff~"},
       {"%20", "%20"},
       {"", ""},
   };
-  for (const auto& [text, encoded] : cases) {
-    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, text), encoded);
-    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, encoded), encoded);
+  for (const auto& test : cases) {
+    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, test.text), test.encoded);
+    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, test.encoded), test.encoded);
   }
   locator.EncodeSpecialCharsInURL(nullptr);
 }
@@ -55,18 +58,27 @@ TEST_F(UrlBuild, ATopicKeepsLettersDigitsMinusAndUnderscore) {
 }
 
 TEST_F(UrlBuild, ATagBecomesADestination) {
-  const std::pair<const char*, const char*> cases[] = {
+  const struct {
+    const char* tag;
+    const char* destination;
+  } cases[] = {
       {"Setting Up (Linux)", "M8.newlink.Setting.Up.Linux"},
       {"a-b_c.d", "M8.newlink.abcd"},
       {"()", "M8.newlink."},
       {" ", "M8.newlink.."},
       {"", ""},
   };
-  for (const auto& [tag, destination] : cases) EXPECT_EQ(after(&olh_docList::FormatNewlink, tag), destination);
+  for (const auto& test : cases) EXPECT_EQ(after(&olh_docList::FormatNewlink, test.tag), test.destination);
 }
 
 TEST_F(UrlBuild, ALocationAndItsTopicBecomeOneUrl) {
-  const std::tuple<const char*, const char*, int, const char*, const char*> cases[] = {
+  const struct {
+    const char* location;
+    const char* topic;
+    int display;
+    const char* context;
+    const char* url;
+  } cases[] = {
       {"file:///d/index.htm", "Intro", 0, nullptr, "file:///d/index.htm#context=&topic=Intro"},
       {"file:///d/index.htm", "Intro", 1, nullptr, "file:///d/index.htm#context=&topic=Intro&single=true"},
       {"file:///d/index.htm", "Intro", 2, "guide", "file:///d/index.htm#context=guide&topic=Intro&single=popup"},
@@ -80,10 +92,10 @@ TEST_F(UrlBuild, ALocationAndItsTopicBecomeOneUrl) {
       {"", "Intro", 0, nullptr, ""},
       {nullptr, "Intro", 0, nullptr, ""},
   };
-  for (const auto& [location, topic, display, context, url] : cases) {
-    locator.mDisplayType = display;
-    locator.mContext = context == nullptr ? nullptr : strdup(context);
-    EXPECT_EQ(full_url(location, topic), url);
+  for (const auto& test : cases) {
+    locator.mDisplayType = test.display;
+    locator.mContext = test.context == nullptr ? nullptr : strdup(test.context);
+    EXPECT_EQ(full_url(test.location, test.topic), test.url);
     std::free(std::exchange(locator.mContext, nullptr));
   }
   locator.BuildFullURL(nullptr, "file:///d", "x");

@@ -47,6 +47,8 @@ CASES = [
     ("viewers ", ["set", "forget"], ["guide"]),
     ("viewers set ", ["browser", "pdf"], ["guide"]),
     ("viewers set browser olh-bro", ["olh-browser"], ["a root/", "guide"]),
+    ("serv", ["serve"], ["show"]),
+    ("serve --open gui", ["guide"], ["show"]),
     ("paths gui", [], ["guide"]),
 ]
 # The line after Tab where one thing is offered. What a document is called is text: it is not run, and stands quoted.

@@ -63,7 +63,7 @@ def compare_descriptions(packages):
     version = field(packages["libolh4"], "Version")
     upstream = version.rsplit("-", 1)[0]
     for name, depends in {"libolh4": ["libiniparser1", "libc6", "libstdc++6"], "libolh-dev": [f"libolh4 (= {version})"],
-                          "olh": [f"libolh4 (>= {upstream})", "libc6"], "olh-doc": []}.items():
+                          "olh": [f"libolh4 (>= {upstream})", "libcpp-httplib0", "libc6"], "olh-doc": []}.items():
         told = field(packages[name], "Depends")
         problems.extend(f"{name} does not depend on {one}: {told}" for one in depends if one not in told)
         if field(packages[name], "Architecture") != ("all" if name == "olh-doc" else run("dpkg", "--print-architecture").strip()):

@@ -4,11 +4,14 @@
 #include <string>
 
 #include "failing_allocator.h"
-#include "path_scene.h"
+#include "path_texts.h"
+#include "scratch.h"
 
 namespace {
 
-class SearchPathMemory : public olh_test::PathScene {
+using olh_test::paths_of;
+
+class SearchPathMemory : public olh_test::Scratch {
  protected:
   SearchPathMemory() {
     for (const char* const name : {"first", "env", "host", "new"}) make_root(name);
@@ -17,6 +20,7 @@ class SearchPathMemory : public olh_test::PathScene {
     locator.AddEnvironmentVariables();
     locator.SetOlhDocPath(at("host").c_str());
   }
+  std::string at(const std::string& name) const { return dir + "/" + name; }
 
   // Lets each allocation of a change fail in turn, until none is left to fail.
   void exhaust(const std::function<void()>& change) {
@@ -37,21 +41,23 @@ class SearchPathMemory : public olh_test::PathScene {
     }
   }
   std::string state() const {
-    return paths() + ", host " + locator.mLastDocPath + ", environment " +
-           paths_in(locator.mDefaultPathList->overrideList) + " " +
-           paths_in(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
+    return paths_of(locator.mDocPathList) + ", host " + locator.mLastDocPath + ", environment " +
+           paths_of(locator.mDefaultPathList->overrideList) + " " +
+           paths_of(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
            std::to_string(locator.mbAddingEnvironment);
   }
+
+  olh_docList locator;
 };
 
 TEST_F(SearchPathMemory, AHostPathThatCouldNotBeSetLeavesTheOldOne) {
   exhaust([this] { locator.SetOlhDocPath(at("new").c_str()); });
-  EXPECT_EQ(paths(), "@/first @/new @/env");
+  EXPECT_EQ(paths_of(locator.mDocPathList), at("first") + " " + at("new") + " " + at("env"));
 }
 
 TEST_F(SearchPathMemory, AnAlternatePathThatCouldNotBeSetLeavesTheHostsRoots) {
   exhaust([this] { locator.SetAltDocPath(at("new").c_str()); });
-  EXPECT_EQ(paths(), "@/new @/first @/host @/env");
+  EXPECT_EQ(paths_of(locator.mDocPathList), at("new") + " " + at("first") + " " + at("host") + " " + at("env"));
 }
 
 TEST_F(SearchPathMemory, AnEnvironmentThatCouldNotBeReadIsNotTheHosts) {

@@ -1,14 +1,18 @@
 // olh: the documentation at a terminal. Everything it does goes through the library's public functions.
 #include <iniparser.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 
 #include "check.h"
 #include "doctor.h"
+#include "files.h"
 #include "find.h"
 #include "lists.h"
 #include "shared.h"
@@ -25,6 +29,14 @@ constexpr auto kVerbs = {
     olh::add_doctor_command,  olh::add_dmerge_command,     olh::add_check_command,    olh::add_new_command,
     olh::add_version_command, olh::add_probe_root_command, olh::add_try_path_command,
 };
+
+// Verbs that are programs of their own, as the help lists them where they are installed. Any other program "olh-VERB" is
+// found as well.
+struct Program {
+  const char* verb;
+  const char* what;
+};
+constexpr Program kPrograms[] = {{"serve", "Serve documentation to the browsers of this machine"}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -44,12 +56,30 @@ int say_visibly(const char* format, ...) {
   return std::fputs(olh_viewers::visible_page(olh::with_file_named(message)).c_str(), stderr);
 }
 
+// The program of a verb: beside this one, else along PATH; "" without one.
+std::string program_of(const std::string& verb) {
+  const bool is_name = !verb.starts_with('-') && verb.find('/') == std::string::npos;
+  return is_name ? olh_viewers::find_beside("olh-" + verb) : "";
+}
+
+// Goes on as that program.
+int become(const std::string& program, char** arguments) {
+  execv(program.c_str(), arguments);
+  olh::complain(program + " does not start: " + std::strerror(errno));
+  return OLH_RESULT_FAILED;
+}
+
 int run(int argc, char** argv) {
   int exit_code = 0;
   CLI::App app("The documentation of this machine's programs, at a terminal.", "olh");
   app.require_subcommand(1);
   app.footer(kExamples);
   for (const auto add : kVerbs) add(olh::Verb(app, exit_code));
+  const auto is_asked_for = [&](const CLI::App* verb) { return verb->check_name(argv[1]); };
+  if (argc > 1 && app.get_subcommands(is_asked_for).empty())
+    if (const std::string program = program_of(argv[1]); !program.empty()) return become(program, argv + 1);
+  for (const auto& [verb, what] : kPrograms)
+    if (!program_of(verb).empty()) app.add_subcommand(verb, what);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

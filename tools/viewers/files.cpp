@@ -88,6 +88,13 @@ std::string own_program() {
   return std::filesystem::read_symlink("/proc/self/exe", failed).string();
 }
 
+std::string find_beside(const std::string& name) {
+  const std::string own = own_program();
+  const std::string beside =
+      own.empty() ? "" : find_program(std::filesystem::path(own).replace_filename(name).string());
+  return beside.empty() ? find_program(name) : beside;
+}
+
 std::string path_in(const std::string& directory, const std::string& name) {
   return (std::filesystem::path(directory) / name).string();
 }

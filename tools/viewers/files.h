@@ -31,6 +31,9 @@ std::string find_program(const std::string& name);
 // The full path of this program, with symbolic links resolved; "" when the system does not tell.
 std::string own_program();
 
+// The executable of that name beside this program, else the first along PATH; "" when there is none.
+std::string find_beside(const std::string& name);
+
 // A name below a directory.
 std::string path_in(const std::string& directory, const std::string& name);
 

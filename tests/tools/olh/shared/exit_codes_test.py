@@ -74,6 +74,7 @@ class ExitCodes(Scene):
                 ("viewers set pdf paper", 5, spoilt), ("viewers set pdf gone", 7, {}),
                 (f"dmerge --check {listed}", 1, {}), (f"dmerge {listed}", 0, {}), ("dmerge", 4, none),
                 (f"dmerge {unlisted}", 5, {}), (f"check {self.docs}", 2, {}), (f"check {self.dir}/plain", 1, {}),
+                ("serve", 4, none), (f"serve {self.docs} --port {url.split(':')[2].strip('/')}", 2, {}),
                 ("version", 0, {}), ("new docs book", 5, {})]
         happened = {(0, "all"), (64, "all")}
         for words, code, variables in runs:

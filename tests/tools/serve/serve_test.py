@@ -1,0 +1,159 @@
+"""olh-serve as a browser meets it, and a stranger who should meet nothing. Usage: serve_test.py BUILD_DIR"""
+import os
+import re
+import shutil
+import socket
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+BUILD = Path(sys.argv.pop(1)).resolve()
+SERVE = BUILD / "bin/olh-serve"
+STRANGER = 12345
+GUIDE = "/TOKEN/htmldocs/guide"
+
+# What is asked and how it is answered; TOKEN stands for the root's.
+REQUESTS = [
+    ("GET /TOKEN/htmldocs/guide/index.htm", 200), ("HEAD /TOKEN/htmldocs/guide/index.htm", 200),
+    ("GET /TOKEN/htmldocs/guide/index.htm?a=/../b", 200), ("GET /TOKEN/htmldocs/guide/", 200), ("GET /TOKEN/htmldocs/guide", 301),
+    ("GET /TOKEN/", 404), ("GET /TOKEN", 301), ("GET /", 404), ("GET /favicon.ico", 404),
+    ("GET /00000000000000000000000000000000/htmldocs/guide/index.htm", 404), ("GET /htmldocs/guide/index.htm", 404),
+    ("GET /TOKEN0/htmldocs/guide/index.htm", 404), ("GET //TOKEN/htmldocs/guide/index.htm", 404),
+    ("GET /TOKEN/htmldocs", 301), ("GET /TOKEN/htmldocs/", 404),  # no listing
+    ("GET /TOKEN/../secret", 404), ("GET /TOKEN/htmldocs/../../secret", 404), ("GET /TOKEN/%2e%2e/secret", 404),
+    ("GET /TOKEN/..%2fsecret", 404), ("GET /TOKEN/htmldocs%2fguide/index.htm", 404), ("GET /TOKEN//htmldocs/guide/index.htm", 404),
+    ("GET /TOKEN/htmldocs/guide/index.htm%00.pdf", 404), ("GET /TOKEN/htmldocs/guide/index.htm/", 404),
+    ("GET /TOKEN/htmldocs/guide/index.htm/x", 404), ("GET /TOKEN/htmldocs/guide/%0d%0aX:y", 404),
+    ("GET /TOKEN/.git/config", 404), ("GET /TOKEN/%2egit/config", 404), ("GET /TOKEN/.changes/htmldocs/guide", 404),
+    ("GET /TOKEN/fifo", 404), ("GET /TOKEN/socket", 404), ("GET /TOKEN/device", 404),
+    ("GET /TOKEN/own_link", 200), ("GET /TOKEN/own_folder/secret", 200), ("GET /TOKEN/strangers_link", 404),
+    ("GET /TOKEN/strangers_folder/secret", 404), ("GET /TOKEN/strangers_inner_link", 200), ("GET /TOKEN/loop", 404),
+    ("GET /TOKEN/" + "a" * 300, 404), ("GET /TOKEN/" + "a/" * 5000, 414), ("GET http://127.0.0.1/TOKEN/htmldocs/guide/", 404),
+    ("POST /TOKEN/htmldocs/guide/index.htm", 405), ("PUT /TOKEN/new", 405), ("DELETE /TOKEN/htmldocs/guide/index.htm", 405),
+    ("OPTIONS /TOKEN/", 405), ("TRACE /TOKEN/", 405), ("CONNECT /TOKEN/", 405), ("BREW /TOKEN/", 400), ("GET", 400),
+]
+HOSTS = {"127.0.0.1": 200, "127.0.0.1:80": 200, "localhost:8000": 200, "[::1]:8000": 200, "127.0.0.1.example.com": 403,
+         "evil.example.com": 403, "localhost.": 403, "127.0.0.1:80@evil": 403, "": 403, "127.0.0.1\r\nHost: evil": 403}
+RANGES = {"bytes=0-3": (206, b"0123"), "bytes=-3": (206, b"789"), "bytes=8-": (206, b"89"), "bytes=8-99": (206, b"89"),
+          "bytes=10-": (416, b""), "bytes=99-100": (416, b""), "bytes=-0": (416, b""), "bytes=-": (200, b"0123456789"),
+          "bytes=0-1,3-4": (200, b"0123456789"), "bytes=5-2": (416, b""), "lines=1-2": (416, b""),
+          "bytes=99999999999999999999-": (416, b"")}
+TYPES = {  # a file, its bytes, how it is called in the header
+    "plain.htm": (b"<p>a", "text/html"), "utf.html": ("<p>\u00fc".encode(), "text/html; charset=utf-8"),
+    "said.htm": (b'<meta charset="ISO-8859-1"><p>\xfc', "text/html; charset=iso-8859-1"), "old.htm": (b"<p>\xfc", "text/html"),
+    "table.js": ("'\u00fc'".encode(), "text/javascript; charset=utf-8"), "old.js": (b"'\xfc'", "text/javascript"),
+    "README": (b"text", "text/plain"), "blob": (b"\0\1", "application/octet-stream"), "a.PDF": (b"%PDF", "application/pdf"),
+    "i.svg": (b"<svg/>", "image/svg+xml"), "empty.css": (b"", "text/css"), "100% #?.htm": (b"<p>a", "text/html"),
+}
+
+
+class Answer:
+    def __init__(self, raw):
+        head, _, self.body = raw.partition(b"\r\n\r\n")
+        lines = head.decode().split("\r\n")
+        self.status = int(lines[0].split()[1])
+        self.headers = {key.lower(): value for key, value in (line.split(": ", 1) for line in lines[1:])}
+
+
+class Serve(unittest.TestCase):
+    def setUp(self):
+        self.dir = Path(tempfile.mkdtemp(prefix="olh-serve-")).resolve()
+        self.addCleanup(shutil.rmtree, self.dir, ignore_errors=True)
+        self.root = self.dir / "root"
+        (self.root / "htmldocs/guide").mkdir(parents=True)
+        (self.root / "htmldocs/guide/index.htm").write_text("<h1>Guide</h1>")
+        (self.dir / "secret").write_text("secret")
+        self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.dir), "XDG_RUNTIME_DIR": str(self.dir / "run")}
+        (self.dir / "run").mkdir(mode=0o700)
+
+    def serve(self, *options):
+        """Starts a server; its port and the root's token."""
+        server = subprocess.Popen([SERVE, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment)
+        self.addCleanup(server.stdout.close)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        address, root = server.stdout.readline().split()
+        self.assertEqual(root, str(self.root))
+        self.port, self.token = re.fullmatch(r"http://127\.0\.0\.1:(\d+)/([0-9a-f]{32})/", address).groups()
+
+    def ask(self, line, host="127.0.0.1", **headers):
+        method, _, target = line.partition(" ")
+        more = "".join(f"{name.replace('_', '-')}: {value}\r\n" for name, value in headers.items())
+        with socket.create_connection(("127.0.0.1", int(self.port)), 10) as connection:
+            connection.sendall(f"{method} {target.replace('TOKEN', self.token)} HTTP/1.1\r\nHost: {host}\r\n{more}\r\n".encode())
+            return Answer(b"".join(iter(lambda: connection.recv(65536), b"")))
+
+    def make_traps(self):
+        (self.root / ".git").mkdir()
+        (self.root / ".git/config").write_text("hidden")
+        os.mkfifo(self.root / "fifo")
+        with socket.socket(socket.AF_UNIX) as bound:
+            bound.bind(str(self.root / "socket"))
+        for name, target in {"own_link": self.dir / "secret", "own_folder": "..", "device": "/dev/zero", "loop": "loop",
+                             "strangers_link": "../secret", "strangers_folder": self.dir,
+                             "strangers_inner_link": self.root / "htmldocs/guide/index.htm"}.items():
+            (self.root / name).symlink_to(target)
+            if name.startswith("strangers"):
+                os.lchown(self.root / name, STRANGER, STRANGER)
+
+    @unittest.skipUnless(os.geteuid() == 0, "a stranger's links need root to be made")
+    def test_only_pages_are_reached_and_only_by_reading(self):
+        self.make_traps()
+        self.serve()
+        for line, status in REQUESTS:
+            answer = self.ask(line)
+            self.assertEqual(answer.status, status, line)
+            self.assertEqual(answer.headers["x-content-type-options"], "nosniff", line)
+            if status != 200:
+                self.assertNotIn(b"secret", answer.body, line)
+        self.assertEqual(self.ask("HEAD /TOKEN/own_link").body, b"")
+
+    def test_a_host_that_is_not_this_machine(self):
+        self.serve()
+        for host, status in HOSTS.items():
+            self.assertEqual(self.ask(f"GET {GUIDE}/", host).status, status, host)
+
+    def test_ranges(self):
+        (self.root / "a.pdf").write_bytes(b"0123456789")
+        self.serve()
+        for asked, (status, body) in RANGES.items():
+            answer = self.ask("GET /TOKEN/a.pdf", Range=asked)
+            self.assertEqual((answer.status, answer.body), (status, body), asked)
+        self.assertEqual(self.ask("GET /TOKEN/a.pdf", Range="bytes=4-99").headers["content-range"], "bytes 4-9/10")
+
+    def test_a_page_that_is_known_is_not_sent_again(self):
+        self.serve()
+        page = f"GET {GUIDE}/index.htm"
+        tag = self.ask(page).headers["etag"]
+        self.assertEqual(self.ask(page, If_None_Match=tag).status, 304)
+        self.assertEqual(self.ask(page, If_Range='"other"', Range="bytes=0-1").status, 200)
+        (self.root / "htmldocs/guide/index.htm").write_text("<h1>Other</h1>")
+        self.assertEqual(self.ask(page, If_None_Match=tag).body, b"<h1>Other</h1>")
+
+    def test_types_and_character_sets(self):
+        for name, (content, _) in TYPES.items():
+            (self.root / name).write_bytes(content)
+        self.serve()
+        for name, (content, wanted) in TYPES.items():
+            answer = self.ask("GET /TOKEN/" + name.replace("%", "%25").replace(" ", "%20").replace("#", "%23").replace("?", "%3f"))
+            self.assertEqual((answer.headers["content-type"], answer.body), (wanted, content), name)
+
+    def test_a_page_hears_of_changes_of_its_manual(self):
+        self.serve("--reload")
+        script = self.ask(f"GET {GUIDE}/").body.decode().split("</h1>")[1]
+        watched, state = re.search(r"fetch\('(.*?)'\).*?state !== '(\d+)'", script, re.S).groups()
+        self.assertEqual(self.ask(f"GET {watched}").body.decode(), state)
+        (self.root / "htmldocs/guide/topic.htm").write_text("new")
+        self.assertNotEqual(self.ask(f"GET {watched}").body.decode(), state)
+
+    def test_a_port_that_is_taken(self):
+        self.serve()
+        done = subprocess.run([SERVE, self.root, "--port", self.port], capture_output=True, text=True, env=self.environment)
+        self.assertEqual((done.returncode, done.stdout), (2, ""))
+
+
+if __name__ == "__main__":
+    unittest.main()
