@@ -8,7 +8,7 @@
 
 namespace {
 
-class Wrappers : public olh_test::Scratch {};
+using Wrappers = olh_test::Scratch;
 
 // The instance lives as long as the process; each of these is the first use in a process of its own.
 TEST_F(Wrappers, NothingConfiguredIsNoPath) {
@@ -32,37 +32,6 @@ TEST_F(Wrappers, EveryFunctionReadsTheEnvironmentFirst) {
   set("QEL_DOC_PATH", root);
   ASSERT_NE(GetOlhDocPath(), nullptr);
   EXPECT_EQ(GetOlhDocPath(), root);
-}
-
-TEST_F(Wrappers, TraceLogBeginsWithWhatFirstUseCauses) {
-  const std::string log = dir + "/trace.log";
-  set("OLH_LOG_HELP", log);
-  set("QEL_DOC_TYPE", "pdf");
-  EXPECT_EQ(OlhSetViewerOrder("html"), 0);
-  CloseOlhLog();
-  const std::string text = olh_test::read_file(log);
-  const std::string begin = "OlhSetViewerOrder( \"pdf\" );\n";
-  const std::string own = "OlhSetViewerOrder( \"html\" );\n";
-  EXPECT_EQ(text.rfind(begin, 0), 0U) << text;
-  EXPECT_EQ(text.find(begin, 1), std::string::npos) << text;
-  EXPECT_NE(text.find("OlhSetViewerOrder returned 0\n" + own), std::string::npos) << text;
-}
-
-TEST_F(Wrappers, DisplayTypeComesAfterTheViewerOrder) {
-  const std::string said = olh_test::standard_error_of([] {
-    set("OLH_DEBUG", "1");
-    setDebugVariable();
-    OlhDocListInit();
-    OlhDocListInit();
-  });
-  std::string asked;
-  for (const char* const name :
-       {"QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "TRV_HOME", "QEL_HOME"})
-    asked += std::string("olh_docList::GetOlhVariable: ") + name + "\nolh_docList::GetOlhVariable: failed\n";
-  asked += "olh_docList::CheckOlhVariables\n";
-  for (const char* const name : {"OLH_LOG_HELP", "QEL_DOC_TYPE", "QEL_OLH_DISPLAY_TYPE"})
-    asked += std::string("olh_docList::GetOlhVariable: ") + name + "\nolh_docList::GetOlhVariable: failed\n";
-  EXPECT_EQ(said, asked + "olh_docList::CheckOlhVariables: done\n");
 }
 
 TEST_F(Wrappers, UnknownViewersDoNotRun) {

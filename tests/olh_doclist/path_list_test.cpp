@@ -1,55 +1,42 @@
 #include "olh/support.h"
-#include "path_texts.h"
-#include "scratch.h"
+#include "path_scene.h"
 
 namespace {
 
 using olh_test::Root;
+using olh_test::Roots;
 
-class PathLists : public olh_test::Scratch {
+class PathLists : public olh_test::PathScene {
  protected:
-  ~PathLists() override { locator.ClearPathList(list); }
-
-  void append(std::vector<Root> roots) {
-    for (Root& root : roots)
+  void append(Roots added) {
+    for (Root& root : added)
       locator.AddTail(list, root.path.data(), root.html.data(), root.pdf.data(), root.parent.data());
   }
-
-  olh_docList locator;
-  OlhPathList* list = nullptr;
 };
 
 TEST_F(PathLists, TailTakesOneSlashOffTheCallersPath) {
   char path[] = "/opt/docs/";
   EXPECT_EQ(locator.AddTail(list, path, nullptr, nullptr, nullptr), 0);
   EXPECT_STREQ(path, "/opt/docs");
-  char doubled[] = "/b//";
-  locator.AddTail(list, doubled, nullptr, nullptr, nullptr);
-  EXPECT_EQ(olh_test::roots_of(list), (std::vector<Root>{{"/opt/docs"}, {"/b/"}}));
+  append({{"/b//"}});
+  EXPECT_EQ(roots(), (Roots{{"/opt/docs"}, {"/b/"}}));
 }
 
 TEST_F(PathLists, HeadIsPushedAndPopped) {
   append({{"/b"}});
-  char path[] = "/a/";
-  char html[] = "browser";
-  char pdf[] = "reader";
-  char parent[] = "/p";
-  EXPECT_EQ(locator.Push(list, path, html, pdf, parent), 0);
-  EXPECT_EQ(olh_test::roots_of(list), (std::vector<Root>{{"/a/", "browser", "reader", "/p"}, {"/b"}}));
+  Root head = {"/a/", "browser", "reader", "/p"};
+  EXPECT_EQ(locator.Push(list, head.path.data(), head.html.data(), head.pdf.data(), head.parent.data()), 0);
+  EXPECT_EQ(roots(), (Roots{head, {"/b"}}));
   OlhPathList* popped = nullptr;
   EXPECT_EQ(locator.Pop(list, popped), 0);
   EXPECT_STREQ(popped->path, "/a/");
-  EXPECT_EQ(olh_test::paths_of(list), "/b");
+  EXPECT_EQ(paths(), "/b");
   popped->next = nullptr;
   locator.ClearPathList(popped);
 }
 
 TEST_F(PathLists, RepeatedRootsMerge) {
-  const struct {
-    const char* what;
-    std::vector<Root> before;
-    std::vector<Root> after;
-  } cases[] = {
+  const std::tuple<const char*, Roots, Roots> cases[] = {
       {"first place is kept", {{"/a"}, {"/b"}, {"/a"}, {"/c"}, {"/b"}}, {{"/a"}, {"/b"}, {"/c"}}},
       {"overrides are gained one by one, the earlier repetition first",
        {{"/a"}, {"/a", "", "r1"}, {"/a", "b2", "r2"}, {"/a", "b3", "r3"}},
@@ -59,10 +46,10 @@ TEST_F(PathLists, RepeatedRootsMerge) {
       {"a root is not its own parent", {{"/a", "", "", "/a"}, {"/b", "", "", "/a"}}, {{"/a"}, {"/b", "", "", "/a"}}},
       {"the parent of the first stays", {{"/a", "", "", "/p"}, {"/a", "", "", "/q"}}, {{"/a", "", "", "/p"}}},
   };
-  for (const auto& expected : cases) {
-    append(expected.before);
+  for (const auto& [what, before, after] : cases) {
+    append(before);
     locator.RemoveDuplicates(list);
-    EXPECT_EQ(olh_test::roots_of(list), expected.after) << expected.what;
+    EXPECT_EQ(roots(), after) << what;
     locator.ClearPathList(list);
   }
 }
@@ -74,25 +61,24 @@ TEST_F(PathLists, HundredThousandRootsAreMergedWithoutComparingEachWithEach) {
     ASSERT_EQ(locator.Push(list, path.data(), none, none, none), 0);
   }
   locator.RemoveDuplicates(list);
-  std::size_t count = 0;
-  for (const OlhPathList* node = list; node != nullptr; node = node->next) ++count;
-  EXPECT_EQ(count, 100000U);
+  EXPECT_EQ(roots().size(), 100000U);
 }
 
 TEST_F(PathLists, DefaultsAreCopiedWhole) {
   locator.CopyEnvironmentDefaults(1);
-  EXPECT_EQ(locator.mDocPathList, nullptr);
+  EXPECT_EQ(list, nullptr);
   locator.AddEnvironmentVariables();
   append({{"/o", "b", "r", "/p"}});
   std::swap(list, locator.mDefaultPathList->overrideList);
   append({{"/e"}});
   std::swap(list, locator.mDefaultPathList->environmentList);
   for (const int which : {2, 1, 0, 3}) locator.CopyEnvironmentDefaults(which);
-  EXPECT_EQ(olh_test::roots_of(locator.mDocPathList), (std::vector<Root>{{"/e"}, {"/o", "b", "r", "/p"}}));
+  const Roots copied = {{"/e"}, {"/o", "b", "r", "/p"}};
+  EXPECT_EQ(roots(), copied);
   locator.ClearDefaultPathList();
   EXPECT_EQ(locator.mDefaultPathList->overrideList, nullptr);
   EXPECT_EQ(locator.mDefaultPathList->environmentList, nullptr);
-  EXPECT_EQ(olh_test::paths_of(locator.mDocPathList), "/e /o");
+  EXPECT_EQ(roots(), copied);
 }
 
 }  // namespace

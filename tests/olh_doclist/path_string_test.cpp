@@ -1,64 +1,53 @@
+#include <sstream>
+
 #include "http_server.h"
 #include "olh/support.h"
-#include "path_texts.h"
-#include "scratch.h"
+#include "path_scene.h"
 
 namespace {
 
-using olh_test::Root;
+using olh_test::Roots;
+using olh_test::Words;
 
-class PathStrings : public olh_test::Scratch {
+class PathStrings : public olh_test::PathScene {
  protected:
-  ~PathStrings() override { locator.ClearPathList(list); }
-
-  int split(std::string paths) {
+  int split(std::string text) {
     locator.ClearPathList(list);
-    return locator.SplitString(paths.data(), nullptr, nullptr, list, nullptr);
+    return locator.SplitString(text.data(), nullptr, nullptr, list, nullptr);
   }
 
   // The elements of a string that are looked at as roots, in order.
-  std::vector<std::string> offered(const std::string& paths) {
-    set("OLH_DEBUG", "1");
-    setDebugVariable();
-    const std::string said = olh_test::standard_error_of([&] { split(paths); });
-    std::vector<std::string> candidates;
-    for (std::string& text : olh_test::lines_after("olh_docList::ValidDocPath: ", said))
-      if (text != "done" && text != "failed: path does not exist" && text != "failed: path does not contain docs")
-        candidates.push_back(std::move(text));
-    return candidates;
+  Words offered(const std::string& text) {
+    const std::string prefix = "olh_docList::ValidDocPath: ";
+    std::istringstream lines(debug_lines_of([&] { split(text); }));
+    Words elements;
+    for (std::string line; std::getline(lines, line);)
+      if (line.starts_with(prefix) && !line.starts_with(prefix + "failed: path") && line != prefix + "done")
+        elements.push_back(line.substr(prefix.size()));
+    return elements;
   }
-
-  olh_docList locator;
-  OlhPathList* list = nullptr;
 };
 
 TEST_F(PathStrings, SlashRunsShrinkExceptBehindTheScheme) {
-  const struct {
-    const char* in;
-    const char* out;
-  } cases[] = {{"/opt//docs", "/opt/docs"},
-               {"////a///b/", "/a/b/"},
-               {"http://h//docs", "http://h/docs"},
-               {"http:////h", "http:///h"},
-               {"https://h//x", "https:/h/x"},
-               {"a//http://b", "a/http:/b"},
-               {"", ""}};
-  for (const auto& expected : cases) {
-    std::string text = expected.in;
-    std::string out(text.size() + 1, 'x');
-    locator.RemoveDuplicateSlash(text.data(), out.data());
-    EXPECT_STREQ(out.c_str(), expected.out) << expected.in;
+  const std::pair<std::string, const char*> cases[] = {{"/opt//docs", "/opt/docs"},
+                                                       {"////a///b/", "/a/b/"},
+                                                       {"http://h//docs", "http://h/docs"},
+                                                       {"http:////h", "http:///h"},
+                                                       {"https://h//x", "https:/h/x"},
+                                                       {"a//http://b", "a/http:/b"},
+                                                       {"", ""}};
+  for (const auto& [in, out] : cases) {
+    std::string text = in;
+    std::string copy(text.size() + 1, 'x');
+    locator.RemoveDuplicateSlash(text.data(), copy.data());
+    EXPECT_STREQ(copy.c_str(), out) << in;
     locator.RemoveDuplicateSlash(text.data(), text.data());
-    EXPECT_STREQ(text.c_str(), expected.out) << "in place: " << expected.in;
+    EXPECT_STREQ(text.c_str(), out) << "in place: " << in;
   }
 }
 
 TEST_F(PathStrings, ElementsAreOfferedInOrder) {
-  using Texts = std::vector<std::string>;
-  const struct {
-    const char* paths;
-    Texts elements;
-  } cases[] = {
+  const std::pair<const char*, Words> cases[] = {
       {"/opt/docs/:/opt//b", {"/opt/docs", "/opt/b"}},
       {"::/a:::/b::", {"/a", "/b"}},
       {"  /a b  :\t/c", {"/a b", "\t/c"}},
@@ -71,36 +60,35 @@ TEST_F(PathStrings, ElementsAreOfferedInOrder) {
       {"http://127.0.0.1:/docs:1/x", {"http", "http://127.0.0.1", "/docs", "1/x"}},
       {"http:/a:/b", {"http", "http://a", "/b"}},
   };
-  for (const auto& expected : cases) EXPECT_EQ(offered(expected.paths), expected.elements) << expected.paths;
+  for (const auto& [text, elements] : cases) EXPECT_EQ(offered(text), elements) << text;
 }
 
 TEST_F(PathStrings, AcceptedElementsCarryWhatTheStringBrings) {
   const std::string root = make_root("a");
-  std::string paths = root + "/:" + dir + "/missing";
+  std::string text = root + "/:" + at("missing");
   char html[] = "browser";
   char pdf[] = "reader";
   char parent[] = "/p";
-  EXPECT_EQ(locator.SplitString(paths.data(), html, pdf, list, parent), 4);
-  EXPECT_EQ(olh_test::roots_of(list), (std::vector<Root>{{root, "browser", "reader", "/p"}}));
+  EXPECT_EQ(locator.SplitString(text.data(), html, pdf, list, parent), 4);
+  EXPECT_EQ(roots(), (Roots{{"@/a", "browser", "reader", "/p"}}));
   EXPECT_EQ(split(root), 0);
-  EXPECT_EQ(olh_test::roots_of(list), (std::vector<Root>{{root}}));
+  EXPECT_EQ(roots(), Roots{{"@/a"}});
   EXPECT_EQ(split(""), 0);
   EXPECT_EQ(list, nullptr);
 }
 
 TEST_F(PathStrings, UrlWithPortIsJoinedAgain) {
   const olh_test::HttpServer server({"/docs/htmldocs/qelhelp.htm", "/more/htmldocs/qelhelp.htm"});
-  const std::string local = make_root("a");
-  EXPECT_EQ(split(server.url("/docs/") + ":" + local + ":" + server.url("//more")), 4);
-  EXPECT_EQ(olh_test::paths_of(list), server.url("/docs") + " " + local + " " + server.url("/more"));
+  EXPECT_EQ(split(server.url("/docs/") + ":" + make_root("a") + ":" + server.url("//more")), 4);
+  EXPECT_EQ(paths(), server.url("/docs") + " @/a " + server.url("/more"));
 }
 
 TEST_F(PathStrings, LongStringIsTakenElementByElement) {
   const std::string root = make_root("a");
-  std::string paths = "http:" + std::string(6000, '/') + std::string(6000, 'h') + ":8080/docs";
-  for (int i = 0; i < 2000; ++i) paths += ":" + root;
-  EXPECT_EQ(split(paths), 4);
-  EXPECT_EQ(olh_test::roots_of(list), std::vector<Root>(2000, {root}));
+  std::string text = "http:" + std::string(6000, '/') + std::string(6000, 'h') + ":8080/docs";
+  for (int i = 0; i < 2000; ++i) text += ":" + root;
+  EXPECT_EQ(split(text), 4);
+  EXPECT_EQ(roots(), Roots(2000, {"@/a"}));
 }
 
 }  // namespace

@@ -35,18 +35,15 @@ class UrlBuild : public ::testing::Test {
 };
 
 TEST_F(UrlBuild, FiveCharactersAreEncoded) {
-  const struct {
-    const char* text;
-    const char* encoded;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"a b,(c)'d", "a%20b%2C%28c%29%27d"},
       {"%#&?=/\"\\\xff~", "%#&?=/\"\\\xff~"},
       {"%20", "%20"},
       {"", ""},
   };
-  for (const auto& test : cases) {
-    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, test.text), test.encoded);
-    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, test.encoded), test.encoded);
+  for (const auto& [text, encoded] : cases) {
+    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, text), encoded);
+    EXPECT_EQ(after(&olh_docList::EncodeSpecialCharsInURL, encoded), encoded);
   }
   locator.EncodeSpecialCharsInURL(nullptr);
 }
@@ -58,27 +55,18 @@ TEST_F(UrlBuild, ATopicKeepsLettersDigitsMinusAndUnderscore) {
 }
 
 TEST_F(UrlBuild, ATagBecomesADestination) {
-  const struct {
-    const char* tag;
-    const char* destination;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"Setting Up (Linux)", "M8.newlink.Setting.Up.Linux"},
       {"a-b_c.d", "M8.newlink.abcd"},
       {"()", "M8.newlink."},
       {" ", "M8.newlink.."},
       {"", ""},
   };
-  for (const auto& test : cases) EXPECT_EQ(after(&olh_docList::FormatNewlink, test.tag), test.destination);
+  for (const auto& [tag, destination] : cases) EXPECT_EQ(after(&olh_docList::FormatNewlink, tag), destination);
 }
 
 TEST_F(UrlBuild, ALocationAndItsTopicBecomeOneUrl) {
-  const struct {
-    const char* location;
-    const char* topic;
-    int display;
-    const char* context;
-    const char* url;
-  } cases[] = {
+  const std::tuple<const char*, const char*, int, const char*, const char*> cases[] = {
       {"file:///d/index.htm", "Intro", 0, nullptr, "file:///d/index.htm#context=&topic=Intro"},
       {"file:///d/index.htm", "Intro", 1, nullptr, "file:///d/index.htm#context=&topic=Intro&single=true"},
       {"file:///d/index.htm", "Intro", 2, "guide", "file:///d/index.htm#context=guide&topic=Intro&single=popup"},
@@ -92,10 +80,10 @@ TEST_F(UrlBuild, ALocationAndItsTopicBecomeOneUrl) {
       {"", "Intro", 0, nullptr, ""},
       {nullptr, "Intro", 0, nullptr, ""},
   };
-  for (const auto& test : cases) {
-    locator.mDisplayType = test.display;
-    locator.mContext = test.context == nullptr ? nullptr : strdup(test.context);
-    EXPECT_EQ(full_url(test.location, test.topic), test.url);
+  for (const auto& [location, topic, display, context, url] : cases) {
+    locator.mDisplayType = display;
+    locator.mContext = context == nullptr ? nullptr : strdup(context);
+    EXPECT_EQ(full_url(location, topic), url);
     std::free(std::exchange(locator.mContext, nullptr));
   }
   locator.BuildFullURL(nullptr, "file:///d", "x");

@@ -16,19 +16,15 @@ namespace {
 
 using olh_test::HttpReply;
 using olh_test::HttpServer;
+using olh_test::Words;
 
 constexpr std::size_t kPartSize = 512;
 
 class UrlProbe : public olh_test::Scratch {
  protected:
-  UrlProbe() {
-    set("OLH_DEBUG", "1");
-    setDebugVariable();
-  }
-
   // What the probe says last, without the words that every line begins with; "" when it judges without a word.
   std::string last_words(const std::string& url, int& result) {
-    std::string said = olh_test::standard_error_of([&] { result = locator.ValidURL(url.c_str()); });
+    std::string said = debug_lines_of([&] { result = locator.ValidURL(url.c_str()); });
     EXPECT_EQ(said.back(), '\n');
     said.pop_back();
     const std::string start = "olh_docList::ValidURL: failed: ";
@@ -45,12 +41,7 @@ std::size_t open_descriptors() {
 }
 
 TEST_F(UrlProbe, UrlsSplitIntoHostPortAndPath) {
-  const struct {
-    const char* url;
-    const char* host;
-    int port;
-    const char* path;
-  } cases[] = {
+  const std::tuple<const char*, const char*, int, const char*> cases[] = {
       {"http://h/docs/x.pdf", "h", 80, "/docs/x.pdf"},
       {"http://h:8080/docs/x.pdf", "h", 8080, "/docs/x.pdf"},
       {"http://h:65535/", "h", 65535, "/"},
@@ -63,22 +54,19 @@ TEST_F(UrlProbe, UrlsSplitIntoHostPortAndPath) {
       {"http://h:8080/a:9", "h", 8080, "/a:9"},
       {"http:x//h/y", "h", 80, "/y"},
   };
-  for (const auto& expected : cases) {
-    char host[kPartSize];
-    char path[kPartSize];
-    int port = 0;
-    ASSERT_EQ(locator.ParseURL(expected.url, host, &port, path), 1) << expected.url;
-    EXPECT_STREQ(host, expected.host) << expected.url;
-    EXPECT_EQ(port, expected.port) << expected.url;
-    EXPECT_STREQ(path, expected.path) << expected.url;
+  for (const auto& [url, host, port, path] : cases) {
+    char found_host[kPartSize];
+    char found_path[kPartSize];
+    int found_port = 0;
+    ASSERT_EQ(locator.ParseURL(url, found_host, &found_port, found_path), 1) << url;
+    EXPECT_STREQ(found_host, host) << url;
+    EXPECT_EQ(found_port, port) << url;
+    EXPECT_STREQ(found_path, path) << url;
   }
 }
 
 TEST_F(UrlProbe, MalformedUrlsAreNamed) {
-  const struct {
-    const char* url;
-    const char* said;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"h/docs", "Invalid url: no protocol specified"},
       {"", "Invalid url: no protocol specified"},
       {"https://h/docs", "Invalid protocol: https"},
@@ -88,41 +76,31 @@ TEST_F(UrlProbe, MalformedUrlsAreNamed) {
       {"http://h", "Invalid url: no path specified"},
       {"http://h:80", "Invalid url: no path specified"},
   };
-  for (const auto& expected : cases) {
+  for (const auto& [url, why] : cases) {
     int result = -1;
-    const std::string said = olh_test::standard_error_of([&] { result = locator.ValidURL(expected.url); });
-    EXPECT_EQ(result, 0) << expected.url;
-    EXPECT_EQ(said, std::string("olh_docList::ValidURL: ") + expected.url + "\nolh_docList::ParseURL: " +
-                        expected.said + "\nolh_docList::ValidURL: failed: url parse error\n");
+    EXPECT_EQ(debug_lines_of([&, &asked = url] { result = locator.ValidURL(asked.c_str()); }),
+              "olh_docList::ValidURL: " + url + "\nolh_docList::ParseURL: " + why +
+                  "\nolh_docList::ValidURL: failed: url parse error\n");
+    EXPECT_EQ(result, 0) << url;
   }
 }
 
 TEST_F(UrlProbe, RequestIsOneHeadLineAndTheHostWithoutPort) {
-  const HttpServer server({"/docs/x.pdf"});
-  const std::string url = server.url("/docs/x.pdf");
-  const std::string said = olh_test::standard_error_of([&] { EXPECT_EQ(locator.ValidURL(url.c_str()), 1); });
-  EXPECT_EQ(said, "olh_docList::ValidURL: " + url + "\nolh_docList::ValidURL: host: 127.0.0.1, port: " +
-                      std::to_string(server.port()) + ", path: /docs/x.pdf\n");
-  EXPECT_EQ(server.requests(), std::vector<std::string>{"HEAD /docs/x.pdf HTTP/1.1\r\nHOST: 127.0.0.1\r\n\r\n"});
-}
-
-TEST_F(UrlProbe, BlanksInAPathAreSentAsTheyAre) {
   const HttpServer server([](const std::string&) { return olh_test::http_status("200 OK"); });
-  EXPECT_EQ(locator.ValidURL(server.url("/docs/my\t1st book\x7f.pdf").c_str()), 1);
-  EXPECT_EQ(server.requests(),
-            std::vector<std::string>{"HEAD /docs/my\t1st book\x7f.pdf HTTP/1.1\r\nHOST: 127.0.0.1\r\n\r\n"});
+  const std::string url = server.url("/docs/x.pdf");
+  EXPECT_EQ(debug_lines_of([&] { EXPECT_EQ(locator.ValidURL(url.c_str()), 1); }),
+            "olh_docList::ValidURL: " + url + "\nolh_docList::ValidURL: host: 127.0.0.1, port: " +
+                std::to_string(server.port()) + ", path: /docs/x.pdf\n");
+  EXPECT_EQ(locator.ValidURL(server.url("/docs/my\t1st book\x7f.pdf").c_str()), 1) << "blanks as they are";
+  EXPECT_EQ(server.requests(), (Words{"HEAD /docs/x.pdf HTTP/1.1\r\nHOST: 127.0.0.1\r\n\r\n",
+                                      "HEAD /docs/my\t1st book\x7f.pdf HTTP/1.1\r\nHOST: 127.0.0.1\r\n\r\n"}));
 }
 
 TEST_F(UrlProbe, FirstStatusLineDecides) {
   using namespace std::string_literals;
   const std::string ok = "HTTP/1.1 200 OK\r\n\r\n";
   const std::string redirection = "HTTP/1.1 302 Found\r\nLocation: /\r\n\r\n";
-  const struct {
-    const char* what;
-    HttpReply reply;
-    int result;
-    std::string said;
-  } cases[] = {
+  const std::tuple<const char*, HttpReply, int, std::string> cases[] = {
       {"found", {{ok}}, 1, ""},
       {"not found", {{"HTTP/1.1 404 Not Found\r\n\r\n"}}, 0, "HTTP/1.1 404 Not Found"},
       {"redirected", {{redirection}}, 0, "HTTP error: HTTP/1.1 302 Found\r\nLocation: /\r\n\r\n"},
@@ -135,12 +113,13 @@ TEST_F(UrlProbe, FirstStatusLineDecides) {
       {"closed", {{}, HttpReply::kClose}, 0, ""},
       {"reset", {{}, HttpReply::kReset}, 0, ""},
   };
-  for (const auto& expected : cases) {
-    const HttpServer server([&expected](const std::string&) { return expected.reply; });
-    int result = -1;
-    EXPECT_EQ(last_words(server.url("/x"), result), expected.said) << expected.what;
-    EXPECT_EQ(result, expected.result) << expected.what;
-    EXPECT_EQ(server.requests().size(), 1U) << expected.what;
+  for (const auto& [what, reply, result, said] : cases) {
+    SCOPED_TRACE(what);
+    const HttpServer server([&answer = reply](const std::string&) { return answer; });
+    int judged = -1;
+    EXPECT_EQ(last_words(server.url("/x"), judged), said);
+    EXPECT_EQ(judged, result);
+    EXPECT_EQ(server.requests().size(), 1U);
   }
 }
 
@@ -151,15 +130,14 @@ TEST_F(UrlProbe, WhatWouldSpoilTheRequestIsNeverSent) {
   int result = -1;
   EXPECT_EQ(last_words(server.url(longest), result), "");
   EXPECT_EQ(result, 1);
-  const std::string urls[] = {
-      server.url(longest + "p"),
-      server.url("/" + std::string(10000, 'p')),
-      server.url("/a\nb"),
-      server.url("/a\r"),
-      server.url("/x HTTP/1.1\r\nHOST: other\r\n\r\n"),
-      "http://" + std::string(600, 'h') + "/x",
-  };
-  for (const std::string& url : urls) {
+  for (const std::string& url : {
+           server.url(longest + "p"),
+           server.url("/" + std::string(10000, 'p')),
+           server.url("/a\nb"),
+           server.url("/a\r"),
+           server.url("/x HTTP/1.1\r\nHOST: other\r\n\r\n"),
+           "http://" + std::string(600, 'h') + "/x",
+       }) {
     EXPECT_EQ(last_words(url, result), "url parse error") << url;
     EXPECT_EQ(result, 0) << url;
   }
@@ -176,8 +154,7 @@ TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
     url = gone.url("/x");
   }
   for (const std::string& unreachable :
-       {url, std::string("http://127.0.0.1:0/x"), std::string("http://127.0.0.1:-1/x"),
-        std::string("http://127.0.0.1:65536/x")}) {
+       Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"}) {
     EXPECT_EQ(last_words(unreachable, result), "cannot connect") << unreachable;
     EXPECT_EQ(result, 0) << unreachable;
   }
@@ -219,12 +196,7 @@ TEST_F(UrlProbe, ALimitEndsTheWaitForASilentServer) {
   const HttpReply soon = {{"\r\n", ok}};
   HttpReply drips = {std::vector<std::string>(20, "a")};  // each within the limit, and a second together
   drips.pieces.push_back(ok);
-  const struct {
-    const char* limit;
-    HttpReply reply;
-    int result;
-    std::string said;
-  } cases[] = {
+  const std::tuple<const char*, HttpReply, int, std::string> cases[] = {
       {"0.2", {{}, HttpReply::kStayOpen}, 0, late},
       {"0.2", drips, 0, late},
       {"0.001", soon, 0, late},
@@ -233,12 +205,12 @@ TEST_F(UrlProbe, ALimitEndsTheWaitForASilentServer) {
       {"0.001s", soon, 1, ""},
       {"nan", soon, 1, ""},
   };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(test.limit + std::string(" ") + std::to_string(test.reply.pieces.size()));
-    const HttpServer server([&test](const std::string&) { return test.reply; });
-    set("OLH_PROBE_TIMEOUT", test.limit);
-    EXPECT_EQ(last_words(server.url("/x"), result), test.said);
-    EXPECT_EQ(result, test.result);
+  for (const auto& [limit, reply, expected, said] : cases) {
+    SCOPED_TRACE(limit + std::string(" ") + std::to_string(reply.pieces.size()));
+    const HttpServer server([&answer = reply](const std::string&) { return answer; });
+    set("OLH_PROBE_TIMEOUT", limit);
+    EXPECT_EQ(last_words(server.url("/x"), result), said);
+    EXPECT_EQ(result, expected);
   }
 }
 
@@ -248,13 +220,12 @@ TEST_F(UrlProbe, NoDescriptorIsLeftOpen) {
     if (request.find("/close") != std::string::npos) return {{}, HttpReply::kClose};
     return olh_test::http_status(request.find("/there") != std::string::npos ? "200 OK" : "404 Not Found");
   });
-  const std::string refused = "http://127.0.0.1:1/x";
   locator.ValidURL(server.url("/there").c_str());
   server.requests();
   const std::size_t before = open_descriptors();
   for (const std::string& url : {server.url("/there"), server.url("/missing"), server.url("/close"),
-                                 server.url("/reset"), refused, std::string("http:///x")})
-    olh_test::standard_error_of([&] { locator.ValidURL(url.c_str()); });
+                                 server.url("/reset"), std::string("http://127.0.0.1:1/x"), std::string("http:///x")})
+    locator.ValidURL(url.c_str());
   EXPECT_EQ(server.requests().size(), 5U);
   EXPECT_EQ(open_descriptors(), before);
 }

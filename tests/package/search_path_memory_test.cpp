@@ -4,14 +4,11 @@
 #include <string>
 
 #include "failing_allocator.h"
-#include "path_texts.h"
-#include "scratch.h"
+#include "path_scene.h"
 
 namespace {
 
-using olh_test::paths_of;
-
-class SearchPathMemory : public olh_test::Scratch {
+class SearchPathMemory : public olh_test::PathScene {
  protected:
   SearchPathMemory() {
     for (const char* const name : {"first", "env", "host", "new"}) make_root(name);
@@ -20,7 +17,6 @@ class SearchPathMemory : public olh_test::Scratch {
     locator.AddEnvironmentVariables();
     locator.SetOlhDocPath(at("host").c_str());
   }
-  std::string at(const std::string& name) const { return dir + "/" + name; }
 
   // Lets each allocation of a change fail in turn, until none is left to fail.
   void exhaust(const std::function<void()>& change) {
@@ -41,23 +37,21 @@ class SearchPathMemory : public olh_test::Scratch {
     }
   }
   std::string state() const {
-    return paths_of(locator.mDocPathList) + ", host " + locator.mLastDocPath + ", environment " +
-           paths_of(locator.mDefaultPathList->overrideList) + " " +
-           paths_of(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
+    return paths() + ", host " + locator.mLastDocPath + ", environment " +
+           paths_in(locator.mDefaultPathList->overrideList) + " " +
+           paths_in(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
            std::to_string(locator.mbAddingEnvironment);
   }
-
-  olh_docList locator;
 };
 
 TEST_F(SearchPathMemory, AHostPathThatCouldNotBeSetLeavesTheOldOne) {
   exhaust([this] { locator.SetOlhDocPath(at("new").c_str()); });
-  EXPECT_EQ(paths_of(locator.mDocPathList), at("first") + " " + at("new") + " " + at("env"));
+  EXPECT_EQ(paths(), "@/first @/new @/env");
 }
 
 TEST_F(SearchPathMemory, AnAlternatePathThatCouldNotBeSetLeavesTheHostsRoots) {
   exhaust([this] { locator.SetAltDocPath(at("new").c_str()); });
-  EXPECT_EQ(paths_of(locator.mDocPathList), at("new") + " " + at("first") + " " + at("host") + " " + at("env"));
+  EXPECT_EQ(paths(), "@/new @/first @/host @/env");
 }
 
 TEST_F(SearchPathMemory, AnEnvironmentThatCouldNotBeReadIsNotTheHosts) {
