@@ -1,31 +1,26 @@
 #include "detached_start.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <spawn.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/time.h>
 #include <sys/wait.h>
 
 #include <atomic>
-#include <csignal>
 #include <cstddef>
 #include <future>
 #include <string>
-#include <vector>
 
+#include "host.h"
 #include "olh/olh.h"
 #include "scratch.h"
 
 namespace {
 
 using olh::StartOutcome;
-using Words = std::vector<std::string>;
+using olh_test::Words;
 
 struct Case {
   Words words;
@@ -58,29 +53,17 @@ void expect_outcomes(const std::vector<Case>& cases) {
   }
 }
 
-void handle(int number, void (*handler)(int)) {
-  struct sigaction action = {};
-  action.sa_handler = handler;
-  sigaction(number, &action, nullptr);
-}
-
-void collect_every_child(int) {
-  while (waitpid(-1, nullptr, WNOHANG) > 0) {
-  }
-}
-
-void do_nothing(int) {}
-
 class DetachedStart : public olh_test::Scratch {
  protected:
-  // A script that writes its arguments into `out`, each on a line.
-  std::string add_script(const std::string& relative, const std::string& first_line) const {
-    const std::string path = write(relative, first_line + "\nprintf '%s\\n' \"$@\" >" + dir + "/out\n");
-    chmod(path.c_str(), 0700);
-    return path;
+  // A script that writes into `out`.
+  std::string add_script(const std::string& relative, const std::string& text) const {
+    return make_program(relative, text + " >" + dir + "/out\n");
   }
   std::string output_of_script() const { return olh_test::read_file(dir + "/out"); }
 };
+
+// Each argument on a line.
+constexpr char kPrintArguments[] = "printf '%s\\n' \"$@\"";
 
 TEST_F(DetachedStart, OutcomesAndNoZombie) {
   expect_outcomes(kOutcomes);
@@ -94,16 +77,17 @@ TEST_F(DetachedStart, SameOutcomesInAHostThatIgnoresItsChildren) {
 }
 
 TEST_F(DetachedStart, SameOutcomesInAHostThatCollectsEveryChildAndIsInterrupted) {
-  handle(SIGCHLD, collect_every_child);
-  handle(SIGALRM, do_nothing);
-  const itimerval every_20_ms = {{0, 20000}, {0, 20000}};
-  setitimer(ITIMER_REAL, &every_20_ms, nullptr);
+  olh_test::handle(SIGCHLD, [](int) {
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
+    }
+  });
+  olh_test::interrupt_every(20000);
   expect_outcomes(kOutcomes);
 }
 
 TEST_F(DetachedStart, ProgramGetsItsArgumentsAndNothingElseOfTheHost) {
   const olh_test::Recorder viewer = add_viewer("viewer");
-  handle(SIGUSR1, do_nothing);
+  olh_test::handle(SIGUSR1, [](int) {});
   signal(SIGCHLD, SIG_IGN);
   signal(SIGPIPE, SIG_IGN);
   sigset_t set;
@@ -112,15 +96,14 @@ TEST_F(DetachedStart, ProgramGetsItsArgumentsAndNothingElseOfTheHost) {
   ASSERT_GE(fcntl(0, F_DUPFD, 3), 3);
   ASSERT_GE(fcntl(0, F_DUPFD, 200), 200);
   const Words arguments = {"", "-x", "$(touch x) `y`", "it's \"z\"", "a\nb", "\xff"};
-  Words words = {viewer.path};
-  words.insert(words.end(), arguments.begin(), arguments.end());
+  Words words = arguments;
+  words.insert(words.begin(), viewer.path);
   olh::start_detached(words);
-  const std::vector<olh_test::Invocation> calls = viewer.invocations();
-  ASSERT_EQ(calls.size(), 1U);
-  EXPECT_EQ(calls[0].arguments, arguments);
-  EXPECT_EQ(calls[0].open_descriptors, "");
-  EXPECT_EQ(calls[0].ignored_signals, "0000000000000000");
-  EXPECT_EQ(calls[0].blocked_signals, "0000000000000000");
+  EXPECT_EQ(viewer.arguments(), std::vector<Words>{arguments});
+  const olh_test::Invocation call = viewer.invocations().at(0);
+  EXPECT_EQ(call.open_descriptors, "");
+  EXPECT_EQ(call.ignored_signals, "0000000000000000");
+  EXPECT_EQ(call.blocked_signals, "0000000000000000");
   sigset_t after;
   sigprocmask(SIG_SETMASK, nullptr, &after);
   EXPECT_EQ(sigismember(&after, SIGUSR1), 1) << "the host's own mask has changed";
@@ -173,20 +156,17 @@ TEST_F(DetachedStart, DescriptorsAreClosedOneByOneWhereTheSystemKnowsNoRange) {
   const olh_test::Recorder viewer = add_viewer("viewer");
   ASSERT_GE(fcntl(0, F_DUPFD, 100), 100);
   olh::start_detached(Words{viewer.path});
-  ASSERT_EQ(viewer.invocations().size(), 1U);
-  EXPECT_EQ(viewer.invocations()[0].open_descriptors, "");
+  EXPECT_EQ(viewer.invocations().at(0).open_descriptors, "");
 }
 
 TEST_F(DetachedStart, ClosedStandardStreamsOfTheHostAreNoFileOfTheViewer) {
   const std::string script =
-      write("show", "#!/bin/sh\nseen=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\necho \"$seen\" >" + dir +
-                        "/out\n");
-  chmod(script.c_str(), 0700);
-  const int saved[] = {dup(0), dup(1), dup(2)};
-  for (int fd = 0; fd < 3; ++fd) close(fd);
-  const olh::DetachedStart start = olh::start_detached(Words{script});
-  for (int fd = 0; fd < 3; ++fd) dup2(saved[fd], fd);
-  EXPECT_EQ(start.outcome, StartOutcome::kStarted);
+      add_script("show", "#!/bin/sh\nseen=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\necho \"$seen\"");
+  const auto start = [&] {
+    const olh_test::ClosedStreams none;
+    return olh::start_detached(Words{script});
+  };
+  EXPECT_EQ(start().outcome, StartOutcome::kStarted);
   EXPECT_EQ(output_of_script(), "/dev/null\n/dev/null\n/dev/null\n");
 }
 
@@ -212,50 +192,34 @@ TEST_F(DetachedStart, WithoutPathTheSystemsDirectoriesAreSearched) {
 }
 
 TEST_F(DetachedStart, ScriptWithoutFirstLineRunsInTheShell) {
-  add_script("bin/script", "");
+  add_script("bin/script", kPrintArguments);
   EXPECT_EQ(olh::start_detached(Words{"script", "a b", "$c"}).outcome, StartOutcome::kStarted);
   EXPECT_EQ(output_of_script(), "a b\n$c\n");
 }
 
 TEST_F(DetachedStart, ScriptNamedLikeAnOptionIsNone) {
-  add_script("-c/-e", "");
+  add_script("-c/-e", kPrintArguments);
   ASSERT_EQ(chdir(dir.c_str()), 0);
   EXPECT_EQ(olh::start_detached(Words{"-c/-e", "a"}).outcome, StartOutcome::kStarted);
   EXPECT_EQ(output_of_script(), "a\n");
 }
 
-// Room for so many processes, this one included, while it lives. A limit does not hold for root, who becomes another user
-// for good; that user's leak checker may still look into the process.
-class ProcessLimit {
- public:
-  explicit ProcessLimit(rlim_t processes) {
-    const auto nobody_else = static_cast<uid_t>(100000 + getpid());
-    const bool is_user =
-        geteuid() != 0 || (setresuid(nobody_else, nobody_else, nobody_else) == 0 && prctl(PR_SET_DUMPABLE, 1) == 0);
-    getrlimit(RLIMIT_NPROC, &before_);
-    const rlimit limit = {processes, before_.rlim_max};
-    holds = is_user && setrlimit(RLIMIT_NPROC, &limit) == 0;
-  }
-  ~ProcessLimit() { setrlimit(RLIMIT_NPROC, &before_); }
-  ProcessLimit(const ProcessLimit&) = delete;
-  ProcessLimit& operator=(const ProcessLimit&) = delete;
-
-  bool holds = false;
-
- private:
-  rlimit before_ = {};
-};
+// A limit does not hold for root, who becomes another user for good; that user's leak checker may still look into the process.
+bool is_no_superuser() {
+  const auto nobody_else = static_cast<uid_t>(100000 + getpid());
+  return geteuid() != 0 || (setresuid(nobody_else, nobody_else, nobody_else) == 0 && prctl(PR_SET_DUMPABLE, 1) == 0);
+}
 
 TEST(DetachedStartWithoutProcesses, NoFirstFork) {
-  const ProcessLimit limit(1);
-  if (!limit.holds) GTEST_SKIP() << "no limit here";
+  if (!is_no_superuser()) GTEST_SKIP() << "no limit here";
+  const olh_test::Limit this_process(RLIMIT_NPROC, 1);
   EXPECT_EQ(olh::start_detached(Words{"/bin/true"}).outcome, StartOutcome::kForkFailed);
 }
 
 TEST(DetachedStartWithoutProcesses, NoSecondFork) {
   if (geteuid() != 0) GTEST_SKIP() << "only a user without other processes can be counted";
-  const ProcessLimit limit(2);
-  ASSERT_TRUE(limit.holds);
+  ASSERT_TRUE(is_no_superuser());
+  const olh_test::Limit this_process_and_one_more(RLIMIT_NPROC, 2);
   const olh::DetachedStart start = olh::start_detached(Words{"/bin/true"});
   EXPECT_EQ(start.outcome, StartOutcome::kFailed);
   EXPECT_EQ(start.status, OLH_RESULT_FAILED);

@@ -1,13 +1,12 @@
 #include "file_replacement.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <future>
 
+#include "host.h"
 #include "scratch.h"
 
 namespace {
@@ -118,28 +117,20 @@ TEST_F(Replacement, TwoWritersComeAfterOneAnother) {
 
 TEST_F(Replacement, OnlyARegularFileIsReplaced) {
   const std::string directory = make_directory("d");
-  ASSERT_EQ(mkfifo((dir + "/fifo").c_str(), 0600), 0);
-  for (const std::string& name : {directory, dir + "/fifo", dir + "/no/such/file"}) EXPECT_FALSE(replace(name, "x"));
-  EXPECT_TRUE(fs::is_directory(directory) && fs::is_fifo(dir + "/fifo"));
+  const std::string fifo = make_fifo("fifo");
+  const std::string ring = dir + "/ring";
+  fs::create_symlink("ring", ring);
+  for (const std::string& name : {directory, fifo, ring, dir + "/no/such/file"}) EXPECT_FALSE(replace(name, "x"));
+  EXPECT_TRUE(fs::is_directory(directory) && fs::is_fifo(fifo) && fs::is_symlink(ring));
 }
 
 // As on a full disk: what cannot be written whole does not replace anything.
-TEST_F(Replacement, ALinkThatLeadsNowhereIsLeftAlone) {
-  const std::string ring = dir + "/ring";
-  fs::create_symlink("ring", ring);
-  EXPECT_FALSE(replace(ring, "new"));
-  EXPECT_TRUE(fs::is_symlink(ring));
-}
-
 TEST_F(Replacement, AWriteThatFailsLeavesTheOldText) {
-  std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit tight = {1000, RLIM_INFINITY};
-  rlimit before = {};
-  getrlimit(RLIMIT_FSIZE, &before);
-  setrlimit(RLIMIT_FSIZE, &tight);
-  const bool replaced = replace(file, std::string(100000, 'x'));
-  setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_FALSE(replaced);
+  signal(SIGXFSZ, SIG_IGN);
+  {
+    const olh_test::Limit tight(RLIMIT_FSIZE, 1000);
+    EXPECT_FALSE(replace(file, std::string(100000, 'x')));
+  }
   EXPECT_EQ(read_file(file), "old");
   EXPECT_FALSE(fs::exists(file + ".new"));
 }

@@ -1,11 +1,10 @@
 // A host whose files may not grow, and which has no handler for the signal that says so.
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <utility>
+#include <optional>
 
+#include "host.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
 #include "scratch.h"
@@ -40,10 +39,7 @@ TEST_F(FileSizeLimit, MakesAWriteFailAndDoesNotEndTheHost) {
   const std::string options = write("home/.qel_viewer_config.ini", text);
   const std::string list = write("docs/htmldocs/QEL/lib/LibraryAvailable.js", text);
   const std::string debug_lines = write("debug_lines", text);
-  rlimit limit = {};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const rlim_t usual = std::exchange(limit.rlim_cur, text.size());
-  setrlimit(RLIMIT_FSIZE, &limit);
+  std::optional<olh_test::Limit> limit(std::in_place, RLIMIT_FSIZE, text.size());
   StartOlhLog(std::string(log).data());
   EXPECT_EQ(SetIniFile(kBrowserKey, "/b", kUserFile), OLH_RESULT_IO);
   EXPECT_EQ(writeLibAvail(root.c_str()), DMERGE_RESULT_UNWRITABLE);
@@ -62,8 +58,7 @@ TEST_F(FileSizeLimit, MakesAWriteFailAndDoesNotEndTheHost) {
   pthread_sigmask(SIG_SETMASK, &mask, nullptr);
   raise(SIGXFSZ);
   write_debug_line(debug_lines);
-  limit.rlim_cur = usual;
-  setrlimit(RLIMIT_FSIZE, &limit);
+  limit.reset();
   EXPECT_TRUE(is_pending()) << "the host's own, which it waits for";
 }
 

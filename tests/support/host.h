@@ -16,13 +16,11 @@ class Limit {
   Limit(int resource, rlim_t most) : resource_(resource) {
     getrlimit(resource, &before_);
     const rlimit limit = {most, before_.rlim_max};
-    holds = setrlimit(resource, &limit) == 0;
+    setrlimit(resource, &limit);
   }
   ~Limit() { setrlimit(resource_, &before_); }
   Limit(const Limit&) = delete;
   Limit& operator=(const Limit&) = delete;
-
-  bool holds = false;
 
  private:
   int resource_;
