@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "browser_reach.h"
 #include "display.h"
 #include "files.h"
 #include "running.h"
@@ -22,15 +23,7 @@ constexpr int kWatchHandOver = 2000;
 
 constexpr int kNotRunning = 2;
 
-bool is_outside_home(const std::string& file) {
-  const std::string home = variable("HOME");
-  return home.empty() || !file.starts_with(home + "/");
-}
-
-void warn(const Choice& choice, const std::string& url, const Trace& trace) {
-  if (choice.is_sandboxed && is_file_url(url) && is_outside_home(file_of(url)))
-    trace.complain("note: " + choice.program + " runs in a sandbox and may not see " + file_of(url) +
-                   ". A documentation root behind http:// is the way out.");
+void warn_of_other_display(const Choice& choice, const Trace& trace) {
   if (choice.row == nullptr) return;
   const std::string display = display_of_running(*choice.row);
   const std::string own = variable("DISPLAY");
@@ -79,17 +72,26 @@ int answer_ping(const Trace& trace) {
   return kNotRunning;
 }
 
+// What --dry-run, which serves nothing, tells of it.
+std::string way_of_page(const Choice& choice, const std::string& url) {
+  const Way way = is_file_url(url) ? way_to(choice) : Way();
+  return way.is_served ? "; the page is served, since " + way.why : "";
+}
+
 int start(const Request& request, const std::string& url, const Trace& trace) {
   const Choice choice = choose_browser();
   if (!choice) {
     trace.complain(std::string("there is no browser. Install one, or name one in ") + kBrowserVariable + ".");
     return kExitNoProgram;
   }
-  const Words command =
-      request.kind == Kind::kStart ? start_command(choice) : open_command(choice, {url, file_of(url), "", 0});
-  if (request.dry_run) return print_command(command, choice.source);
-  warn(choice, url, trace);
-  return start_viewer(choice, command, request.kind == Kind::kRemote ? kWatchHandOver : kWatchStart, trace);
+  const auto command = [&](const std::string& address) {
+    return request.kind == Kind::kStart ? start_command(choice)
+                                        : open_command(choice, {address, file_of(address), "", 0});
+  };
+  if (request.dry_run) return print_command(command(url), choice.source + way_of_page(choice, url));
+  warn_of_other_display(choice, trace);
+  return start_viewer(choice, command(address_for(choice, url, trace)),
+                      request.kind == Kind::kRemote ? kWatchHandOver : kWatchStart, trace);
 }
 
 }  // namespace

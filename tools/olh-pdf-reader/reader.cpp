@@ -1,5 +1,6 @@
 #include "reader.h"
 
+#include "browser_reach.h"
 #include "files.h"
 #include "pdf_places.h"
 #include "text_view.h"
@@ -18,7 +19,9 @@ constexpr int kWatchStart = 1500;
 // name that is not there says nothing: a new window shows page 1, one that shows the file already stays where it is.
 Words command_at(const Choice& choice, const Request& request, const Trace& trace) {
   const std::string& file = request.document;
-  Place place = {url_of(file), as_argument(file), request.destination, 1};
+  const bool may_be_served = is_browser(choice) && !request.dry_run;
+  Place place = {may_be_served ? address_for(choice, url_of(file), trace) : url_of(file), as_argument(file),
+                 request.destination, 1};
   if (request.destination.empty()) return open_command(choice, place);
   const PdfPlace found = place_of_destination(file, request.destination);
   if (found.found == Found::kNo) {

@@ -216,9 +216,9 @@ class PageServer::Core {
   void answer_with_file(Request& request, Response& response, const std::shared_ptr<RootedFile>& file,
                         const std::string& root, const RequestedPath& path) const {
     const std::string& name = path.names.back();
-    const std::string type =
-        media_type(name, depends_on_content(name) ? bytes_of(*file, 0, kMostToTellType) : std::string());
     const auto size = static_cast<std::size_t>(file->status.st_size);
+    const std::size_t to_tell_type = depends_on_content(name) ? std::min(size, kMostToTellType) : 0;
+    const std::string type = media_type(name, bytes_of(*file, 0, to_tell_type));
     if (options_.reload && is_html(type)) {
       request.ranges.clear();
       return send_text(response, type, with_reload_script(bytes_of(*file, 0, size), root, path));

@@ -20,11 +20,12 @@ namespace olh_serve {
 namespace {
 
 constexpr long kIdleSeconds = 3600;
+constexpr long kJustUsed = 30;  // seconds; long enough for a look to fall into them
 // A caller who never ends a request harms nothing but the server.
 constexpr rlim_t kMostMoreMemory = rlim_t{1} << 30;
 constexpr int kFailed = 2;
 
-// The code that only the start needed is given back; what is needed again comes from the files of the libraries.
+// Code that only a start or a page needed is given back; what is needed again comes from the files of the libraries.
 int give_back_code(dl_phdr_info* object, std::size_t, void*) {
   const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
   for (int i = 0; i < object->dlpi_phnum; ++i) {
@@ -43,12 +44,17 @@ void be_modest() {
   const rlim_t memory = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kMostMoreMemory;
   const rlimit most = {memory, memory};
   setrlimit(RLIMIT_AS, &most);
+}
+
+void rest() {
+  malloc_trim(0);
   dl_iterate_phdr(give_back_code, nullptr);
 }
 
 // Under the lock of whoever looks for a server: nobody is handed the address of one that is about to end.
 bool ends(const olh_viewers::ServeState& state, const olh_viewers::LockedFile& announced, long idle) {
   if (!state.is_announced(announced)) return true;
+  if (idle < kJustUsed) rest();
   if (idle < kIdleSeconds) return false;
   const olh_viewers::LockedFile lock = state.lock(0);
   if (!lock || state.seconds_since_use() < kIdleSeconds) return false;
@@ -78,6 +84,7 @@ int serve_in_background() {
     return kFailed;
   }
   be_modest();
+  rest();
   server.run();
   return 0;
 }

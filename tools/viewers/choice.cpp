@@ -5,15 +5,11 @@
 
 #include "desktop_default.h"
 #include "files.h"
+#include "url.h"
 
 namespace olh_viewers {
 
 namespace {
-
-// Snap and Flatpak keep the programs that they start in directories of their own.
-bool is_in_sandbox(const std::string& path) {
-  return path.starts_with("/snap/") || path.find("/flatpak/exports/") != std::string::npos;
-}
 
 // Whether a start script that breaks words apart leaves this one whole.
 bool is_plain_name(std::string_view text) {
@@ -27,7 +23,6 @@ Choice of_program(const std::string& name, const std::string& source) {
   if (!choice) return choice;
   choice.row = program_at(choice.program);
   choice.source = source;
-  choice.is_sandboxed = is_in_sandbox(choice.program);
   return choice;
 }
 
@@ -38,7 +33,6 @@ Choice of_desktop(const std::string& kind) {
   Choice choice = of_program(words[0], "the desktop's default");
   if (!choice) return choice;
   const bool is_wrapper = std::find(words.begin(), words.end(), "run") != words.end();
-  choice.is_sandboxed = is_wrapper || std::any_of(words.begin(), words.end(), is_in_sandbox);
   if (choice.row == nullptr || is_wrapper) choice.exec = words;
   return choice;
 }
@@ -96,7 +90,27 @@ Words open_command(const Choice& choice, const Place& place) {
   return {choice.program, place.file.empty() ? place.url : place.file};
 }
 
+// One in a sandbox is known by the name of its application, such as "org.mozilla.firefox".
+bool is_browser(const Choice& choice) {
+  const auto rows = browsers();
+  if (choice.row != nullptr) return choice.row >= rows.data() && choice.row < rows.data() + rows.size();
+  return std::any_of(choice.exec.begin(), choice.exec.end(), [&rows](const std::string& word) {
+    std::string name = word.substr(word.find_last_of("/.") + 1);
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    constexpr std::size_t kShortest = 4;
+    return name.size() >= kShortest && std::any_of(rows.begin(), rows.end(), [&name](const Program& row) {
+             return row.name.find(name) != std::string_view::npos;
+           });
+  });
+}
+
 Words destination_command(const Choice& choice, const Place& place) {
+  if (!choice.exec.empty() && is_browser(choice) && !is_file_url(place.url)) {
+    Place at_destination = place;
+    at_destination.url += "#nameddest=" + percent_encoded(place.destination);
+    return exec_command(choice, at_destination);
+  }
   const bool is_refused =
       choice.row == nullptr || (choice.row->takes_plain_names_only && !is_plain_name(place.destination));
   return is_refused ? Words() : row_command(choice, choice.row->at_destination, place);

@@ -16,7 +16,6 @@ struct Choice {
   const Program* row = nullptr;  // null for a program that the table does not know
   Words exec;                    // what a desktop entry wants instead of a row; else empty
   std::string source;            // who chose it, for a sentence in brackets
-  bool is_sandboxed = false;     // it may not see files outside the home directory
   explicit operator bool() const { return !program.empty(); }
 };
 
@@ -31,6 +30,8 @@ Choice choose_reader();
 Words open_command(const Choice& choice, const Place& place);
 Words destination_command(const Choice& choice, const Place& place);
 Words page_command(const Choice& choice, const Place& place);
+// Whether it opens addresses, as a reader of PDFs too.
+bool is_browser(const Choice& choice);
 // The command line that only starts it.
 Words start_command(const Choice& choice);
 

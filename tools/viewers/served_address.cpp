@@ -13,7 +13,6 @@ namespace olh_viewers {
 
 namespace {
 
-constexpr const char* kServer = "olh-serve";
 constexpr int kMillisecondsForLock = 3000;
 constexpr int kMillisecondsToStart = 5000;
 

@@ -12,6 +12,8 @@
 
 namespace olh_viewers {
 
+inline constexpr const char* kServer = "olh-serve";
+
 // The served address of a file:// address, its query and fragment whole. "" when there is none, and then `said` is the
 // reason.
 std::string served_address(const std::string& url, std::string& said);

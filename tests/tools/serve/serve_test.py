@@ -1,7 +1,10 @@
 """olh-serve as a browser meets it, and a stranger who should meet nothing. Usage: serve_test.py BUILD_DIR"""
+import contextlib
+import json
 import os
 import re
 import shutil
+import signal
 import socket
 import subprocess
 import sys
@@ -11,7 +14,7 @@ import unittest
 from pathlib import Path
 
 BUILD = Path(sys.argv.pop(1)).resolve()
-SERVE = BUILD / "bin/olh-serve"
+SERVE, RECORDER = BUILD / "bin/olh-serve", BUILD / "bin/olh-recorder"
 STRANGER = 12345
 GUIDE = "/TOKEN/htmldocs/guide"
 
@@ -58,7 +61,7 @@ class Answer:
         self.headers = {key.lower(): value for key, value in (line.split(": ", 1) for line in lines[1:])}
 
 
-class Serve(unittest.TestCase):
+class Scene(unittest.TestCase):
     def setUp(self):
         self.dir = Path(tempfile.mkdtemp(prefix="olh-serve-")).resolve()
         self.addCleanup(shutil.rmtree, self.dir, ignore_errors=True)
@@ -86,6 +89,8 @@ class Serve(unittest.TestCase):
             connection.sendall(f"{method} {target.replace('TOKEN', self.token)} HTTP/1.1\r\nHost: {host}\r\n{more}\r\n".encode())
             return Answer(b"".join(iter(lambda: connection.recv(65536), b"")))
 
+
+class Serve(Scene):
     def make_traps(self):
         (self.root / ".git").mkdir()
         (self.root / ".git/config").write_text("hidden")
@@ -153,6 +158,127 @@ class Serve(unittest.TestCase):
         self.serve()
         done = subprocess.run([SERVE, self.root, "--port", self.port], capture_output=True, text=True, env=self.environment)
         self.assertEqual((done.returncode, done.stdout), (2, ""))
+
+
+class Adapters(Scene):
+    """olh-browser and olh-pdf-reader with a recording browser, and a display that only answers."""
+
+    def setUp(self):
+        super().setUp()
+        self.bin = self.dir / "bin"
+        self.bin.mkdir()
+        for name in ("firefox", "dbus-send"):
+            subprocess.run([RECORDER, "make", self.bin / name], check=True)
+        display = socket.socket(socket.AF_UNIX)
+        self.addCleanup(display.close)
+        display.bind(f"\0/tmp/.X11-unix/X{200000 + os.getpid()}")
+        display.listen(128)
+        self.environment |= {"PATH": str(self.bin), "DISPLAY": f":{200000 + os.getpid()}", "XDG_DATA_DIRS": str(self.dir / "share"),
+                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+        self.page = f"{(self.root / 'htmldocs/guide/index.htm').as_uri()}?a=%20b#context=&topic=x%26y"
+        self.addCleanup(self.end_server)
+
+    def server(self):
+        """The process of the background server, 0 without one."""
+        for process in Path("/proc").glob("[0-9]*"):
+            try:
+                if process.joinpath("cmdline").read_bytes().split(b"\0")[1:2] == [b"--background"] and \
+                        str(self.dir).encode() in process.joinpath("environ").read_bytes():
+                    return int(process.name)
+            except OSError:
+                pass
+        return 0
+
+    def end_server(self):
+        while process := self.server():
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(process, signal.SIGKILL)
+            time.sleep(0.01)
+
+    def open(self, *words, adapter="olh-browser", **environment):
+        return subprocess.run([BUILD / "bin" / adapter, *words], capture_output=True, text=True, timeout=30,
+                              env={**self.environment, "OLH_SERVE": "always", **environment})
+
+    def shown(self):
+        """The addresses that the browser was given so far."""
+        calls = subprocess.run([RECORDER, "show", "--json", self.bin / "firefox"], capture_output=True, check=True).stdout
+        return [call["arguments"][-1] for call in json.loads(calls)]
+
+    def check_served(self, address, rest, status=200):
+        self.port, self.token, path = re.fullmatch(r"http://127\.0\.0\.1:(\d+)/([0-9a-f]{32})(/.*)", address).groups()
+        self.assertEqual(path, rest)
+        self.assertEqual(self.ask("GET /TOKEN" + path.split("#")[0]).status, status)
+
+    def check_next_page(self):
+        self.open(self.page)
+        self.check_served(self.shown()[-1], "/htmldocs/guide/index.htm?a=%20b#context=&topic=x%26y")
+
+    def test_a_page_arrives_whole_and_whatever_happened_to_the_server(self):
+        self.check_next_page()
+        first, port = self.server(), self.port
+        self.check_next_page()
+        self.assertEqual((self.server(), self.port), (first, port), "found again")
+        self.end_server()
+        with socket.create_server(("127.0.0.1", int(port))):  # a stranger has taken the port
+            self.check_next_page()
+            self.assertNotEqual(self.port, port)
+        state = self.dir / "run/olh/serve.state"
+        self.end_server()
+        state.write_text("http://127.0.0.1:1")
+        self.check_next_page()
+        state.unlink()  # the one that runs is not found any more, and ends
+        self.check_next_page()
+        for path, mode in ((state, 0o600), (state.with_name("serve.roots"), 0o600), (state.parent, 0o700)):
+            self.assertEqual(path.stat().st_mode & 0o777, mode)
+
+    def test_starters_at_once_share_a_server(self):
+        starters = [subprocess.Popen([BUILD / "bin/olh-browser", self.page], env={**self.environment, "OLH_SERVE": "always"})
+                    for _ in range(6)]
+        for one in starters:
+            self.assertEqual(one.wait(30), 0)
+        shown = self.shown()
+        self.assertEqual((len(shown), len(set(shown))), (6, 1))
+        self.check_served(shown[0], "/htmldocs/guide/index.htm?a=%20b#context=&topic=x%26y")
+
+    def test_a_pdf_in_a_browser_and_a_page_outside_of_roots(self):
+        pdf = self.root / "pdfdocs/a b.pdf"
+        pdf.parent.mkdir()
+        pdf.write_bytes(b"%PDF")
+        self.open("-openInNewWindow", "/a", "nameddest=a b", pdf, adapter="olh-pdf-reader")
+        self.check_served(self.shown()[-1], "/pdfdocs/a%20b.pdf#nameddest=a%20b")
+        other = self.dir / "page.htm"
+        other.write_text("<p>")
+        self.open(other.as_uri())
+        self.check_served(self.shown()[-1], "/page.htm")
+
+    def test_what_cannot_be_served_is_opened_as_it_is(self):
+        (self.dir / "run/olh").mkdir(mode=0o755)
+        done = self.open(self.page)
+        self.assertEqual((done.returncode, self.shown()), (0, [self.page]))
+        self.assertIn("note: the page is not served: ", done.stderr)
+        (self.dir / "run/olh").chmod(0o700)
+        (self.dir / "run/olh/serve.state").mkdir()
+        self.open(self.page)
+        self.assertEqual(self.shown(), [self.page] * 2)
+
+    def test_which_browsers_are_served(self):
+        for name, text in {"packaged": "exec /snap/bin/firefox \"$@\"", "exported": "exec flatpak run org.mozilla.firefox",
+                           "plain": "exec firefox", "wslview": "", "edge.exe": "", "lead": ""}.items():
+            (self.bin / name).write_text(f"#!/bin/sh\n{text}\n")
+            (self.bin / name).chmod(0o755)
+        (self.bin / "snap").write_text("")
+        (self.bin / "snap").chmod(0o755)
+        (self.bin / "snapped").symlink_to("snap")
+        wsl, editor = {"WSL_DISTRO_NAME": "Debian"}, {"BROWSER": "lead", "VSCODE_IPC_HOOK_CLI": "/x"}
+        for browser, environment, why in (
+                ("plain", {}, ""), ("packaged", {}, "it is a Snap"), ("snapped", {}, "it is a Snap"),
+                ("exported", {}, "it is a Flatpak"), ("wslview", wsl, "it is on the Windows side"), ("edge.exe", {}, ""),
+                ("edge.exe", wsl, "it is on the Windows side"), ("lead", {}, ""), ("plain", editor, ""),
+                ("lead", editor, "it is on the machine of the editor's window"), ("packaged", {"OLH_SERVE": "never"}, ""),
+                ("plain", {"OLH_SERVE": "always"}, 'OLH_SERVE is "always"')):
+            told = self.open("--dry-run", self.page, OLH_BROWSER_PROGRAM=browser, **{"OLH_SERVE": "auto", **environment}).stdout
+            self.assertEqual(re.findall("; the page is served, since (.*)\\)", told), [why] if why else [], (browser, environment))
+        self.assertEqual(self.server(), 0, "a rehearsal starts nothing")
 
 
 if __name__ == "__main__":

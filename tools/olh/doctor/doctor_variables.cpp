@@ -8,6 +8,7 @@
 #include <numeric>
 #include <string_view>
 
+#include "browser_reach.h"
 #include "doctor_checks.h"
 #include "olh/support.h"
 #include "shared.h"
@@ -16,7 +17,7 @@ namespace olh {
 
 namespace {
 
-constexpr std::array<std::string_view, 15> kKnown = {"QEL_OVERRIDE_DOC_PATH",
+constexpr std::array<std::string_view, 16> kKnown = {"QEL_OVERRIDE_DOC_PATH",
                                                      "QEL_DOC_PATH",
                                                      "QEL_PRODUCT_DOC_PATH",
                                                      "TRV_HOME",
@@ -29,6 +30,7 @@ constexpr std::array<std::string_view, 15> kKnown = {"QEL_OVERRIDE_DOC_PATH",
                                                      "OLH_PROBE_TIMEOUT",
                                                      "OLH_BROWSER_PROGRAM",
                                                      "OLH_PDF_PROGRAM",
+                                                     olh_viewers::kServeVariable,
                                                      "OLH_LOG_HELP",
                                                      "OLH_DEBUG"};
 constexpr const char* kAlternate = "QEL_ALT_DOC_PATH";
@@ -101,6 +103,10 @@ Diagnosis of_known(const std::string& name, const std::string& value) {
   if (name == "OLH_PROBE_TIMEOUT" && !is_positive_number(value))
     return {State::kWarning, name + " is " + command_line({value}) + ", which is no positive number, and is ignored.",
             "export OLH_PROBE_TIMEOUT=2"};
+  if (name == olh_viewers::kServeVariable && value != "auto" && value != "always" && value != "never")
+    return {State::kWarning,
+            name + " is " + command_line({value}) + ", none of auto, always and never, and is ignored.",
+            "export " + name + "=auto"};
   return {State::kOk, name + "=" + command_line({value}), ""};
 }
 

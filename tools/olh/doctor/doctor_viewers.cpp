@@ -1,8 +1,12 @@
 // The browser and the PDF reader: who chose them, and whether they understand what the library tells them.
 #include <filesystem>
 
+#include "browser_reach.h"
+#include "display.h"
 #include "doctor_checks.h"
+#include "files.h"
 #include "find.h"
+#include "served_address.h"
 #include "shared.h"
 #include "viewers.h"
 
@@ -78,6 +82,23 @@ Diagnosis of_destinations(const Driven& driven) {
           "apt-get install evince"};
 }
 
+// The way of a page to the browser that the adapter opens.
+Diagnosis of_way() {
+  const olh_viewers::Choice browser = olh_viewers::choose_browser();
+  const olh_viewers::Way way = olh_viewers::way_to(browser);
+  if (way.is_served && olh_viewers::find_beside(olh_viewers::kServer).empty())
+    return {
+        way.barrier.empty() ? State::kWarning : State::kProblem,
+        "Pages should be served to " + browser.program + ", since " + way.why + ", but olh-serve is not installed.",
+        "apt-get install olh"};
+  if (way.is_served) return {State::kOk, "Pages are served to " + browser.program + ", since " + way.why + ".", ""};
+  if (way.barrier.empty()) return {State::kOk, browser.program + " reads pages from the disk.", ""};
+  return {State::kProblem,
+          browser.program + " may not see pages on the disk, since " + way.barrier +
+              ", and they are not served: " + olh_viewers::kServeVariable + " is \"never\".",
+          std::string("unset ") + olh_viewers::kServeVariable};
+}
+
 // The browser that a tree prescribes is not the one that is asked whether it runs.
 void add_question(Diagnoses& diagnoses, const ViewerKind& kind, const ChosenViewer& used) {
   const std::string asked = choose_viewer(kind.viewer, "", "").program;
@@ -97,6 +118,8 @@ Diagnoses check_viewer(const ViewerKind& kind, const Machine& machine) {
     const Driven driven = driven_by(kind, used.program);
     diagnoses.push_back(of_adapter(kind, used, driven));
     if (kind.viewer == OLH_VIEWER_PDF && !driven.program.empty()) diagnoses.push_back(of_destinations(driven));
+    if (kind.viewer == OLH_VIEWER_HTML && olh_viewers::has_display() && !driven.program.empty())
+      diagnoses.push_back(of_way());
   } else {
     diagnoses.push_back(of_program(kind, used));
   }

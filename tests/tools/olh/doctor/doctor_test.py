@@ -49,7 +49,7 @@ class Doctor(Scene):
         done = self.olh("doctor", "guide", "intro")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         for said in (f"{self.browser_adapter} (QEL_HTML_BROWSER) opens {self.firefox} --new-tab URL (OLH_BROWSER_PROGRAM).",
-                     f"{self.evince} opens a PDF at a destination.", "The display answers.", "There is a session bus.",
+                     f"{self.firefox} reads pages from the disk.", f"{self.evince} opens a PDF at a destination.", "The display answers.", "There is a session bus.",
                      f"The lists of {self.docs} are true.", 'There is a topic "intro"', "\nNothing is wrong.\n"):
             self.assertIn(said, done.stdout)
 
@@ -75,6 +75,9 @@ class Doctor(Scene):
     def test_each_fault_alone(self):
         firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
+        packaged = self.bin / "packaged"
+        packaged.write_text('#!/bin/sh\nexec /snap/bin/firefox "$@"\n')
+        packaged.chmod(0o755)
         without_w3m = self.dir / "without_w3m"
         shutil.copytree(self.bin, without_w3m, ignore=shutil.ignore_patterns("w3m"))
         is_built = (BUILD / "docs").exists()
@@ -103,6 +106,10 @@ class Doctor(Scene):
               ("session", "warning", "There is no display", None),
               ("tools", "warning", "w3m is not installed", "apt-get install w3m")],
              {"WAYLAND_DISPLAY": None, "PATH": str(without_w3m)}),
+            ([("browser", "problem", "since it is a Snap, and they are not served", "unset OLH_SERVE")],
+             {"OLH_BROWSER_PROGRAM": str(packaged), "OLH_SERVE": "never"}),
+            ([], {"OLH_BROWSER_PROGRAM": str(packaged)}),
+            ([("variables", "warning", "none of auto, always and never", "export OLH_SERVE=auto")], {"OLH_SERVE": "yes"}),
             ([("pdf", "problem", "No PDF reader", "olh setup")], {"QEL_PDF_READER": None}),
             ([("pdf", "problem", "it refuses the PDF", "olh setup")], {"QEL_PDF_READER": evince}),
             ([("pdf", "cannot tell", "at a destination cannot be told", None)], {"OLH_PDF_PROGRAM": str(unknown)}),

@@ -1,0 +1,92 @@
+#include "browser_reach.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "files.h"
+#include "served_address.h"
+#include "url.h"
+
+namespace olh_viewers {
+
+namespace {
+
+constexpr std::size_t kLongestScript = 64 * 1024;
+
+// The text of a start script; "" of any other program.
+std::string script_at(const std::string& program) {
+  std::string text = text_of_file(program, kLongestScript).value_or("");
+  return text.starts_with("#!") ? text : "";
+}
+
+// Every program of a snap is a link to the one that starts them. Distributions put a script in front of it.
+bool is_snap(const std::string& program) {
+  std::error_code failed;
+  return program.starts_with("/snap/") || std::filesystem::canonical(program, failed).filename() == "snap" ||
+         script_at(program).find("/snap/bin/") != std::string::npos;
+}
+
+bool is_flatpak(const std::string& program) {
+  return program.find("/flatpak/exports/") != std::string::npos ||
+         script_at(program).find("flatpak run") != std::string::npos;
+}
+
+bool is_in_wsl() {
+  const std::string kernel = content_of("/proc/sys/kernel/osrelease");
+  return !variable("WSL_DISTRO_NAME").empty() || kernel.find("icrosoft") != std::string::npos;
+}
+
+bool is_of_windows(const std::string& program) {
+  return program.ends_with(".exe") || program.ends_with("/wslview") || program.starts_with("/mnt/c/");
+}
+
+// An editor that shows a remote machine leads what $BROWSER gets to the machine where its window is.
+bool leads_to_another_machine(const std::string& program) {
+  const auto is_set = [](const char* name) { return !variable(name).empty(); };
+  if (!is_set("VSCODE_IPC_HOOK_CLI") && !is_set("REMOTE_CONTAINERS") && !is_set("CODESPACES")) return false;
+  const Words named = pieces_of(variable("BROWSER"), ':');
+  return std::any_of(named.begin(), named.end(), [&program](const std::string& one) {
+    const Words words = pieces_of(one, ' ');
+    return !words.empty() && find_program(words[0]) == program;
+  });
+}
+
+std::string barrier_before(const Choice& browser) {
+  Words programs = browser.exec;
+  programs.insert(programs.begin(), browser.program);
+  const auto is_any = [&programs](bool (*is_such)(const std::string&)) {
+    return std::any_of(programs.begin(), programs.end(), is_such);
+  };
+  if (is_any(is_snap)) return "it is a Snap";
+  if (std::find(programs.begin(), programs.end(), "run") != programs.end() || is_any(is_flatpak))
+    return "it is a Flatpak";
+  if (is_in_wsl() && is_any(is_of_windows)) return "it is on the Windows side";
+  return leads_to_another_machine(browser.program) ? "it is on the machine of the editor's window" : "";
+}
+
+}  // namespace
+
+Way way_to(const Choice& browser) {
+  const std::string chosen = variable(kServeVariable);
+  Way way = {barrier_before(browser), false, ""};
+  way.is_served = chosen == "always" || (chosen != "never" && !way.barrier.empty());
+  if (way.is_served) way.why = way.barrier.empty() ? std::string(kServeVariable) + " is \"always\"" : way.barrier;
+  return way;
+}
+
+std::string address_for(const Choice& browser, const std::string& url, const Trace& trace) {
+  if (!is_file_url(url)) return url;
+  const Way way = way_to(browser);
+  std::string said;
+  const std::string served = way.is_served ? served_address(url, said) : "";
+  if (!served.empty()) {
+    trace.note("served, since " + way.why);
+    return served;
+  }
+  if (way.is_served) trace.complain("note: the page is not served: " + said + ".");
+  if (!way.barrier.empty())
+    trace.complain("note: " + browser.program + " may not see " + file_of(url) + ", since " + way.barrier + ".");
+  return url;
+}
+
+}  // namespace olh_viewers

@@ -1,0 +1,30 @@
+// The way of a file's page to the browser: as the file, or from the server of this user's pages.
+//
+// Knows    what stands between a browser and the disk: Snap, Flatpak, the two sides of WSL, an editor on another machine; and
+//          OLH_SERVE, with which a person decides.
+// Not      how a page is served (served_address).
+// For      both adapters; olh doctor, which tells the way.
+#ifndef OLH_TOOLS_VIEWERS_BROWSER_REACH_H
+#define OLH_TOOLS_VIEWERS_BROWSER_REACH_H
+
+#include "choice.h"
+#include "trace.h"
+
+namespace olh_viewers {
+
+inline constexpr const char* kServeVariable = "OLH_SERVE";
+
+struct Way {
+  std::string barrier;  // why the browser may not read a file, "it is a Snap"; "" when it can
+  bool is_served = false;
+  std::string why;  // why it is served, as the end of a sentence
+};
+Way way_to(const Choice& browser);
+
+// The address with which the browser gets a page; a page that is no file has its own. What keeps one from being shown has
+// been said aloud.
+std::string address_for(const Choice& browser, const std::string& url, const Trace& trace);
+
+}  // namespace olh_viewers
+
+#endif
