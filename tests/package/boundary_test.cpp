@@ -13,13 +13,10 @@
 #include <vector>
 
 #include "failing_allocator.h"
+#include "help_scene.h"
 #include "olh/dmerge.h"
-#include "olh/support.h"
-#include "scratch.h"
 
 namespace {
-
-using olh_test::Recorder;
 
 // A caller's buffer with a guard behind it.
 struct Buffer {
@@ -173,19 +170,12 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((0), OlhAcroSetPath, nullptr)};
 
 // Viewers that are there and running, so that nothing waits; the viewer order stays with HTML.
-class Boundary : public olh_test::Scratch {
+class Boundary : public olh_test::HelpScene {
  protected:
-  Boundary() : browser(add_viewer("firefox")) {
-    write("docs/htmldocs/guide/index.htm", "guide");
-    write("docs/htmldocs/guide/QELdata/QELAllData.js", "QELAddTopic([\"Intro\",\"intro.htm\"]);\n");
-    write("docs/tomedecks/index.html", "portal");
-    make_root("docs");
-    set("QEL_DOC_PATH", dir + "/docs");
-    set("QEL_HTML_BROWSER", browser.path);
-    set("QEL_PDF_READER", make_program("bin/acroread"));
-    browser.on_ping(0, "");
+  Boundary() {
+    add_manual("guide");
+    add_main_portal();
   }
-  Recorder browser;
 };
 
 // A function at a time: the whole of them would take a machine under load longer than a test may.
@@ -230,7 +220,7 @@ TEST_F(Boundary, ManyRootsThatNobodyServesComeBack) {
   Buffer out;
   SetOlhDocPath(many_roots.c_str());
   ASSERT_EQ(OlhGetDocPath(out.text), OLH_RESULT_OK);
-  EXPECT_EQ(std::string(out.text), dir + "/docs") << "nobody listens there";
+  EXPECT_EQ(std::string(out.text), root) << "nobody listens there";
 }
 
 TEST_F(Boundary, AFailedAllocationIsAnOrdinaryFailure) {
@@ -247,7 +237,7 @@ TEST_F(Boundary, AFailedAllocationIsAnOrdinaryFailure) {
       ASSERT_TRUE(call.may_answer(result)) << call.name << " after " << successes << ": " << result;
       if (enough) break;
     }
-  OlhSetDocPath((dir + "/docs").c_str());
+  OlhSetDocPath(root.c_str());
   EXPECT_EQ(OlhHelpTest("guide", "Intro"), OLH_RESULT_OK) << "and afterwards all is as before";
 }
 

@@ -29,17 +29,14 @@ TEST(Address, FileAndBack) {
 }
 
 TEST(DesktopEntry, ExecLineIsSplitIntoWords) {
-  const struct {
-    const char* line;
-    Words words;
-  } cases[] = {
+  const std::pair<const char*, Words> cases[] = {
       {"firefox %u", {"firefox", "%u"}},
       {R"("/opt/my browser/run" --flag="a b"  %U)", {"/opt/my browser/run", "--flag=a b", "%U"}},
       {R"(sh -c "echo \"\$x\" \\")", {"sh", "-c", R"(echo "$x" \)"}},
       {"a \"\" b", {"a", "", "b"}},
       {"", {}},
   };
-  for (const auto& test : cases) EXPECT_EQ(olh_viewers::exec_words(test.line), test.words) << test.line;
+  for (const auto& [line, words] : cases) EXPECT_EQ(olh_viewers::exec_words(line), words) << line;
 }
 
 TEST(Programs, LinesForAPlace) {
@@ -84,11 +81,7 @@ TEST(TopicPage, LedThroughTheTable) {
     const auto found = files.find(url);
     return found == files.end() ? "" : found->second;
   };
-  const struct {
-    const char* url;
-    const char* page;
-    const char* missing;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"file:///d/g/index.htm#context=&topic=intro&single=popup", "file:///d/g/intro.htm", ""},
       {"file:///d/g/index.htm#context=&topic=IN-TRO", "file:///d/g/index.htm", "IN-TRO"},
       {"file:///d/g/index.htm#context=&topic=indented", "file:///d/g/index.htm", "indented"},
@@ -101,10 +94,10 @@ TEST(TopicPage, LedThroughTheTable) {
       {"file:///d/index.html#query=x&tab=search", "file:///d/tomedecks/basic.htm", ""},
       {"file:///e/index.html?x", "file:///e/index.html?x", ""},
   };
-  for (const auto& test : cases) {
-    const olh_viewers::TextPage page = olh_viewers::page_without_scripts(test.url, fetch);
-    EXPECT_EQ(page.url, test.page) << test.url;
-    EXPECT_EQ(page.missing, test.missing) << test.url;
+  for (const auto& [url, page, missing] : cases) {
+    const olh_viewers::TextPage led = olh_viewers::page_without_scripts(url, fetch);
+    EXPECT_EQ(led.url, page) << url;
+    EXPECT_EQ(led.missing, missing) << url;
   }
 }
 
