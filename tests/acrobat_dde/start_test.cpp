@@ -7,10 +7,8 @@
 
 namespace {
 
-using olh_test::Recorder;
-using olh_test::Words;
-
-using ReaderStart = olh_test::Scratch;
+using namespace olh_test;
+using ReaderStart = Scratch;
 
 // A start takes two seconds: each case has a thread, a launcher and a reader of its own.
 TEST_F(ReaderStart, CommandLines) {

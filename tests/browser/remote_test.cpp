@@ -7,10 +7,9 @@
 
 namespace {
 
-using olh_test::Recorder;
-using olh_test::Words;
+using namespace olh_test;
 
-class BrowserRemote : public olh_test::Scratch {
+class BrowserRemote : public Scratch {
  protected:
   static int ping(std::string program) { return OlhBrowser().mozRemotePing(program.data()); }
 
@@ -37,7 +36,7 @@ TEST_F(BrowserRemote, OutputTellsWhetherABrowserRuns) {
 
 TEST_F(BrowserRemote, ProgramThatCannotBeAskedCountsAsRunning) {
   EXPECT_EQ(ping("/no/such/browser"), OLH_RESULT_OK);
-  const olh_test::Limit no_descriptors(RLIMIT_NOFILE, 0);
+  const Limit no_descriptors(RLIMIT_NOFILE, 0);
   EXPECT_EQ(ping("/no/such/browser"), OLH_RESULT_OK);
 }
 

@@ -8,8 +8,7 @@
 
 namespace {
 
-using olh_test::Recorder;
-using olh_test::Words;
+using namespace olh_test;
 using Calls = std::vector<Words>;
 
 const Words kPing = {"-remote", "ping()"};
@@ -17,7 +16,7 @@ const Words kPing = {"-remote", "ping()"};
 Words remote(const std::string& url) { return {"-remote", "openURL(" + url + ",new-tab)"}; }
 
 // The user's browser: one that runs, unless a test says otherwise.
-class BrowserShow : public olh_test::Scratch {
+class BrowserShow : public Scratch {
  protected:
   BrowserShow() {
     browser.on_ping(0, "");

@@ -11,9 +11,8 @@
 
 namespace {
 
-using TraceLog = olh_test::Scratch;
-using olh_test::read_file;
-using olh_test::standard_error_of;
+using namespace olh_test;
+using TraceLog = Scratch;
 
 TEST_F(TraceLog, CallLinesStopAtTheFirstMissingArgument) {
   std::string log = dir + "/log";
@@ -109,7 +108,7 @@ TEST_F(TraceLog, VersionHasNoResultLineAndNothingHasNoLine) {
   EXPECT_EQ(read_file(log), "OlhVersion( \"v4.3_2.1\" );\n");
 }
 
-using DebugOutput = olh_test::Scratch;
+using DebugOutput = Scratch;
 
 TEST_F(DebugOutput, IsOnForAnyNonEmptyValueAndReadAgainAtAHelpCallAndATest) {
   const auto lines = [](const char* value, int (*call)()) {

@@ -2,8 +2,7 @@
 
 namespace {
 
-using olh_test::HelpScene;
-using olh_test::read_file;
+using namespace olh_test;
 
 class ViewerPaths : public HelpScene {
  protected:

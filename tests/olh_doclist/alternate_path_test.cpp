@@ -3,10 +3,9 @@
 
 namespace {
 
-using olh_test::read_file;
-using olh_test::Roots;
+using namespace olh_test;
 
-class AlternatePath : public olh_test::PathScene {
+class AlternatePath : public PathScene {
  protected:
   AlternatePath() {
     for (const char* const name : {"a", "b", "env", "host"}) make_root(name);

@@ -6,11 +6,7 @@
 
 namespace {
 
-using olh_test::Found;
-using olh_test::HttpServer;
-using olh_test::kUntouched;
-using olh_test::LookupScene;
-using olh_test::Words;
+using namespace olh_test;
 
 struct Lookup {
   const char* name;

@@ -5,12 +5,8 @@
 
 namespace {
 
-using olh_test::Found;
-using olh_test::HttpServer;
-using olh_test::kUntouched;
-using olh_test::Words;
-
-using LookupHtml = olh_test::LookupScene;
+using namespace olh_test;
+using LookupHtml = LookupScene;
 
 TEST_F(LookupHtml, TestsEachCandidateOnceInOrder) {
   HttpServer server(Words{});

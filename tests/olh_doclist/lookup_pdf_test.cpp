@@ -5,12 +5,8 @@
 
 namespace {
 
-using olh_test::Found;
-using olh_test::HttpServer;
-using olh_test::kUntouched;
-using olh_test::Words;
-
-using LookupPdf = olh_test::LookupScene;
+using namespace olh_test;
+using LookupPdf = LookupScene;
 
 TEST_F(LookupPdf, TestsEachCandidateOnceInOrder) {
   HttpServer server(Words{});

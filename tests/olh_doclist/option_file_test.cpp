@@ -8,16 +8,15 @@
 
 namespace {
 
+using namespace olh_test;
+
 constexpr int kBrowser = 1;
 constexpr int kReader = 2;
 constexpr int kAltPath = 3;
 constexpr int kUserFile = 1;
 constexpr int kTreeFile = 2;
 
-using olh_test::read_file;
-using olh_test::Words;
-
-class OptionFile : public olh_test::Scratch {
+class OptionFile : public Scratch {
  protected:
   OptionFile() {
     char root_path[OLH_BUFFER_SIZE] = "";
@@ -203,13 +202,13 @@ TEST_F(OptionFile, AMissingHomeIsMadeWithoutRunningItsName) {
   EXPECT_NE(read_file(new_home + "/.qel_viewer_config.ini"), "");
   EXPECT_NE(access("owned", F_OK), 0);
   set("HOME", dir + "/no/such/parent");
-  const std::string said = olh_test::standard_error_of([this] { EXPECT_EQ(set_user(kBrowser, "/b"), 5); });
+  const std::string said = standard_error_of([this] { EXPECT_EQ(set_user(kBrowser, "/b"), 5); });
   EXPECT_NE(said.find("/no/such/parent"), std::string::npos);
 }
 
 // One that does not fit is not taken for none, and mkdir gets no option.
 TEST_F(OptionFile, AHomeThatCannotBeNamedIsNotMade) {
-  const olh_test::Recorder mkdir_program = add_viewer("mkdir");
+  const Recorder mkdir_program = add_viewer("mkdir");
   for (const std::string& odd : {"/" + std::string(4095, 'h'), std::string("-x")}) {
     set("HOME", odd);
     EXPECT_EQ(set_user(kBrowser, "/b"), 5);

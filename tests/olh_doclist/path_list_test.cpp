@@ -3,10 +3,9 @@
 
 namespace {
 
-using olh_test::Root;
-using olh_test::Roots;
+using namespace olh_test;
 
-class PathLists : public olh_test::PathScene {
+class PathLists : public PathScene {
  protected:
   void append(Roots added) {
     for (Root& root : added)

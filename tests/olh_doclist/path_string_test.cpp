@@ -6,10 +6,9 @@
 
 namespace {
 
-using olh_test::Roots;
-using olh_test::Words;
+using namespace olh_test;
 
-class PathStrings : public olh_test::PathScene {
+class PathStrings : public PathScene {
  protected:
   int split(std::string text) {
     locator.ClearPathList(list);
@@ -78,7 +77,7 @@ TEST_F(PathStrings, AcceptedElementsCarryWhatTheStringBrings) {
 }
 
 TEST_F(PathStrings, UrlWithPortIsJoinedAgain) {
-  const olh_test::HttpServer server({"/docs/htmldocs/qelhelp.htm", "/more/htmldocs/qelhelp.htm"});
+  const HttpServer server({"/docs/htmldocs/qelhelp.htm", "/more/htmldocs/qelhelp.htm"});
   EXPECT_EQ(split(server.url("/docs/") + ":" + make_root("a") + ":" + server.url("//more")), 4);
   EXPECT_EQ(paths(), server.url("/docs") + " @/a " + server.url("/more"));
 }

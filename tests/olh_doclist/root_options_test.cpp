@@ -4,10 +4,9 @@
 
 namespace {
 
-using olh_test::Roots;
-using olh_test::Words;
+using namespace olh_test;
 
-class RootOptions : public olh_test::PathScene {
+class RootOptions : public PathScene {
  protected:
   // Reads the options of the root "root", which hold this text.
   void read(const std::string& text) {
@@ -35,7 +34,7 @@ TEST_F(RootOptions, UrlIsARootByOneOfTwoPages) {
       {{"/d/pdfdocs"}, 0, {"/d/htmldocs/qelhelp.htm", "/d/tomedecks/index.html"}},
   };
   for (const auto& [served, result, asked] : cases) {
-    const olh_test::HttpServer server(served);
+    const HttpServer server(served);
     EXPECT_EQ(locator.ValidDocPath(server.url("/d").c_str()), result);
     EXPECT_EQ(server.requested_paths(), asked);
   }

@@ -2,10 +2,9 @@
 
 namespace {
 
-using olh_test::Found;
-using olh_test::kUntouched;
+using namespace olh_test;
 
-class Topic : public olh_test::LookupScene {
+class Topic : public LookupScene {
  protected:
   void set_table(std::string_view text) { write("manual/QELdata/QELAllData.js", text); }
   Found topic(const std::string& name) { return topic_at(location(), name); }

@@ -14,13 +14,11 @@
 
 namespace {
 
-using olh_test::HttpReply;
-using olh_test::HttpServer;
-using olh_test::Words;
+using namespace olh_test;
 
 constexpr std::size_t kPartSize = 512;
 
-class UrlProbe : public olh_test::Scratch {
+class UrlProbe : public Scratch {
  protected:
   // What the probe says last, without the words that every line begins with; "" when it judges without a word.
   std::string last_words(const std::string& url, int& result) {
@@ -86,7 +84,7 @@ TEST_F(UrlProbe, MalformedUrlsAreNamed) {
 }
 
 TEST_F(UrlProbe, RequestIsOneHeadLineAndTheHostWithoutPort) {
-  const HttpServer server([](const std::string&) { return olh_test::http_status("200 OK"); });
+  const HttpServer server([](const std::string&) { return http_status("200 OK"); });
   const std::string url = server.url("/docs/x.pdf");
   EXPECT_EQ(debug_lines_of([&] { EXPECT_EQ(locator.ValidURL(url.c_str()), 1); }),
             "olh_docList::ValidURL: " + url + "\nolh_docList::ValidURL: host: 127.0.0.1, port: " +
@@ -124,7 +122,7 @@ TEST_F(UrlProbe, FirstStatusLineDecides) {
 }
 
 TEST_F(UrlProbe, WhatWouldSpoilTheRequestIsNeverSent) {
-  const HttpServer server([](const std::string&) { return olh_test::http_status("200 OK"); });
+  const HttpServer server([](const std::string&) { return http_status("200 OK"); });
   const std::string host = "127.0.0.1";
   const std::string longest = "/" + std::string(485 - host.size() - 1, 'p');
   int result = -1;
@@ -218,7 +216,7 @@ TEST_F(UrlProbe, NoDescriptorIsLeftOpen) {
   const HttpServer server([](const std::string& request) -> HttpReply {
     if (request.find("/reset") != std::string::npos) return {{}, HttpReply::kReset};
     if (request.find("/close") != std::string::npos) return {{}, HttpReply::kClose};
-    return olh_test::http_status(request.find("/there") != std::string::npos ? "200 OK" : "404 Not Found");
+    return http_status(request.find("/there") != std::string::npos ? "200 OK" : "404 Not Found");
   });
   locator.ValidURL(server.url("/there").c_str());
   server.requests();
