@@ -182,7 +182,8 @@ OLH_API int inFoundList(const char* name) OLH_NOEXCEPT;
 OLH_API int generateDocLists(char* root) OLH_NOEXCEPT;
 
 /*
- * Adds the documents of the root to lleHead and calls writeLibList.
+ * Adds the documents of the root to lleHead and calls writeLibList. An entry that was there before stands for its
+ * document: when pdfdocs has a PDF of its name, its type becomes null, without being freed.
  *
  * An HTML library's title is the second quoted argument of the last line of its data file with
  *     QELAddBookVar("DocTitle", "Title"

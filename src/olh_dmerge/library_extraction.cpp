@@ -101,12 +101,14 @@ std::string_view pdf_document_name(std::string_view file) {
 
 class PdfDocuments {
  public:
-  PdfDocuments(std::string_view root, PieceBlocks& blocks)
+  // `before` is the first entry that was there before this call.
+  PdfDocuments(std::string_view root, PieceBlocks& blocks, LibListEntry* before)
       : root_(root),
         files_(clean_path({root, kPdfDirectory})),
         added_(files_.names().size()),
         blocks_(blocks),
-        documents_(lleHead),
+        documents_(lleHead, before),
+        earlier_documents_(before),
         portal_titles_(pdfTitlesHead) {}
 
   bool add_all() {
@@ -126,18 +128,24 @@ class PdfDocuments {
     std::unordered_set<std::string_view> seen;
     for (std::size_t i = 0; i < untitled.size(); ++i) {
       const std::string_view name = pdf_document_name(files_.names()[i]);
-      if (name.empty() || documents_.find(name) != nullptr || portal_titles_.find(name) != nullptr) continue;
+      if (name.empty() || is_listed(name) || portal_titles_.find(name) != nullptr) continue;
       untitled[i] = seen.insert(name).second;
     }
     return untitled;
+  }
+
+  bool is_listed(std::string_view name) const {
+    return documents_.find(name) != nullptr || earlier_documents_.find(name) != nullptr;
   }
 
   void take(std::size_t i, bool is_read) {
     const std::string_view name = pdf_document_name(files_.names()[i]);
     if (name.empty()) return;
     if (LibListEntry* known = documents_.find(name)) {
-      // A PDF known as such is another spelling of ".pdf": a repetition.
+      // A PDF of this call is another spelling of ".pdf": a repetition.
       if (known->type != nullptr && known->type != std::string_view(kPdfType)) discard(known->type);
+    } else if (LibListEntry* earlier = earlier_documents_.find(name)) {
+      earlier->type = nullptr;  // not freed: the host may have put it there
     } else if (const LibListEntry* titled = portal_titles_.find(name)) {
       add(text_of(titled->title), i);
     } else if (!is_read) {
@@ -169,7 +177,8 @@ class PdfDocuments {
   Listing files_;
   AddedRecords added_;
   PieceBlocks& blocks_;
-  NameIndex documents_;
+  NameIndex documents_;  // of this call
+  NameIndex earlier_documents_;
   NameIndex portal_titles_;
 };
 
@@ -180,7 +189,9 @@ class PdfDocuments {
 int extractLibList(char* root) noexcept {
   const bool extracted = olh::guarded(false, [root] {
     olh::PieceBlocks blocks;
-    return olh::add_libraries(olh::text_of(root), blocks) && olh::PdfDocuments(olh::text_of(root), blocks).add_all();
+    LibListEntry* const before = lleHead;
+    return olh::add_libraries(olh::text_of(root), blocks) &&
+           olh::PdfDocuments(olh::text_of(root), blocks, before).add_all();
   });
   return extracted ? writeLibList(root) : int{DMERGE_RESULT_UNWRITABLE};
 }

@@ -16,9 +16,9 @@ namespace olh {
 
 class NameIndex {
  public:
-  // The names in the index point into the entries.
-  explicit NameIndex(LibListEntry* head) {
-    for (LibListEntry* entry = head; entry != nullptr; entry = entry->next)
+  // Of the entries from `head` up to `end`. The names in the index point into them.
+  explicit NameIndex(LibListEntry* head, const LibListEntry* end = nullptr) {
+    for (LibListEntry* entry = head; entry != end; entry = entry->next)
       if (entry->docName != nullptr) first_.try_emplace(entry->docName, entry);
   }
   // Null when there is none.

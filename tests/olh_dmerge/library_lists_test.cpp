@@ -56,6 +56,18 @@ TEST_F(LibraryLists, BothForms) {
   EXPECT_EQ(numLleEntries, 2);
 }
 
+// Whatever type it has, and even one that is not from malloc.
+TEST_F(LibraryLists, AnEntryThatWasThereBeforeExistsInBothForms) {
+  char literal[] = "pdf";
+  olh::add_document("B", "b", olh::kPdfType);
+  olh::discard(lleHead->type);
+  lleHead->type = literal;
+  put("pdfdocs/b.pdf", "pdf:Title='Other'");
+  put("pdfdocs/b.PDF", "pdf:Title='Other'");
+  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(entries(), "B|b|both;");
+}
+
 // The list is made at its head.
 TEST_F(LibraryLists, DocumentsComeInTheOrderOfTheDirectory) {
   for (const std::string name : {"m", "a", "z", "q", "c", "x", "b"}) {
