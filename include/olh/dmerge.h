@@ -199,8 +199,8 @@ OLH_API int extractLibList(char* root) OLH_NOEXCEPT;
 
 /*
  * Writes both LibList.js and the basic page from lleHead, by title; of entries with the same docName the first keeps
- * it. Without a portal directory only the list of the libraries is written; without a template, or when it cannot be
- * written, there is silently no basic page. In the template, a line with
+ * it, that of the others becomes null, without being freed. Without a portal directory only the list of the libraries is
+ * written; without a template, or when it cannot be written, there is silently no basic page. In the template, a line with
  *     <!-- Insert document list here -->     becomes the rows of the table,
  *     <!-- Insert release name here -->      becomes the releaseName, or nothing without one.
  *

@@ -44,14 +44,15 @@ Entries sorted_entries(std::pmr::memory_resource& memory) {
   return entries;
 }
 
-// Of the entries with one name the first keeps it; the others are listed nowhere any more.
+// Of the entries with one name the first keeps it; the others are listed nowhere any more. Their names are not freed: in a
+// run no name comes twice, and a host may have put there what is not from malloc.
 void remove_repeated_names(Entries& entries) {
   std::pmr::monotonic_buffer_resource memory;
   std::pmr::unordered_set<std::string_view> names(&memory);
   names.reserve(entries.size());
   for (ListedEntry& entry : entries) {
     if (!entry.is_listed || names.insert(entry.name).second) continue;
-    discard(entry.record->docName);
+    entry.record->docName = nullptr;
     entry.is_listed = false;
   }
 }
