@@ -4,12 +4,11 @@
 #include <cstring>
 
 #include "desktop_default.h"
+#include "fuzz.h"
 #include "olh-browser/browser.h"
 #include "olh-pdf-reader/reader.h"
 #include "olh-recorder/records.h"
-#include "parts.h"
 #include "pdf_places.h"
-#include "scratch.h"
 #include "url.h"
 
 namespace {
@@ -78,13 +77,12 @@ void check_records(const std::string& text, const Words& words) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  std::vector<std::string> words = parts_of(data, size, 4);
+void try_input(const std::string& input) {
+  std::vector<std::string> words = parts_of(input, 4);
   const std::string text = words.back();
   words.pop_back();
   check_requests(text, words);
   check_address(text);
   check_readers(text, words);
   check_records(text, words);
-  return 0;
 }

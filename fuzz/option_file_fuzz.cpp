@@ -2,14 +2,8 @@
 // can read the new one, gives the value back from it, and finds the other keys as they were.
 #include <iniparser.h>
 
-#include <cstdint>
-#include <iterator>
-#include <string>
-#include <string_view>
-#include <vector>
-
+#include "fuzz.h"
 #include "olh/support.h"
-#include "scratch.h"
 
 namespace {
 
@@ -33,11 +27,11 @@ int quiet(const char*, ...) { return 0; }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+void try_input(const std::string& input) {
+  if (input.empty()) return;
   iniparser_set_error_callback(quiet);
-  const std::size_t key = data[0] % 2;
-  const std::string_view old(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const std::size_t key = static_cast<unsigned char>(input[0]) % 2;
+  const std::string old = input.substr(1);
   setenv("HOME", scratch().c_str(), 1);
   const std::string path = scratch() + "/.qel_viewer_config.ini";
   write_file(path, old);
@@ -58,5 +52,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       expect(named || other == key || after[other] == before[other], "another key keeps its value");
   }
   expect(SetIniFile(code, kValue, 1) == OLH_RESULT_OK && read_file(path) == once, "setting it again changes nothing");
-  return 0;
 }

@@ -2,10 +2,9 @@
 // which order, and what is left of repeated roots.
 #include <algorithm>
 
+#include "fuzz.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
-#include "parts.h"
-#include "scratch.h"
 #include "web.h"
 
 namespace {
@@ -90,8 +89,8 @@ std::string with_directory(const std::string& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::vector<std::string> parts = parts_of(data, size, 2);
+void try_input(const std::string& input) {
+  const std::vector<std::string> parts = parts_of(input, 2);
   const std::string paths = with_directory(parts[1].c_str());
   answer_with(parts[0].size() % 2 == 0 ? "HTTP/1.1 200 OK\r\n" : "HTTP/1.1 404 Not Found\r\n");
   olh_docList locator;
@@ -109,5 +108,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string& root : roots)
     if (std::find(once.begin(), once.end(), root) == once.end()) once.push_back(root);
   expect(roots_in(locator.mDocPathList) == once, "each root once");
-  return 0;
 }

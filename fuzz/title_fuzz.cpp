@@ -1,12 +1,9 @@
 // A PDF of any bytes: the search in blocks finds what the rule finds piece by piece.
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <string>
 
-#include "expect.h"
+#include "fuzz.h"
 #include "piece_blocks.h"
 #include "script_line.h"
 #include "title_scan.h"
@@ -26,14 +23,15 @@ std::string plain_title(std::string_view bytes) {
 
 // The input with runs of one byte in it, so that a short input reaches the ends of pieces and blocks: 0x01 N M stands for
 // N * 1,021 + M times "x".
-std::string grown(const std::uint8_t* data, std::size_t size) {
+std::string grown(const std::string& input) {
+  const auto number_at = [&input](std::size_t i) { return static_cast<unsigned char>(input[i]); };
   std::string bytes;
-  for (std::size_t i = 0; i < size; ++i) {
-    if (data[i] == 1 && i + 2 < size && bytes.size() < 1U << 20U) {
-      bytes.append(data[i + 1] * 1021U + data[i + 2], 'x');
+  for (std::size_t i = 0; i < input.size(); ++i) {
+    if (input[i] == 1 && i + 2 < input.size() && bytes.size() < 1U << 20U) {
+      bytes.append(number_at(i + 1) * 1021U + number_at(i + 2), 'x');
       i += 2;
     } else {
-      bytes += static_cast<char>(data[i]);
+      bytes += input[i];
     }
   }
   return bytes;
@@ -41,13 +39,12 @@ std::string grown(const std::uint8_t* data, std::size_t size) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string bytes = grown(data, size);
+void try_input(const std::string& input) {
+  const std::string bytes = grown(input);
   olh::UniqueFd file(memfd_create("pdf", MFD_CLOEXEC));
   expect(write(file.get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "the bytes are there");
   lseek(file.get(), 0, SEEK_SET);
   static olh::PieceBlocks blocks;
   blocks.start({std::move(file), bytes.size()});
   expect(olh::pdf_title(blocks) == plain_title(bytes), "the title of the slow rule");
-  return 0;
 }
