@@ -36,7 +36,7 @@ enum Status : int {
   kNotFound = 404,
   kOnlyGet = 405,
   kBadRange = 416,
-  kFailed = 500
+  kBroken = 500
 };
 
 // What a page may do from file:// it may do here. It talks to no other server of this machine, and no foreign page shows
@@ -133,7 +133,7 @@ class PageServer::Core {
       return httplib::Server::HandlerResponse::Handled;
     });
     server_.set_exception_handler(
-        [](const Request&, Response& response, const std::exception_ptr&) { response.status = kFailed; });
+        [](const Request&, Response& response, const std::exception_ptr&) { response.status = kBroken; });
   }
 
   std::string bind(int port) {
@@ -151,12 +151,18 @@ class PageServer::Core {
   void run() { server_.listen_after_bind(); }
 
  private:
-  struct Threads : httplib::ThreadPool {
-    explicit Threads(Core& owner) : ThreadPool(kThreads), core(owner) {}
+  // What `enqueue` returns differs between versions of the library.
+  using Enqueued = decltype(std::declval<httplib::TaskQueue&>().enqueue({}));
+
+  struct Threads : httplib::TaskQueue {
+    explicit Threads(Core& owner) : core(owner) {}
+    Enqueued enqueue(std::function<void()> work) override { return pool.enqueue(std::move(work)); }
+    void shutdown() override { pool.shutdown(); }
     void on_idle() override {
       if (core.options_.is_over(std::time(nullptr) - core.last_request_)) core.server_.stop();
     }
     Core& core;
+    httplib::ThreadPool pool{kThreads};
   };
 
   void answer(Request& request, Response& response) {

@@ -23,7 +23,7 @@ constexpr long kIdleSeconds = 3600;
 constexpr long kJustUsed = 30;  // seconds; long enough for a look to fall into them
 // A caller who never ends a request harms nothing but the server.
 constexpr rlim_t kMostMoreMemory = rlim_t{1} << 30;
-constexpr int kFailed = 2;
+constexpr int kNoServer = 2;
 
 // Code that only a start or a page needed is given back; what is needed again comes from the files of the libraries.
 int give_back_code(dl_phdr_info* object, std::size_t, void*) {
@@ -69,7 +69,7 @@ int serve_in_background() {
   const olh_viewers::ServeState state(said);
   if (!state) {
     std::fprintf(stderr, "olh-serve: %s.\n", said.c_str());
-    return kFailed;
+    return kNoServer;
   }
   if (!state.address().empty()) return 0;
   olh_viewers::LockedFile announced;
@@ -81,7 +81,7 @@ int serve_in_background() {
   if (!address.empty()) announced = state.announce(address);
   if (!announced || daemon(0, 0) != 0) {
     std::fprintf(stderr, "olh-serve: no port can be opened, or its address cannot be written down.\n");
-    return kFailed;
+    return kNoServer;
   }
   be_modest();
   rest();

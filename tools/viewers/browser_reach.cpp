@@ -78,7 +78,7 @@ std::string address_for(const Choice& browser, const std::string& url, const Tra
   if (!is_file_url(url)) return url;
   const Way way = way_to(browser);
   std::string said;
-  const std::string served = way.is_served ? served_address(url, said) : "";
+  std::string served = way.is_served ? served_address(url, said) : "";
   if (!served.empty()) {
     trace.note("served, since " + way.why);
     return served;
