@@ -13,7 +13,7 @@
  *     portals, their names, in one string, with every "\" turned into "/".
  *  3. A list is written beside the old file (NAME.new) and takes its place in one step: a page never reads
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
- *     An old file that says the same stays, with its date, and the callback hears of it all the same. A list that
+ *     An old file that says the same gets a new date only, and the callback hears of it all the same. A list that
  *     this process may not read is written and not told. A list that is write-protected, or one to replace in a
  *     directory that is, cannot be written. Two runs at one time write each list one after the other; the second
  *     waits for about a second. One that was killed may leave NAME.new, which goes when the list is next replaced.

@@ -1,6 +1,7 @@
 #include "generated_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "file_replacement.h"
@@ -19,8 +20,8 @@ bool may(const std::string& path, int what) noexcept {
   return faccessat(AT_FDCWD, path.c_str(), what, AT_EACCESS) == 0;
 }
 
-// Whether a file holds just this text. What a stranger's link leads to is not looked at.
-bool holds(const std::string& path, std::string_view text) {
+// Gives a file that holds just this text a new date. What a stranger's link leads to is not looked at.
+bool renew(const std::string& path, std::string_view text) {
   const RegularFile file = open_regular_file(FileReplacement::target_of(path).c_str(), AT_FDCWD, O_NOFOLLOW);
   if (!file || file.size != text.size()) return false;
   char block[8 * 1024];
@@ -29,7 +30,7 @@ bool holds(const std::string& path, std::string_view text) {
     if (got <= 0 || !text.starts_with(std::string_view(block, static_cast<std::size_t>(got)))) return false;
     text.remove_prefix(static_cast<std::size_t>(got));
   }
-  return true;
+  return futimens(file.descriptor.get(), nullptr) == 0;
 }
 
 // A list can be made again, so nobody waits for the disk. It takes the place of a link that a stranger has put there.
@@ -55,7 +56,7 @@ bool can_be_written(const std::string& path) {
 }
 
 bool store_list(const std::string& path, std::string_view text) {
-  return can_be_written(path) && (holds(path, text) || replace(path, text));
+  return can_be_written(path) && (renew(path, text) || replace(path, text));
 }
 
 bool put_list(std::string path, std::string_view text) {
