@@ -17,6 +17,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kPatience{1};
 // Short, since a writer that is at it again and again leaves the name free for as short a time.
 constexpr timespec kPause = {0, 100'000};
+constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 // Whether this descriptor has the lock now. Where a file system knows no locks, everybody has it.
 bool is_locked(int fd) noexcept {
@@ -34,7 +35,6 @@ bool is_at(int fd, const char* name) noexcept {
 // Opens what stands there, for its lock alone; some file systems lock only what may be written. Empty when it is a link, or
 // nothing that may be opened.
 UniqueFd open_for_lock(const char* name) noexcept {
-  constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   UniqueFd fd(::open(name, O_WRONLY | kFlags));
   return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_RDONLY | kFlags));
 }
@@ -79,6 +79,16 @@ UniqueFd create_exclusively(const std::string& name, mode_t mode) {
     if (former == Former::kInUse) nanosleep(&kPause, nullptr);
   } while (Clock::now() < end);
   return {};
+}
+
+UniqueFd open_exclusively(const std::string& name) {
+  const Clock::time_point end = Clock::now() + kPatience;
+  UniqueFd fd(::open(name.c_str(), O_WRONLY | kFlags));
+  struct stat status = {};
+  if (!fd || fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  for (; !is_locked(fd.get()); nanosleep(&kPause, nullptr))
+    if (Clock::now() >= end) return {};
+  return fd;
 }
 
 }  // namespace olh

@@ -4,10 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
+#include "exclusive_file.h"
 #include "file_replacement.h"
 #include "olh/dmerge.h"
 #include "regular_file.h"
 #include "retry.h"
+#include "write_signals.h"
 
 namespace olh {
 
@@ -33,12 +37,34 @@ bool renew(const std::string& path, std::string_view text) {
   return futimens(file.descriptor.get(), nullptr) == 0;
 }
 
+bool may_create_beside(const std::string& file) { return may(file.substr(0, file.rfind('/') + 1), W_OK | X_OK); }
+
 // A list can be made again, so nobody waits for the disk. It takes the place of a link that a stranger has put there.
 bool replace(const std::string& path, std::string_view text) {
   FileReplacement file(path, FileReplacement::Durability::kCached, kLink);
   if (!file) return false;
   file.write(text);
   return file.commit();
+}
+
+// Whether the disk has room for a file of this size, as far as the file system tells.
+bool has_room_for(int file, off_t size) noexcept {
+  if (size == 0 || retry_interrupted([&] { return fallocate(file, 0, 0, size); }) == 0) return true;
+  return errno == EOPNOTSUPP || errno == ENOSYS;
+}
+
+// For a directory where nothing may be created. Room is asked for first: what broke off half way could not be undone.
+bool write_in_place(const std::string& path, std::string_view text) {
+  const WriteSignalsHeldBack quiet;
+  UniqueFd file = open_exclusively(path);
+  const auto size = static_cast<off_t>(text.size());
+  if (!file || !has_room_for(file.get(), size)) return false;
+  while (!text.empty()) {
+    const ssize_t put = retry_interrupted([&] { return ::write(file.get(), text.data(), text.size()); });
+    if (put <= 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(put));
+  }
+  return ftruncate(file.get(), size) == 0 && file.close();
 }
 
 }  // namespace
@@ -49,14 +75,15 @@ bool can_be_written(const std::string& path) {
     case FileReplacement::Former::kFile:
       return may(target, W_OK);
     case FileReplacement::Former::kNone:
-      return may(target.substr(0, target.rfind('/') + 1), W_OK | X_OK);
+      return may_create_beside(target);
     default:
       return false;
   }
 }
 
 bool store_list(const std::string& path, std::string_view text) {
-  return can_be_written(path) && (renew(path, text) || replace(path, text));
+  if (!can_be_written(path)) return false;
+  return renew(path, text) || replace(path, text) || (!may_create_beside(path) && write_in_place(path, text));
 }
 
 bool put_list(std::string path, std::string_view text) {

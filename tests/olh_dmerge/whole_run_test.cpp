@@ -1,9 +1,12 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "dmerge_scene.h"
 #include "olh/support.h"
+#include "unique_fd.h"
 
 namespace {
 
@@ -141,20 +144,50 @@ TEST_F(WholeRun, AListingThatBreaksOffIsNoShorterList) {
 }
 
 // A superuser may write everything: the run is made with the rights of somebody who may not.
-TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
+[[noreturn]] void run_as_nobody(const std::string& root) {
   constexpr uid_t kNobody = 65534;
+  if (geteuid() == 0 && seteuid(kNobody) != 0) _exit(-1);
+  _exit(dmerge(root.c_str(), nullptr));
+}
+
+TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
   make("htmldocs/QEL/lib");
   const std::string list = put("htmldocs/QEL/lib/LibList.js", "earlier\n");
   fs::permissions(list, fs::perms::owner_read | fs::perms::others_read);
   for (const fs::path& place : {fs::path(root).parent_path(), fs::path(root), fs::path(list).parent_path()})
     fs::permissions(place, fs::perms::all);
-  EXPECT_EXIT(
-      {
-        if (geteuid() == 0 && seteuid(kNobody) != 0) _exit(1);
-        _exit(dmerge(root.c_str(), nullptr));
-      },
-      testing::ExitedWithCode(DMERGE_RESULT_UNWRITABLE), "");
+  EXPECT_EXIT(run_as_nobody(root), testing::ExitedWithCode(DMERGE_RESULT_UNWRITABLE), "");
   EXPECT_EQ(get("htmldocs/QEL/lib/LibList.js"), "earlier\n");
+}
+
+// Nothing may be created in the directories of the lists: these themselves are written.
+TEST_F(WholeRun, AListIsWrittenInPlaceWhereNothingMayBeCreated) {
+  fs::copy(kResources + "/root", root, fs::copy_options::recursive);
+  for (const std::string& place : {dir, root}) fs::permissions(place, fs::perms::all);
+  constexpr fs::perms kReadOnly{0555};
+  const auto protect = [&](fs::perms perms) {
+    for (const std::string& list : kLists) fs::permissions(fs::path(in_root(list)).parent_path(), perms);
+  };
+  for (const std::string& list : kLists) fs::permissions(put(list, std::string(1000, 'x')), fs::perms::all);
+  protect(kReadOnly);
+  EXPECT_EXIT(run_as_nobody(root), testing::ExitedWithCode(DMERGE_RESULT_OK), "");
+  expect_the_expected_lists();
+
+  const std::string flag = put(kLists.back(), "untouched");
+  const auto expect_a_failure = [&] {
+    protect(kReadOnly);
+    EXPECT_EXIT(run_as_nobody(root), testing::ExitedWithCode(DMERGE_RESULT_UNWRITABLE), "");
+    EXPECT_EQ(olh_test::read_file(flag), "untouched");
+    protect(fs::perms::all);
+  };
+  {
+    const olh::UniqueFd writer(open(flag.c_str(), O_RDONLY));
+    ASSERT_EQ(flock(writer.get(), LOCK_EX), 0);
+    expect_a_failure();
+  }
+  fs::rename(flag, flag + ".txt");
+  fs::create_symlink(flag + ".txt", flag);
+  expect_a_failure();
 }
 
 // Whatever it leads to: the caller's own file, one of root's that holds the list's very text, or nothing.

@@ -43,14 +43,16 @@ std::string why_unreadable(const std::string& file) {
   return fs::is_regular_file(file) ? "reading it failed" : "it is no regular file";
 }
 
-// Why a list cannot be put in its place; a list is put together beside the old one, as NAME.new.
+// Why a list cannot be put in its place; a list is put together beside the old one, as NAME.new, or where nothing may be
+// created there, in its place.
 std::string why_unwritable(const std::string& file) {
   const std::string directory = fs::path(file).parent_path();
   std::error_code failed;
   if (!fs::is_directory(directory, failed)) return "there is no directory " + directory;
   if (fs::exists(file, failed) && !fs::is_regular_file(file, failed)) return "it is no regular file";
-  if (access(file.c_str(), W_OK) != 0 && errno != ENOENT) return system_reason();
-  if (access(directory.c_str(), W_OK | X_OK) != 0) return directory + ": " + system_reason();
+  const bool is_there = access(file.c_str(), F_OK) == 0;
+  if (is_there && access(file.c_str(), W_OK) != 0) return system_reason();
+  if (!is_there && access(directory.c_str(), W_OK | X_OK) != 0) return directory + ": " + system_reason();
   if (fs::is_directory(file + ".new", failed)) return "the directory " + file + ".new is in its way";
   struct statvfs disk = {};
   if (statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0) return "the disk is full";
