@@ -12,7 +12,7 @@
 namespace olh_test {
 
 // What the callback heard, as paths below the root.
-inline std::vector<std::string> heard;
+inline Words heard;
 inline std::string heard_root;
 
 extern "C" inline int hear(char* path) {
@@ -35,11 +35,15 @@ class DmergeScene : public Scratch {
   std::string get(const std::string& relative) const { return read_file(in_root(relative)); }
   void make(const std::string& relative) const { make_directory("docs/" + relative); }
 
-  // Everything that `work` prints.
-  static std::string printed_by(const std::function<void()>& work) {
+  // Everything that `work` prints, shortened.
+  std::string printed_by(const std::function<void()>& work) const {
     testing::internal::CaptureStdout();
     work();
-    return testing::internal::GetCapturedStdout();
+    return shortened(testing::internal::GetCapturedStdout());
+  }
+  // The same of a call that has to have this result.
+  std::string printed_with(int result, const std::function<int()>& call) const {
+    return printed_by([&] { EXPECT_EQ(call(), result); });
   }
 
   std::string root;

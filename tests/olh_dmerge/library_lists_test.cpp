@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <cstring>
 
 #include "dmerge_scene.h"
 #include "registries.h"
@@ -11,6 +8,10 @@ namespace {
 class LibraryLists : public olh_test::DmergeScene {
  protected:
   LibraryLists() { make("htmldocs/QEL/lib"); }
+  void expect_entries(const std::string& expected) {
+    EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
+    EXPECT_EQ(entries(), expected);
+  }
   // The entries as "title|name|type;", the one added last first.
   static std::string entries() {
     std::string text;
@@ -22,10 +23,7 @@ class LibraryLists : public olh_test::DmergeScene {
 };
 
 TEST_F(LibraryLists, NamesOfPdfs) {
-  const struct {
-    const char* file;
-    const char* entry;
-  } cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"a.pdf", "a.pdf|a|pdf;"},
       {"A.PdF", "A.PdF|A|pdf;"},
       {"a.b.pdf", "a.b.pdf|a.b|pdf;"},
@@ -36,11 +34,10 @@ TEST_F(LibraryLists, NamesOfPdfs) {
       {"apdf", ""},
       {"a.pdf.", ""},
   };
-  for (const auto& test : cases) {
+  for (const auto& [file, entry] : cases) {
     clearLibList();
-    const std::string path = put(std::string("pdfdocs/") + test.file, "%PDF");
-    EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
-    EXPECT_EQ(entries(), test.entry) << test.file;
+    const std::string path = put("pdfdocs/" + file, "%PDF");
+    expect_entries(entry);
     std::filesystem::remove(path);
   }
 }
@@ -51,8 +48,7 @@ TEST_F(LibraryLists, BothForms) {
   put("pdfdocs/a.PDF", "pdf:Title='Other'");
   put("pdfdocs/b.pdf", "pdf:Title='B'");
   put("pdfdocs/b.PDF", "pdf:Title='B'");
-  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
-  EXPECT_EQ(entries(), "B|b|pdf;A|a|both;");
+  expect_entries("B|b|pdf;A|a|both;");
   EXPECT_EQ(numLleEntries, 2);
 }
 
@@ -81,15 +77,13 @@ TEST_F(LibraryLists, DocumentsComeInTheOrderOfTheDirectory) {
   }
   for (const auto& entry : std::filesystem::directory_iterator(in_root("pdfdocs")))
     expected.insert(0, entry.path().filename().string().append("|").append(entry.path().stem()).append("|pdf;"));
-  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
-  EXPECT_EQ(entries(), expected);
+  expect_entries(expected);
 }
 
 TEST_F(LibraryLists, APdfThatCannotBeReadStandsInNobodysWay) {
   make("pdfdocs/a.pdf");
   put("pdfdocs/a.PDF", "pdf:Title='A'");
-  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
-  EXPECT_EQ(entries(), "A|a|pdf;");
+  expect_entries("A|a|pdf;");
 }
 
 // A backslash in a name counts as a slash; one in front must not lead out of the root.
@@ -102,8 +96,7 @@ TEST_F(LibraryLists, ABackslashLeadsNoDocumentOutOfTheRoot) {
   put("pdfdocs/" + outside + ".pdf", "pdf:Title='C'");
   put("htmldocs/a/b/QELdata/QELAllData.js", "QELAddBookVar(\"DocTitle\",\"D\");");
   make("htmldocs/a\\b");
-  EXPECT_EQ(extractLibList(root.data()), DMERGE_RESULT_OK);
-  EXPECT_EQ(entries(), "D|a\\b|html;");
+  expect_entries("D|a\\b|html;");
 }
 
 TEST_F(LibraryLists, SortedByBytesAndEachNameOnce) {
@@ -132,8 +125,8 @@ TEST_F(LibraryLists, WithoutPortalsOnlyTheirOwnList) {
   EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_OK);
   EXPECT_EQ(numRegisteredFiles, 1);
   make("tomedecks/qel_td");
-  EXPECT_EQ(printed_by([&] { EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_UNWRITABLE); }),
-            "ERROR: writeLibList: unable to open " + in_root("tomedecks/qel_td/js/LibList.js") + "\n");
+  EXPECT_EQ(printed_with(DMERGE_RESULT_UNWRITABLE, [&] { return writeLibList(root.c_str()); }),
+            "ERROR: writeLibList: unable to open @/docs/tomedecks/qel_td/js/LibList.js\n");
 }
 
 TEST_F(LibraryLists, BasicPage) {
@@ -144,19 +137,16 @@ TEST_F(LibraryLists, BasicPage) {
       "<a href=\"../htmldocs/d/index.htm\" class=\"doctagging\" target=\"_blank\">HTM</a>\n"
       "</td></tr>\n";
   const std::string list_mark = "<!-- Insert document list here -->";
-  const struct {
-    std::string page_template;
-    std::string page;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"a\r\nb", "a\r\nb"},
       {"x" + list_mark + "y\n" + list_mark, rows + rows},
       {"a\n <!-- Insert release name here -->\nb\n", "a\nb\n"},
       {"<!-- insert document list here -->\n", "<!-- insert document list here -->\n"},
   };
-  for (const auto& test : cases) {
-    put("tomedecks/common/html/basic.htm", test.page_template);
+  for (const auto& [page_template, page] : cases) {
+    put("tomedecks/common/html/basic.htm", page_template);
     EXPECT_EQ(writeLibList(root.c_str()), DMERGE_RESULT_OK);
-    EXPECT_EQ(get("tomedecks/basic.htm"), test.page);
+    EXPECT_EQ(get("tomedecks/basic.htm"), page);
   }
 }
 

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 
 #include "dmerge_scene.h"
@@ -29,11 +27,7 @@ class PortalList : public olh_test::DmergeScene {
 };
 
 TEST_F(PortalList, LinesOfTheSource) {
-  const struct {
-    const char* what;
-    const char* source;
-    const char* installed;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"comments stay", "//List.fAddItem( \"A\", \"no_td\" );\n", "//List.fAddItem( \"A\", \"no_td\" );\n"},
       {"but only at the first character", " //List.fAddItem( \"A\", \"no_td\" );\n", ""},
       {"an installed portal stays", "List.fAddItem( \"A\", \"here_td\" );", "List.fAddItem( \"A\", \"here_td\" );\n"},
@@ -45,7 +39,7 @@ TEST_F(PortalList, LinesOfTheSource) {
       {"a line ends at its first line end", "a\rb\r\n\r\nc", "a\n\nc\n"},
       {"an item in a list line is an item", "Entry.fAddList(List.fAddItem(\"A\",\"no_td\"))\n", ""},
   };
-  for (const auto& test : cases) EXPECT_EQ(installed(test.source), test.installed) << test.what;
+  for (const auto& [what, source, expected] : cases) EXPECT_EQ(installed(source), expected) << what;
 }
 
 TEST_F(PortalList, UnnamedPortalsStandBeforeTheFirstList) {
@@ -57,8 +51,9 @@ TEST_F(PortalList, UnnamedPortalsStandBeforeTheFirstList) {
   const std::string said =
       printed_by([&] { text = installed("a\nEntry.fAddList( List );\nEntry.fAddList( B );\n"); });
   EXPECT_EQ(text, "a\nList.fAddItem( \"Here\", \"here_td\" );\nEntry.fAddList( List );\nEntry.fAddList( B );\n");
-  EXPECT_EQ(said, "ERROR: Unable to open " + in_root("tomedecks/gone_td/js/doclist.js") +
-                      " in order to determine title. Skipping this add-in...\n");
+  EXPECT_EQ(said,
+            "ERROR: Unable to open @/docs/tomedecks/gone_td/js/doclist.js"
+            " in order to determine title. Skipping this add-in...\n");
 }
 
 TEST_F(PortalList, AFoundPortalIsNotAddedAgain) {
@@ -89,19 +84,16 @@ TEST_F(PortalList, ARootMayBeSpelledWithBackslashes) {
 }
 
 TEST_F(PortalList, ReleaseName) {
-  const struct {
-    const char* source;
-    const char* name;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"mReleaseName = \"One\";\nx = \"Two\"; // mReleaseName\n", "Two"},
       {"mReleaseName = \"One\";\nmReleaseName = 2;\n", "One"},
       {"// mReleaseName = \"Comment\"\nmReleaseName = \"\";\n", ""},
       {"Entry.fAddList( mReleaseName = \"List line\" );\n", nullptr},
   };
-  for (const auto& test : cases) {
+  for (const auto& [source, name] : cases) {
     dmerge_init();
-    installed(test.source);
-    EXPECT_STREQ(releaseName, test.name) << test.source;
+    installed(source);
+    EXPECT_STREQ(releaseName, name) << source;
   }
 }
 
@@ -123,9 +115,10 @@ TEST_F(PortalList, Failures) {
   put("tomedecks/qel_td/js/tdklist.js",
       "mReleaseName = \"One\";\nList.fAddItem(\"A\",\"a_td\");\nEntry.fAddList( List );\n");
   const std::string target = in_root("tomedecks/qel_td/js/tdklist_installed.js");
-  const std::string message = "dmerge: error: generateTdInstalledList: tgtPath " + target + " not writeable\n";
+  const std::string message =
+      "dmerge: error: generateTdInstalledList: tgtPath " + shortened(target) + " not writeable\n";
   const auto failure = [&] {
-    return printed_by([&] { EXPECT_EQ(generateTdInstalledList(root.data()), DMERGE_RESULT_FAILED); });
+    return printed_with(DMERGE_RESULT_FAILED, [&] { return generateTdInstalledList(root.data()); });
   };
   make("tomedecks/qel_td/js/tdklist_installed.js");
   EXPECT_EQ(failure(), message) << "before a portal is looked at";
@@ -133,17 +126,14 @@ TEST_F(PortalList, Failures) {
   make("tomedecks/qel_td/js/tdklist_installed.js.new/x");
   EXPECT_TRUE(failure().ends_with(message));
   EXPECT_TRUE(foundHandleListHead == nullptr && releaseName == nullptr);
-  const std::string source = in_root("tomedecks/qel_td/js/tdklist.js");
-  std::filesystem::remove(source);
+  std::filesystem::remove(in_root("tomedecks/qel_td/js/tdklist.js"));
   make("tomedecks/qel_td/js/tdklist.js");
-  EXPECT_EQ(failure(), "dmerge: error: generateTdInstalledList: srcPath " + source + " not readable\n");
+  EXPECT_EQ(failure(),
+            "dmerge: error: generateTdInstalledList: srcPath @/docs/tomedecks/qel_td/js/tdklist.js not readable\n");
 }
 
 TEST_F(PortalList, TitleOfAPortal) {
-  const struct {
-    const char* script;
-    const char* title;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"a\nvar mTomeDeckName = \"A 'b'\"; \"c\"\nmTomeDeckName = \"Later\";\n", "A 'b'"},
       {"mTomeDeckName=\"No blank\";\nmTomeDeckName = \"Yes\"", "Yes"},
       {"x(\"first\"); mTomeDeckName = \"second\";\n", "first"},
@@ -152,11 +142,11 @@ TEST_F(PortalList, TitleOfAPortal) {
       {"", nullptr},
   };
   char portal[] = "p_td";
-  for (const auto& test : cases) {
-    put("tomedecks/p_td/js/doclist.js", test.script);
-    char* title = getTitle(root.data(), portal);
-    EXPECT_STREQ(title, test.title) << test.script;
-    std::free(title);
+  for (const auto& [script, title] : cases) {
+    put("tomedecks/p_td/js/doclist.js", script);
+    char* found = getTitle(root.data(), portal);
+    EXPECT_STREQ(found, title) << script;
+    std::free(found);
   }
 }
 

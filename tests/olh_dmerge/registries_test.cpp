@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
-#include "dmerge_scene.h"
 #include "registries.h"
+#include "dmerge_scene.h"
 
 namespace {
 
-using olh_test::DmergeScene;
-
-class Registries : public DmergeScene {};
+using Registries = olh_test::DmergeScene;
 
 TEST_F(Registries, OnlyAFileThatIsThereIsRegistered) {
   dmergeCallback = olh_test::hear;
@@ -43,12 +39,10 @@ TEST_F(Registries, NewestFirstAndFreedWhole) {
 }
 
 TEST_F(Registries, EntriesCompareByTheBytesOfTheirTitles) {
-  char upper[] = "Z";
-  char lower[] = "a";
-  char high[] = "\xc3";
-  LibListEntry z = {upper, nullptr, nullptr, nullptr};
-  LibListEntry a = {lower, nullptr, nullptr, nullptr};
-  LibListEntry h = {high, nullptr, nullptr, nullptr};
+  char titles[][2] = {"Z", "a", "\xc3"};
+  LibListEntry z = {titles[0], nullptr, nullptr, nullptr};
+  LibListEntry a = {titles[1], nullptr, nullptr, nullptr};
+  LibListEntry h = {titles[2], nullptr, nullptr, nullptr};
   LibListEntry none = {};
   EXPECT_LT(compare_entries(&z, &a), 0);
   EXPECT_GT(compare_entries(&h, &a), 0);
