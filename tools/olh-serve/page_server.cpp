@@ -12,6 +12,7 @@
 
 #include "media_type.h"
 #include "page_changes.h"
+#include "peer_user.h"
 #include "request_path.h"
 #include "rooted_file.h"
 
@@ -52,7 +53,7 @@ const httplib::Headers kHeaders = {
 
 void refuse(Response& response, int status) {
   constexpr std::pair<int, const char*> kReasons[] = {
-      {kForbidden, "This server is asked by its own machine alone.\n"},
+      {kForbidden, "These pages are for their user on this machine alone.\n"},
       {kNotFound, "There is no such page here.\n"},
       {kOnlyGet, "Pages can only be read here.\n"}};
   response.status = status;
@@ -175,6 +176,8 @@ class PageServer::Core {
     const std::optional<RequestedPath> path = requested_path(request.target);
     const std::string root = path ? root_of(path->token) : "";
     if (root.empty()) return refuse_whole(request, response, kNotFound);
+    if (!is_peer_trusted({request.remote_addr, request.remote_port}, {request.local_addr, request.local_port}))
+      return refuse_whole(request, response, kForbidden);
     last_request_ = std::time(nullptr);
     if (!path->asks_for_changes) return answer_with_page(request, response, root, *path);
     request.ranges.clear();

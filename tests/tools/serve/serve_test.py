@@ -116,6 +116,15 @@ class Serve(Scene):
                 self.assertNotIn(b"secret", answer.body, line)
         self.assertEqual(self.ask("HEAD /TOKEN/own_link").body, b"")
 
+    @unittest.skipUnless(os.geteuid() == 0, "another user takes root to be")
+    def test_another_user_who_has_seen_the_address(self):
+        self.serve()
+        asks = (f"import socket; c = socket.create_connection(('127.0.0.1', {self.port})); "
+                f"c.sendall(b'GET /{self.token}/htmldocs/guide/ HTTP/1.1\\r\\nHost: localhost\\r\\n\\r\\n'); print(c.recv(99))")
+        for user, answer in ((0, "b'HTTP/1.1 200 "), (STRANGER, "b'HTTP/1.1 403 ")):
+            done = subprocess.run(["/usr/bin/python3", "-c", asks], capture_output=True, text=True, user=user)
+            self.assertTrue(done.stdout.startswith(answer), (user, done))
+
     def test_a_host_that_is_not_this_machine(self):
         self.serve()
         for host, status in HOSTS.items():

@@ -69,6 +69,9 @@ Diagnosis of_program(const ViewerKind& kind, const ChosenViewer& used) {
 // How a destination is reached in the reader that the adapter opens.
 Diagnosis of_destinations(const Driven& driven) {
   const olh_viewers::Program* row = known_program(driven.program);
+  const olh_viewers::Choice reader = olh_viewers::choose_reader();
+  if (row == nullptr && olh_viewers::is_browser(reader) && olh_viewers::way_to(reader).is_served)
+    return {State::kOk, driven.program + " is served PDFs, and opens them at a destination.", ""};
   if (row == nullptr)
     return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination cannot be told.", ""};
   if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination.", ""};
