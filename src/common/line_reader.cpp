@@ -16,7 +16,7 @@ constexpr std::size_t kNoLine = 0;
 }  // namespace
 
 LineReader::LineReader(const char* path, std::size_t longest)
-    : file_(open_regular_file(path).descriptor), longest_(std::max<std::size_t>(longest, 1)) {}
+    : file_(open_regular_file(path).descriptor), longest_(longest) {}
 
 bool LineReader::next(std::string_view& line) {
   std::size_t length = complete_length();
@@ -47,25 +47,17 @@ bool LineReader::read_more() {
   if (!file_ || failed_) return false;
   scanned_ = end_;
   make_room();
-  const ssize_t got =
-      retry_interrupted([this] { return ::read(file_.get(), block_.get() + end_, capacity_ - end_); });
+  const ssize_t got = retry_interrupted([this] { return ::read(file_.get(), block_.get() + end_, kBlock - end_); });
   failed_ = got < 0;
   if (got > 0) end_ += static_cast<std::size_t>(got);
   return got > 0;
 }
 
-// Moves what is left to the front, so that each block begins where a line does, and grows for a longer line.
+// Moves what is left to the front, so that each block begins where a line does.
 void LineReader::make_room() {
   const std::size_t left = end_ - begin_;
-  if (left == capacity_) {
-    const std::size_t grown = capacity_ == 0 ? kBlock : capacity_ * 2;
-    auto larger = std::make_unique_for_overwrite<char[]>(grown);
-    if (left != 0) std::memcpy(larger.get(), block_.get() + begin_, left);
-    block_ = std::move(larger);
-    capacity_ = grown;
-  } else if (left != 0) {
-    std::memmove(block_.get(), block_.get() + begin_, left);
-  }
+  if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(kBlock);
+  if (left != 0) std::memmove(block_.get(), block_.get() + begin_, left);
   scanned_ -= begin_;
   begin_ = 0;
   end_ = left;

@@ -2,13 +2,12 @@
 //
 // Knows    how lines are cut out of large blocks, at bytes: a NUL is a byte like any other.
 // Not      what a line means.
-// Owns     the open file and one block of it.
+// Owns     the open file and one block of it, 256 KiB.
 // For      whoever reads a file that may be long: topic tables, document lists.
 #ifndef OLH_COMMON_LINE_READER_H
 #define OLH_COMMON_LINE_READER_H
 
 #include <cstddef>
-#include <limits>
 #include <memory>
 #include <string_view>
 
@@ -18,11 +17,9 @@ namespace olh {
 
 class LineReader {
  public:
-  static constexpr std::size_t kWholeLines = std::numeric_limits<std::size_t>::max();
-
-  // Opens a regular file; nothing else can be read. A line longer than `longest` bytes, its line feed included,
-  // comes in pieces of that length, the last one shorter.
-  explicit LineReader(const char* path, std::size_t longest = kWholeLines);
+  // Opens a regular file; nothing else can be read. A line longer than `longest` bytes (at least one, at most a block),
+  // its line feed included, comes in pieces of that length, the last one shorter.
+  LineReader(const char* path, std::size_t longest);
 
   // Whether the file was opened.
   explicit operator bool() const noexcept { return static_cast<bool>(file_); }
@@ -40,7 +37,6 @@ class LineReader {
   UniqueFd file_;
   std::size_t longest_;
   std::unique_ptr<char[]> block_;
-  std::size_t capacity_ = 0;
   std::size_t begin_ = 0;    // of what has not been handed out
   std::size_t scanned_ = 0;  // up to here there is no line feed
   std::size_t end_ = 0;

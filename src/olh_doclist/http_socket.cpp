@@ -38,7 +38,6 @@ bool resolve_server(const char* host, int port, sockaddr_in& server) {
          buffer.size() < kLargest)
     buffer.resize(buffer.size() * 2);
   if (found == nullptr || found->h_addr_list[0] == nullptr) return false;
-  server = {};
   // An address of another family is refused by connect.
   server.sin_family = static_cast<sa_family_t>(found->h_addrtype);
   server.sin_port = htons(static_cast<in_port_t>(port));

@@ -19,7 +19,7 @@
 
 namespace olh {
 
-// Fills in the first address of a host. Returns false for an unknown host. Leaves the static result of
+// Fills an empty record with the first address of a host. Returns false for an unknown host. Leaves the static result of
 // gethostbyname alone: that belongs to the host program. Nothing limits the time that this takes.
 bool resolve_server(const char* host, int port, sockaddr_in& server);
 

@@ -1,3 +1,4 @@
+#include "http_server.h"
 #include "olh/support.h"
 #include "path_scene.h"
 
@@ -37,6 +38,14 @@ TEST_F(PathSources, HomeVariablesAreCutAtTheirLastSlashOnly) {
   set("QEL_HOME", at("qel\\home\\"));
   locator.AddEnvironmentVariables();
   EXPECT_EQ(paths(), "@/trv/home/docs @/qel/docs");
+}
+
+// One is taken from the value, and one from its last root.
+TEST_F(PathSources, NoServerIsAskedWithTheSlashesBehindAVariable) {
+  const olh_test::HttpServer server({"/d/htmldocs/qelhelp.htm"});
+  set("QEL_DOC_PATH", server.url("/d//"));
+  locator.AddEnvironmentVariables();
+  EXPECT_EQ(paths(), server.url("/d"));
 }
 
 TEST_F(PathSources, EnvironmentIsReadOnce) {
