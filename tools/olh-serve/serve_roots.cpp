@@ -1,7 +1,9 @@
 #include "serve_roots.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "child.h"
 #include "files.h"
@@ -42,6 +44,10 @@ std::string location_of(const Words& document, const std::vector<olh_viewers::Se
   for (const olh_viewers::ServedRoot& root : roots) path += (path.empty() ? "" : ":") + root.path;
   Words words = {"show", "--print", "--json", "--root", path, "--"};
   words.insert(words.end(), document.begin(), document.end());
+  // Without viewers it would call that a failure.
+  for (const auto& [variable, viewer] :
+       {std::pair{"QEL_HTML_BROWSER", "olh-browser"}, {"QEL_PDF_READER", "olh-pdf-reader"}})
+    setenv(variable, olh_viewers::find_beside(viewer).c_str(), 1);
   const nlohmann::json answer = answer_of_olh(words);
   if (const std::string file = text_in(answer, "file"); !file.empty()) {
     const std::string destination = text_in(answer, "destination");

@@ -73,7 +73,7 @@ class Scene(unittest.TestCase):
         (self.dir / "run").mkdir(mode=0o700)
 
     def serve(self, *options):
-        """Starts a server; its port and the root's token."""
+        """Starts a server; its port and the root's token. Returns what it prints besides."""
         server = subprocess.Popen([SERVE, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment)
         self.addCleanup(server.stdout.close)
         self.addCleanup(server.wait)
@@ -81,6 +81,7 @@ class Scene(unittest.TestCase):
         address, root = server.stdout.readline().split()
         self.assertEqual(root, str(self.root))
         self.port, self.token = re.fullmatch(r"http://127\.0\.0\.1:(\d+)/([0-9a-f]{32})/", address).groups()
+        return server.stdout
 
     def ask(self, line, host="127.0.0.1", **headers):
         method, _, target = line.partition(" ")
@@ -248,6 +249,13 @@ class Adapters(Scene):
         shown = self.shown()
         self.assertEqual((len(shown), len(set(shown))), (6, 1))
         self.check_served(shown[0], "/htmldocs/guide/index.htm?a=%20b#context=&topic=x%26y")
+
+    def test_a_document_is_opened_at_a_place(self):
+        said = self.serve("--open", "guide", "intro").readline().strip()
+        self.check_served(said, "/htmldocs/guide/index.htm#context=&topic=intro")
+        while not self.shown():
+            time.sleep(0.01)
+        self.assertEqual(self.shown(), [said])
 
     def test_a_pdf_in_a_browser_and_a_page_outside_of_roots(self):
         pdf = self.root / "pdfdocs/a b.pdf"
