@@ -8,19 +8,6 @@ namespace {
 using namespace olh_test;
 using LookupHtml = LookupScene;
 
-TEST_F(LookupHtml, TestsEachCandidateOnceInOrder) {
-  HttpServer server(Words{});
-  add_root("/r1");
-  add_root(server.url(""));
-  EXPECT_EQ(tested_by([&] {
-              EXPECT_EQ(html("N"), (Found{0, "", ""}));
-            }),
-            (Words{"/r1/htmldocs/N/index.htm", "/r1/htmldocs/N/N.htm", "/r1/tomedecks/N/index.html",
-                   "/r1/pdfdocs/N.pdf", "/r1/system_admin_docs/N.pdf", "N.pdf", "N.pdf", "N"}));
-  EXPECT_EQ(server.requested_paths(), (Words{"/htmldocs/N/index.htm", "/tomedecks/N/index.html", "/pdfdocs/N.pdf",
-                                             "/system_admin_docs/N.pdf"}));
-}
-
 TEST_F(LookupHtml, WithoutFallbackNoPdfFormIsTried) {
   add_root("/r1");
   EXPECT_EQ(tested_by([&] { html("guide.pdf", 0); }),

@@ -8,20 +8,6 @@ namespace {
 using namespace olh_test;
 using LookupPdf = LookupScene;
 
-TEST_F(LookupPdf, TestsEachCandidateOnceInOrder) {
-  HttpServer server(Words{});
-  add_root("/r1");
-  add_root(server.url(""));
-  add_root("/r3");
-  EXPECT_EQ(tested_by([&] {
-              EXPECT_EQ(pdf("N"), (Found{0, "", ""}));
-            }),
-            (Words{"/r1/pdfdocs/N.pdf", "/r1/system_admin_docs/N.pdf", "N", "/r3/pdfdocs/N.pdf",
-                   "/r3/system_admin_docs/N.pdf", "N.pdf"}));
-  EXPECT_EQ(server.requested_paths(), (Words{"/pdfdocs/N.pdf", "/system_admin_docs/N.pdf", "/htmldocs/N/index.htm",
-                                             "/tomedecks/N/index.html"}));
-}
-
 TEST_F(LookupPdf, WithoutFallbackNoHtmlFormIsTried) {
   HttpServer server(Words{});
   add_root(server.url(""));

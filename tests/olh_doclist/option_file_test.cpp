@@ -3,8 +3,7 @@
 #include <unistd.h>
 
 #include "olh/support.h"
-#include "olh_doclist.h"
-#include "scratch.h"
+#include "path_scene.h"
 
 namespace {
 
@@ -16,13 +15,9 @@ constexpr int kAltPath = 3;
 constexpr int kUserFile = 1;
 constexpr int kTreeFile = 2;
 
-class OptionFile : public Scratch {
+class OptionFile : public PathScene {
  protected:
-  OptionFile() {
-    char root_path[OLH_BUFFER_SIZE] = "";
-    root.copy(root_path, sizeof root_path - 1);
-    locator.AddTail(locator.mDocPathList, root_path, nullptr, nullptr, nullptr);
-  }
+  OptionFile() { locator.AddTail(list, root.data(), nullptr, nullptr, nullptr); }
   int set_user(int key, const std::string& value) { return locator.SetIniFile(key, value.c_str(), kUserFile); }
   int set_tree(int key, const std::string& value) { return locator.SetIniFile(key, value.c_str(), kTreeFile); }
   // The tree's file after a value was set in it.
@@ -31,11 +26,18 @@ class OptionFile : public Scratch {
     EXPECT_EQ(set_tree(key, value), 0);
     return read_file(tree_file);
   }
+  // "result paths, browser, reader" of a file, where the buffers hold "old" and two programs before; shortened.
+  std::string read(std::string file) {
+    char alternates[OLH_BUFFER_SIZE] = "old";
+    char html[OLH_BUFFER_SIZE] = "/bin/sh";
+    char pdf[OLH_BUFFER_SIZE] = "/bin/sh";
+    const int result = locator.ReadIniFile(file.data(), alternates, html, pdf);
+    return shortened(std::to_string(result) + " " + alternates + ", " + html + ", " + pdf);
+  }
 
   std::string root = make_root("root");
   std::string user_file = home + "/.qel_viewer_config.ini";
   std::string tree_file = root + "/qel_doc_options.ini";
-  olh_docList locator;
 };
 
 TEST_F(OptionFile, ANewFileIsAHeaderAndOneLine) {
@@ -97,35 +99,20 @@ TEST_F(OptionFile, OnlyTheKeysOwnLineChanges) {
 }
 
 TEST_F(OptionFile, WhatIsSetIsReadBack) {
-  const std::string browser = make_program("a b;#'$x");
-  EXPECT_EQ(set_user(kBrowser, browser), 0);
+  EXPECT_EQ(set_user(kBrowser, make_program("a b;#'$x")), 0);
   EXPECT_EQ(set_user(kReader, home), 0);
-  char paths[OLH_BUFFER_SIZE] = "untouched";
-  char html[OLH_BUFFER_SIZE] = "";
-  char pdf[OLH_BUFFER_SIZE] = "untouched";
-  EXPECT_EQ(locator.ReadIniFile(user_file.data(), paths, html, pdf), 0);
-  EXPECT_EQ(html, browser);
-  EXPECT_STREQ(pdf, "") << "a directory is no program";
-  EXPECT_STREQ(paths, "untouched");
+  EXPECT_EQ(read(user_file), "0 old, @/a b;#'$x, ") << "a directory is no program";
 }
 
 TEST_F(OptionFile, UnreadableFilesLeaveTheBuffersAndAMissingOneEmptiesTwo) {
-  const std::string program = make_program("p");
-  const auto read = [&](const std::string& name) {
-    std::string file = dir + "/" + name;
-    char paths[OLH_BUFFER_SIZE] = "old";
-    char html[OLH_BUFFER_SIZE] = "";
-    char pdf[OLH_BUFFER_SIZE] = "";
-    program.copy(html, sizeof html - 1);
-    const int result = locator.ReadIniFile(file.data(), paths, html, pdf);
-    return std::to_string(result) + " " + paths + " " + html;
-  };
-  write("broken.ini", "QEL_ALT_DOC_PATH=\"/a\"\nno equals sign\n");
-  write("large.ini", "QEL_ALT_DOC_PATH=\"/a\"\n#" + std::string(64 * 1024, 'x'));
-  make_fifo("fifo.ini");
-  for (const char* const name : {"broken.ini", "large.ini", "fifo.ini", "home"})
-    EXPECT_EQ(read(name), "0 old " + program) << name;
-  EXPECT_EQ(read("missing.ini"), "4 old ");
+  for (const std::string& file : {
+           write("broken.ini", "QEL_ALT_DOC_PATH=\"/a\"\nno equals sign\n"),
+           write("large.ini", "QEL_ALT_DOC_PATH=\"/a\"\n#" + std::string(64 * 1024, 'x')),
+           make_fifo("fifo.ini"),
+           home,
+       })
+    EXPECT_EQ(read(file), "0 old, /bin/sh, /bin/sh") << file;
+  EXPECT_EQ(read(at("missing.ini")), "4 old, , ");
 }
 
 TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
@@ -136,11 +123,8 @@ TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
     EXPECT_EQ(set_tree(kReader, value), 5) << value.size();
   EXPECT_EQ(read_file(tree_file), old);
   EXPECT_EQ(set_tree(kReader, longest), 0);
-  char value[OLH_BUFFER_SIZE] = "";
-  char rest[OLH_BUFFER_SIZE] = "";
   EXPECT_EQ(set_tree(kAltPath, std::string(1003, 'a')), 0);
-  EXPECT_EQ(locator.ReadIniFile(tree_file.data(), value, rest, rest), 0);
-  EXPECT_EQ(value, std::string(1003, 'a'));
+  EXPECT_EQ(read(tree_file), "0 " + std::string(1003, 'a') + ", /bin/sh, ");
   EXPECT_EQ(set_user(kReader, longest), 5) << "in a new file a blank is before it";
   EXPECT_EQ(set_user(kReader, longest.substr(1)), 0);
 }
@@ -187,11 +171,11 @@ TEST_F(OptionFile, FilesThatCannotBeWritten) {
   write("root/qel_doc_options.ini", "X=1\n");
   EXPECT_EQ(set_tree(kReader, "/n"), 5);
   EXPECT_EQ(read_file(tree_file), "X=1\n");
-  locator.ClearPathList(locator.mDocPathList);
+  locator.ClearPathList(list);
   EXPECT_EQ(set_tree(kReader, "/n"), 4);
   EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_PDF, "/n"), 4);
   char url[] = "http://h/docs";
-  locator.AddTail(locator.mDocPathList, url, nullptr, nullptr, nullptr);
+  locator.AddTail(list, url, nullptr, nullptr, nullptr);
   EXPECT_EQ(set_tree(kReader, "/n"), 5);
 }
 
@@ -220,7 +204,7 @@ TEST_F(OptionFile, TheTreesFileIsThatOfTheParent) {
   make_root("alt");
   std::string alt = dir + "/alt";
   std::string parent = root;
-  locator.Push(locator.mDocPathList, alt.data(), parent.data(), parent.data(), parent.data());
+  locator.Push(list, alt.data(), parent.data(), parent.data(), parent.data());
   EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_HTML, "/b"), 0);
   EXPECT_NE(read_file(tree_file).find("QEL_HTML_BROWSER=\"/b\"\n"), std::string::npos);
   EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_TOMEDECK, "/b"), 2);
