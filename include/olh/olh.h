@@ -14,8 +14,8 @@
  *     option file that it cannot parse, and what mkdir says of a home directory that it cannot make.
  *  5. The first call reads the environment once (the string helpers, OlhGetCurrentViewer, the functions that do
  *     nothing, and those of the debug lines and the trace log do not): the documentation roots
- *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME,
- *     OLH_SYSTEM_DOC_PATH), the trace log (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
+ *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME, OLH_SYSTEM_DOC_PATH), the
+ *     trace log (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
  *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of the
  *     library's own unless the variable OLH_PROBE_TIMEOUT gives one (in seconds, for each question: connection and
  *     reply together, without the name look-up); starting a viewer takes about two seconds.
@@ -27,6 +27,8 @@
  *     directory, and no file of the user's is written (OLH_RESULT_IO). Programs are looked for in the
  *     system's directories alone, and viewers and commands run with the caller's rights: the real user and
  *     group.
+ *  9. A library may be built without a support portal. Then nothing is opened where the portal is named below,
+ *     and it cannot be searched (OLH_RESULT_NOT_FOUND).
  */
 #ifndef OLH_OLH_H
 #define OLH_OLH_H

@@ -5,6 +5,7 @@
 #include "ascii_case.h"
 #include "bounded_text.h"
 #include "olh/support.h"
+#include "support_portal.h"
 #include "viewer_order.h"
 
 namespace {
@@ -67,6 +68,7 @@ int show_not_found_pdf(Place& place) noexcept {
 }
 
 void show_support_portal(Place& place) noexcept {
-  olh::write_buffer(place.location, kSupportNotFoundPage);
+  if (!olh::kHasSupportPortal) return;
+  olh::write_buffer(place.location, OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?link=doc_not_found");
   show_in(OLH_VIEWER_HTML, place, nullptr);
 }

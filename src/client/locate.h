@@ -11,9 +11,6 @@
 // What OlhLocateDoc answers when it finds nothing.
 inline constexpr int kNotLocated = -1;
 
-// The support portal's page for a document that is nowhere.
-inline constexpr char kSupportNotFoundPage[] = OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?link=doc_not_found";
-
 // The document that stands in for a missing one, shown at its first page.
 inline constexpr char kNotFoundPdf[] = "qeldoc_notfound.pdf";
 
@@ -36,7 +33,8 @@ int show_in(int viewer, Place& place, const char* tag) noexcept;
 // Shows the not-found PDF. Returns the result of showing it, or kNotLocated when it is missing or no PDF.
 int show_not_found_pdf(Place& place) noexcept;
 
-// The last resort: the support portal's page, in the browser. Its result does not matter any more.
+// The last resort: the support portal's page, in the browser; without a portal, nothing. Its result does not matter any
+// more.
 void show_support_portal(Place& place) noexcept;
 
 #endif

@@ -5,10 +5,11 @@
 #include "entry_point.h"
 #include "locate.h"
 #include "olh/support.h"
+#include "support_portal.h"
 
 namespace {
 
-constexpr std::string_view kSupportPortal = "orvane";
+constexpr std::string_view kSupportPortalScope = "orvane";
 
 // What HtmlSearch is asked for. A scope that cannot be searched has no keyword.
 struct Scope {
@@ -18,14 +19,14 @@ struct Scope {
 
 // Looking the scope up leaves its documentation root in the locator, which HtmlSearch builds its URL from:
 //   none            "lib"   everything below the root that holds the portal
-//   orvane          "orvn"  the support portal; nothing is looked up
+//   orvane          "orvn"  the support portal; nothing is looked up; a build without one: -
 //   a manual        "doc"
 //   a portal        "tdk"
 //   a PDF, nothing  -
 Scope scope_of(const char* scope) noexcept {
   Place place;
   if (olh::is_empty(scope)) return {FindTomeDeck(place.location, "", place.viewerPath) != 0 ? "lib" : nullptr, ""};
-  if (scope == kSupportPortal) return {"orvn", ""};
+  if (scope == kSupportPortalScope) return {olh::kHasSupportPortal ? "orvn" : nullptr, ""};
   switch (locate(place, scope)) {
     case OLH_VIEWER_HTML:
       return {"doc", scope};

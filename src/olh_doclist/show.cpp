@@ -10,6 +10,7 @@
 #include "bounded_text.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
+#include "support_portal.h"
 #include "url_build.h"
 
 namespace olh {
@@ -92,6 +93,11 @@ int open_search(const std::string& url, const char* viewer_path) {
   return url.size() < kUrlSize ? OlhBrowserOpenURL(url.c_str(), viewer_path) : OLH_RESULT_FAILED;
 }
 
+int search_support_portal(const std::string& words, std::string_view name) {
+  if (!kHasSupportPortal) return OLH_RESULT_NOT_FOUND;
+  return open_search(encoded(support_portal_url(words, name)), nullptr);
+}
+
 int search_documentation(const char* root, const std::string& words, std::string_view scope, std::string_view name) {
   if (is_empty(root)) return OLH_RESULT_FAILED;
   const bool is_local = is_url(root) == 0;
@@ -136,7 +142,7 @@ int olh_docList::HtmlSearch(const char* query, const char* scope, const char* na
   const std::string words = olh::searchable(query);
   const std::string_view where = olh::text_of(name);
   const int result = std::string_view(scope) == "orvn"
-                         ? olh::open_search(olh::encoded(olh::support_portal_url(words, where)), nullptr)
+                         ? olh::search_support_portal(words, where)
                          : olh::search_documentation(mCurrentDocPath, words, scope, where);
   print_debug("olh_docList::HtmlSearch: done\n");
   return result;

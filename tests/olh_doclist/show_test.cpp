@@ -56,20 +56,20 @@ TEST_F(Show, NoUrlIsAFailureAndOpensNothing) {
 
 TEST_F(Show, ASearchOpensThePageOfItsScope) {
   const std::tuple<std::string, const char*, const char*, std::string> cases[] = {
-      {root, "lib", "", "file://@/docs/index.html#query=a%20b&tab=search"},
-      {root, "doc", "guide", "file://@/docs/htmldocs/qelhelp.htm#context=guide&query=a%20b&tab=2&src=doc"},
-      {root, "doc", "", "file://@/docs/index.html#query=a%20b&tab=search"},
-      {root, "tdk", "x_td", "file://@/docs/index.html#tomedeck=x_td&query=a%20b&tab=search"},
-      {root, "any", "a\\b,c", "file://@/docs/index.html#tomedeck=a/b%2Cc&query=a%20b&tab=search"},
-      {"http://h:81/d", "doc", "g", "http://h:81/d/htmldocs/qelhelp.htm#context=g&query=a%20b&tab=2&src=doc"},
-      {"", "orvn", "", OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?query=a%20b&field=olh"},
-      {"", "orvn", "x\\", OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?query=a%20b&tdk=x\\&field=olh"},
+      {root, "lib", "", "file://@/docs/index.html#query=a%20b&tab=search\n"},
+      {root, "doc", "guide", "file://@/docs/htmldocs/qelhelp.htm#context=guide&query=a%20b&tab=2&src=doc\n"},
+      {root, "doc", "", "file://@/docs/index.html#query=a%20b&tab=search\n"},
+      {root, "tdk", "x_td", "file://@/docs/index.html#tomedeck=x_td&query=a%20b&tab=search\n"},
+      {root, "any", "a\\b,c", "file://@/docs/index.html#tomedeck=a/b%2Cc&query=a%20b&tab=search\n"},
+      {"http://h:81/d", "doc", "g", "http://h:81/d/htmldocs/qelhelp.htm#context=g&query=a%20b&tab=2&src=doc\n"},
+      {"", "orvn", "", olh_test::support_page("tomedeck.cfm?query=a%20b&field=olh")},
+      {"", "orvn", "x\\", olh_test::support_page("tomedeck.cfm?query=a%20b&tdk=x\\&field=olh")},
   };
   std::string expected;
   for (const auto& [search_root, scope, name, url] : cases) {
     std::strncpy(locator.mCurrentDocPath, search_root.c_str(), OLH_BUFFER_SIZE);
-    EXPECT_EQ(locator.HtmlSearch("a&b", scope, name), 0) << url;
-    expected += url + "\n";
+    EXPECT_EQ(locator.HtmlSearch("a&b", scope, name), url.empty() ? 4 : 0) << url;
+    expected += url;
   }
   EXPECT_EQ(shown_urls(), expected);
 }

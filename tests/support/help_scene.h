@@ -12,6 +12,12 @@
 
 namespace olh_test {
 
+// A page of the support portal, as shown_urls has it; nothing in a build that has none.
+inline std::string support_page(const std::string& page) {
+  const std::string portal = OLH_SUPPORT_PORTAL_URL;
+  return portal.empty() ? "" : portal + page + "\n";
+}
+
 class HelpScene : public Scratch {
  protected:
   HelpScene() : root(make_root("docs")), browser(add_viewer("firefox")), reader(add_viewer("acroread")) {
