@@ -96,7 +96,8 @@ TEST_F(HelpScene, TheScopeChoosesThePageThatSearches) {
   EXPECT_EQ(shown_urls(),
             "file://@/docs/index.html#query=a%20b&tab=search\n"
             "file://@/docs/htmldocs/qelhelp.htm#context=guide&query=wheel&tab=2&src=doc\n"
-            "file://@/docs/index.html#tomedeck=gear_td&query=wheel&tab=search\n" + support);
+            "file://@/docs/index.html#tomedeck=gear_td&query=wheel&tab=search\n" +
+                support);
 }
 
 TEST_F(HelpScene, WhatCannotBeSearchedOpensNothing) {

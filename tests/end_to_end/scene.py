@@ -52,7 +52,7 @@ class Scene(unittest.TestCase):
     def setUpClass(cls):
         cls.dir = Path(tempfile.mkdtemp(prefix="olh-pages-")).resolve()
         cls.addClassCleanup(shutil.rmtree, cls.dir, ignore_errors=True)
-        cls.recorder = cls.dir / "firefox"
+        cls.recorder = cls.dir / "web_browser"
         shutil.copy(BUILD / "bin/olh-recorder", cls.recorder)
         cls.disk = DOCS.as_uri()
         cls.port = free_port()

@@ -25,6 +25,7 @@ at_login olh show olh_manual quick_start >person/out 2>&1 || { cat person/out; f
 grep -q 'OlhHelpCall("olh_manual", "quick_start", 0)' person/out || { cat person/out; fail "olh show does not show the page"; }
 echo "login shell: olh show olh_manual quick_start shows the page"
 as_person olh where olh_manual || fail "olh alone does not know its own root"
+at_login sh help_examples.sh /usr/share/olh/docs || fail "an example in the help of olh"
 
 # From here on the recorder is in the place of the browser.
 export QEL_HTML_BROWSER=/tmp/person/browser

@@ -18,7 +18,7 @@ namespace {
 constexpr const char* kExamples =
     "Examples:\n"
     "  olh serve                                    the roots of the search path\n"
-    "  olh serve --reload build/docs --open guide   a manual while it is written\n"
+    "  olh serve --reload docs --open handbook      the manual of 'olh new docs handbook' while it is written\n"
     "Only this machine can ask, and only with the addresses that are printed.\n"
     "Exit code: 0 ended with Ctrl-C, 2 the port cannot be opened, 4 no root or no such document, 64 wrong use.\n";
 

@@ -42,7 +42,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  olh show olh_manual quick_start\n"
     "  olh where --all olh_manual\n"
-    "  olh VERB --help\n"
+    "  olh show --help\n"
     "The exit code is the library's result code, 64 for wrong use;\n"
     "check, doctor and dmerge --check have their own.\n";
 

@@ -196,6 +196,7 @@ Heard heard_from(const Words& words, int milliseconds_of_silence) {
   if (pipe2(ends, O_CLOEXEC) != 0) return {};
   Setup setup;
   setup.from_descriptor(STDOUT_FILENO, ends[1]);
+  setup.from_file(STDERR_FILENO, "/dev/null", O_WRONLY);
   pid_t child = 0;
   const int failed = spawn(words, setup, environ, child);
   close(ends[1]);

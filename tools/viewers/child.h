@@ -27,8 +27,8 @@ struct Heard {
   bool in_time = true;  // false: it was silent for too long, and `text` is what it said until then
 };
 
-// What a program prints that may never end, started as it would be from here. It is left to itself once it has been silent
-// for so many milliseconds.
+// What a program prints that may never end, started as it would be from here, without its complaints. It is left to itself
+// once it has been silent for so many milliseconds.
 Heard heard_from(const Words& words, int milliseconds_of_silence);
 
 // Writes a text to standard output, through a pager when `paged` and that is a terminal.

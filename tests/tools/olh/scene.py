@@ -91,6 +91,13 @@ class Scene(unittest.TestCase):
         """Runs olh. A variable given as None is unset."""
         return self.run_program(OLH, *words, **variables)
 
+    def olh_alone(self, *words, **variables):
+        """Runs a copy of olh with nothing of its installation beside it: no viewers, no pages."""
+        program = self.dir / "alone/olh"
+        program.parent.mkdir(exist_ok=True)
+        shutil.copy(OLH, program)
+        return self.run_program(program, *words, LD_LIBRARY_PATH=str(BUILD / "lib"), **variables)
+
     def run_program(self, program, *words, **variables):
         environment = {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
         environment = {name: value for name, value in environment.items() if value is not None}

@@ -13,11 +13,12 @@ namespace olh {
 namespace {
 
 constexpr const char* kExamples =
+    "Of a root behind a URL it looks at what can be told from here.\n"
     "Examples:\n"
-    "  olh check /usr/share/doc/product/docs\n"
-    "  olh check http://docs.example.com/product    as far as that can be told\n"
-    "  olh check --tags help_tags.txt build/docs    also every document and tag that a program uses:\n"
-    "                                               lines \"DOC\" or \"DOC TAG\", \"#\" begins a comment\n"
+    "  olh check /usr/share/olh/docs\n"
+    "  echo olh_manual quick_start >tags.txt\n"
+    "  olh check --tags tags.txt /usr/share/olh/docs   also every document and tag that a program uses:\n"
+    "                                                  lines \"DOC\" or \"DOC TAG\", \"#\" begins a comment\n"
     "Exit code: 0 nothing to complain about, 1 warnings, 2 errors, 64 wrong use.\n";
 
 constexpr int kClean = 0;

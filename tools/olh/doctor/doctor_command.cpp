@@ -16,9 +16,9 @@ namespace {
 constexpr const char* kExamples =
     "Each step says what is right, what is not, what cannot be told, and the command that mends it.\n"
     "Examples:\n"
-    "  olh doctor                     this machine\n"
-    "  olh doctor guide installing    and whether that document and topic can be shown\n"
-    "  olh doctor --try               and the manual of olh itself in each viewer\n"
+    "  olh doctor                           this machine\n"
+    "  olh doctor olh_manual quick_start    and whether that document and topic can be shown\n"
+    "  olh doctor --try                     and the manual of olh itself in each viewer\n"
     "Exit code: 0 nothing is wrong, 1 warnings, 2 problems, 64 wrong use.\n";
 
 struct Step {

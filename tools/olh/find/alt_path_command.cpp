@@ -16,9 +16,9 @@ constexpr const char* kExamples =
     "The first documentation root (or its parent tree) keeps its alternate location in its file\n"
     "qel_doc_options.ini; the roots that it names come first for everybody who uses that tree.\n"
     "Examples:\n"
-    "  olh alt-path                                    what is stored, and where\n"
-    "  olh alt-path /srv/docs:http://docs.example.com  stored, in that order\n"
-    "  olh alt-path --forget\n"
+    "  olh alt-path                                   what is stored, and where\n"
+    "  olh alt-path --root docs /usr/share/olh/docs   stored for the tree docs of 'olh new'\n"
+    "  olh alt-path --root docs --forget\n"
     "Exit code: 0, 3 no path, 4 no root is known or an element was rejected (the library counts one\n"
     "for each http:// URL), 5 the options file cannot be written, 64 wrong use.\n";
 

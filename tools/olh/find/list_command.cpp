@@ -19,7 +19,7 @@ constexpr const char* kExamples =
     "Of a root behind a URL only its own lists can tell, which 'olh dmerge' makes.\n"
     "Examples:\n"
     "  olh list                          each root with its documents; what an earlier root shadows is marked\n"
-    "  olh list --root /srv/docs --json\n"
+    "  olh list --root /usr/share/olh/docs --json\n"
     "  olh list --names --kind portal    the names alone, for a script\n"
     "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
 

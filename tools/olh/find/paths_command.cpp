@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  olh paths                      the roots in order, the first wins\n"
-    "  olh paths --root /opt/x/docs   as it would be with that root in front\n"
+    "  olh paths                                the roots in order, the first wins\n"
+    "  olh paths --root /usr/share/olh/docs     as it would be with that root in front\n"
     "  olh paths --json\n"
     "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
 

@@ -17,7 +17,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  olh test olh_manual               is the manual there?\n"
     "  olh test olh_manual quick_start   and its topic?\n"
-    "  olh test --json guide intro\n"
+    "  olh test --json olh_manual search_path\n"
     "Exit code: 0 found, 3 no name, 4 no such document, 6 the topic is not in the manual's topic\n"
     "table on this machine, 64 wrong use.\n";
 

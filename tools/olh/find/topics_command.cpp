@@ -16,9 +16,10 @@ namespace {
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  olh topics olh_manual                      name, title and page of each topic\n"
-    "  olh topics /srv/docs/pdfdocs/guide.pdf     tag, page and named destination\n"
-    "  olh topics --names olh_manual              the tags alone, for a script\n"
+    "  olh topics olh_manual            name, title and page of each topic\n"
+    "  olh topics --names olh_manual    the tags alone, for a script\n"
+    "  olh topics /usr/share/olh/docs/pdfdocs/olh_manual.pdf\n"
+    "                                   tag, page and named destination\n"
     "Exit code: 0, 3 no name, 4 no such document, 5 its topics cannot be read, 64 wrong use.\n";
 
 struct Arguments {

@@ -19,7 +19,7 @@ constexpr const char* kExamples =
     "  olh where olh_manual         the location, its kind and its root\n"
     "  olh where --all olh_manual   every place that is tried, in order:\n"
     "                               * is shown, + is there too, - is not, ? cannot be told\n"
-    "  olh where --json manual_td\n"
+    "  olh where --json olh_td\n"
     "Exit code: 0 found, 3 no name, 4 not found, 64 wrong use.\n";
 
 struct Arguments {

@@ -22,8 +22,8 @@ namespace {
 constexpr const char* kExamples =
     "Without ROOT: the first root of the search path. Run it after documentation was installed or removed.\n"
     "Examples:\n"
-    "  olh dmerge /usr/share/doc/product/docs\n"
-    "  olh dmerge --check /usr/share/doc/product/docs   which lists are out of date; nothing is written\n"
+    "  olh dmerge docs                           of the root that 'olh new docs handbook' makes\n"
+    "  olh dmerge --check /usr/share/olh/docs    which lists are out of date; nothing is written\n"
     "Exit code: 0 the lists are made (--check: they are true), 1 --check: a list is out of date,\n"
     "2 the portals cannot be listed, 4 no such root, 5 a list cannot be written, 64 wrong use.\n";
 

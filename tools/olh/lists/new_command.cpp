@@ -21,8 +21,8 @@ namespace {
 constexpr const char* kExamples =
     "Nothing that is there is overwritten. The pages are plain HTML, made to be edited.\n"
     "Examples:\n"
-    "  olh new docs myproduct_guide\n"
-    "  olh new --title \"The guide to My Product\" docs myproduct_guide\n"
+    "  olh new docs handbook\n"
+    "  olh new --title \"The guide to My Product\" product_docs product_guide\n"
     "Exit code: 0 made, 4 the pages to copy are not installed, 5 ROOT is there already or cannot be\n"
     "made, 64 wrong use.\n";
 

@@ -1,8 +1,8 @@
 // This program once more, in a process of its own: for a question that may never be answered.
 //
 // Knows    how long a child may be silent before it is left to itself.
-// Not      what is asked (root_probe, path_trial).
-// For      those two.
+// Not      what is asked.
+// For      root_probe, path_trial, and showing, which asks what would be shown.
 #ifndef OLH_TOOLS_OWN_CHILD_H
 #define OLH_TOOLS_OWN_CHILD_H
 

@@ -19,16 +19,17 @@ constexpr const char* kPortalExamples =
     "  olh portal olh_td\n"
     "  olh portal --print olh_td search   what would be run; nothing is\n"
     "  olh portal '' search               a tab of the main page\n"
-    "Exit code: 0 shown, 2 the browser failed, 4 no such portal, 7 no browser known, 64 wrong use.\n";
+    "Exit code: 0 shown, 2 the browser failed or would show nothing, 4 no such portal, 7 no browser\n"
+    "known, 64 wrong use.\n";
 
 constexpr const char* kBookcaseExamples =
     "Without a name: _bk_qel.pdf, which lists the documentation of a root.\n"
     "Examples:\n"
     "  olh bookcase\n"
-    "  olh bookcase guide 'Getting Started'\n"
+    "  olh bookcase olh_manual quick_start\n"
     "  olh bookcase --print\n"
-    "Exit code: 0 shown, 2 the browser failed (a PDF behind a URL), 4 no such PDF, 5 the PDF reader\n"
-    "failed, 7 no browser known, 64 wrong use.\n";
+    "Exit code: 0 shown, 2 the browser failed (a PDF behind a URL) or a viewer would show nothing, 4 no\n"
+    "such PDF, 5 the PDF reader failed, 7 no browser known, 64 wrong use.\n";
 
 constexpr const char* kBookcase = "_bk_qel.pdf";
 
@@ -56,7 +57,7 @@ int portal(const Arguments& asked) {
   request.located = locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, asked.name, roots);
   request.named = request.located.location + at_tag(asked.tag);
   request.answer = [&] { return with_tag(located_as_json(asked.name, request.located), asked.tag); };
-  request.print_again = {"olh", "portal", "--print", asked.name};
+  request.words = {"portal", asked.name, asked.tag};
   request.call = [&] { return OlhTomeDeck(asked.name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
     if (asked.name.empty()) return complain_missing("main page of the portals", "tomedecks/index.html", roots);
@@ -72,7 +73,8 @@ int bookcase(const Arguments& asked) {
   request.located = locate_with(FindPdfDoc, OLH_VIEWER_PDF, name, roots);
   request.named = request.located.location + at_tag(asked.tag);
   request.answer = [&] { return with_tag(located_as_json(name, request.located), asked.tag); };
-  request.print_again = {"olh", "bookcase", "--print", name};
+  request.words = {"bookcase", name, asked.tag};
+  request.at_place = !asked.tag.empty();
   request.call = [&] { return OlhBookcase(name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
     const std::string file = ends_in_any_pdf(name) ? name : name + ".pdf";

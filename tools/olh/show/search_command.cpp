@@ -19,8 +19,8 @@ constexpr const char* kExamples =
     "  olh search 'viewer order'\n"
     "  olh search destinations olh_manual\n"
     "  olh search --print destinations olh_td    what would be run; nothing is\n"
-    "Exit code: 0 shown, 2 the browser failed, 3 no query, 4 nothing of that name can be searched,\n"
-    "7 no browser known, 64 wrong use.\n";
+    "Exit code: 0 shown, 2 the browser failed or would show nothing, 3 no query, 4 nothing of that name\n"
+    "can be searched, 7 no browser known, 64 wrong use.\n";
 
 constexpr const char* kSupportPortal = "orvane";
 
@@ -83,8 +83,7 @@ int search(const Arguments& asked) {
   request.located = locate_scope(asked.scope, roots);
   request.named = "the search for " + quoted(asked.query) + " in " + scope_in_words(asked.scope);
   request.answer = [&] { return scope_as_json(asked, request.located); };
-  request.print_again = {"olh", "search", "--print", asked.query};
-  if (!asked.scope.empty()) request.print_again.push_back(asked.scope);
+  request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {
     if (result == OLH_RESULT_INVALID) return complain("words to search for are needed, not an empty query.");

@@ -14,12 +14,13 @@ namespace {
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  olh show olh_manual quick_start            a topic of an HTML manual\n"
-    "  olh show guide 'Getting Started'           a named destination of a PDF\n"
-    "  olh show --display popup olh_manual roots  the topic alone, in a small frame\n"
-    "  olh show --print olh_manual quick_start    what would be run; nothing is\n"
-    "Exit code: 0 shown, 2 the browser failed, 3 no name, 4 no such document, 5 the PDF reader failed,\n"
-    "7 no browser known, 64 wrong use.\n";
+    "  olh show olh_manual quick_start              a topic of an HTML manual\n"
+    "  olh show /usr/share/olh/docs/pdfdocs/olh_manual.pdf quick_start\n"
+    "                                               a named destination of a PDF\n"
+    "  olh show --display popup olh_manual topics   the topic alone, in a small frame\n"
+    "  olh show --print olh_manual quick_start      what would be run; nothing is\n"
+    "Exit code: 0 shown, 2 the browser failed or a viewer would show nothing, 3 no name, 4 no such\n"
+    "document, 5 the PDF reader failed, 7 no browser known, 64 wrong use.\n";
 
 const std::map<std::string, int> kDisplays = {
     {"normal", OLH_DISPLAY_NORMAL}, {"topic", OLH_DISPLAY_TOPIC}, {"popup", OLH_DISPLAY_POPUP}};
@@ -37,7 +38,8 @@ int show(const Arguments& asked) {
   request.located = locate(asked.document, roots);
   request.named = request.located.location + at_tag(asked.tag);
   request.answer = [&] { return with_tag(located_as_json(asked.document, request.located), asked.tag); };
-  request.print_again = {"olh", "show", "--print", asked.document};
+  request.words = {"show", asked.document, asked.tag};
+  request.at_place = !asked.tag.empty();
   request.call = [&] { return OlhHelpCall(asked.document.c_str(), asked.tag.c_str(), asked.display); };
   request.complain_of = [&](int result) {
     if (result == OLH_RESULT_NOT_FOUND) return complain_not_found(asked.document, roots);

@@ -17,12 +17,45 @@ OlhViewer viewer_for(const Located& located) {
   return to_reader ? OLH_VIEWER_PDF : OLH_VIEWER_HTML;
 }
 
-ChosenViewer viewer_of(const Located& located) {
-  return located.found ? choose_viewer(viewer_for(located), located.tree_program, located.tree_file) : ChosenViewer();
+// Which programs show what was found, or the substitute for what was not, from now on.
+struct Viewers {
+  ChosenViewer browser;
+  ChosenViewer reader;
+  const ChosenViewer& for_kind(OlhViewer kind) const { return kind == OLH_VIEWER_PDF ? reader : browser; }
+};
+
+Viewers settle_viewers(const Located& located) {
+  const auto settle = [&](OlhViewer kind) {
+    const bool is_prescribed = located.found && viewer_for(located) == kind;
+    return settle_viewer(kind, is_prescribed ? located.tree_program : "", is_prescribed ? located.tree_file : "");
+  };
+  return {settle(OLH_VIEWER_HTML), settle(OLH_VIEWER_PDF)};
 }
 
-void warn_of(const ChosenViewer& viewer, OlhViewer kind) {
-  if (misunderstands(kind_of(kind), viewer.program)) complain(misunderstanding_note(kind_of(kind), viewer.program));
+// Whether nobody would see anything: today's browsers take the page for something else, today's readers refuse a
+// destination.
+bool is_in_vain(OlhViewer kind, const ChosenViewer& viewer, bool at_place) {
+  return misunderstands(kind_of(kind), viewer.program) && (kind == OLH_VIEWER_HTML || at_place);
+}
+
+std::string why_in_vain(OlhViewer kind, const ChosenViewer& viewer) {
+  return misunderstanding(kind_of(kind), viewer.program) + " So nothing is started. 'olh setup' puts " +
+         kind_of(kind).adapter + " in its place.";
+}
+
+// The request as it would be typed with other options in front.
+std::vector<std::string> again(const ShowRequest& request, const std::vector<std::string>& options) {
+  std::vector<std::string> words = {request.words.front()};
+  words.insert(words.end(), options.begin(), options.end());
+  words.insert(words.end(), request.words.begin() + 1, request.words.end());
+  while (words.back().empty()) words.pop_back();
+  return words;
+}
+
+std::string print_again(const ShowRequest& request) {
+  std::vector<std::string> words = again(request, {"--print"});
+  words.insert(words.begin(), "olh");
+  return command_line(words);
 }
 
 void say_shown(const ShowRequest& request, const ChosenViewer& viewer) {
@@ -38,15 +71,25 @@ void explain_failure(int result, const ShowRequest& request, const ChosenViewer&
     complain(found + ", but no " + (reader ? "PDF reader" : "browser") + " is known. Run 'olh setup', or set " +
              (reader ? "QEL_PDF_READER." : "QEL_HTML_BROWSER."));
   } else {
-    complain(found + ", but " + describe(viewer) + " did not take it. '" + command_line(request.print_again) +
+    complain(found + ", but " + describe(viewer) + " did not take it. '" + print_again(request) +
              "' tells what it gets; 'olh setup' puts olh-browser and olh-pdf-reader in its place.");
   }
   complain_about_roots(roots);
 }
 
-int show(const ShowRequest& request, bool quiet, const SearchRoots& roots) {
-  const ChosenViewer viewer = viewer_of(request.located);
-  if (!quiet) warn_of(viewer, viewer_for(request.located));
+void complain_in_vain(const ShowRequest& request, const ChosenViewer& viewer) {
+  complain("found " + request.named + ", but " + describe(viewer) +
+           " would not show it: " + why_in_vain(viewer_for(request.located), viewer));
+}
+
+// ---- showing ------------------------------------------------------------------------------------------------
+
+int show_found(const ShowRequest& request, const ChosenViewer& viewer, bool quiet, const SearchRoots& roots) {
+  const OlhViewer kind = viewer_for(request.located);
+  if (is_in_vain(kind, viewer, request.at_place)) {
+    complain_in_vain(request, viewer);
+    return OLH_RESULT_FAILED;
+  }
   const int result = request.call();
   if (result != OLH_RESULT_OK) {
     explain_failure(result, request, viewer, roots);
@@ -54,6 +97,44 @@ int show(const ShowRequest& request, bool quiet, const SearchRoots& roots) {
     say_shown(request, viewer);
   }
   return result;
+}
+
+// What the library will show instead of what was not found.
+struct Substitute {
+  std::string named;  // "" for nothing, or when that could not be told in time
+  OlhViewer kind = OLH_VIEWER_HTML;
+};
+
+Substitute substitute_for(const ShowRequest& request, const std::string& host_roots) {
+  std::vector<std::string> options = {"--print", "--json"};
+  if (!host_roots.empty()) options.insert(options.end(), {"--root", host_roots});
+  options.emplace_back("--");
+  const nlohmann::json plan =
+      nlohmann::json::parse(heard_from_own_child(again(request, options)).text, nullptr, false);
+  if (!plan.is_object()) return {};
+  if (plan["url"].is_string()) return {plan["url"].get<std::string>(), OLH_VIEWER_HTML};
+  return {plan["file"].is_string() ? plan["file"].get<std::string>() : "", OLH_VIEWER_PDF};
+}
+
+int show_substitute(const ShowRequest& request, const Viewers& viewers, const ShowOptions& options) {
+  const Substitute instead = substitute_for(request, options.root);
+  const ChosenViewer& viewer = viewers.for_kind(instead.kind);
+  const bool in_vain = !instead.named.empty() && is_in_vain(instead.kind, viewer, false);
+  const int result = in_vain ? OLH_RESULT_NOT_FOUND : request.call();
+  request.complain_of(result);
+  if (in_vain) {
+    complain(describe(viewer) + " would not show " + instead.named +
+             " instead: " + why_in_vain(instead.kind, viewer));
+  } else if (!options.quiet && result == OLH_RESULT_NOT_FOUND && !instead.named.empty() && !viewer.program.empty()) {
+    say("Opened instead: " + instead.named + ", in " + viewer.program + ".");
+  }
+  return result;
+}
+
+int show(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots) {
+  const Viewers viewers = settle_viewers(request.located);
+  if (!request.located.found) return show_substitute(request, viewers, options);
+  return show_found(request, viewers.for_kind(viewer_for(request.located)), options.quiet, roots);
 }
 
 // ---- --print ------------------------------------------------------------------------------------------------
@@ -64,18 +145,22 @@ struct Plan {
   std::string asked_whether_it_runs;  // the browser that gets the ping; the tree's choice does not count for it
   Rehearsal rehearsal;
   int result = OLH_RESULT_OK;
+  bool in_vain = false;
 };
 
 Plan make_plan(const ShowRequest& request) {
   Plan plan;
   const Located& located = request.located;
-  plan.viewer = viewer_of(located);
+  const Viewers viewers = settle_viewers(located);
+  if (located.found) plan.viewer = viewers.for_kind(viewer_for(located));
   if (located.found && viewer_for(located) == OLH_VIEWER_HTML)
     plan.asked_whether_it_runs = choose_viewer(OLH_VIEWER_HTML, "", "").program;
   plan.rehearsal = rehearse(request.call);
   plan.result = plan.rehearsal.result;
   if (located.found && plan.viewer.program.empty())
     plan.result = viewer_for(located) == OLH_VIEWER_PDF ? OLH_RESULT_IO : OLH_RESULT_NO_PROGRAM;
+  plan.in_vain = located.found && is_in_vain(viewer_for(located), plan.viewer, request.at_place);
+  if (plan.in_vain) plan.result = OLH_RESULT_FAILED;
   return plan;
 }
 
@@ -143,7 +228,11 @@ int print(const ShowRequest& request, bool json, const SearchRoots& roots) {
   } else {
     print_as_text(request.located, plan);
   }
-  if (plan.result != OLH_RESULT_OK) explain_failure(plan.result, request, plan.viewer, roots);
+  if (plan.in_vain) {
+    complain_in_vain(request, plan.viewer);
+  } else if (plan.result != OLH_RESULT_OK) {
+    explain_failure(plan.result, request, plan.viewer, roots);
+  }
   return plan.result;
 }
 
@@ -157,7 +246,7 @@ void add_show_options(const Verb& verb, ShowOptions& options) {
 }
 
 int carry_out(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots) {
-  return options.print ? print(request, options.json, roots) : show(request, options.quiet, roots);
+  return options.print ? print(request, options.json, roots) : show(request, options, roots);
 }
 
 nlohmann::json with_tag(nlohmann::json answer, const std::string& tag) {

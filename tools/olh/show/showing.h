@@ -29,7 +29,8 @@ void add_show_options(const Verb& verb, ShowOptions& options);
 struct ShowRequest {
   Located located;                         // what will be shown; nothing found when a substitute will be
   std::string named;                       // how a sentence names that
-  std::vector<std::string> print_again;    // the words that tell the details: "olh", "show", "--print", ...
+  std::vector<std::string> words;          // the same request on the command line: "show", the document, the tag
+  bool at_place = false;                   // a PDF is asked for at a named destination
   std::function<nlohmann::json()> answer;  // the verb's own keys of the JSON answer
   std::function<int()> call;               // the library's function that shows it
   std::function<void(int)> complain_of;    // says why nothing was found or the arguments were refused

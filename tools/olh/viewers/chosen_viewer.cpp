@@ -36,6 +36,16 @@ ChosenViewer choose_viewer(OlhViewer viewer, const std::string& tree_program, co
   return {program, "search", "PATH"};
 }
 
+ChosenViewer settle_viewer(OlhViewer viewer, const std::string& tree_program, const std::string& tree_file) {
+  ChosenViewer chosen = choose_viewer(viewer, tree_program, tree_file);
+  if (chosen.choice == "option_file" || chosen.choice == "variable") return chosen;
+  const std::string adapter = installed_adapter(kind_of(viewer));
+  if (chosen.choice != "tree" && !adapter.empty()) chosen = {adapter, "olh", "nobody has chosen one"};
+  if (!chosen.program.empty())
+    viewer == OLH_VIEWER_HTML ? OlhBrowserSetPath(chosen.program.c_str()) : OlhAcroSetPath(chosen.program.c_str());
+  return chosen;
+}
+
 std::string describe(const ChosenViewer& viewer) {
   if (viewer.program.empty()) return "none";
   return viewer.program + (viewer.choice == "search" ? " (found along PATH)" : " (" + viewer.from + ")");

@@ -17,13 +17,18 @@ namespace olh {
 
 struct ChosenViewer {
   std::string program;  // "" when none is known
-  std::string choice;   // "option_file", "variable", "tree", "search"; "" when none is known
+  std::string choice;   // "option_file", "variable", "tree", "search", "olh"; "" when none is known
   std::string from;     // the file, or the name of the variable
 };
 
 // The program for OLH_VIEWER_HTML or OLH_VIEWER_PDF, given what the documentation tree prescribes ("" for nothing) and
 // the options file that says so.
 ChosenViewer choose_viewer(OlhViewer viewer, const std::string& tree_program, const std::string& tree_file);
+
+// The program for what this command itself shows, which the launchers of this process use from now on. Where neither the
+// user nor the tree has chosen it is the adapter, so that the first page comes without a setting; where the tree has, its
+// program is also the one that is asked whether it runs.
+ChosenViewer settle_viewer(OlhViewer viewer, const std::string& tree_program, const std::string& tree_file);
 
 // "/usr/bin/evince (QEL_PDF_READER)", or "none".
 std::string describe(const ChosenViewer& viewer);

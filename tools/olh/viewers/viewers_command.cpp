@@ -21,7 +21,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  olh viewers                         what each of them says, and which one wins\n"
     "  olh viewers set browser olh-browser\n"
-    "  olh viewers set pdf /opt/reader/bin/reader --tree\n"
+    "  olh viewers set pdf olh-pdf-reader\n"
     "  olh viewers forget browser\n"
     "Exit code: 0, of set and forget also what their --help says: 4, 5, 7; 64 wrong use.\n";
 constexpr const char* kExitCodes =

@@ -149,10 +149,7 @@ class New(Scene):
                 self.refused(64, "ROOT", root, "handbook")
 
     def test_without_the_pages_it_says_what_is_missing(self):
-        alone = self.dir / "alone/olh"
-        alone.parent.mkdir()
-        shutil.copy(BUILD / "bin/olh", alone)
-        done = self.run_program(alone, "new", str(self.root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
+        done = self.olh_alone("new", str(self.root), "handbook")
         self.assertEqual(done.returncode, 4, done.stderr)
         self.assertIn("olh-doc", done.stderr)
         self.assertFalse(self.root.exists())

@@ -83,6 +83,7 @@ QELAddTopic(["bare"]);\nQELAddTopic(["full","full.htm","Full"]);\n""")
             for document in [*documents, "missing"]:
                 for variables in [{}, self.all, self.unset, self.searched, self.nothing]:
                     yield [verb, "--print", document, "intro"], variables
+        yield ["show", "--print", "guide"], {**self.searched, "alone": "yes"}
         for scope in ["", "orvane", "guide", "group_td", "missing"]:
             yield ["search", "--print", "words", scope], {}
         for verb in [["where"], ["where", "--all"], ["topics"], ["test"]]:
@@ -101,7 +102,8 @@ QELAddTopic(["bare"]);\nQELAddTopic(["full","full.htm","Full"]);\n""")
         tables = list(documented())
         unseen = {(number, key, value) for number, (_, keys) in enumerate(tables) for key, values in keys.items() for value in values}
         for words, variables in self.runs():
-            for key, value in leaves(json.loads(self.olh(*words, "--json", **variables).stdout)):
+            run = self.olh_alone if variables.pop("alone", None) else self.olh
+            for key, value in leaves(json.loads(run(*words, "--json", **variables).stdout)):
                 key = re.sub(r"^pdf\.", "browser.", key) if words[0] == "viewers" else key
                 matching = {number: keys[key] for number, (verbs, keys) in enumerate(tables) if words[0] in verbs and key in keys}
                 told = set().union(*matching.values())

@@ -1,7 +1,8 @@
 """olh search, portal and bookcase: what reaches the viewer, what --print tells, and what is said of a failure."""
+import json
 import unittest
 
-from scene import Scene
+from scene import BUILD, Scene, write
 
 
 class Showing(Scene):
@@ -44,7 +45,7 @@ class Showing(Scene):
         self.assertEqual(self.calls(self.reader), [[file]])
 
     def test_the_exit_code_is_the_results_and_a_sentence_says_why(self):
-        nothing = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
+        evince = {"QEL_PDF_READER": str(self.viewer("evince"))}
         for words, code, sentence, variables in [
             (["search", ""], 3, "words to search for are needed", {}),
             (["search", "x", "paper_only"], 4, '"paper_only" is a PDF, which cannot be searched', {}),
@@ -53,7 +54,8 @@ class Showing(Scene):
             (["portal", "missing_td"], 4, "there is no tomedecks/missing_td/index.html below", {}),
             (["portal"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
             (["bookcase"], 4, "no pdfdocs/_bk_qel.pdf or system_admin_docs/_bk_qel.pdf below", {}),
-            (["bookcase", "paper_only"], 5, "no PDF reader is known", nothing),
+            (["show", "guide"], 2, "would not show it", {"QEL_HTML_BROWSER": str(self.viewer("firefox-esr"))}),
+            (["show", "paper_only", "place"], 2, "refuses the PDF. So nothing is started", evince),
             (["search"], 64, "QUERY", {}),
             (["portal", "--json"], 64, "--print", {}),
         ]:
@@ -63,6 +65,35 @@ class Showing(Scene):
                 self.assertIn(sentence, done.stderr)
                 self.assertNotIn("Shown", done.stdout)
 
+    def test_a_viewer_that_would_show_nothing_is_not_started(self):
+        firefox, evince = self.viewer("firefox-esr"), self.viewer("evince")
+        chosen = {"QEL_HTML_BROWSER": str(firefox), "QEL_PDF_READER": str(evince)}
+        self.assertEqual(self.json("show", "guide", "--print", code=2, **chosen)["result"], 2)
+        for words, code in ((["show", "guide"], 2), (["show", "paper_only", "place"], 2), (["show", "paper_only"], 0),
+                            (["portal", "missing_td"], 4)):
+            self.assertEqual(self.olh(*words, **chosen).returncode, code, words)
+        self.assertEqual((self.calls_with_questions(firefox), self.calls(evince)), ([], [[str(self.docs / "pdfdocs/paper_only.pdf")]]))
+
+    def test_where_nobody_has_chosen_the_adapters_show_it(self):
+        nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
+        self.viewer("firefox"), self.viewer("acroread")  # found along PATH, which is no choice
+        for words, adapter in (("show guide", "olh-browser"), ("show missing", None), ("bookcase paper_only", "olh-pdf-reader")):
+            printed = json.loads(self.olh(*words.split(), "--print", "--json", **nobody).stdout)
+            self.assertEqual(printed["viewer"]["program"], adapter and str(BUILD / "bin" / adapter))
+        self.viewer("w3m").write_text("#!/bin/sh\necho The text\n")
+        done = self.olh("show", "guide", **nobody)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn("The text", done.stdout)
+
+    def test_the_substitute_is_named(self):
+        write(self.docs / "htmldocs/qel_html_help/index.htm")
+        page = f"file://{self.docs}/htmldocs/qel_html_help/index.htm#context=&topic=qel_help_014"
+        done = self.olh("show", "missing", "place")
+        self.assertEqual((done.returncode, self.opened()), (4, [page]))
+        self.assertEqual(done.stdout, f"Opened instead: {page}, in {self.browser}.\n")
+        self.assertEqual(done.stderr.count("no document"), 1)
+        self.assertEqual(self.olh("show", "--quiet", "missing").stdout, "")
+
     def test_without_any_portal_everything_cannot_be_searched(self):
         (self.docs / "tomedecks/index.html").unlink()
         done = self.olh("search", "--print", "x")
@@ -70,11 +101,11 @@ class Showing(Scene):
         self.assertIn("Name an HTML manual to search in", done.stderr)
 
     def test_the_viewer_that_a_tree_prescribes_shows_its_portal_but_not_its_search(self):
-        other, searched = self.viewer("tree_web", running=True), self.viewer("firefox", running=True)
+        other = self.viewer("tree_web", running=True)
         (self.docs / "qel_doc_options.ini").write_text(f'QEL_HTML_BROWSER="{other}"\n')
-        for words, program in [(["portal"], other), (["search", "x"], searched)]:
+        for words, program in [(["portal"], other), (["search", "x"], BUILD / "bin/olh-browser")]:
             printed = self.json(*words, "--print", QEL_HTML_BROWSER=None)
-            self.assertEqual(printed["viewer"]["program"], str(program))
+            self.assertEqual((printed["viewer"]["program"], printed["asked_whether_it_runs"]), (str(program), str(program)))
 
 
 if __name__ == "__main__":
