@@ -39,30 +39,30 @@ UniqueFd open_for_lock(const char* name) noexcept {
   return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_RDONLY | kFlags));
 }
 
-enum class Former { kGone, kInUse, kStays };
+enum class Removal { kGone, kInUse, kStays };
 
 // A link, a socket or the like, which no writer holds. Removers come after one another by a lock on the directory, so that
 // none takes away what a writer has made in the place of what another one removed. A regular file that this process may
 // not open can be a writer's.
-Former remove_special(const std::string& name) {
+Removal remove_special(const std::string& name) {
   const std::size_t slash = name.rfind('/');
   const std::string directory = slash == std::string::npos ? "." : name.substr(0, slash + 1);
   const UniqueFd lock(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!lock) return Former::kStays;
-  if (!is_locked(lock.get())) return Former::kInUse;
+  if (!lock) return Removal::kStays;
+  if (!is_locked(lock.get())) return Removal::kInUse;
   struct stat status = {};
-  if (lstat(name.c_str(), &status) != 0) return errno == ENOENT ? Former::kGone : Former::kStays;
-  if (S_ISREG(status.st_mode)) return Former::kInUse;
-  if (S_ISDIR(status.st_mode)) return Former::kStays;
-  return unlink(name.c_str()) == 0 ? Former::kGone : Former::kStays;
+  if (lstat(name.c_str(), &status) != 0) return errno == ENOENT ? Removal::kGone : Removal::kStays;
+  if (S_ISREG(status.st_mode)) return Removal::kInUse;
+  if (S_ISDIR(status.st_mode)) return Removal::kStays;
+  return unlink(name.c_str()) == 0 ? Removal::kGone : Removal::kStays;
 }
 
-Former remove_former(const std::string& name) {
+Removal remove_former(const std::string& name) {
   const UniqueFd former = open_for_lock(name.c_str());
-  if (!former) return errno == ENOENT ? Former::kGone : remove_special(name);
-  if (!is_locked(former.get())) return Former::kInUse;
-  if (!is_at(former.get(), name.c_str())) return Former::kGone;
-  return unlink(name.c_str()) == 0 || errno == ENOENT ? Former::kGone : Former::kStays;
+  if (!former) return errno == ENOENT ? Removal::kGone : remove_special(name);
+  if (!is_locked(former.get())) return Removal::kInUse;
+  if (!is_at(former.get(), name.c_str())) return Removal::kGone;
+  return unlink(name.c_str()) == 0 || errno == ENOENT ? Removal::kGone : Removal::kStays;
 }
 
 }  // namespace
@@ -74,9 +74,9 @@ UniqueFd create_exclusively(const std::string& name, mode_t mode) {
     if (fd && is_locked(fd.get()) && is_at(fd.get(), name.c_str())) return fd;
     if (fd) continue;  // somebody took it for a leftover before it was locked
     if (errno != EEXIST) break;
-    const Former former = remove_former(name);
-    if (former == Former::kStays) break;
-    if (former == Former::kInUse) nanosleep(&kPause, nullptr);
+    const Removal former = remove_former(name);
+    if (former == Removal::kStays) break;
+    if (former == Removal::kInUse) nanosleep(&kPause, nullptr);
   } while (Clock::now() < end);
   return {};
 }

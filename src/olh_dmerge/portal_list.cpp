@@ -32,7 +32,7 @@ constexpr std::string_view kPortalMark = "_td";
 constexpr std::string_view kAddList = "Entry.fAddList";
 constexpr std::string_view kRelease = "mReleaseName";
 constexpr std::string_view kNameLine = "mTomeDeckName = \"";
-constexpr std::string_view kLink = "tomedeck=";
+constexpr std::string_view kLinkTag = "tomedeck=";
 
 constexpr std::string_view kDefaultSource =
     "var Entry;\n"
@@ -112,9 +112,9 @@ class InstalledList {
   void take_item(std::string_view line) {
     const auto argument = quoted(line, 1);
     if (!argument) return write(line);
-    const std::size_t link = argument->find(kLink);
+    const std::size_t link = argument->find(kLinkTag);
     const std::string_view portal =
-        link == std::string_view::npos ? *argument : argument->substr(link + kLink.size());
+        link == std::string_view::npos ? *argument : argument->substr(link + kLinkTag.size());
     named_.emplace_back(portal);
     if (pathExists(clean_path({root_, "/tomedecks/", portal, "/js/doclist.js"}).c_str()) != 0) write(line);
   }

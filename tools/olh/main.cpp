@@ -2,7 +2,6 @@
 #include <iniparser.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -22,7 +21,7 @@
 namespace {
 
 // Every verb, in the order in which the help lists them.
-constexpr auto kVerbs = {
+constexpr std::initializer_list<void (*)(const olh::Verb&)> kVerbs = {
     olh::add_show_command,    olh::add_search_command,     olh::add_portal_command,   olh::add_bookcase_command,
     olh::add_list_command,    olh::add_topics_command,     olh::add_test_command,     olh::add_where_command,
     olh::add_paths_command,   olh::add_alt_path_command,   olh::add_setup_command,    olh::add_viewers_command,
@@ -70,24 +69,12 @@ int become(const std::string& program, char** arguments) {
 }
 
 int run(int argc, char** argv) {
-  int exit_code = 0;
-  CLI::App app("The documentation of this machine's programs, at a terminal.", "olh");
-  app.require_subcommand(1);
-  app.footer(kExamples);
-  for (const auto add : kVerbs) add(olh::Verb(app, exit_code));
-  const auto is_asked_for = [&](const CLI::App* verb) { return verb->check_name(argv[1]); };
-  if (argc > 1 && app.get_subcommands(is_asked_for).empty())
+  olh::CommandLine words("The documentation of this machine's programs, at a terminal.", kExamples, kVerbs);
+  if (argc > 1 && !words.has_verb(argv[1]))
     if (const std::string program = program_of(argv[1]); !program.empty()) return become(program, argv + 1);
   for (const auto& [verb, what] : kPrograms)
-    if (!program_of(verb).empty()) app.add_subcommand(verb, what);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : olh::kWrongUse;
-  }
-  if (std::fflush(stdout) == 0) return exit_code;
-  olh::complain("the answer could not be written.");
-  return OLH_RESULT_IO;
+    if (!program_of(verb).empty()) words.add_program(verb, what);
+  return words.run(argc, argv);
 }
 
 }  // namespace

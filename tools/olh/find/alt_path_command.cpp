@@ -12,7 +12,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kAltPathExamples =
     "The first documentation root (or its parent tree) keeps its alternate location in its file\n"
     "qel_doc_options.ini; the roots that it names come first for everybody who uses that tree.\n"
     "Examples:\n"
@@ -25,7 +25,7 @@ constexpr const char* kExamples =
 constexpr int kAlternateKey = 3;
 constexpr int kTreeFile = 2;
 
-struct Arguments {
+struct AltPathArguments {
   std::string paths;
   std::string root;
   bool set = false;
@@ -38,7 +38,7 @@ std::string stored_paths() {
   return OlhGetAltDocPath(paths.data()) == OLH_RESULT_OK ? paths.data() : "";
 }
 
-int show(const Arguments& asked, const SearchRoots& roots) {
+int show(const AltPathArguments& asked, const SearchRoots& roots) {
   const std::string stored = stored_paths();
   const std::string file = tree_options_file(roots);
   if (asked.json) {
@@ -75,7 +75,7 @@ void explain(int result, const std::string& file, const std::vector<JudgedRoot>&
         "every root was accepted; the exit code is 4 because a path is split at each colon, that of http:// too.");
 }
 
-int set(const Arguments& asked, const SearchRoots& roots) {
+int set(const AltPathArguments& asked, const SearchRoots& roots) {
   const std::string file = tree_options_file(roots);
   if (!roots.spoilt.empty()) {  // what would be written there could not be read back
     complain_about(roots.spoilt);
@@ -93,7 +93,7 @@ int set(const Arguments& asked, const SearchRoots& roots) {
   return result;
 }
 
-int alt_path(const Arguments& asked) {
+int alt_path(const AltPathArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   if (roots.roots.empty()) {
     complain(
@@ -108,12 +108,12 @@ int alt_path(const Arguments& asked) {
 
 void add_alt_path_command(const Verb& olh) {
   const Verb verb = olh.verb("alt-path", "Show or set where a documentation tree sends its readers first");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<AltPathArguments>();
   const Option paths = verb.option("PATHS", asked->paths, "Directories or http:// URLs, separated by ':'");
   const Option json = verb.flag("--json", asked->json, "Answer as JSON (without PATHS)").excludes(paths);
   verb.flag("--forget", asked->forget, "Store none any more").excludes(paths).excludes(json);
   add_root_option(verb, asked->root);
-  verb.footer(kExamples);
+  verb.footer(kAltPathExamples);
   verb.action([asked, paths] {
     asked->set = paths.given();
     return alt_path(*asked);

@@ -15,7 +15,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kListExamples =
     "Of a root behind a URL only its own lists can tell, which 'olh dmerge' makes.\n"
     "Examples:\n"
     "  olh list                          each root with its documents; what an earlier root shadows is marked\n"
@@ -23,7 +23,7 @@ constexpr const char* kExamples =
     "  olh list --names --kind portal    the names alone, for a script\n"
     "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
 
-struct Arguments {
+struct ListArguments {
   std::string root;
   std::string kind;
   bool names = false;
@@ -112,7 +112,7 @@ void print_as_json(const std::vector<Holdings>& roots) {
   say_json(answer);
 }
 
-int list(const Arguments& asked) {
+int list(const ListArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const std::vector<Holdings> gathered = gather(roots, asked.kind);
   if (asked.json) {
@@ -133,14 +133,14 @@ int list(const Arguments& asked) {
 
 void add_list_command(const Verb& olh) {
   const Verb verb = olh.verb("list", "List the documents and portals that are installed");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<ListArguments>();
   verb.option("--kind", asked->kind, "Only what exists in that form")
       .one_of({"html", "pdf", "portal"})
       .value_named("KIND");
   const Option names = verb.flag("--names", asked->names, "The names alone, each once, one a line");
   verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
   add_root_option(verb, asked->root);
-  verb.footer(kExamples);
+  verb.footer(kListExamples);
   verb.action([asked] { return list(*asked); });
 }
 

@@ -13,7 +13,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kVerb = "try-path";
+constexpr const char* kTryVerb = "try-path";
 
 // In the process of its own: the debug lines go to whoever asked.
 int build_path(const std::string& host_roots) {
@@ -29,12 +29,12 @@ int build_path(const std::string& host_roots) {
 }  // namespace
 
 std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
-  const olh_viewers::Heard lines = heard_from_own_child({kVerb, "--", host_roots});
+  const olh_viewers::Heard lines = heard_from_own_child({kTryVerb, "--", host_roots});
   return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
 }
 
 void add_try_path_command(const Verb& olh) {
-  const Verb verb = olh.hidden_verb(kVerb);
+  const Verb verb = olh.hidden_verb(kTryVerb);
   const auto host_roots = std::make_shared<std::string>();
   verb.option("roots", *host_roots, "");
   verb.action([host_roots] { return build_path(*host_roots); });

@@ -12,14 +12,14 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kPathsExamples =
     "Examples:\n"
     "  olh paths                                the roots in order, the first wins\n"
     "  olh paths --root /usr/share/olh/docs     as it would be with that root in front\n"
     "  olh paths --json\n"
     "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
 
-struct Arguments {
+struct PathsArguments {
   std::string root;
   bool json = false;
 };
@@ -79,7 +79,7 @@ void print_as_json(const SearchRoots& roots, const std::vector<SpoiltFile>& spoi
   say_json(answer);
 }
 
-int paths(const Arguments& asked) {
+int paths(const PathsArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   std::vector<SpoiltFile> spoilt = roots.spoilt;
   for (SpoiltFile& one : read_option_file(user_option_file()).spoilt) spoilt.push_back(std::move(one));
@@ -100,10 +100,10 @@ int paths(const Arguments& asked) {
 
 void add_paths_command(const Verb& olh) {
   const Verb verb = olh.verb("paths", "Tell where documents are searched");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<PathsArguments>();
   add_root_option(verb, asked->root);
   add_json_option(verb, asked->json);
-  verb.footer(kExamples);
+  verb.footer(kPathsExamples);
   verb.action([asked] { return paths(*asked); });
 }
 

@@ -14,7 +14,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kVerb = "probe-root";
+constexpr const char* kProbeVerb = "probe-root";
 
 // In the process of its own: one character for each URL, as soon as it is known; then, behind a blank, how many
 // milliseconds it all took.
@@ -38,7 +38,7 @@ int answer(const std::string& root, const std::vector<std::string>& urls) {
 }  // namespace
 
 std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls) {
-  std::vector<std::string> words = {kVerb, "--", root};
+  std::vector<std::string> words = {kProbeVerb, "--", root};
   words.insert(words.end(), urls.begin(), urls.end());
   const std::string answers = heard_from_own_child(std::move(words)).text;
   std::map<std::string, Presence> presence;
@@ -50,7 +50,7 @@ std::map<std::string, Presence> probe_url_root(const std::string& root, const st
 }
 
 std::optional<double> probe_time(const std::string& root) {
-  const olh_viewers::Heard answers = heard_from_own_child({kVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
+  const olh_viewers::Heard answers = heard_from_own_child({kProbeVerb, "--", root, root + "/htmldocs/qelhelp.htm"});
   if (!answers.in_time || answers.text.empty() || answers.text[0] == '?') return std::nullopt;
   return std::strtod(answers.text.c_str() + 1, nullptr);
 }
@@ -60,7 +60,7 @@ void add_probe_root_command(const Verb& olh) {
     std::string root;
     std::vector<std::string> urls;
   };
-  const Verb verb = olh.hidden_verb(kVerb);
+  const Verb verb = olh.hidden_verb(kProbeVerb);
   const auto arguments = std::make_shared<Arguments>();
   verb.option("root", arguments->root, "").required();
   verb.option("urls", arguments->urls, "");

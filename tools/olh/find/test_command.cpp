@@ -13,7 +13,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kTestExamples =
     "Examples:\n"
     "  olh test olh_manual               is the manual there?\n"
     "  olh test olh_manual quick_start   and its topic?\n"
@@ -21,7 +21,7 @@ constexpr const char* kExamples =
     "Exit code: 0 found, 3 no name, 4 no such document, 6 the topic is not in the manual's topic\n"
     "table on this machine, 64 wrong use.\n";
 
-struct Arguments {
+struct TestArguments {
   std::string document;
   std::string tag;
   std::string root;
@@ -29,43 +29,43 @@ struct Arguments {
 };
 
 // Yes, no, or cannot tell: a topic can only be looked up in an HTML manual on this machine.
-enum class Topic { kYes, kNo, kCannotTell };
+enum class TopicAnswer { kYes, kNo, kCannotTell };
 
-Topic topic_answer(int result, const Arguments& asked, const Located& located) {
+TopicAnswer topic_answer(int result, const TestArguments& asked, const Located& located) {
   const bool can_tell = located.kind == OLH_VIEWER_HTML && located.location.rfind("file://", 0) == 0;
-  if (asked.tag.empty() || !can_tell) return Topic::kCannotTell;
-  return result == OLH_RESULT_OK ? Topic::kYes : Topic::kNo;
+  if (asked.tag.empty() || !can_tell) return TopicAnswer::kCannotTell;
+  return result == OLH_RESULT_OK ? TopicAnswer::kYes : TopicAnswer::kNo;
 }
 
-void print_as_json(int result, const Arguments& asked, const Located& located) {
+void print_as_json(int result, const TestArguments& asked, const Located& located) {
   nlohmann::json answer = located_as_json(asked.document, located);
-  const Topic topic = topic_answer(result, asked, located);
+  const TopicAnswer topic = topic_answer(result, asked, located);
   answer["tag"] = asked.tag;
   answer["result"] = result;
-  answer["topic"] = topic == Topic::kCannotTell ? nlohmann::json() : nlohmann::json(topic == Topic::kYes);
+  answer["topic"] = topic == TopicAnswer::kCannotTell ? nlohmann::json() : nlohmann::json(topic == TopicAnswer::kYes);
   say_json(answer);
 }
 
-void print_as_text(int result, const Arguments& asked, const Located& located) {
-  const Topic topic = topic_answer(result, asked, located);
+void print_as_text(int result, const TestArguments& asked, const Located& located) {
+  const TopicAnswer topic = topic_answer(result, asked, located);
   std::string line = "Found: " + located.location;
-  if (topic == Topic::kYes) line += ", with the topic \"" + asked.tag + "\"";
-  if (topic == Topic::kCannotTell && !asked.tag.empty())
+  if (topic == TopicAnswer::kYes) line += ", with the topic \"" + asked.tag + "\"";
+  if (topic == TopicAnswer::kCannotTell && !asked.tag.empty())
     line += "; whether it holds \"" + asked.tag + "\" cannot be told from here";
   if (result == OLH_RESULT_OK) say(line + ".");
 }
 
-void explain_failure(int result, const Arguments& asked, const Located& located, const SearchRoots& roots) {
+void explain_failure(int result, const TestArguments& asked, const Located& located, const SearchRoots& roots) {
   if (result == OLH_RESULT_NOT_FOUND) return complain_not_found(asked.document, roots);
   if (result == OLH_RESULT_INVALID) return complain("a document's name is needed, not an empty one.");
-  if (topic_answer(result, asked, located) == Topic::kCannotTell)
+  if (topic_answer(result, asked, located) == TopicAnswer::kCannotTell)
     return complain("found " + located.location + ", but it lies behind a URL: whether it holds \"" + asked.tag +
                     "\" cannot be told from here.");
   complain("found " + located.location + ", but no topic \"" + asked.tag + "\" in its topic table, " +
            olh_viewers::kTopicTable + " beside that page.");
 }
 
-int test(const Arguments& asked) {
+int test(const TestArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const Located located = locate(asked.document, roots);
   const int result = OlhHelpTest(asked.document.c_str(), asked.tag.c_str());
@@ -82,12 +82,12 @@ int test(const Arguments& asked) {
 
 void add_test_command(const Verb& olh) {
   const Verb verb = olh.verb("test", "Tell whether a document and a topic are there");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<TestArguments>();
   verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
   verb.option("TAG", asked->tag, "A topic of an HTML manual");
   add_root_option(verb, asked->root);
   add_json_option(verb, asked->json);
-  verb.footer(kExamples);
+  verb.footer(kTestExamples);
   verb.action([asked] { return test(*asked); });
 }
 

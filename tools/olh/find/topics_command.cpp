@@ -14,7 +14,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kTopicsExamples =
     "Examples:\n"
     "  olh topics olh_manual            name, title and page of each topic\n"
     "  olh topics --names olh_manual    the tags alone, for a script\n"
@@ -22,7 +22,7 @@ constexpr const char* kExamples =
     "                                   tag, page and named destination\n"
     "Exit code: 0, 3 no name, 4 no such document, 5 its topics cannot be read, 64 wrong use.\n";
 
-struct Arguments {
+struct TopicsArguments {
   std::string document;
   std::string root;
   bool names = false;
@@ -71,7 +71,7 @@ Topics topics_of(const Located& located) {
 
 // ---- answers ----
 
-void print_as_json(const Arguments& asked, const Located& located, const Topics& topics) {
+void print_as_json(const TopicsArguments& asked, const Located& located, const Topics& topics) {
   nlohmann::json answer = located_as_json(asked.document, located);
   answer["topics"] = topics.unreadable.empty() && located.found ? nlohmann::json::array() : nlohmann::json();
   for (const Topic& topic : topics.all)
@@ -104,7 +104,7 @@ void print_names(const Topics& topics) {
     if (!topic.tag.empty()) say(topic.tag);
 }
 
-int topics(const Arguments& asked) {
+int topics(const TopicsArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const Located located = locate(asked.document, roots);
   const Topics found = located.found ? topics_of(located) : Topics();
@@ -132,12 +132,12 @@ int topics(const Arguments& asked) {
 
 void add_topics_command(const Verb& olh) {
   const Verb verb = olh.verb("topics", "List the topics of a manual, or the destinations of a PDF");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<TopicsArguments>();
   verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
   const Option names = verb.flag("--names", asked->names, "The tags alone, one a line");
   verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
   add_root_option(verb, asked->root);
-  verb.footer(kExamples);
+  verb.footer(kTopicsExamples);
   verb.action([asked] { return topics(*asked); });
 }
 

@@ -14,7 +14,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kWhereExamples =
     "Examples:\n"
     "  olh where olh_manual         the location, its kind and its root\n"
     "  olh where --all olh_manual   every place that is tried, in order:\n"
@@ -22,7 +22,7 @@ constexpr const char* kExamples =
     "  olh where --json olh_td\n"
     "Exit code: 0 found, 3 no name, 4 not found, 64 wrong use.\n";
 
-struct Arguments {
+struct WhereArguments {
   std::string document;
   std::string root;
   bool all = false;
@@ -54,7 +54,7 @@ Presence presence_of(const Place& place, const std::map<std::string, Presence>& 
   return path_exists(place.tested.c_str()) == 1 ? Presence::kYes : Presence::kNo;
 }
 
-std::vector<Tried> try_all(const Arguments& asked, const Located& located, const SearchRoots& roots) {
+std::vector<Tried> try_all(const WhereArguments& asked, const Located& located, const SearchRoots& roots) {
   const std::vector<Place> places = places_of(asked.document, roots.preferred, paths_of(roots));
   const std::map<std::string, Presence> answers = ask_url_roots(places);
   std::vector<Tried> list;
@@ -95,7 +95,7 @@ void print_one(const Located& located) {
   say("root      " + (located.root.empty() ? "none: outside the search path" : located.root));
 }
 
-int where(const Arguments& asked) {
+int where(const WhereArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const Located located = locate(asked.document, roots);
   if (asked.json) {
@@ -120,12 +120,12 @@ int where(const Arguments& asked) {
 
 void add_where_command(const Verb& olh) {
   const Verb verb = olh.verb("where", "Tell where a document lies");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<WhereArguments>();
   verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
   verb.flag("-a,--all", asked->all, "Every place that is tried, in order");
   add_root_option(verb, asked->root);
   add_json_option(verb, asked->json);
-  verb.footer(kExamples);
+  verb.footer(kWhereExamples);
   verb.action([asked] { return where(*asked); });
 }
 

@@ -19,7 +19,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kDmergeExamples =
     "Without ROOT: the first root of the search path. Run it after documentation was installed or removed.\n"
     "Examples:\n"
     "  olh dmerge docs                           of the root that 'olh new docs handbook' makes\n"
@@ -29,7 +29,7 @@ constexpr const char* kExamples =
 
 constexpr int kOutOfDate = 1;
 
-struct Arguments {
+struct DmergeArguments {
   std::string root;
   bool check = false;
   bool quiet = false;
@@ -71,7 +71,7 @@ void complain_of_titles(const ListRun& run) {
 
 // ---- making the lists ------------------------------------------------------------------------------------------
 
-int make(const std::string& root, const Arguments& asked) {
+int make(const std::string& root, const DmergeArguments& asked) {
   if (asked.json) {
     StreamInMemory memory(stdout);
     const ListRun run = make_lists(
@@ -99,7 +99,7 @@ int make(const std::string& root, const Arguments& asked) {
 
 // ---- --check -----------------------------------------------------------------------------------------------------
 
-int check(const std::string& root, const Arguments& asked) {
+int check(const std::string& root, const DmergeArguments& asked) {
   const ListTrial trial = try_lists(root);
   const ListRun& run = trial.run;
   const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run)
@@ -130,7 +130,7 @@ int check(const std::string& root, const Arguments& asked) {
   return code;
 }
 
-int run(const Arguments& asked) {
+int dmerge_verb(const DmergeArguments& asked) {
   const char* first = asked.root.empty() ? GetOlhDocPath() : nullptr;
   std::string root = first == nullptr ? asked.root : first;
   cleanPath(root.data());
@@ -154,13 +154,13 @@ int run(const Arguments& asked) {
 
 void add_dmerge_command(const Verb& olh) {
   const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<DmergeArguments>();
   verb.option("ROOT", asked->root, "The directory of the documentation root");
   verb.flag("--check", asked->check, "Write nothing; say which lists are out of date");
   verb.flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
   add_json_option(verb, asked->json);
-  verb.footer(kExamples);
-  verb.action([asked] { return run(*asked); });
+  verb.footer(kDmergeExamples);
+  verb.action([asked] { return dmerge_verb(*asked); });
 }
 
 }  // namespace olh

@@ -16,7 +16,7 @@ namespace olh {
 namespace {
 
 // The run in progress: the generator's callback has no argument of its own.
-ListRun* run = nullptr;
+ListRun* current_run = nullptr;
 const std::function<void(const std::string&)>* listener = nullptr;
 bool progress_is_shown = false;
 
@@ -25,22 +25,22 @@ void take_documents() {
   for (const LibListEntry* entry = lleHead; entry != nullptr; entry = entry->next) {
     if (entry->docName == nullptr) continue;  // another one has its name
     const std::string type = entry->type == nullptr ? "" : entry->type;
-    run->documents.push_back(
+    current_run->documents.push_back(
         {entry->docName, entry->title == nullptr ? "" : entry->title, type != "pdf", type != "html"});
-    if (type != "pdf") ++run->libraries;
-    if (type != "html") ++run->pdfs;
-    if (type.empty()) ++run->both;
+    if (type != "pdf") ++current_run->libraries;
+    if (type != "html") ++current_run->pdfs;
+    if (type.empty()) ++current_run->both;
   }
   for (const LibListEntry* entry = pdfTitlesHead; entry != nullptr; entry = entry->next)
-    run->titled_by_portals.emplace_back(entry->docName == nullptr ? "" : entry->docName);
-  run->release = releaseName == nullptr ? "" : releaseName;
+    current_run->titled_by_portals.emplace_back(entry->docName == nullptr ? "" : entry->docName);
+  current_run->release = releaseName == nullptr ? "" : releaseName;
 }
 
 void count_portals() {
   std::set<std::string> names;
-  run->listed_portals = listed_portals(run->root).value_or(std::vector<ListedItem>());
-  for (const ListedItem& portal : run->listed_portals) names.insert(portal.name);
-  run->portals = names.size();
+  current_run->listed_portals = listed_portals(current_run->root).value_or(std::vector<ListedItem>());
+  for (const ListedItem& portal : current_run->listed_portals) names.insert(portal.name);
+  current_run->portals = names.size();
 }
 
 // Portals that may not be looked at: the generator passes over them, as over a root without any.
@@ -119,9 +119,9 @@ class ProgressPause {
 
 extern "C" int note_list(char* path) {
   const std::string file = path;
-  run->files.push_back(file);
-  if (run->documents.empty()) take_documents();
-  if (file == run->root + "/" + kInstalledPortals) count_portals();
+  current_run->files.push_back(file);
+  if (current_run->documents.empty()) take_documents();
+  if (file == current_run->root + "/" + kInstalledPortals) count_portals();
   const ProgressPause pause(progress_is_shown);
   (*listener)(file);
   return 0;
@@ -135,7 +135,7 @@ ListRun make_lists(const std::string& root, const std::function<void(const std::
   made.root = root;
   while (made.root.size() > 1 && made.root.back() == '/') made.root.pop_back();
   made.has_root = pathExists(made.root.c_str()) != 0;
-  run = &made;
+  current_run = &made;
   listener = &on_file;
   progress_is_shown = shows_progress;
   const auto begin = std::chrono::steady_clock::now();

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kNewExamples =
     "Nothing that is there is overwritten. The pages are plain HTML, made to be edited.\n"
     "Examples:\n"
     "  olh new docs handbook\n"
@@ -29,7 +29,7 @@ constexpr const char* kExamples =
 // Directories below htmldocs that are no manual, or not the one of whoever makes a root.
 constexpr const char* kTakenNames[] = {"QEL", "qel_html_help", "qelhelp.htm", "_a_search_tips"};
 
-struct Arguments {
+struct NewArguments {
   std::string root;
   NewManual manual;
   bool json = false;
@@ -79,7 +79,7 @@ bool has_not_found_pdf(const fs::path& root) {
   return fs::exists(root / kNotFoundPdf, failed);
 }
 
-void print_as_text(const Arguments& asked, const std::string& root) {
+void print_as_text(const NewArguments& asked, const std::string& root) {
   say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title +
       "\", the general help and a portal.");
   if (!has_not_found_pdf(root))
@@ -91,7 +91,7 @@ void print_as_text(const Arguments& asked, const std::string& root) {
       "root_layout");
 }
 
-void print_as_json(const Arguments& asked, const std::string& root, int result) {
+void print_as_json(const NewArguments& asked, const std::string& root, int result) {
   nlohmann::json answer = {
       {"root", root}, {"name", asked.manual.name}, {"title", asked.manual.title}, {"result", result}};
   if (result == OLH_RESULT_OK) answer["directory"] = root + "/htmldocs/" + asked.manual.name;
@@ -123,7 +123,7 @@ int make_from_pages(const std::string& root, const NewManual& manual) {
   }
 }
 
-int run(Arguments asked) {
+int make_new(NewArguments asked) {
   fs::path path = fs::absolute(asked.root).lexically_normal();
   if (!path.has_filename()) path = path.parent_path();
   const std::string root = path.string();
@@ -141,7 +141,7 @@ int run(Arguments asked) {
 
 void add_new_command(const Verb& olh) {
   const Verb verb = olh.verb("new", "Make a documentation root with one manual in it");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<NewArguments>();
   verb.option("ROOT", asked->root, "The directory that is made").required().refused_by(refusal_of_root);
   verb.option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
       .required()
@@ -150,8 +150,8 @@ void add_new_command(const Verb& olh) {
       .refused_by(refusal_of_title)
       .value_named("TEXT");
   add_json_option(verb, asked->json);
-  verb.footer(kExamples);
-  verb.action([asked] { return run(*asked); });
+  verb.footer(kNewExamples);
+  verb.action([asked] { return make_new(*asked); });
 }
 
 }  // namespace olh

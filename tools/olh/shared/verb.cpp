@@ -1,7 +1,11 @@
 #include "verb.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <utility>
+
+#include "olh/olh.h"
+#include "output.h"
 
 namespace olh {
 
@@ -47,6 +51,32 @@ void Verb::action(std::function<int()> work) const {
   words_->callback([words = words_, exit_code = exit_code_, work = std::move(work)] {
     if (words->get_subcommands().empty()) *exit_code = work();
   });
+}
+
+CommandLine::CommandLine(const char* what, const char* footer, std::initializer_list<void (*)(const Verb&)> verbs)
+    : words_(std::make_unique<CLI::App>(what, "olh")) {
+  words_->require_subcommand(1);
+  words_->footer(footer);
+  for (const auto add : verbs) add(Verb(*words_, exit_code_));
+}
+
+CommandLine::~CommandLine() = default;
+
+bool CommandLine::has_verb(const std::string& name) const {
+  return !words_->get_subcommands([&](const CLI::App* verb) { return verb->check_name(name); }).empty();
+}
+
+void CommandLine::add_program(const char* verb, const char* what) { words_->add_subcommand(verb, what); }
+
+int CommandLine::run(int argc, char** argv) {
+  try {
+    words_->parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return words_->exit(error) == 0 ? 0 : kWrongUse;
+  }
+  if (std::fflush(stdout) == 0) return exit_code_;
+  complain("the answer could not be written.");
+  return OLH_RESULT_IO;
 }
 
 }  // namespace olh

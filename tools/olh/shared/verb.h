@@ -2,14 +2,16 @@
 //
 // Knows    what a verb may ask of the parser of the command line, and that its outcome becomes the exit code.
 // Not      which verbs there are: each room declares its own in its door.
-// Owns     nothing: both classes are handles of what the parser holds. The variables given to it live as long as it
+// Owns     the parser; verbs and options are handles of what it holds. The variables given to it live as long as it
 //          does; what a verb does holds them.
-// For      every verb. The parser's own header takes seconds to compile: verb.cpp and main.cpp alone include it.
+// For      every verb. The parser's own header takes seconds to compile: verb.cpp alone includes it.
 #ifndef OLH_TOOLS_VERB_H
 #define OLH_TOOLS_VERB_H
 
 #include <functional>
+#include <initializer_list>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -70,6 +72,23 @@ class Verb {
  private:
   CLI::App* words_;
   int* exit_code_;
+};
+
+// The command line of the program itself.
+class CommandLine {
+ public:
+  CommandLine(const char* what, const char* footer, std::initializer_list<void (*)(const Verb&)> verbs);
+  ~CommandLine();
+
+  bool has_verb(const std::string& name) const;
+  // Says in the help what a program does that is found as a verb.
+  void add_program(const char* verb, const char* what);
+  // Does what the verb that is asked for does; returns its exit code.
+  int run(int argc, char** argv);
+
+ private:
+  int exit_code_ = 0;
+  std::unique_ptr<CLI::App> words_;
 };
 
 // The options that many verbs share.

@@ -33,7 +33,7 @@ constexpr const char* kBookcaseExamples =
 
 constexpr const char* kBookcase = "_bk_qel.pdf";
 
-struct Arguments {
+struct PortalArguments {
   std::string name;
   std::string tag;
   ShowOptions options;
@@ -51,7 +51,7 @@ void complain_missing(const std::string& what, const std::string& file, const Se
   complain_about_roots(roots);
 }
 
-int portal(const Arguments& asked) {
+int portal(const PortalArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
   ShowRequest request;
   request.located = locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, asked.name, roots);
@@ -66,7 +66,7 @@ int portal(const Arguments& asked) {
   return carry_out(request, asked.options, roots);
 }
 
-int bookcase(const Arguments& asked) {
+int bookcase(const PortalArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
   const std::string name = asked.name.empty() ? kBookcase : asked.name;
   ShowRequest request;
@@ -83,7 +83,8 @@ int bookcase(const Arguments& asked) {
   return carry_out(request, asked.options, roots);
 }
 
-void add_arguments(const Verb& verb, Arguments& asked, const char* name, const char* tag_name, const char* tag) {
+void add_arguments(const Verb& verb, PortalArguments& asked, const char* name, const char* tag_name,
+                   const char* tag) {
   verb.option("NAME", asked.name, name);
   verb.option(tag_name, asked.tag, tag);
   add_show_options(verb, asked.options);
@@ -93,7 +94,7 @@ void add_arguments(const Verb& verb, Arguments& asked, const char* name, const c
 
 void add_portal_command(const Verb& olh) {
   const Verb verb = olh.verb("portal", "Show a documentation portal");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<PortalArguments>();
   add_arguments(verb, *asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
   verb.footer(kPortalExamples);
   verb.action([asked] { return portal(*asked); });
@@ -101,7 +102,7 @@ void add_portal_command(const Verb& olh) {
 
 void add_bookcase_command(const Verb& olh) {
   const Verb verb = olh.verb("bookcase", "Show the PDF that lists the documentation");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<PortalArguments>();
   add_arguments(verb, *asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
   verb.footer(kBookcaseExamples);
   verb.action([asked] { return bookcase(*asked); });

@@ -12,7 +12,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kSearchExamples =
     "Without a scope everything below the first root with a portal is searched; \"orvane\" is the\n"
     "support portal; else the scope is an HTML manual or a portal.\n"
     "Examples:\n"
@@ -24,7 +24,7 @@ constexpr const char* kExamples =
 
 constexpr const char* kSupportPortal = "orvane";
 
-struct Arguments {
+struct SearchArguments {
   std::string query;
   std::string scope;
   ShowOptions options;
@@ -57,14 +57,14 @@ std::string scope_in_words(const std::string& scope) {
   return scope.empty() ? "everything" : scope == kSupportPortal ? "the support portal" : scope;
 }
 
-nlohmann::json scope_as_json(const Arguments& asked, const Located& located) {
+nlohmann::json scope_as_json(const SearchArguments& asked, const Located& located) {
   return {{"query", asked.query},
           {"scope", text_or_null(asked.scope)},
           {"searched", located.found ? nlohmann::json(kind_of_scope(asked.scope, located)) : nlohmann::json()},
           {"root", text_or_null(located.root)}};
 }
 
-void complain_of_scope(const Arguments& asked, const Located& located, const SearchRoots& roots) {
+void complain_of_scope(const SearchArguments& asked, const Located& located, const SearchRoots& roots) {
   if (asked.scope == kSupportPortal) {
     complain("there is no support portal that could be searched: the library was built without one.");
   } else if (asked.scope.empty() && !roots.roots.empty()) {
@@ -77,7 +77,7 @@ void complain_of_scope(const Arguments& asked, const Located& located, const Sea
   }
 }
 
-int search(const Arguments& asked) {
+int search(const SearchArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
   ShowRequest request;
   request.located = locate_scope(asked.scope, roots);
@@ -96,11 +96,11 @@ int search(const Arguments& asked) {
 
 void add_search_command(const Verb& olh) {
   const Verb verb = olh.verb("search", "Search the documentation");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<SearchArguments>();
   verb.option("QUERY", asked->query, "The words to look for").required();
   verb.option("SCOPE", asked->scope, "An HTML manual, a portal, or orvane");
   add_show_options(verb, asked->options);
-  verb.footer(kExamples);
+  verb.footer(kSearchExamples);
   verb.action([asked] { return search(*asked); });
 }
 

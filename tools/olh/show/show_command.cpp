@@ -12,7 +12,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kShowExamples =
     "Examples:\n"
     "  olh show olh_manual quick_start              a topic of an HTML manual\n"
     "  olh show /usr/share/olh/docs/pdfdocs/olh_manual.pdf quick_start\n"
@@ -25,14 +25,14 @@ constexpr const char* kExamples =
 const std::map<std::string, int> kDisplays = {
     {"normal", OLH_DISPLAY_NORMAL}, {"topic", OLH_DISPLAY_TOPIC}, {"popup", OLH_DISPLAY_POPUP}};
 
-struct Arguments {
+struct ShowArguments {
   std::string document;
   std::string tag;
   int display = OLH_DISPLAY_NORMAL;
   ShowOptions options;
 };
 
-int show(const Arguments& asked) {
+int show(const ShowArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
   ShowRequest request;
   request.located = locate(asked.document, roots);
@@ -52,12 +52,12 @@ int show(const Arguments& asked) {
 
 void add_show_command(const Verb& olh) {
   const Verb verb = olh.verb("show", "Show a document in its viewer");
-  const auto asked = std::make_shared<Arguments>();
+  const auto asked = std::make_shared<ShowArguments>();
   verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
   verb.option("TAG", asked->tag, "A topic, a named destination, or a portal's tab");
   verb.option("--display", asked->display, kDisplays, "normal, topic or popup: how much of an HTML manual appears");
   add_show_options(verb, asked->options);
-  verb.footer(kExamples);
+  verb.footer(kShowExamples);
   verb.action([asked] { return show(*asked); });
 }
 
