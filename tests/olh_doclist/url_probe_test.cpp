@@ -20,14 +20,17 @@ constexpr std::size_t kPartSize = 512;
 
 class UrlProbe : public Scratch {
  protected:
-  // What the probe says last, without the words that every line begins with; "" when it judges without a word.
-  std::string last_words(const std::string& url, int& result) {
+  // What the probe answers, and what it says last, without the words that every line begins with; "" when it judges without a
+  // word.
+  using Answer = std::pair<int, std::string>;
+  Answer judged(const std::string& url) {
+    int result = -1;
     std::string said = debug_lines_of([&] { result = locator.ValidURL(url.c_str()); });
     EXPECT_EQ(said.back(), '\n');
     said.pop_back();
     const std::string start = "olh_docList::ValidURL: failed: ";
     const std::size_t found = said.find(start);
-    return found == std::string::npos ? "" : said.substr(found + start.size());
+    return {result, found == std::string::npos ? "" : said.substr(found + start.size())};
   }
 
   olh_docList locator;
@@ -75,11 +78,9 @@ TEST_F(UrlProbe, MalformedUrlsAreNamed) {
       {"http://h:80", "Invalid url: no path specified"},
   };
   for (const auto& [url, why] : cases) {
-    int result = -1;
-    EXPECT_EQ(debug_lines_of([&, &asked = url] { result = locator.ValidURL(asked.c_str()); }),
+    EXPECT_EQ(debug_lines_of([&, &asked = url] { EXPECT_EQ(locator.ValidURL(asked.c_str()), 0); }),
               "olh_docList::ValidURL: " + url + "\nolh_docList::ParseURL: " + why +
                   "\nolh_docList::ValidURL: failed: url parse error\n");
-    EXPECT_EQ(result, 0) << url;
   }
 }
 
@@ -114,9 +115,7 @@ TEST_F(UrlProbe, FirstStatusLineDecides) {
   for (const auto& [what, reply, result, said] : cases) {
     SCOPED_TRACE(what);
     const HttpServer server([&answer = reply](const std::string&) { return answer; });
-    int judged = -1;
-    EXPECT_EQ(last_words(server.url("/x"), judged), said);
-    EXPECT_EQ(judged, result);
+    EXPECT_EQ(judged(server.url("/x")), Answer(result, said));
     EXPECT_EQ(server.requests().size(), 1U);
   }
 }
@@ -125,9 +124,7 @@ TEST_F(UrlProbe, WhatWouldSpoilTheRequestIsNeverSent) {
   const HttpServer server([](const std::string&) { return http_status("200 OK"); });
   const std::string host = "127.0.0.1";
   const std::string longest = "/" + std::string(485 - host.size() - 1, 'p');
-  int result = -1;
-  EXPECT_EQ(last_words(server.url(longest), result), "");
-  EXPECT_EQ(result, 1);
+  EXPECT_EQ(judged(server.url(longest)), Answer(1, ""));
   for (const std::string& url : {
            server.url(longest + "p"),
            server.url("/" + std::string(10000, 'p')),
@@ -135,27 +132,21 @@ TEST_F(UrlProbe, WhatWouldSpoilTheRequestIsNeverSent) {
            server.url("/a\r"),
            server.url("/x HTTP/1.1\r\nHOST: other\r\n\r\n"),
            "http://" + std::string(600, 'h') + "/x",
-       }) {
-    EXPECT_EQ(last_words(url, result), "url parse error") << url;
-    EXPECT_EQ(result, 0) << url;
-  }
+       })
+    EXPECT_EQ(judged(url), Answer(0, "url parse error")) << url;
   EXPECT_EQ(server.requests().size(), 1U);
 }
 
 TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
-  int result = -1;
-  EXPECT_EQ(last_words("http:///x", result), "unknown host: ");
-  EXPECT_EQ(result, 0);
+  EXPECT_EQ(judged("http:///x"), Answer(0, "unknown host: "));
   std::string url;
   {
     const HttpServer gone({"/x"});
     url = gone.url("/x");
   }
   for (const std::string& unreachable :
-       Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"}) {
-    EXPECT_EQ(last_words(unreachable, result), "cannot connect") << unreachable;
-    EXPECT_EQ(result, 0) << unreachable;
-  }
+       Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"})
+    EXPECT_EQ(judged(unreachable), Answer(0, "cannot connect")) << unreachable;
 }
 
 // A server that is too busy to take a connection: its queue is full, and the system drops what would connect.
@@ -186,9 +177,7 @@ TEST_F(UrlProbe, ALimitEndsTheWaitForASilentServer) {
   const std::string late = "no answer within OLH_PROBE_TIMEOUT";
   const FullQueue full;
   set("OLH_PROBE_TIMEOUT", "0.2");
-  int result = -1;
-  EXPECT_EQ(last_words(full.url(), result), late);
-  EXPECT_EQ(result, 0);
+  EXPECT_EQ(judged(full.url()), Answer(0, late));
 
   const std::string ok = "HTTP/1.1 200 OK\r\n\r\n";
   const HttpReply soon = {{"\r\n", ok}};
@@ -203,12 +192,11 @@ TEST_F(UrlProbe, ALimitEndsTheWaitForASilentServer) {
       {"0.001s", soon, 1, ""},
       {"nan", soon, 1, ""},
   };
-  for (const auto& [limit, reply, expected, said] : cases) {
+  for (const auto& [limit, reply, result, said] : cases) {
     SCOPED_TRACE(limit + std::string(" ") + std::to_string(reply.pieces.size()));
     const HttpServer server([&answer = reply](const std::string&) { return answer; });
     set("OLH_PROBE_TIMEOUT", limit);
-    EXPECT_EQ(last_words(server.url("/x"), result), said);
-    EXPECT_EQ(result, expected);
+    EXPECT_EQ(judged(server.url("/x")), Answer(result, said));
   }
 }
 
