@@ -63,9 +63,10 @@ std::string mended_address(const std::string& url) {
 }
 
 int answer_ping(const Trace& trace) {
-  const Choice choice = has_display() ? choose_browser() : Choice();
-  if (choice && choice.row != nullptr && is_running(*choice.row)) {
-    trace.note(choice.program + " runs");
+  const Choice choice = choose_browser();
+  const bool is_elsewhere = shows_elsewhere(choice);
+  if (is_elsewhere || (choice.row != nullptr && has_display() && is_running(*choice.row))) {
+    trace.note(choice.program + (is_elsewhere ? " takes pages at any time" : " runs"));
     return kExitShown;
   }
   std::puts("No running window");
@@ -78,8 +79,7 @@ std::string way_of_page(const Choice& choice, const std::string& url) {
   return way.is_served ? "; the page is served, since " + way.why : "";
 }
 
-int start(const Request& request, const std::string& url, const Trace& trace) {
-  const Choice choice = choose_browser();
+int start(const Choice& choice, const Request& request, const std::string& url, const Trace& trace) {
   if (!choice) {
     trace.complain(std::string("there is no browser. Install one, or name one in ") + kBrowserVariable + ".");
     return kExitNoProgram;
@@ -121,8 +121,9 @@ int answer_as_browser(const Request& request, const Trace& trace) {
     return kExitWrongUse;
   }
   const std::string url = mended_address(request.document);
-  const std::optional<WhyText> why_text = reason_for_text(request.as_text);
-  if (!why_text) return start(request, url, trace);
+  const Choice choice = choose_browser();
+  const std::optional<WhyText> why_text = reason_for_text(request.as_text, !shows_elsewhere(choice));
+  if (!why_text) return start(choice, request, url, trace);
   if (has_url && request.dry_run) return print_command({"w3m", "-dump", url}, "text");
   if (has_url) return show_page_as_text(url, *why_text, trace);
   trace.complain("there is no display to start a browser on.");

@@ -13,8 +13,9 @@ constexpr const char* kHelp =
     "page.\n"
     "--dry-run prints the command that would run, and who chose it.\n"
     "\n"
-    "The browser: OLH_BROWSER_PROGRAM, else the desktop's default, else x-www-browser, else the first along PATH of\n"
-    "firefox-esr, firefox, chromium and its kin, epiphany, falkon, konqueror.\n"
+    "The browser: OLH_BROWSER_PROGRAM, else the first of the list BROWSER, else the desktop's default, else\n"
+    "x-www-browser, else the first along PATH of firefox-esr, firefox, chromium and its kin, epiphany, falkon,\n"
+    "konqueror.\n"
     "\n"
     "Exit status: 0 shown (ping: it runs), 1 not shown, 2 no browser (ping: \"No running window\"), 64 wrong use.\n";
 

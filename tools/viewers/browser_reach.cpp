@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "browser_list.h"
 #include "files.h"
 #include "served_address.h"
 #include "url.h"
@@ -44,27 +45,40 @@ bool is_of_windows(const std::string& program) {
 bool leads_to_another_machine(const std::string& program) {
   const auto is_set = [](const char* name) { return !variable(name).empty(); };
   if (!is_set("VSCODE_IPC_HOOK_CLI") && !is_set("REMOTE_CONTAINERS") && !is_set("CODESPACES")) return false;
-  const Words named = pieces_of(variable("BROWSER"), ':');
-  return std::any_of(named.begin(), named.end(), [&program](const std::string& one) {
-    const Words words = pieces_of(one, ' ');
-    return !words.empty() && find_program(words[0]) == program;
-  });
+  const std::vector<Words> named = browser_list(variable(kListVariable));
+  return std::any_of(named.begin(), named.end(),
+                     [&program](const Words& words) { return find_program(words[0]) == program; });
+}
+
+// The browser's program, and the words that may name one.
+Words programs_of(const Choice& browser) {
+  Words programs = browser.exec;
+  programs.insert(programs.begin(), browser.program);
+  return programs;
+}
+
+bool is_on_windows_side(const Choice& browser) {
+  const Words programs = programs_of(browser);
+  return is_in_wsl() && std::any_of(programs.begin(), programs.end(), is_of_windows);
 }
 
 std::string barrier_before(const Choice& browser) {
-  Words programs = browser.exec;
-  programs.insert(programs.begin(), browser.program);
+  const Words programs = programs_of(browser);
   const auto is_any = [&programs](bool (*is_such)(const std::string&)) {
     return std::any_of(programs.begin(), programs.end(), is_such);
   };
   if (is_any(is_snap)) return "it is a Snap";
   if (std::find(programs.begin(), programs.end(), "run") != programs.end() || is_any(is_flatpak))
     return "it is a Flatpak";
-  if (is_in_wsl() && is_any(is_of_windows)) return "it is on the Windows side";
+  if (is_on_windows_side(browser)) return "it is on the Windows side";
   return leads_to_another_machine(browser.program) ? "it is on the machine of the editor's window" : "";
 }
 
 }  // namespace
+
+bool shows_elsewhere(const Choice& browser) {
+  return browser && (is_on_windows_side(browser) || leads_to_another_machine(browser.program));
+}
 
 Way way_to(const Choice& browser) {
   const std::string chosen = variable(kServeVariable);

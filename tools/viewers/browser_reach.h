@@ -21,6 +21,9 @@ struct Way {
 };
 Way way_to(const Choice& browser);
 
+// Whether the browser shows pages on another machine, or on the other side of this one: it needs no display here.
+bool shows_elsewhere(const Choice& browser);
+
 // The address with which the browser gets a page; a page that is no file has its own. What keeps one from being shown has
 // been said aloud.
 std::string address_for(const Choice& browser, const std::string& url, const Trace& trace);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "browser_list.h"
 #include "desktop_default.h"
 #include "files.h"
 #include "url.h"
@@ -24,6 +25,17 @@ Choice of_program(const std::string& name, const std::string& source) {
   choice.row = program_at(choice.program);
   choice.source = source;
   return choice;
+}
+
+// The first of BROWSER that is installed. The bare name of a known program is taken as that program.
+Choice of_list() {
+  for (const Words& words : browser_list(variable(kListVariable))) {
+    Choice choice = of_program(words[0], kListVariable);
+    if (!choice) continue;
+    if (choice.row == nullptr || words.size() > 1) choice.exec = words;
+    return choice;
+  }
+  return {};
 }
 
 // A desktop entry that only calls a known program is taken as that program; flatpak and the like need all their words.
@@ -49,15 +61,21 @@ Choice of_variable(const char* name) {
   return program.empty() ? Choice() : of_program(program, name);
 }
 
-bool is_placeholder(const std::string& word) { return word.size() == 2 && word[0] == '%' && word[1] != '%'; }
+// Whether the document goes into this word.
+bool has_place(const std::string& word) {
+  constexpr std::string_view kOfDocument = "uUfF";
+  for (std::size_t i = 0; i + 1 < word.size(); ++i)
+    if (word[i] == '%' && kOfDocument.find(word[++i]) != std::string_view::npos) return true;
+  return false;
+}
 
 // The words of a desktop entry; the document stands at the end when the entry leaves no place for it.
 Words exec_command(const Choice& choice, const Place& place) {
-  const bool has_place = std::any_of(choice.exec.begin(), choice.exec.end(), is_placeholder);
+  const bool is_placed = std::any_of(choice.exec.begin(), choice.exec.end(), has_place);
   Words words = filled(choice.exec, place);
   words.erase(std::remove(words.begin() + 1, words.end(), ""), words.end());
   const std::string& document = place.url.empty() ? place.file : place.url;
-  if (!has_place && !document.empty()) words.push_back(document);
+  if (!is_placed && !document.empty()) words.push_back(document);
   return words;
 }
 
@@ -68,13 +86,20 @@ Words row_command(const Choice& choice, const Words& form, const Place& place) {
   return words;
 }
 
-}  // namespace
-
-Choice choose_browser() {
+Choice first_browser() {
   if (Choice choice = of_variable(kBrowserVariable)) return choice;
+  if (Choice choice = of_list()) return choice;
   if (Choice choice = of_desktop("x-scheme-handler/http")) return choice;
   if (Choice choice = of_program("x-www-browser", "the system's x-www-browser")) return choice;
   return of_table(browsers());
+}
+
+}  // namespace
+
+Choice choose_browser() {
+  Choice choice = first_browser();
+  choice.is_of_browsers = true;
+  return choice;
 }
 
 Choice choose_reader() {
@@ -93,6 +118,7 @@ Words open_command(const Choice& choice, const Place& place) {
 // One in a sandbox is known by the name of its application, such as "org.mozilla.firefox".
 bool is_browser(const Choice& choice) {
   const auto rows = browsers();
+  if (choice.is_of_browsers) return true;
   if (choice.row != nullptr) return choice.row >= rows.data() && choice.row < rows.data() + rows.size();
   return std::any_of(choice.exec.begin(), choice.exec.end(), [&rows](const std::string& word) {
     std::string name = word.substr(word.find_last_of("/.") + 1);

@@ -1,7 +1,7 @@
 // Which program shows a page or a PDF.
 //
-// Knows    the order: the user's variable, the desktop's default, Debian's x-www-browser, then the table along PATH; for
-//          a PDF a browser in the end. Never the adapter itself.
+// Knows    the order: the user's variable, BROWSER, the desktop's default, Debian's x-www-browser, then the table along PATH;
+//          for a PDF a browser in the end. Never the adapter itself.
 // Not      how a program is called (programs) or started (child).
 // For      both adapters.
 #ifndef OLH_TOOLS_VIEWERS_CHOICE_H
@@ -14,8 +14,9 @@ namespace olh_viewers {
 struct Choice {
   std::string program;           // its path; "" when there is none
   const Program* row = nullptr;  // null for a program that the table does not know
-  Words exec;                    // what a desktop entry wants instead of a row; else empty
+  Words exec;                    // what a desktop entry or BROWSER wants instead of a row; else empty
   std::string source;            // who chose it, for a sentence in brackets
+  bool is_of_browsers = false;   // chosen as a browser, so that it opens addresses
   explicit operator bool() const { return !program.empty(); }
 };
 

@@ -53,9 +53,9 @@ void print(const std::string& heading, const std::string& text, WhyText why) {
 
 }  // namespace
 
-std::optional<WhyText> reason_for_text(bool is_asked) {
+std::optional<WhyText> reason_for_text(bool is_asked, bool needs_display) {
   if (is_asked) return WhyText::kAsked;
-  return has_display() ? std::nullopt : std::optional(WhyText::kNoDisplay);
+  return !needs_display || has_display() ? std::nullopt : std::optional(WhyText::kNoDisplay);
 }
 
 int show_page_as_text(const std::string& url, WhyText why, const Trace& trace) {

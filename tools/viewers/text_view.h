@@ -11,9 +11,9 @@
 
 namespace olh_viewers {
 
-// Why there is text instead of a window; nothing when there is a window.
+// Why there is text instead of a window; nothing when there is a window, of a viewer that needs no display at least.
 enum class WhyText { kAsked, kNoDisplay };
-std::optional<WhyText> reason_for_text(bool is_asked);
+std::optional<WhyText> reason_for_text(bool is_asked, bool needs_display);
 
 // Both return an ExitStatus. Text that was asked for is paged on a terminal; otherwise it is only written, since the host
 // may end before a pager would, and take the terminal back.

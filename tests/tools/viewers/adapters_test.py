@@ -236,6 +236,9 @@ class Adapters(unittest.TestCase):
         choose = lambda **environment: self.browser("--dry-run", "http://h/a", **environment).stdout
         self.assertRegex(choose(), r"bin/epiphany http://h/a    \(the desktop's default\)")
         self.assertRegex(choose(OLH_BROWSER_PROGRAM="other"), r"bin/other http://h/a    \(OLH_BROWSER_PROGRAM\)")
+        for listed, command in (("gone:w3m:other", "other http://h/a"), ("firefox", "firefox --new-tab http://h/a"),
+                                ("other --at=%s ;id:firefox", "other --at=http://h/a ';id'"), ("gone", "epiphany http://h/a")):
+            self.assertIn(f"{command}    (", choose(BROWSER=listed))
         self.assertRegex(choose(XDG_DATA_DIRS="/nowhere"), r"bin/firefox --new-tab http://h/a    \(found along PATH\)")
         # A sandbox needs all the words of its entry, and may not see the file.
         (self.dir / ".config").mkdir()
@@ -295,6 +298,14 @@ class Adapters(unittest.TestCase):
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)
         self.assertEqual(self.browser("file:///no/such/index.htm", DISPLAY=None).returncode, 1)
         self.assertEqual(self.browser(DISPLAY=":99999").returncode, 1)
+
+    def test_a_browser_on_the_machine_of_a_remote_editor_needs_no_display_here(self):
+        self.viewer("lead")
+        editor = {"DISPLAY": None, "OLH_SERVE": "never", "BROWSER": "lead", "VSCODE_IPC_HOOK_CLI": "/x"}
+        self.assertEqual(self.browser("-remote", "ping()", **editor).stdout, "")
+        for done in (self.browser("-remote", "openURL(http://h/,new-tab)", **editor), self.reader(PDF, **editor)):
+            self.assertEqual((done.returncode, done.stdout), (0, ""), done.stderr)
+        self.assertEqual(self.calls("lead"), [["http://h/"], [f"file://{PDF}"]])
 
     def test_text_that_was_asked_for_is_paged_on_a_terminal(self):
         self.tools("w3m")

@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "browser_list.h"
 #include "choice.h"
 #include "desktop_default.h"
 #include "pdf_places.h"
@@ -37,6 +38,17 @@ TEST(DesktopEntry, ExecLineIsSplitIntoWords) {
       {"", {}},
   };
   for (const auto& [line, words] : cases) EXPECT_EQ(olh_viewers::exec_words(line), words) << line;
+}
+
+TEST(BrowserList, ReadAsOtherProgramsDo) {
+  const std::pair<const char*, std::vector<Words>> cases[] = {
+      {"firefox:/opt/my/browser", {{"firefox"}, {"/opt/my/browser"}}},
+      {R"(::chromium --app=%s:"/my browsers/x" -P "a b" %s &:)",
+       {{"chromium", "--app=%u"}, {"/my browsers/x", "-P", "a b", "%u"}}},
+      {"x h%c//%s %% 100% %u", {{"x", "h://%u", "%%", "100%%", "%%u"}}},
+      {"w3m:/usr/bin/lynx -x:www-browser: ", {}},
+  };
+  for (const auto& [value, browsers] : cases) EXPECT_EQ(olh_viewers::browser_list(value), browsers) << value;
 }
 
 TEST(Programs, LinesForAPlace) {
