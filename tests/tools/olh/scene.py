@@ -10,6 +10,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import termios
 import threading
 import unittest
 from http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer
@@ -105,9 +106,10 @@ class Scene(unittest.TestCase):
         return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=self.dir, timeout=60,
                               stdin=subprocess.DEVNULL)
 
-    def on_a_terminal(self, *words, **variables):
+    def on_a_terminal(self, *words, columns=0, **variables):
         """What olh writes when its standard output is a terminal."""
         ours, its = pty.openpty()
+        termios.tcsetwinsize(its, (24, columns))
         command, environment = [OLH, *words], {"HOME": str(self.home), "PATH": str(self.bin), **self.variables, **variables}
         with subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=its, stderr=its, env=environment, cwd=self.dir):
             os.close(its)

@@ -74,6 +74,8 @@ void check_start_pages(const CheckedRoot& root, Findings& findings) {
       findings.warning(manual.directory, "has the start page " + own_name +
                                              ", which is not found once the root lies behind a URL; " +
                                              "call it index.htm");
+    } else if (has_wrong_start_page(root.path, manual.name)) {
+      findings.error(manual.directory, kWrongStartPage);
     } else {
       findings.error(manual.directory, "has no start page index.htm, so that no help call finds the manual");
     }

@@ -34,8 +34,9 @@ struct Machine {
 };
 
 // The roots that do not answer in a bearable time. For the checks that follow they are taken out of the variables that
-// lead to them. It must come before anything that initialises the library.
-Diagnoses check_answering_roots();
+// lead to them, and out of `host_roots`, which --root puts in front. It must come before anything that initialises the
+// library.
+Diagnoses check_answering_roots(std::string& host_roots);
 
 Diagnoses check_variables(const Machine& machine);
 Diagnoses check_trace_log(const Machine& machine);

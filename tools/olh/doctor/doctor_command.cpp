@@ -18,6 +18,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  olh doctor                           this machine\n"
     "  olh doctor olh_manual quick_start    and whether that document and topic can be shown\n"
+    "  olh doctor --root docs handbook      as it would be with that root in front\n"
     "  olh doctor --try                     and the manual of olh itself in each viewer\n"
     "Exit code: 0 nothing is wrong, 1 warnings, 2 problems, 64 wrong use.\n";
 
@@ -42,6 +43,7 @@ constexpr Step kTrial = {"trial", "Trial", try_viewers};
 struct Arguments {
   std::string document;
   std::string tag;
+  std::string root;
   bool attempt = false;
   bool json = false;
 };
@@ -104,8 +106,9 @@ class Report {
 
 int doctor(const Arguments& asked) {
   Report report(asked.json);
-  report.add("roots", "Search path", check_answering_roots());
-  const Machine machine = {find_search_roots(""), asked.document, asked.tag};
+  std::string root = asked.root;
+  report.add("roots", "Search path", check_answering_roots(root));
+  const Machine machine = {find_search_roots(root), asked.document, asked.tag};
   for (const Step& step : kSteps) report.add(step.name, step.title, step.look(machine));
   if (!asked.document.empty()) report.add(kDocument.name, kDocument.title, kDocument.look(machine));
   if (asked.attempt) report.add(kTrial.name, kTrial.title, kTrial.look(machine));
@@ -120,6 +123,7 @@ void add_doctor_command(const Verb& olh) {
   verb.option("DOC", asked->document, "A document that has to be found");
   verb.option("TAG", asked->tag, "A topic, destination or tab of it");
   verb.flag("--try", asked->attempt, "Show the manual of olh itself, as a page and as a PDF");
+  add_root_option(verb, asked->root);
   add_json_option(verb, asked->json);
   verb.footer(kExamples);
   verb.action([asked] { return doctor(*asked); });

@@ -33,6 +33,7 @@ bool is_only_possible(const JudgedRoot& root) {
 
 // The source without what was rejected.
 std::string cure_for(const JudgedRoot& rejected, const SearchRoots& roots) {
+  if (rejected.source == kRootOption) return "";
   if (!rejected.options_file.empty()) return "olh alt-path --forget";
   std::string rest;
   for (const SearchRoot& root : roots.roots)
@@ -80,22 +81,31 @@ struct LeftOut {
   std::string cure;  // does the same for the programs that are started from now on
 };
 
-// Takes the root, or the tree whose options file names it, out of the variable that leads there; all of the variable
-// when that cannot be done.
-LeftOut leave_out(const JudgedRoot& waiting) {
-  const std::string& file = waiting.options_file;
-  const std::string root = file.empty() ? waiting.path : file.substr(0, file.rfind('/'));
-  const std::string value = variable(waiting.source.c_str()).value_or("");
+// A search path without what leads to a root; nothing when no element of it does.
+std::optional<std::string> without(const std::string& root, const std::string& paths) {
   std::string rest;
   bool is_found = false;
-  for (const std::string& element : elements_of(value)) {
+  for (const std::string& element : elements_of(paths)) {
     const bool leads = leads_to(element, root);
     is_found = is_found || leads;
     if (!leads) rest += (rest.empty() ? "" : ":") + element;
   }
-  if (is_found && !rest.empty()) {
-    setenv(waiting.source.c_str(), rest.c_str(), 1);
-    return {root, "export " + command_line({waiting.source + "=" + rest})};
+  return is_found ? std::optional(rest) : std::nullopt;
+}
+
+// Takes the root, or the tree whose options file names it, out of the variable or option that leads there; all of it when
+// that cannot be done.
+LeftOut leave_out(const JudgedRoot& waiting, std::string& host_roots) {
+  const std::string& file = waiting.options_file;
+  const std::string root = file.empty() ? waiting.path : file.substr(0, file.rfind('/'));
+  if (waiting.source == kRootOption) {
+    host_roots = without(root, host_roots).value_or("");
+    return {root, ""};
+  }
+  const std::string value = variable(waiting.source.c_str()).value_or("");
+  if (const auto rest = without(root, value); rest && !rest->empty()) {
+    setenv(waiting.source.c_str(), rest->c_str(), 1);
+    return {root, "export " + command_line({waiting.source + "=" + *rest})};
   }
   for (const char* name : kRootVariables)
     if (value.empty() || waiting.source == name) unsetenv(name);
@@ -109,10 +119,10 @@ std::string cure_in(const std::string& options_file) {
 
 }  // namespace
 
-Diagnoses check_answering_roots() {
+Diagnoses check_answering_roots(std::string& host_roots) {
   Diagnoses diagnoses;
-  while (const std::optional<JudgedRoot> waiting = root_without_answer("")) {
-    const LeftOut left_out = leave_out(*waiting);
+  while (const std::optional<JudgedRoot> waiting = root_without_answer(host_roots)) {
+    const LeftOut left_out = leave_out(*waiting, host_roots);
     diagnoses.push_back({State::kProblem,
                          waiting->path + " (" + origin(*waiting) + ") " + no_answer_in_time() +
                              ", and every program that asks for help waits for it; \"" + kLimit +

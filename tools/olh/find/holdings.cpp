@@ -33,11 +33,14 @@ bool is_there(const std::string& path) { return path_exists(path.c_str()) == 1; 
 
 // ---- in a directory: what the lookups would find ----
 
+bool has_start_page(const std::string& root, const std::string& manual) {
+  const std::string directory = root + "/htmldocs/" + manual + "/";
+  return is_there(directory + "index.htm") || is_there(directory + manual + ".htm");
+}
+
 void add_manuals(const std::string& root, ByName& all) {
-  const std::string manuals = root + "/htmldocs/";
-  for_each_name(manuals, [&](const std::string& name) {
-    const std::string manual = manuals + name + "/";
-    if (is_there(manual + "index.htm") || is_there(manual + name + ".htm")) holding(all, name).html = true;
+  for_each_name(root + "/htmldocs", [&](const std::string& name) {
+    if (has_start_page(root, name)) holding(all, name).html = true;
   });
 }
 
@@ -108,6 +111,11 @@ struct Winners {
 
 }  // namespace
 
+bool has_wrong_start_page(const std::string& root, const std::string& manual) {
+  return !is_web_root(root) && !has_start_page(root, manual) &&
+         is_there(root + "/htmldocs/" + manual + "/index.html");
+}
+
 Holdings holdings_of(const std::string& root) {
   Holdings found;
   found.root = root;
@@ -122,6 +130,9 @@ Holdings holdings_of(const std::string& root) {
     add_manuals(root, all);
     add_pdfs(root, all);
     add_portals(root, all);
+    for_each_name(root + "/htmldocs", [&](const std::string& name) {
+      if (has_wrong_start_page(root, name)) found.unreachable.push_back(name);
+    });
   }
   add_titles(documents, portals, all);
   for (auto& [name, one] : all) found.all.push_back(std::move(one));

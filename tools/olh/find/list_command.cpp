@@ -122,6 +122,9 @@ int list(const ListArguments& asked) {
   } else {
     print_as_text(gathered);
   }
+  for (const Holdings& root : gathered)
+    for (const std::string& manual : root.unreachable)
+      complain(root.root + "/htmldocs/" + manual + " is not listed: it " + kWrongStartPage + ".");
   complain_about_roots(roots);
   if (!roots.roots.empty()) return OLH_RESULT_OK;
   complain(

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "holdings.h"
 #include "olh/support.h"
 #include "places.h"
 #include "shared.h"
@@ -97,7 +98,8 @@ nlohmann::json located_as_json(const std::string& document, const Located& locat
 
 void complain_about_roots(const SearchRoots& roots) {
   for (const JudgedRoot& one : roots.rejected)
-    if (one.source == "--root") complain("--root " + one.path + " is no documentation root: it " + one.reason + ".");
+    if (one.source == kRootOption)
+      complain("--root " + one.path + " is no documentation root: it " + one.reason + ".");
   complain_about(roots.spoilt);
   complain_about(read_option_file(user_option_file()).spoilt);
 }
@@ -111,6 +113,10 @@ void complain_not_found(const std::string& document, const SearchRoots& roots) {
     complain("no document \"" + document + "\" below " + enumeration(paths_of(roots)) + ". 'olh where --all " +
              command_line({document}) + "' lists every place that was tried.");
   }
+  const std::string manual = ends_in_any_pdf(document) ? document.substr(0, document.size() - 4) : document;
+  for (const SearchRoot& root : roots.roots)
+    if (!is_path_or_url(document) && has_wrong_start_page(root.path, manual))
+      complain(root.path + "/htmldocs/" + manual + " " + kWrongStartPage + ".");
   complain_about_roots(roots);
 }
 

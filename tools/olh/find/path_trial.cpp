@@ -22,7 +22,9 @@ int build_path(const std::string& host_roots) {
   setenv("OLH_DEBUG", "1", 1);
   setDebugVariable();
   OlhDocListInit();
-  if (!host_roots.empty()) OlhSetDocPath(host_roots.c_str());
+  if (host_roots.empty()) return 0;
+  print_debug("olh_docList::GetOlhVariable: %s\n", kRootOption);  // in the story it stands where a variable does
+  OlhSetDocPath(host_roots.c_str());
   return 0;
 }
 
@@ -30,7 +32,7 @@ int build_path(const std::string& host_roots) {
 
 std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
   const olh_viewers::Heard lines = heard_from_own_child({kTryVerb, "--", host_roots});
-  return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), "--root").waiting;
+  return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), kRootOption).waiting;
 }
 
 void add_try_path_command(const Verb& olh) {

@@ -13,7 +13,6 @@ namespace olh {
 namespace {
 
 constexpr const char* kOverrides = "QEL_OVERRIDE_DOC_PATH";
-constexpr const char* kRootOption = "--root";
 
 // Longer than a file name may be, and than the URL that a probe takes: asked for it, a lookup opens no connection.
 std::string name_of_nothing() { return std::string(600, 'x'); }

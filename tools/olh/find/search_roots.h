@@ -17,6 +17,8 @@ namespace olh {
 
 // Where the root comes from that this program searches behind all others, and no other program does: its own.
 inline constexpr const char* kOwnSource = "olh";
+// Where those come from that the caller puts in front.
+inline constexpr const char* kRootOption = "--root";
 
 struct SearchRoot {
   std::string path;

@@ -82,21 +82,47 @@ void print_as_json(const TopicsArguments& asked, const Located& located, const T
   say_json(answer);
 }
 
+// What a person sees of a topic: its tag as it is typed, its page, and its title or destination.
+struct Row {
+  std::string tag;
+  std::string page;
+  std::string rest;
+};
+
+std::vector<Row> rows_of(const Topics& topics) {
+  std::vector<Row> rows;
+  for (const Topic& topic : topics.all)
+    rows.push_back({topic.tag.empty() ? "(no tag)" : visible(command_line({topic.tag})), visible(topic.page),
+                    visible(topic.destination.empty() ? topic.title : topic.destination)});
+  return rows;
+}
+
+// The column of tags takes half of the screen at most: a longer tag has a line of its own. What does not fit behind it
+// goes on below its beginning.
+void print_row(const Row& row, std::size_t tag_width, std::size_t page_width, std::size_t rest_width) {
+  const bool is_alone = width_of(row.tag) > tag_width;
+  if (is_alone) say(row.tag);
+  std::string line = padded(is_alone ? "" : row.tag, tag_width) + "  " + padded(row.page, page_width) + "  ";
+  for (const std::string& piece : folded(row.rest, rest_width)) {
+    line += piece;
+    say(line.substr(0, line.find_last_not_of(' ') + 1));
+    line = std::string(tag_width + page_width + 4, ' ');
+  }
+}
+
 void print_as_text(const Topics& topics) {
-  std::vector<std::string> tags;
-  std::size_t width = 0;
+  constexpr std::size_t kLeast = 20;
+  const std::vector<Row> rows = rows_of(topics);
+  const std::size_t screen = width_of_screen();
+  std::size_t tag_width = 0;
   std::size_t page_width = 0;
-  for (const Topic& topic : topics.all) {
-    tags.push_back(topic.tag.empty() ? "(no tag)" : visible(command_line({topic.tag})));
-    width = std::max(width, width_of(tags.back()));
-    page_width = std::max(page_width, width_of(visible(topic.page)));
+  for (const Row& row : rows) {
+    if (width_of(row.tag) <= screen / 2) tag_width = std::max(tag_width, width_of(row.tag));
+    page_width = std::max(page_width, width_of(row.page));
   }
-  for (std::size_t i = 0; i < tags.size(); ++i) {
-    const Topic& topic = topics.all[i];
-    const std::string& rest = topic.destination.empty() ? topic.title : topic.destination;
-    say(padded(tags[i], width) + "  " + padded(visible(topic.page), rest.empty() ? 0 : page_width) +
-        (rest.empty() ? "" : "  " + rest));
-  }
+  const std::size_t used = tag_width + page_width + 4;
+  for (const Row& row : rows)
+    print_row(row, tag_width, page_width, std::max(screen - std::min(used, screen), kLeast));
 }
 
 void print_names(const Topics& topics) {

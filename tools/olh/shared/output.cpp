@@ -1,5 +1,6 @@
 #include "output.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -54,6 +55,27 @@ std::size_t width_of(const std::string& text) {
 
 std::string padded(const std::string& text, std::size_t width) {
   return text + std::string(width - std::min(width, width_of(text)), ' ');
+}
+
+std::size_t width_of_screen() {
+  winsize size = {};
+  const bool is_known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return is_known ? size.ws_col : std::string::npos;
+}
+
+std::vector<std::string> folded(const std::string& text, std::size_t width) {
+  std::vector<std::string> pieces;
+  std::string piece;
+  for (const char c : text) {
+    piece += c;
+    if (width_of(piece) <= width) continue;
+    const std::size_t blank = piece.rfind(' ');
+    const bool has_blank = blank != std::string::npos && blank > 0;
+    pieces.push_back(piece.substr(0, has_blank ? blank : piece.size() - 1));
+    piece.erase(0, has_blank ? blank + 1 : piece.size() - 1);
+  }
+  pieces.push_back(piece);
+  return pieces;
 }
 
 std::string counted(std::size_t number, const char* one, const char* many) {

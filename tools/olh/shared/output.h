@@ -38,6 +38,10 @@ std::string at_tag(const std::string& tag);
 std::size_t width_of(const std::string& text);
 // The text with blanks behind it, up to that width.
 std::string padded(const std::string& text, std::size_t width);
+// How many characters fit in a line of the screen; as many as one likes where the output is none.
+std::size_t width_of_screen();
+// The text in pieces of at most that many characters, cut at blanks where it has some.
+std::vector<std::string> folded(const std::string& text, std::size_t width);
 // "1 manual", "2 manuals".
 std::string counted(std::size_t number, const char* one, const char* many);
 // The lines of a text, without their line feeds.

@@ -1,9 +1,11 @@
 // olh show DOC [TAG]: a document on the screen; with --print, what would be done to get it there.
+#include <array>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
+#include "olh/support.h"
 #include "shared.h"
 #include "show.h"
 #include "showing.h"
@@ -15,8 +17,7 @@ namespace {
 constexpr const char* kShowExamples =
     "Examples:\n"
     "  olh show olh_manual quick_start              a topic of an HTML manual\n"
-    "  olh show /usr/share/olh/docs/pdfdocs/olh_manual.pdf quick_start\n"
-    "                                               a named destination of a PDF\n"
+    "  olh show --pdf olh_manual quick_start        the same place in its PDF\n"
     "  olh show --display popup olh_manual topics   the topic alone, in a small frame\n"
     "  olh show --print olh_manual quick_start      what would be run; nothing is\n"
     "Exit code: 0 shown, 2 the browser failed or a viewer would show nothing, 3 no name, 4 no such\n"
@@ -29,19 +30,71 @@ struct ShowArguments {
   std::string document;
   std::string tag;
   int display = OLH_DISPLAY_NORMAL;
+  bool as_pdf = false;
+  bool as_html = false;
   ShowOptions options;
 };
 
+bool is_pdf(const Located& located) { return ends_in_any_pdf(located.location); }
+
+bool has_wrong_form(const ShowArguments& asked, const Located& located) {
+  return located.found && (is_pdf(located) ? asked.as_html : asked.as_pdf);
+}
+
+// The lookups in the order that the asked form wants.
+Located located_in_form(const ShowArguments& asked, SearchRoots& roots) {
+  if (asked.as_pdf || asked.as_html) {
+    OlhSetViewerOrder(asked.as_pdf ? "pdf" : "html");
+    roots.preferred = asked.as_pdf ? OLH_VIEWER_PDF : OLH_VIEWER_HTML;
+  }
+  return locate(asked.document, roots);
+}
+
+std::vector<std::string> options_of(const ShowArguments& asked) {
+  std::vector<std::string> options;
+  if (asked.as_pdf) options.emplace_back("--pdf");
+  if (asked.as_html) options.emplace_back("--html");
+  for (const auto& [word, display] : kDisplays)
+    if (display == asked.display && display != OLH_DISPLAY_NORMAL) options.insert(options.end(), {"--display", word});
+  return options;
+}
+
+void complain_of_form(const ShowArguments& asked, const Located& other) {
+  complain("found " + other.location + ", but no " + (asked.as_pdf ? "PDF" : "HTML form") + " of " +
+           quoted(asked.document) + ". Without " + (asked.as_pdf ? "--pdf" : "--html") + " that one is shown.");
+}
+
+// Whoever names a PDF and gets pages is told so.
+void note_other_form(const ShowArguments& asked, const Located& located) {
+  const bool named_pdf = ends_in_any_pdf(asked.document) && !is_path_or_url(asked.document);
+  if (asked.options.quiet || asked.as_html || !named_pdf || !located.found || is_pdf(located)) return;
+  const std::string name = asked.document.substr(0, asked.document.size() - 4);
+  std::array<char, OLH_BUFFER_SIZE> pdf{};
+  std::array<char, OLH_BUFFER_SIZE> viewer{};
+  const bool is_there =
+      FindPdfDoc(pdf.data(), asked.document.c_str(), viewer.data()) == 1 && ends_in_any_pdf(pdf.data());
+  const std::string cure = "'" + command_line({"olh", "show", "--pdf", name}) + "' shows " + pdf.data() + ".";
+  complain("note: " + quoted(name) + " is there as HTML, which comes first. " +
+           (is_there ? cure : "There is no PDF of that name."));
+}
+
 int show(const ShowArguments& asked) {
-  const SearchRoots roots = find_search_roots(asked.options.root);
+  SearchRoots roots = find_search_roots(asked.options.root);
   ShowRequest request;
-  request.located = locate(asked.document, roots);
+  const Located located = located_in_form(asked, roots);
+  const bool wrong_form = has_wrong_form(asked, located);
+  if (!wrong_form) request.located = located;
+  note_other_form(asked, request.located);
   request.named = request.located.location + at_tag(asked.tag);
   request.answer = [&] { return with_tag(located_as_json(asked.document, request.located), asked.tag); };
   request.words = {"show", asked.document, asked.tag};
+  request.options = options_of(asked);
   request.at_place = !asked.tag.empty();
-  request.call = [&] { return OlhHelpCall(asked.document.c_str(), asked.tag.c_str(), asked.display); };
+  request.call = [&] {
+    return wrong_form ? OLH_RESULT_NOT_FOUND : OlhHelpCall(asked.document.c_str(), asked.tag.c_str(), asked.display);
+  };
   request.complain_of = [&](int result) {
+    if (wrong_form) return complain_of_form(asked, located);
     if (result == OLH_RESULT_NOT_FOUND) return complain_not_found(asked.document, roots);
     complain("a document's name is needed, not an empty one.");
   };
@@ -55,6 +108,8 @@ void add_show_command(const Verb& olh) {
   const auto asked = std::make_shared<ShowArguments>();
   verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
   verb.option("TAG", asked->tag, "A topic, a named destination, or a portal's tab");
+  const Option pdf = verb.flag("--pdf", asked->as_pdf, "The PDF, where there are both forms");
+  verb.flag("--html", asked->as_html, "The HTML form, where there are both").excludes(pdf);
   verb.option("--display", asked->display, kDisplays, "normal, topic or popup: how much of an HTML manual appears");
   add_show_options(verb, asked->options);
   verb.footer(kShowExamples);

@@ -46,6 +46,7 @@ std::string why_in_vain(OlhViewer kind, const ChosenViewer& viewer) {
 // The request as it would be typed with other options in front.
 std::vector<std::string> again(const ShowRequest& request, const std::vector<std::string>& options) {
   std::vector<std::string> words = {request.words.front()};
+  words.insert(words.end(), request.options.begin(), request.options.end());
   words.insert(words.end(), options.begin(), options.end());
   words.insert(words.end(), request.words.begin() + 1, request.words.end());
   while (words.back().empty()) words.pop_back();

@@ -30,6 +30,7 @@ struct ShowRequest {
   Located located;                         // what will be shown; nothing found when a substitute will be
   std::string named;                       // how a sentence names that
   std::vector<std::string> words;          // the same request on the command line: "show", the document, the tag
+  std::vector<std::string> options;        // and what stands in front of them: "--pdf"
   bool at_place = false;                   // a PDF is asked for at a named destination
   std::function<nlohmann::json()> answer;  // the verb's own keys of the JSON answer
   std::function<int()> call;               // the library's function that shows it

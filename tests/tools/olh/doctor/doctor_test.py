@@ -180,6 +180,9 @@ class Doctor(Scene):
         self.assertTrue(all("export OLH_PROBE_TIMEOUT=2" in f["sentence"] for f in waiting), waiting)
         limited = self.faults(QEL_DOC_PATH=f"{self.docs}:{silent}/docs", OLH_PROBE_TIMEOUT="0.2")
         self.assert_faults(limited, [("roots", "warning", "(no answer within OLH_PROBE_TIMEOUT)", f"export QEL_DOC_PATH={self.docs}")])
+        asked = [f for f in self.found("--root", f"{silent}/docs:{tree}")["findings"] if "does not answer within" in f["sentence"]]
+        self.assertEqual([(f["sentence"].split(" does not")[0], f["cure"] or "") for f in asked][0], (f"{silent}/docs (--root)", ""))
+        self.assertIn(str(tree), str(self.found("--root", str(tree), OLH_PROBE_TIMEOUT="0.2")["findings"]))
         subprocess.run(waiting[1]["cure"], shell=True, check=True)
         self.assertEqual([root["path"] for root in self.json("paths", QEL_DOC_PATH=str(tree))["roots"]], [str(tree)])
         self.assertEqual([f["state"] for f in answer["findings"] if f["step"] == "document"], ["ok"])

@@ -56,6 +56,13 @@ class List(Scene):
         self.assertEqual(self.olh("show", "olh_manual", "quick_start", QEL_DOC_PATH=None, OLH_SYSTEM_DOC_PATH=None).returncode, 0)
         self.assertIn(f"{own}/htmldocs/olh_manual/index.htm", self.opened()[0])
 
+    def test_a_start_page_that_no_lookup_knows_is_named(self):
+        write(self.docs / "htmldocs/nearly/index.html")
+        for words, code in ((["list"], 0), (["where", "nearly"], 4), (["show", "nearly.pdf"], 4), (["check", str(self.docs)], 2)):
+            done = self.olh(*words)
+            self.assertEqual(done.returncode, code)
+            self.assertRegex(done.stdout + done.stderr, "htmldocs/nearly(: | is not listed: it | )has a start page index.html, which")
+
     def test_titles_and_names_do_not_play_with_the_terminal(self):
         title = "Red \033[31m, bell \a, \u009b2J and \x7f, caf\u00e9"
         seen = "Red \\x1b[31m, bell \\x07, \\x9b2J and \\x7f, caf\u00e9"

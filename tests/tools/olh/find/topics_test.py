@@ -37,6 +37,15 @@ class Topics(Scene):
         self.assertEqual(self.olh("topics", "--names", "guide").stdout, "Setting Up\nbare\nopen\n")
         self.assertTrue(self.olh("topics", "guide").stdout.startswith("'Setting Up'  up.htm  Setting up\n"))
 
+    def test_the_columns_stay_within_the_screen(self):
+        title, tag = "A title of many words that goes on " * 2, "a_tag_that_is_longer_than_half_of_the_screen"
+        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js",
+              f'QELAddTopic(["short","short.htm","{title}"]);\nQELAddTopic(["{tag}","long.htm","Long"]);\n')
+        self.assertEqual(self.on_a_terminal("topics", "guide", columns=60).split("\r\n"), [
+            "short  short.htm  A title of many words that goes on A title",
+            "                  of many words that goes on", tag, "       long.htm   Long", ""])
+        self.assertIn(title.strip() + "\n", self.olh("topics", "guide").stdout)
+
     def test_a_pdfs_tags_lead_to_its_destinations(self):
         write(self.docs / "pdfdocs/paper_only.pdf", PDF)
         found = self.json("topics", "paper_only")["topics"]

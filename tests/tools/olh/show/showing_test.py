@@ -94,6 +94,20 @@ class Showing(Scene):
         self.assertEqual(done.stderr.count("no document"), 1)
         self.assertEqual(self.olh("show", "--quiet", "missing").stdout, "")
 
+    def test_the_form_of_a_document_can_be_chosen(self):
+        pdf, page = write(self.docs / "pdfdocs/guide.pdf"), self.docs / "htmldocs/guide/index.htm"
+        for words, location in (("guide", f"file://{page}"), ("--pdf guide", pdf), ("guide.pdf", f"file://{page}"),
+                                ("--html guide.pdf", f"file://{page}"), ("--pdf guide.pdf", pdf), ("--pdf paper_only", self.docs / "pdfdocs/paper_only.pdf")):
+            done = self.olh("show", "--print", "--json", *words.split())
+            self.assertEqual((json.loads(done.stdout)["location"], done.returncode), (str(location), 0))
+            self.assertEqual("'olh show --pdf guide' shows" in done.stderr, words == "guide.pdf", done.stderr)
+        pdf.unlink()
+        self.assertIn("There is no PDF of that name", self.olh("show", "guide.pdf").stderr)
+        for words in ("--pdf guide", "--html paper_only", "--pdf group_td"):
+            done = self.olh("show", *words.split())
+            self.assertEqual((done.returncode, done.stdout), (4, ""), words)
+            self.assertRegex(done.stderr, "but no (PDF|HTML form) of")
+
     def test_without_any_portal_everything_cannot_be_searched(self):
         (self.docs / "tomedecks/index.html").unlink()
         done = self.olh("search", "--print", "x")
