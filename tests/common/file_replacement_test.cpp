@@ -38,12 +38,16 @@ TEST_F(Replacement, AnUncommittedTextLeavesNothing) {
   EXPECT_FALSE(fs::exists(file + ".new"));
 }
 
-TEST_F(Replacement, TheModeStays) {
+TEST_F(Replacement, TheModeStaysAndAFreshFileHasTheUsualOne) {
+  const auto mode_of = [this](const std::string& name) {
+    EXPECT_TRUE(replace(name, "new"));
+    struct stat status = {};
+    return stat(name.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+  };
+  umask(022);
   chmod(file.c_str(), 0640);
-  EXPECT_TRUE(replace(file, "new"));
-  struct stat status = {};
-  ASSERT_EQ(stat(file.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+  EXPECT_EQ(mode_of(file), 0640U);
+  EXPECT_EQ(mode_of(dir + "/fresh"), 0644U);
 }
 
 TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
@@ -84,6 +88,10 @@ TEST_F(Replacement, ALeftoverIsReplacedAndNotFollowed) {
   EXPECT_TRUE(replace(file, "new"));
   EXPECT_EQ(read_file(file), "new");
   EXPECT_EQ(read_file(dir + "/other"), "untouched");
+  chmod(make_fifo("file.new").c_str(), 0400);  // which its owner may only read, and nobody writes
+  EXPECT_TRUE(replace(file, "newer"));
+  chmod(write("file.new", "").c_str(), 0400);
+  EXPECT_TRUE(replace(file, "newest"));
 }
 
 TEST_F(Replacement, AnotherWritersFileIsLeftToIt) {
