@@ -116,7 +116,7 @@ TEST_F(DebugOutputOf, WholeCalls) {
   note_viewers();
   note_option_files();
   note_refusals();
-  EXPECT_EQ(output, olh_test::read_file(OLH_TEST_RESOURCES "/debug_output.txt"));
+  EXPECT_EQ(output, olh_test::read_file(olh_test::beside_program("resources/debug_output.txt")));
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using olh_test::heard;
 using olh_test::Words;
 
-const std::string kResources = std::string(OLH_TEST_RESOURCES) + "/dmerge";
+const std::string kResources = olh_test::beside_program("resources/dmerge");
 const Words kLists = {"tomedecks/qel_td/js/tdklist_installed.js", "htmldocs/QEL/lib/LibList.js",
                       "tomedecks/qel_td/js/LibList.js", "tomedecks/basic.htm",
                       "htmldocs/QEL/lib/LibraryAvailable.js"};

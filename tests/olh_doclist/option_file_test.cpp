@@ -41,8 +41,8 @@ class OptionFile : public PathScene {
 };
 
 TEST_F(OptionFile, ANewFileIsAHeaderAndOneLine) {
-  const std::string users = read_file(OLH_TEST_RESOURCES "/option_files/user.ini");
-  const std::string trees = read_file(OLH_TEST_RESOURCES "/option_files/tree.ini");
+  const std::string users = read_file(beside_program("resources/option_files/user.ini"));
+  const std::string trees = read_file(beside_program("resources/option_files/tree.ini"));
   EXPECT_EQ(set_user(kBrowser, "/b"), 0);
   EXPECT_EQ(read_file(user_file), users + "\n QEL_HTML_BROWSER=\"/b\"\n");
   unlink(user_file.c_str());

@@ -37,6 +37,10 @@ std::string next_field(const std::string& log, std::size_t& position) {
 
 }  // namespace
 
+std::string beside_program(const std::string& name) {
+  return fs::read_symlink("/proc/self/exe").parent_path() / name;
+}
+
 std::string read_file(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream bytes;
@@ -124,7 +128,7 @@ std::string Scratch::make_fifo(const std::string& relative) const {
 
 Recorder Scratch::add_viewer(const std::string& name, const std::string& directory) const {
   const std::string path = make_directory(directory) + "/" + name;
-  fs::copy_file(OLH_RECORDER, path);
+  fs::copy_file(beside_program("olh-recorder"), path);
   return Recorder(path);
 }
 

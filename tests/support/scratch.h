@@ -43,6 +43,8 @@ class Recorder {
 
 // Whatever `work` writes to standard error.
 std::string standard_error_of(const std::function<void()>& work);
+// A file in the directory of the test program, where what the tests need is found.
+std::string beside_program(const std::string& name);
 // A file's bytes; "" when it cannot be read.
 std::string read_file(const std::string& path);
 
