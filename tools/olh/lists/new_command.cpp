@@ -1,4 +1,4 @@
-// olh new ROOT NAME: a documentation root to begin with, one manual in it.
+// olh new ROOT NAME: a manual to begin with, in a documentation root that is there or is made for it.
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -22,9 +22,9 @@ constexpr const char* kNewExamples =
     "Nothing that is there is overwritten. The pages are plain HTML, made to be edited.\n"
     "Examples:\n"
     "  olh new docs handbook\n"
-    "  olh new --title \"The guide to My Product\" product_docs product_guide\n"
-    "Exit code: 0 made, 4 the pages to copy are not installed, 5 ROOT is there already or cannot be\n"
-    "made, 64 wrong use.\n";
+    "  olh new --title \"The guide to My Product\" docs product_guide   one more in it\n"
+    "Exit code: 0 made, 4 the pages to copy are not installed, 5 ROOT is something else, has the\n"
+    "manual already or cannot be written, 64 wrong use.\n";
 
 // Directories below htmldocs that are no manual, or not the one of whoever makes a root.
 constexpr const char* kTakenNames[] = {"QEL", "qel_html_help", "qelhelp.htm", "_a_search_tips"};
@@ -79,16 +79,30 @@ bool has_not_found_pdf(const fs::path& root) {
   return fs::exists(root / kNotFoundPdf, failed);
 }
 
-void print_as_text(const NewArguments& asked, const std::string& root) {
-  say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title +
-      "\", the general help and a portal.");
+void say_what_came_with_it(const std::string& root) {
+  say("It has the general help and a portal too.");
   if (!has_not_found_pdf(root))
     say("It has no pdfdocs/qeldoc_notfound.pdf, for those who have only a PDF reader: this olh was built without "
         "PDFs.");
+}
+
+// The portal's own list is a person's file.
+void say_how_it_is_listed(const NewArguments& asked, const std::string& root) {
+  std::error_code failed;
+  const std::string list = root + "/" + kPortalDocuments;
+  if (fs::exists(list, failed))
+    say("The portal shows it when " + list + " has this line: List.fAddItem( \"" + asked.manual.title + "\", \"" +
+        asked.manual.name + "\" );");
+}
+
+void print_as_text(const NewArguments& asked, const std::string& root, bool is_new_root) {
+  say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title + "\".");
+  is_new_root ? say_what_came_with_it(root) : say_how_it_is_listed(asked, root);
   say("Write in " + root + "/htmldocs/" + asked.manual.name + "; its first topic says how. Then:");
   for (const auto& words : next_commands(root, asked.manual.name)) say("  " + command_line(words));
-  say("A bookcase, pdfdocs/_bk_qel.pdf, is made when the root holds what it should list: olh show olh_manual "
-      "root_layout");
+  if (is_new_root)
+    say("A bookcase, pdfdocs/_bk_qel.pdf, is made when the root holds what it should list: olh show olh_manual "
+        "root_layout");
 }
 
 void print_as_json(const NewArguments& asked, const std::string& root, int result) {
@@ -98,27 +112,43 @@ void print_as_json(const NewArguments& asked, const std::string& root, int resul
   say_json(answer);
 }
 
-int refuse_what_is_there(const std::string& root) {
-  std::error_code failed;
-  if (fs::symlink_status(root, failed).type() == fs::file_type::not_found) return OLH_RESULT_OK;
-  complain(failed ? root + " cannot be made: " + failed.message() + "."
-                  : root + " is there already, and nothing is overwritten. Name a directory that is not there yet.");
-  return OLH_RESULT_IO;
+bool is_root_directory(const std::string& root) {
+  for (const char* part : {"htmldocs", "pdfdocs", "qel_doc_options.ini", "system_admin_docs"})
+    if (path_exists((root + "/" + part).c_str()) == 1) return true;
+  return false;
 }
 
-int make_from_pages(const std::string& root, const NewManual& manual) {
-  if (const int occupied = refuse_what_is_there(root); occupied != OLH_RESULT_OK) return occupied;
+bool is_nothing(const std::string& place, std::error_code& failed) {
+  return fs::symlink_status(place, failed).type() == fs::file_type::not_found;
+}
+
+// Why nothing can be made there, as a sentence; "" when it can.
+std::string objection_to_place(const std::string& root, const std::string& manual) {
+  std::error_code failed;
+  if (is_nothing(root, failed)) return "";
+  if (failed) return root + " cannot be made: " + failed.message() + ".";
+  if (!is_root_directory(root))
+    return root + " is there already and is no documentation root. Name one, or a directory that is not there yet.";
+  const std::string directory = root + "/htmldocs/" + manual;
+  return is_nothing(directory, failed) ? "" : directory + " is there already, and nothing is overwritten.";
+}
+
+int make_from_pages(const std::string& root, const NewManual& manual, bool is_new_root) {
+  if (const std::string objection = objection_to_place(root, manual.name); !objection.empty()) {
+    complain(objection);
+    return OLH_RESULT_IO;
+  }
   const auto pages = shipped_pages();
   if (!pages) {
     complain(
-        "the pages that a root is made from are not installed beside this program: the package olh-doc has them.");
+        "the pages that a manual is made from are not installed beside this program: the package olh-doc has them.");
     return OLH_RESULT_NOT_FOUND;
   }
   try {
-    make_root(root, *pages, manual);
+    is_new_root ? make_root(root, *pages, manual) : add_manual(root, *pages, manual);
     return OLH_RESULT_OK;
   } catch (const std::runtime_error& error) {
-    complain(root + " cannot be made: " + error.what() + ".");
+    complain(root + (is_new_root ? " cannot be made: " : ": ") + error.what() + ".");
     return OLH_RESULT_IO;
   }
 }
@@ -128,11 +158,12 @@ int make_new(NewArguments asked) {
   if (!path.has_filename()) path = path.parent_path();
   const std::string root = path.string();
   if (asked.manual.title.empty()) asked.manual.title = asked.manual.name;
-  const int result = make_from_pages(root, asked.manual);
+  const bool is_new_root = !is_root_directory(root);
+  const int result = make_from_pages(root, asked.manual, is_new_root);
   if (asked.json) {
     print_as_json(asked, root, result);
   } else if (result == OLH_RESULT_OK) {
-    print_as_text(asked, root);
+    print_as_text(asked, root, is_new_root);
   }
   return result;
 }
@@ -140,9 +171,11 @@ int make_new(NewArguments asked) {
 }  // namespace
 
 void add_new_command(const Verb& olh) {
-  const Verb verb = olh.verb("new", "Make a documentation root with one manual in it");
+  const Verb verb = olh.verb("new", "Make a manual, and a documentation root for it");
   const auto asked = std::make_shared<NewArguments>();
-  verb.option("ROOT", asked->root, "The directory that is made").required().refused_by(refusal_of_root);
+  verb.option("ROOT", asked->root, "A documentation root; if it is not there, it is made")
+      .required()
+      .refused_by(refusal_of_root);
   verb.option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
       .required()
       .refused_by(refusal_of_name);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <span>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -25,10 +26,10 @@ namespace {
 constexpr const char* kWanted[] = {
     "index.html",           "htmldocs/qelhelp.htm", "htmldocs/QEL",    "htmldocs/qel_html_help",
     "tomedecks/index.html", "tomedecks/common",     "tomedecks/qel_td"};
+// Those of them that the pages of a manual read.
+constexpr const char* kFrame[] = {"htmldocs/qelhelp.htm", "htmldocs/QEL"};
 // The portals that the project's own root may hold: the generator begins a list of its own where there is none.
 constexpr const char* kOwnPortals = "tomedecks/qel_td/js/tdklist.js";
-
-constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js";
 
 // A directory beside the new root, so that the root can be moved to its place in one step; gone with what is in it at
 // the end of the scope.
@@ -50,15 +51,15 @@ class Workshop {
   std::string path_;
 };
 
+// What is there stays as it is.
 void copy_page(const fs::path& from, const fs::path& to) {
   fs::create_directories(to.parent_path());
-  fs::copy_file(from, to);
-  fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
+  if (fs::copy_file(from, to, fs::copy_options::skip_existing))
+    fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
 }
 
-void copy_wanted(const fs::path& docs, const fs::path& root) {
-  if (fs::exists(docs / kNotFoundPdf)) copy_page(docs / kNotFoundPdf, root / kNotFoundPdf);
-  for (const char* wanted : kWanted) {
+void copy_wanted(const fs::path& docs, const fs::path& root, std::span<const char* const> all_wanted) {
+  for (const char* wanted : all_wanted) {
     if (!fs::is_directory(docs / wanted)) {
       copy_page(docs / wanted, root / wanted);
       continue;
@@ -104,14 +105,15 @@ void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings)
   if (!page) throw std::runtime_error("not all of it could be written");
 }
 
-void fill_in_manual(const ShippedPages& shipped, const fs::path& root, const NewManual& manual) {
-  const Fillings fillings = {
-      {"@NAME@", manual.name}, {"@TITLE@", manual.title}, {"@TOOLS@", command_line({shipped.tools.string()})}};
+Fillings fillings_for(const ShippedPages& shipped, const NewManual& manual) {
+  return {{"@NAME@", manual.name}, {"@TITLE@", manual.title}, {"@TOOLS@", command_line({shipped.tools.string()})}};
+}
+
+void fill_in_manual(const ShippedPages& shipped, const fs::path& directory, const NewManual& manual) {
   const fs::path pages = shipped.template_manual / "manual";
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
     if (entry.is_regular_file())
-      fill_in(entry.path(), root / "htmldocs" / manual.name / entry.path().lexically_relative(pages), fillings);
-  fill_in(shipped.template_manual / "doclist.js", root / kPortalDocuments, fillings);
+      fill_in(entry.path(), directory / entry.path().lexically_relative(pages), fillings_for(shipped, manual));
 }
 
 void make_its_lists(const std::string& root) {
@@ -139,10 +141,24 @@ void make_root(const fs::path& root, const ShippedPages& pages, const NewManual&
   try {
     const Workshop workshop(root.parent_path());
     const fs::path made = workshop.path() / "root";
-    copy_wanted(pages.docs, made);
-    fill_in_manual(pages, made, manual);
+    if (fs::exists(pages.docs / kNotFoundPdf)) copy_page(pages.docs / kNotFoundPdf, made / kNotFoundPdf);
+    copy_wanted(pages.docs, made, kWanted);
+    fill_in_manual(pages, made / "htmldocs" / manual.name, manual);
+    fill_in(pages.template_manual / "doclist.js", made / kPortalDocuments, fillings_for(pages, manual));
     make_its_lists(made.string());
     fs::rename(made, root);
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error(reason_of(error));
+  }
+}
+
+void add_manual(const fs::path& root, const ShippedPages& pages, const NewManual& manual) {
+  try {
+    const Workshop workshop(root);
+    fill_in_manual(pages, workshop.path() / manual.name, manual);
+    copy_wanted(pages.docs, root, kFrame);
+    fs::rename(workshop.path() / manual.name, root / "htmldocs" / manual.name);
+    make_its_lists(root.string());
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error(reason_of(error));
   }

@@ -1,4 +1,4 @@
-// A documentation root made from the pages that came with this program.
+// Documentation made from the pages that came with this program: a root, or a manual in one that is there.
 //
 // Knows    where those pages lie, which of them every root wants, and how the template of a manual is filled in.
 // Not      which names and titles will do (new_command).
@@ -30,9 +30,16 @@ std::optional<ShippedPages> shipped_pages();
 // The PDF that a root shows to those who have only a PDF reader and ask for what is missing; a build may be without it.
 inline constexpr const char* kNotFoundPdf = "pdfdocs/qeldoc_notfound.pdf";
 
+// The file in which a portal names its documents.
+inline constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js";
+
 // Makes `root`, which must not exist, its lists included. It appears in one step: when that fails nothing is left, and
 // a std::runtime_error says why.
 void make_root(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
+
+// Puts the manual into `root`, which is one and must not have it, with what its pages read and the root lacks, and makes
+// the root's lists anew. What is there stays as it is; a std::runtime_error says what failed.
+void add_manual(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
 
 }  // namespace olh
 

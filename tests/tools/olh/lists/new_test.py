@@ -126,9 +126,26 @@ class New(Scene):
         write(self.dir / "file", "kept")
         (self.dir / "empty").mkdir()
         (self.dir / "dangling").symlink_to("nowhere")
-        for there in ("docs", "docs/", ".", "file", "empty", "dangling"):
+        for there in (".", "file", "empty", "dangling"):
             with self.subTest(there=there):
-                self.refused(5, "is there already", there, "handbook")
+                self.refused(5, "is there already and is no documentation root", there, "handbook")
+        for there in ("docs", "docs/"):
+            self.refused(5, "docs/htmldocs/guide is there already", there, "guide")
+
+    def test_a_manual_is_added_to_a_root_that_is_there(self):
+        page = write(self.docs / "htmldocs/QEL/lib/manual.js", "/* another frame */")
+        listed = write(self.docs / "tomedecks/qel_td/js/doclist.js", "// by hand")
+        before = {path: content for path, content in self.files().items() if path.is_relative_to(self.docs)}
+        done = self.olh("new", "--title", "One more", "docs", "handbook")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn(f'{listed} has this line: List.fAddItem( "One more", "handbook" );', done.stdout)
+        self.assertEqual({path: path.read_bytes() for path in before}, before)
+        self.assertTrue((page.parent / "page.js").exists())
+        self.assertEqual(self.json("list")["roots"][0]["documents"][-2]["title"], "One more")
+        self.assertEqual(self.olh("test", "handbook", "first-topic").returncode, 0)
+        self.assertEqual(list(self.docs.rglob(".olh-new*")), [])
+        (self.dir / "papers/pdfdocs").mkdir(parents=True)
+        self.assertEqual(self.olh("new", "papers", "handbook").returncode, 0)
 
     def test_a_parent_that_takes_no_directory(self):
         write(self.dir / "file")
