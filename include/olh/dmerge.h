@@ -15,9 +15,10 @@
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
  *     An old file that says the same gets a new date only, and the callback hears of it all the same. A list that
  *     this process may not read is written and not told. One that is write-protected cannot be written. One that
- *     may be written, in a directory where nothing may be created, is written in place, if no symbolic link has that:
- *     a page may meet half of it, and what a full disk then leaves is not the old file. Two runs at one time write each list one after the other; the second
- *     waits for about a second. One that was killed may leave NAME.new, which goes when the list is next replaced.
+ *     may be written, in a directory that refuses a new file or the exchange, is written in place, if no symbolic link
+ *     has that: a page may meet half of it. A full disk leaves it as it was, where the file system can reserve room.
+ *     Two runs at one time write each list one after the other; the second waits for about a second. One that was
+ *     killed may leave NAME.new, which goes when the list is next replaced.
  *     A symbolic link in a list's place stays one if its owner is root or the caller; else the list takes its place.
  *     A directory of which the names break off in an error ends the run: half of them make no list.
  *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as

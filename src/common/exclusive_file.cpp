@@ -88,7 +88,7 @@ UniqueFd open_exclusively(const std::string& name) {
   if (!fd || fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
   for (; !is_locked(fd.get()); nanosleep(&kPause, nullptr))
     if (Clock::now() >= end) return {};
-  return fd;
+  return is_at(fd.get(), name.c_str()) ? std::move(fd) : UniqueFd();  // another writer may have replaced it
 }
 
 }  // namespace olh

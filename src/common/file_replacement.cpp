@@ -109,7 +109,9 @@ bool FileReplacement::commit() noexcept {
   if (stream_ == nullptr) return false;
   const bool is_whole = finish();
   if (is_whole && std::rename(temporary_.c_str(), target_.c_str()) == 0) return true;
+  const int error = errno;
   if (!is_whole || durability_ == Durability::kCached) unlink(temporary_.c_str());
+  errno = error;
   return false;
 }
 

@@ -40,25 +40,36 @@ bool renew(const std::string& path, std::string_view text) {
 bool may_create_beside(const std::string& file) { return may(file.substr(0, file.rfind('/') + 1), W_OK | X_OK); }
 
 // A list can be made again, so nobody waits for the disk. It takes the place of a link that a stranger has put there.
-bool replace(const std::string& path, std::string_view text) {
+// Returns 0, or why the list is as it was.
+int replace(const std::string& path, std::string_view text) {
+  errno = 0;
   FileReplacement file(path, FileReplacement::Durability::kCached, kLink);
-  if (!file) return false;
   file.write(text);
-  return file.commit();
+  return file.commit() ? 0 : errno;
 }
 
-// Whether the disk has room for a file of this size, as far as the file system tells.
-bool has_room_for(int file, off_t size) noexcept {
-  if (size == 0 || retry_interrupted([&] { return fallocate(file, 0, 0, size); }) == 0) return true;
-  return errno == EOPNOTSUPP || errno == ENOSYS;
+// Whether the directory has refused the new file or the exchange: nothing may be created there, the old file is
+// somebody else's in a sticky directory, or it is mounted by itself.
+bool is_refused_by_directory(int error) noexcept {
+  return error == EACCES || error == EPERM || error == EBUSY || error == EROFS;
 }
 
-// For a directory where nothing may be created. Room is asked for first: what broke off half way could not be undone.
+// Whether the disk has room for a file of this size, as far as the file system tells. The file keeps its text and size.
+bool reserve(int file, off_t size) noexcept {
+  struct stat old = {};
+  if (fstat(file, &old) != 0) return false;
+  if (size == 0 || retry_interrupted([&] { return fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size); }) == 0) return true;
+  if (errno == EOPNOTSUPP || errno == ENOSYS) return true;
+  if (ftruncate(file, old.st_size) != 0) return false;  // gives back what it did get
+  return false;
+}
+
+// For a directory that refuses a new file. Room is asked for first: what broke off half way could not be undone.
 bool write_in_place(const std::string& path, std::string_view text) {
   const WriteSignalsHeldBack quiet;
   UniqueFd file = open_exclusively(path);
   const auto size = static_cast<off_t>(text.size());
-  if (!file || !has_room_for(file.get(), size)) return false;
+  if (!file || !reserve(file.get(), size)) return false;
   while (!text.empty()) {
     const ssize_t put = retry_interrupted([&] { return ::write(file.get(), text.data(), text.size()); });
     if (put <= 0) return false;
@@ -83,7 +94,9 @@ bool can_be_written(const std::string& path) {
 
 bool store_list(const std::string& path, std::string_view text) {
   if (!can_be_written(path)) return false;
-  return renew(path, text) || replace(path, text) || (!may_create_beside(path) && write_in_place(path, text));
+  if (renew(path, text)) return true;
+  const int error = replace(path, text);
+  return error == 0 || (is_refused_by_directory(error) && write_in_place(path, text));
 }
 
 bool put_list(std::string path, std::string_view text) {

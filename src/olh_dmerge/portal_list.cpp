@@ -144,10 +144,10 @@ class InstalledList {
   bool failed_ = false;
 };
 
-// Creates the source list when there is none; one that is there but unreadable, or that cannot be looked at now, is left
-// alone. Returns whether there may be one now.
+// Creates the source list when there is none, also where a file stands in its way; one that is there but unreadable, or
+// that cannot be looked at now, is left alone. Returns whether there may be one now.
 bool ensure_source(const std::string& path) {
-  if (access(path.c_str(), F_OK) == 0 || errno != ENOENT) return true;
+  if (access(path.c_str(), F_OK) == 0 || (errno != ENOENT && errno != ENOTDIR)) return true;
   return put_list(path, kDefaultSource);
 }
 

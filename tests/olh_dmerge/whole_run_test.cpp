@@ -161,7 +161,7 @@ TEST_F(WholeRun, AWriteProtectedListIsNotReplaced) {
   EXPECT_EQ(get("htmldocs/QEL/lib/LibList.js"), "earlier\n");
 }
 
-// Nothing may be created in the directories of the lists: these themselves are written.
+// Nothing may be created in the directories of the lists, or nothing of anybody else replaced: these themselves are written.
 TEST_F(WholeRun, AListIsWrittenInPlaceWhereNothingMayBeCreated) {
   fill();
   for (const std::string& place : {dir, root}) fs::permissions(place, fs::perms::all);
@@ -169,10 +169,13 @@ TEST_F(WholeRun, AListIsWrittenInPlaceWhereNothingMayBeCreated) {
   const auto protect = [&](fs::perms perms) {
     for (const std::string& list : kLists) fs::permissions(fs::path(in_root(list)).parent_path(), perms);
   };
-  for (const std::string& list : kLists) fs::permissions(put(list, std::string(1000, 'x')), fs::perms::all);
-  protect(kReadOnly);
-  EXPECT_EXIT(run_as_nobody(root), testing::ExitedWithCode(DMERGE_RESULT_OK), "");
-  expect_the_expected_lists();
+  for (const fs::perms perms : {fs::perms::all | fs::perms::sticky_bit, kReadOnly}) {
+    for (const std::string& list : kLists) fs::permissions(put(list, std::string(1000, 'x')), fs::perms::all);
+    protect(perms);
+    EXPECT_EXIT(run_as_nobody(root), testing::ExitedWithCode(DMERGE_RESULT_OK), "");
+    expect_the_expected_lists();
+    protect(fs::perms::all);
+  }
 
   const std::string flag = put(kLists.back(), "untouched");
   const auto expect_a_failure = [&] {
