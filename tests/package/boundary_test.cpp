@@ -8,6 +8,7 @@
 #include <functional>
 #include <ostream>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -50,6 +51,12 @@ struct Call {
   }
   bool may_answer(long result) const {
     return results.empty() || std::find(results.begin(), results.end(), result) != results.end();
+  }
+  // Whether it is an entry point of olh.h that tells its result in the trace log.
+  bool is_traced() const {
+    const std::string_view text = name;
+    return text.starts_with("Olh") && !results.empty() && text != "OlhGetCurrentViewer" &&
+           !text.starts_with("OlhBrowser") && !text.starts_with("OlhAcro");
   }
 };
 
@@ -199,12 +206,17 @@ TEST_P(HostileArguments, ComeBack) {
   }
   if (!GetParam().takes('a')) pairs.resize(1);
   const bool fills = GetParam().takes('x') || GetParam().takes('y');
+  std::string log = dir + "/log";
+  StartOlhLog(log.data());
   for (const auto& [first, second] : pairs) {
     Buffer out;
     Buffer viewer;
     viewer.text[0] = '\0';
     const long result = GetParam().run(first, second, out.text, viewer.text);
     ASSERT_TRUE(GetParam().may_answer(result)) << result << " for " << (first ? first : "null");
+    const std::string told = std::string(GetParam().name) + " returned " + std::to_string(result) + "\n";
+    ASSERT_TRUE(!GetParam().is_traced() || olh_test::read_file(log).ends_with(told))
+        << told << (first ? first : "null");
     ASSERT_TRUE(!fills || GetParam().may_answer(GetParam().run(first, second, nullptr, nullptr)));
     ASSERT_TRUE(out.intact() && viewer.intact()) << (first ? first : "null");
   }
@@ -239,6 +251,28 @@ TEST_F(Boundary, AFailedAllocationIsAnOrdinaryFailure) {
     }
   OlhSetDocPath(root.c_str());
   EXPECT_EQ(OlhHelpTest("guide", "Intro"), OLH_RESULT_OK) << "and afterwards all is as before";
+}
+
+// One allocation is too large, and what comes after it is not.
+TEST_F(Boundary, ARunThatBreaksOffForWantOfMemoryMakesNoShorterList) {
+  add_pdf("paper");
+  make_directory("docs/tomedecks/qel_td/js");
+  const auto list_of_run = [this](long successes) {
+    const std::string list = write("docs/htmldocs/QEL/lib/LibList.js", "none");
+    olh_test::fail_allocations_after(successes, 1);
+    const int result = dmerge(root.c_str(), nullptr);
+    const bool failed = olh_test::allocations_asked() > successes;
+    olh_test::fail_allocations_after(-1);
+    EXPECT_TRUE(result != DMERGE_RESULT_OK || olh_test::read_file(list) != "none");
+    return std::make_pair(olh_test::read_file(list), failed);
+  };
+  const std::string whole = list_of_run(-1).first;
+  bool failed = true;
+  for (long successes = 0; failed; ++successes) {
+    std::string list;
+    std::tie(list, failed) = list_of_run(successes);
+    ASSERT_TRUE(list == whole || list == "none") << successes << "\n" << list;
+  }
 }
 
 }  // namespace

@@ -7,19 +7,21 @@
 namespace {
 
 long allowed = -1;
+long refused = 0;
 long asked = 0;
 
 bool may_allocate() {
   ++asked;
-  return allowed < 0 || asked <= allowed;
+  return allowed < 0 || asked <= allowed || asked > allowed + refused;
 }
 
 }  // namespace
 
 namespace olh_test {
 
-void fail_allocations_after(long successes) {
+void fail_allocations_after(long successes, long failures) {
   allowed = successes;
+  refused = failures;
   asked = 0;
 }
 

@@ -5,8 +5,8 @@
 
 namespace olh_test {
 
-// From now on `successes` allocations succeed and all later ones fail; a negative number: none fails.
-void fail_allocations_after(long successes);
+// From now on `successes` allocations succeed and the `failures` behind them fail; a negative number: none fails.
+void fail_allocations_after(long successes, long failures = 1'000'000'000);
 
 // How many have been asked for since then.
 long allocations_asked();
