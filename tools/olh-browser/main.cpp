@@ -15,7 +15,7 @@ constexpr const char* kHelp =
     "\n"
     "The browser: OLH_BROWSER_PROGRAM, else the first of the list BROWSER, else the desktop's default, else\n"
     "x-www-browser, else the first along PATH of firefox-esr, firefox, chromium and its kin, epiphany, falkon,\n"
-    "konqueror.\n"
+    "konqueror; in WSL the Windows side; else xdg-open or gio.\n"
     "\n"
     "Exit status: 0 shown (ping: it runs), 1 not shown, 2 no browser (ping: \"No running window\"), 64 wrong use.\n";
 

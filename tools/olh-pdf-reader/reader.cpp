@@ -20,7 +20,9 @@ constexpr int kWatchStart = 1500;
 // name that is not there says nothing: a new window shows page 1, one that shows the file already stays where it is.
 Words command_at(const Choice& choice, const Request& request, const Trace& trace) {
   const std::string& file = request.document;
-  const bool may_be_served = is_browser(choice) && !request.dry_run;
+  // Without a destination the desktop opens the file in the reader of its choice.
+  const bool is_for_desktop = choice.row != nullptr && choice.row->asks_desktop && request.destination.empty();
+  const bool may_be_served = is_browser(choice) && !is_for_desktop && !request.dry_run;
   Place place = {may_be_served ? address_for(choice, url_of(file), trace) : url_of(file), as_argument(file),
                  request.destination, 1};
   if (request.destination.empty()) return open_command(choice, place);

@@ -58,7 +58,8 @@ int start_viewer(const Choice& choice, const Words& command, int milliseconds, c
   }
   trace.note(command_line(command) + " (" + choice.source + ")");
   std::string said;
-  const int status = start_and_watch(command, milliseconds, said);
+  const bool any_status = choice.row != nullptr && choice.row->has_idle_status;
+  const int status = start_and_watch(command, milliseconds, said, any_status);
   if (status != kExitShown) trace.complain(choice.program + " " + said + ".");
   return status;
 }

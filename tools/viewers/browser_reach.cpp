@@ -5,6 +5,7 @@
 
 #include "browser_list.h"
 #include "files.h"
+#include "platform.h"
 #include "served_address.h"
 #include "url.h"
 
@@ -32,15 +33,6 @@ bool is_flatpak(const std::string& program) {
          script_at(program).find("flatpak run") != std::string::npos;
 }
 
-bool is_in_wsl() {
-  const std::string kernel = content_of("/proc/sys/kernel/osrelease");
-  return !variable("WSL_DISTRO_NAME").empty() || kernel.find("icrosoft") != std::string::npos;
-}
-
-bool is_of_windows(const std::string& program) {
-  return program.ends_with(".exe") || program.ends_with("/wslview") || program.starts_with("/mnt/c/");
-}
-
 // An editor that shows a remote machine leads what $BROWSER gets to the machine where its window is.
 bool leads_to_another_machine(const std::string& program) {
   const auto is_set = [](const char* name) { return !variable(name).empty(); };
@@ -62,6 +54,8 @@ bool is_on_windows_side(const Choice& browser) {
   return is_in_wsl() && std::any_of(programs.begin(), programs.end(), is_of_windows);
 }
 
+bool asks_desktop(const Choice& browser) { return browser.row != nullptr && browser.row->asks_desktop; }
+
 std::string barrier_before(const Choice& browser) {
   const Words programs = programs_of(browser);
   const auto is_any = [&programs](bool (*is_such)(const std::string&)) {
@@ -71,7 +65,8 @@ std::string barrier_before(const Choice& browser) {
   if (std::find(programs.begin(), programs.end(), "run") != programs.end() || is_any(is_flatpak))
     return "it is a Flatpak";
   if (is_on_windows_side(browser)) return "it is on the Windows side";
-  return leads_to_another_machine(browser.program) ? "it is on the machine of the editor's window" : "";
+  if (leads_to_another_machine(browser.program)) return "it is on the machine of the editor's window";
+  return asks_desktop(browser) ? "it opens files by their path alone" : "";
 }
 
 }  // namespace
@@ -82,7 +77,7 @@ bool shows_elsewhere(const Choice& browser) {
 
 Way way_to(const Choice& browser) {
   const std::string chosen = variable(kServeVariable);
-  Way way = {barrier_before(browser), false, ""};
+  Way way = {barrier_before(browser), asks_desktop(browser) ? "may lose the place in" : "may not see", false, ""};
   way.is_served = chosen == "always" || (chosen != "never" && !way.barrier.empty());
   if (way.is_served) way.why = way.barrier.empty() ? std::string(kServeVariable) + " is \"always\"" : way.barrier;
   return way;
@@ -99,7 +94,8 @@ std::string address_for(const Choice& browser, const std::string& url, const Tra
   }
   if (way.is_served) trace.complain("note: the page is not served: " + said + ".");
   if (!way.barrier.empty())
-    trace.complain("note: " + browser.program + " may not see " + file_of(url) + ", since " + way.barrier + ".");
+    trace.complain("note: " + browser.program + " " + way.effect + " " + file_of(url) + ", since " + way.barrier +
+                   ".");
   return url;
 }
 

@@ -1,7 +1,7 @@
 // The way of a file's page to the browser: as the file, or from the server of this user's pages.
 //
-// Knows    what stands between a browser and the disk: Snap, Flatpak, the two sides of WSL, an editor on another machine; and
-//          OLH_SERVE, with which a person decides.
+// Knows    what stands between a browser and the disk: Snap, Flatpak, the two sides of WSL, an editor on another machine, a
+//          desktop that is asked to choose; and OLH_SERVE, with which a person decides.
 // Not      how a page is served (served_address).
 // For      both adapters; olh doctor, which tells the way.
 #ifndef OLH_TOOLS_VIEWERS_BROWSER_REACH_H
@@ -16,6 +16,7 @@ inline constexpr const char* kServeVariable = "OLH_SERVE";
 
 struct Way {
   std::string barrier;  // why the browser may not read a file, "it is a Snap"; "" when it can
+  std::string effect;   // of the barrier, before the name of the file: "may not see"
   bool is_served = false;
   std::string why;  // why it is served, as the end of a sentence
 };

@@ -147,7 +147,7 @@ bool page(const std::string& text) {
 
 }  // namespace
 
-int start_and_watch(const Words& words, int milliseconds, std::string& said) {
+int start_and_watch(const Words& words, int milliseconds, std::string& said, bool any_status) {
   const ChildSignal signal;
   Setup setup;
   setup.flags(POSIX_SPAWN_SETSID);
@@ -160,7 +160,7 @@ int start_and_watch(const Words& words, int milliseconds, std::string& said) {
   }
   int status = 0;
   if (!signal.ends_until(child, Clock::now() + std::chrono::milliseconds(milliseconds), status)) return kExitShown;
-  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return kExitShown;
+  if (WIFEXITED(status) && (any_status || WEXITSTATUS(status) == 0)) return kExitShown;
   said = WIFEXITED(status) ? "ended with the status " + std::to_string(WEXITSTATUS(status))
                            : "was ended by the signal " + std::to_string(WTERMSIG(status));
   return kExitFailed;

@@ -14,8 +14,9 @@ namespace olh_viewers {
 
 // Starts a viewer in a session of its own, without the terminal's streams, and watches it for so long. Returns an
 // ExitStatus: kExitShown when it still runs or has ended with 0, kExitNoProgram when there is no such program,
-// kExitFailed when it ended otherwise, also by a signal. `said` becomes the end of a sentence about a failure.
-int start_and_watch(const Words& words, int milliseconds, std::string& said);
+// kExitFailed when it ended otherwise, also by a signal. `said` becomes the end of a sentence about a failure. A program of
+// which `any_status` is good has failed only when it could not be started, or was ended by a signal.
+int start_and_watch(const Words& words, int milliseconds, std::string& said, bool any_status = false);
 
 // What a program prints, its input taken from a file ("": none); nothing when it could not be run, ended with another
 // status than 0, or took longer than so many milliseconds.

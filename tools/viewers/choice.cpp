@@ -5,7 +5,9 @@
 
 #include "browser_list.h"
 #include "desktop_default.h"
+#include "display.h"
 #include "files.h"
+#include "platform.h"
 #include "url.h"
 
 namespace olh_viewers {
@@ -23,6 +25,7 @@ Choice of_program(const std::string& name, const std::string& source) {
   choice.program = find_program(name);
   if (!choice) return choice;
   choice.row = program_at(choice.program);
+  if (choice.row == nullptr) choice.row = opener_at(choice.program);
   choice.source = source;
   return choice;
 }
@@ -49,10 +52,16 @@ Choice of_desktop(const std::string& kind) {
   return choice;
 }
 
-Choice of_table(std::span<const Program> table) {
+Choice of_table(std::span<const Program> table, const std::string& source = "found along PATH") {
   for (const Program& program : table)
-    if (Choice choice = of_program(std::string(program.name), "found along PATH")) return choice;
+    if (Choice choice = of_program(std::string(program.name), source)) return choice;
   return {};
+}
+
+// Windows' own programs may be missing along PATH.
+Choice of_windows() {
+  if (Choice choice = of_table(windows_openers(), "of Windows")) return choice;
+  return of_program("/mnt/c/Windows/explorer.exe", "of Windows");
 }
 
 // The program of the user's variable: one that is not there is as good as none.
@@ -89,9 +98,13 @@ Words row_command(const Choice& choice, const Words& form, const Place& place) {
 Choice first_browser() {
   if (Choice choice = of_variable(kBrowserVariable)) return choice;
   if (Choice choice = of_list()) return choice;
+  const bool has_windows = is_in_wsl();
+  if (Choice choice = has_windows && !has_display() ? of_windows() : Choice()) return choice;
   if (Choice choice = of_desktop("x-scheme-handler/http")) return choice;
   if (Choice choice = of_program("x-www-browser", "the system's x-www-browser")) return choice;
-  return of_table(browsers());
+  if (Choice choice = of_table(browsers())) return choice;
+  if (Choice choice = has_windows ? of_windows() : Choice()) return choice;
+  return of_table(openers(), "the desktop chooses");
 }
 
 }  // namespace
@@ -118,7 +131,7 @@ Words open_command(const Choice& choice, const Place& place) {
 // One in a sandbox is known by the name of its application, such as "org.mozilla.firefox".
 bool is_browser(const Choice& choice) {
   const auto rows = browsers();
-  if (choice.is_of_browsers) return true;
+  if (choice.is_of_browsers || (choice.row != nullptr && choice.row->asks_desktop)) return true;
   if (choice.row != nullptr) return choice.row >= rows.data() && choice.row < rows.data() + rows.size();
   return std::any_of(choice.exec.begin(), choice.exec.end(), [&rows](const std::string& word) {
     std::string name = word.substr(word.find_last_of("/.") + 1);

@@ -1,7 +1,8 @@
 // Which program shows a page or a PDF.
 //
-// Knows    the order: the user's variable, BROWSER, the desktop's default, Debian's x-www-browser, then the table along PATH;
-//          for a PDF a browser in the end. Never the adapter itself.
+// Knows    the order: the user's variable, BROWSER, the desktop's default, Debian's x-www-browser, then the table along PATH,
+//          in WSL those of Windows, and whatever the desktop opens in the end; for a PDF a browser behind all readers. Never
+//          the adapter itself.
 // Not      how a program is called (programs) or started (child).
 // For      both adapters.
 #ifndef OLH_TOOLS_VIEWERS_CHOICE_H

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <initializer_list>
 
 #include "url.h"
 
@@ -62,6 +63,17 @@ const std::array kReaders = {
     Program{"acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone, {{}, "", "acroread"}},
 };
 
+// xdg-open reaches the browser of the host from inside a Flatpak or a Snap too.
+const std::array kOpeners = {
+    Program{"xdg-open", {"%u"}, kNamed, kPaged, {}, false, false, true},
+    Program{"gio", {"open", "%u"}, {"open", "%u#nameddest=%e"}, {"open", "%u#page=%n"}, {}, false, false, true},
+};
+
+const std::array kWindowsOpeners = {
+    Program{"wslview", {"%u"}, kNamed, kPaged, {}},
+    Program{"explorer.exe", {"%u"}, kNamed, kPaged, {}, false, false, false, true},
+};
+
 std::string value_of(char placeholder, const Place& place) {
   switch (placeholder) {
     case 'u':
@@ -95,11 +107,22 @@ std::string filled(const std::string& word, const Place& place) {
   return text;
 }
 
+const Program* row_in(std::initializer_list<std::span<const Program>> tables, std::string_view name) {
+  for (const std::span<const Program> table : tables)
+    for (const Program& program : table)
+      if (program.name == name) return &program;
+  return nullptr;
+}
+
 }  // namespace
 
 std::span<const Program> browsers() { return kBrowsers; }
 
 std::span<const Program> pdf_readers() { return kReaders; }
+
+std::span<const Program> openers() { return kOpeners; }
+
+std::span<const Program> windows_openers() { return kWindowsOpeners; }
 
 Words names_of(const std::string& path) {
   Words names = {std::filesystem::path(path).filename().string()};
@@ -109,16 +132,17 @@ Words names_of(const std::string& path) {
   return names;
 }
 
-const Program* program_named(std::string_view name) {
-  for (const std::span<const Program> table : {browsers(), pdf_readers()})
-    for (const Program& program : table)
-      if (program.name == name) return &program;
-  return nullptr;
-}
+const Program* program_named(std::string_view name) { return row_in({browsers(), pdf_readers()}, name); }
 
 const Program* program_at(const std::string& path) {
   for (const std::string& name : names_of(path))
     if (const Program* row = program_named(name)) return row;
+  return nullptr;
+}
+
+const Program* opener_at(const std::string& path) {
+  for (const std::string& name : names_of(path))
+    if (const Program* row = row_in({openers(), windows_openers()}, name)) return row;
   return nullptr;
 }
 

@@ -33,19 +33,26 @@ struct Program {
   Traces traces;                   // by which it is seen to run
   bool needs_session_bus = false;  // its running window takes pages over the bus only, under the name in `traces`
   bool takes_plain_names_only = false;  // its start script breaks other destinations into words
+  bool asks_desktop = false;            // it leaves the choice to the desktop
+  bool has_idle_status = false;         // it ends with a failure's status whatever happens
 };
 
 // In the order in which they are looked for along PATH.
 std::span<const Program> browsers();
 std::span<const Program> pdf_readers();
+// Programs that open an address in a browser of their choice: by way of the desktop, or of Windows.
+std::span<const Program> openers();
+std::span<const Program> windows_openers();
 
 // The last part of a program's path, and that of what it is a link to.
 Words names_of(const std::string& path);
 
-// The row of that name in either table, or of the program at a path, which may be a link such as x-www-browser; null when
-// there is none.
+// The row of that name among browsers and readers, or of the program at a path, which may be a link such as x-www-browser;
+// null when there is none.
 const Program* program_named(std::string_view name);
 const Program* program_at(const std::string& path);
+// The same among those that choose a browser.
+const Program* opener_at(const std::string& path);
 
 // What the placeholders of a row, or of a desktop entry, stand for.
 struct Place {

@@ -280,7 +280,7 @@ class Adapters(Scene):
 
     def test_which_browsers_are_served(self):
         for name, text in {"packaged": "exec /snap/bin/firefox \"$@\"", "exported": "exec flatpak run org.mozilla.firefox",
-                           "plain": "exec firefox", "wslview": "", "edge.exe": "", "lead": ""}.items():
+                           "plain": "exec firefox", "xdg-open": "", "wslview": "", "edge.exe": "", "lead": ""}.items():
             (self.bin / name).write_text(f"#!/bin/sh\n{text}\n")
             (self.bin / name).chmod(0o755)
         (self.bin / "snap").write_text("")
@@ -291,6 +291,7 @@ class Adapters(Scene):
                 ("plain", {}, ""), ("packaged", {}, "it is a Snap"), ("snapped", {}, "it is a Snap"),
                 ("exported", {}, "it is a Flatpak"), ("wslview", wsl, "it is on the Windows side"), ("edge.exe", {}, ""),
                 ("edge.exe", wsl, "it is on the Windows side"), ("lead", {}, ""), ("plain", editor, ""),
+                ("xdg-open", {}, "it opens files by their path alone"),
                 ("lead", editor, "it is on the machine of the editor's window"), ("packaged", {"OLH_SERVE": "never"}, ""),
                 ("plain", {"OLH_SERVE": "always"}, 'OLH_SERVE is "always"')):
             told = self.open("--dry-run", self.page, OLH_BROWSER_PROGRAM=browser, **{"OLH_SERVE": "auto", **environment}).stdout

@@ -299,6 +299,22 @@ class Adapters(unittest.TestCase):
         self.assertEqual(self.browser("file:///no/such/index.htm", DISPLAY=None).returncode, 1)
         self.assertEqual(self.browser(DISPLAY=":99999").returncode, 1)
 
+    def test_browsers_that_others_choose(self):
+        wsl = {"WSL_DISTRO_NAME": "Debian"}
+        for name, environment, arguments in (("gio", {}, ["open", "http://h/#a"]), ("xdg-open", {}, ["http://h/#a"]),
+                                             ("explorer.exe", wsl, ["http://h/#a"]), ("wslview", wsl, ["http://h/#a"])):
+            self.viewer(name)
+            self.start_answer(name, 1 if name == "explorer.exe" else 0)
+            self.assertEqual(self.browser("http://h/#a", **environment).returncode, 0)
+            self.assertEqual(self.calls(name), [arguments])
+        self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None, **wsl).returncode, 0, "Windows has its own display")
+        # A reader for the file alone is the desktop's choice.
+        self.assertEqual((self.reader(PDF).returncode, self.calls("xdg-open")[-1]), (0, [f"file://{PDF}"]))
+        self.viewer("firefox")
+        self.assertIn("/firefox ", self.browser("--dry-run", "http://h/", **wsl).stdout, "one here that has a display")
+        done = self.browser("file:///d/a.htm#b", OLH_BROWSER_PROGRAM="xdg-open", OLH_SERVE="never")
+        self.assertIn("may lose the place in /d/a.htm, since it opens files by their path alone.", done.stderr)
+
     def test_a_browser_on_the_machine_of_a_remote_editor_needs_no_display_here(self):
         self.viewer("lead")
         editor = {"DISPLAY": None, "OLH_SERVE": "never", "BROWSER": "lead", "VSCODE_IPC_HOOK_CLI": "/x"}

@@ -97,7 +97,7 @@ Diagnosis of_way() {
   if (way.is_served) return {State::kOk, "Pages are served to " + browser.program + ", since " + way.why + ".", ""};
   if (way.barrier.empty()) return {State::kOk, browser.program + " reads pages from the disk.", ""};
   return {State::kProblem,
-          browser.program + " may not see pages on the disk, since " + way.barrier +
+          browser.program + " " + way.effect + " pages on the disk, since " + way.barrier +
               ", and they are not served: " + olh_viewers::kServeVariable + " is \"never\".",
           std::string("unset ") + olh_viewers::kServeVariable};
 }
