@@ -1,7 +1,6 @@
 // olh check ROOT: what would disappoint a reader of a documentation root.
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "check.h"
@@ -134,15 +133,13 @@ int check(const Arguments& asked) {
 }  // namespace
 
 void add_check_command(const Verb& olh) {
-  const Verb verb = olh.verb("check", "Tell what would disappoint a reader of a documentation root");
-  const auto asked = std::make_shared<Arguments>();
-  verb.option("ROOT", asked->root, "The directory or http:// URL of the documentation root").required();
-  verb.option("--tags", asked->tags, "The documents and tags that a program uses, one a line")
+  const Verb verb = olh.verb("check", "Tell what would disappoint a reader of a documentation root", kExamples);
+  Arguments& asked = verb.action(check);
+  verb.option("ROOT", asked.root, "The directory or http:// URL of the documentation root").required();
+  verb.option("--tags", asked.tags, "The documents and tags that a program uses, one a line")
       .existing_file()
       .value_named("FILE");
-  add_json_option(verb, asked->json);
-  verb.footer(kExamples);
-  verb.action([asked] { return check(*asked); });
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "doctor.h"
@@ -118,15 +117,13 @@ int doctor(const Arguments& asked) {
 }  // namespace
 
 void add_doctor_command(const Verb& olh) {
-  const Verb verb = olh.verb("doctor", "Tell what keeps help from the screen, and what mends it");
-  const auto asked = std::make_shared<Arguments>();
-  verb.option("DOC", asked->document, "A document that has to be found");
-  verb.option("TAG", asked->tag, "A topic, destination or tab of it");
-  verb.flag("--try", asked->attempt, "Show the manual of olh itself, as a page and as a PDF");
-  add_root_option(verb, asked->root);
-  add_json_option(verb, asked->json);
-  verb.footer(kExamples);
-  verb.action([asked] { return doctor(*asked); });
+  const Verb verb = olh.verb("doctor", "Tell what keeps help from the screen, and what mends it", kExamples);
+  Arguments& asked = verb.action(doctor);
+  verb.option("DOC", asked.document, "A document that has to be found");
+  verb.option("TAG", asked.tag, "A topic, destination or tab of it");
+  verb.flag("--try", asked.attempt, "Show the manual of olh itself, as a page and as a PDF");
+  add_root_option(verb, asked.root);
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

@@ -107,13 +107,13 @@ int alt_path(const AltPathArguments& asked) {
 }  // namespace
 
 void add_alt_path_command(const Verb& olh) {
-  const Verb verb = olh.verb("alt-path", "Show or set where a documentation tree sends its readers first");
+  const Verb verb =
+      olh.verb("alt-path", "Show or set where a documentation tree sends its readers first", kAltPathExamples);
   const auto asked = std::make_shared<AltPathArguments>();
   const Option paths = verb.option("PATHS", asked->paths, "Directories or http:// URLs, separated by ':'");
   const Option json = verb.flag("--json", asked->json, "Answer as JSON (without PATHS)").excludes(paths);
   verb.flag("--forget", asked->forget, "Store none any more").excludes(paths).excludes(json);
   add_root_option(verb, asked->root);
-  verb.footer(kAltPathExamples);
   verb.action([asked, paths] {
     asked->set = paths.given();
     return alt_path(*asked);

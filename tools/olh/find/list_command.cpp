@@ -1,6 +1,5 @@
 // olh list: the documents and portals that the search path holds.
 #include <algorithm>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -135,16 +134,14 @@ int list(const ListArguments& asked) {
 }  // namespace
 
 void add_list_command(const Verb& olh) {
-  const Verb verb = olh.verb("list", "List the documents and portals that are installed");
-  const auto asked = std::make_shared<ListArguments>();
-  verb.option("--kind", asked->kind, "Only what exists in that form")
+  const Verb verb = olh.verb("list", "List the documents and portals that are installed", kListExamples);
+  ListArguments& asked = verb.action(list);
+  verb.option("--kind", asked.kind, "Only what exists in that form")
       .one_of({"html", "pdf", "portal"})
       .value_named("KIND");
-  const Option names = verb.flag("--names", asked->names, "The names alone, each once, one a line");
-  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
-  add_root_option(verb, asked->root);
-  verb.footer(kListExamples);
-  verb.action([asked] { return list(*asked); });
+  const Option names = verb.flag("--names", asked.names, "The names alone, each once, one a line");
+  add_json_option(verb, asked.json).excludes(names);
+  add_root_option(verb, asked.root);
 }
 
 }  // namespace olh

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <memory>
 
 #include "olh/support.h"
 #include "shared.h"
@@ -37,9 +36,7 @@ std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
 
 void add_try_path_command(const Verb& olh) {
   const Verb verb = olh.hidden_verb(kTryVerb);
-  const auto host_roots = std::make_shared<std::string>();
-  verb.option("roots", *host_roots, "");
-  verb.action([host_roots] { return build_path(*host_roots); });
+  verb.option("roots", verb.action(build_path), "");
 }
 
 }  // namespace olh

@@ -1,5 +1,4 @@
 // olh paths: the search path, where each root comes from, and what is no root and why.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -99,12 +98,10 @@ int paths(const PathsArguments& asked) {
 }  // namespace
 
 void add_paths_command(const Verb& olh) {
-  const Verb verb = olh.verb("paths", "Tell where documents are searched");
-  const auto asked = std::make_shared<PathsArguments>();
-  add_root_option(verb, asked->root);
-  add_json_option(verb, asked->json);
-  verb.footer(kPathsExamples);
-  verb.action([asked] { return paths(*asked); });
+  const Verb verb = olh.verb("paths", "Tell where documents are searched", kPathsExamples);
+  PathsArguments& asked = verb.action(paths);
+  add_root_option(verb, asked.root);
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 #include "olh/support.h"
 #include "shared.h"
@@ -16,18 +15,23 @@ namespace {
 
 constexpr const char* kProbeVerb = "probe-root";
 
+struct ProbeArguments {
+  std::string root;
+  std::vector<std::string> urls;
+};
+
 // In the process of its own: one character for each URL, as soon as it is known; then, behind a blank, how many
 // milliseconds it all took.
-int answer(const std::string& root, const std::vector<std::string>& urls) {
+int answer(const ProbeArguments& asked) {
   for (const char* name : kRootVariables) unsetenv(name);
   for (const char* name : {"OLH_LOG_HELP", "OLH_DEBUG"}) unsetenv(name);
-  OlhSetDocPath(root.c_str());
+  OlhSetDocPath(asked.root.c_str());
   const char* first = GetOlhDocPath();
   const auto begin = std::chrono::steady_clock::now();
-  for (const std::string& url : urls) {
+  for (const std::string& url : asked.urls) {
     std::array<char, OLH_BUFFER_SIZE> location{};
-    const bool can_ask = first != nullptr && root == first && url.starts_with(root);
-    std::putchar(!can_ask ? '?' : FindPath(location.data(), url.c_str() + root.size()) == 1 ? 'y' : 'n');
+    const bool can_ask = first != nullptr && asked.root == first && url.starts_with(first);
+    std::putchar(!can_ask ? '?' : FindPath(location.data(), url.c_str() + asked.root.size()) == 1 ? 'y' : 'n');
     std::fflush(stdout);
   }
   const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - begin;
@@ -56,15 +60,10 @@ std::optional<double> probe_time(const std::string& root) {
 }
 
 void add_probe_root_command(const Verb& olh) {
-  struct Arguments {
-    std::string root;
-    std::vector<std::string> urls;
-  };
   const Verb verb = olh.hidden_verb(kProbeVerb);
-  const auto arguments = std::make_shared<Arguments>();
-  verb.option("root", arguments->root, "").required();
-  verb.option("urls", arguments->urls, "");
-  verb.action([arguments] { return answer(arguments->root, arguments->urls); });
+  ProbeArguments& asked = verb.action(answer);
+  verb.option("root", asked.root, "").required();
+  verb.option("urls", asked.urls, "");
 }
 
 }  // namespace olh

@@ -1,5 +1,4 @@
 // olh test DOC [TAG]: whether a help call would find the document and its topic.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -81,14 +80,12 @@ int test(const TestArguments& asked) {
 }  // namespace
 
 void add_test_command(const Verb& olh) {
-  const Verb verb = olh.verb("test", "Tell whether a document and a topic are there");
-  const auto asked = std::make_shared<TestArguments>();
-  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
-  verb.option("TAG", asked->tag, "A topic of an HTML manual");
-  add_root_option(verb, asked->root);
-  add_json_option(verb, asked->json);
-  verb.footer(kTestExamples);
-  verb.action([asked] { return test(*asked); });
+  const Verb verb = olh.verb("test", "Tell whether a document and a topic are there", kTestExamples);
+  TestArguments& asked = verb.action(test);
+  add_document(verb, asked.document);
+  verb.option("TAG", asked.tag, "A topic of an HTML manual");
+  add_root_option(verb, asked.root);
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

@@ -1,6 +1,5 @@
 // olh topics DOC: the places in a document that a tag can name.
 #include <algorithm>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "destinations.h"
@@ -157,14 +156,12 @@ int topics(const TopicsArguments& asked) {
 }  // namespace
 
 void add_topics_command(const Verb& olh) {
-  const Verb verb = olh.verb("topics", "List the topics of a manual, or the destinations of a PDF");
-  const auto asked = std::make_shared<TopicsArguments>();
-  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
-  const Option names = verb.flag("--names", asked->names, "The tags alone, one a line");
-  verb.flag("--json", asked->json, "Answer as JSON").excludes(names);
-  add_root_option(verb, asked->root);
-  verb.footer(kTopicsExamples);
-  verb.action([asked] { return topics(*asked); });
+  const Verb verb = olh.verb("topics", "List the topics of a manual, or the destinations of a PDF", kTopicsExamples);
+  TopicsArguments& asked = verb.action(topics);
+  add_document(verb, asked.document);
+  const Option names = verb.flag("--names", asked.names, "The tags alone, one a line");
+  add_json_option(verb, asked.json).excludes(names);
+  add_root_option(verb, asked.root);
 }
 
 }  // namespace olh

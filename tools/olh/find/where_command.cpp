@@ -1,6 +1,5 @@
 // olh where DOC: the place of a document; with --all, every place that is tried for it.
 #include <map>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -119,14 +118,12 @@ int where(const WhereArguments& asked) {
 }  // namespace
 
 void add_where_command(const Verb& olh) {
-  const Verb verb = olh.verb("where", "Tell where a document lies");
-  const auto asked = std::make_shared<WhereArguments>();
-  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
-  verb.flag("-a,--all", asked->all, "Every place that is tried, in order");
-  add_root_option(verb, asked->root);
-  add_json_option(verb, asked->json);
-  verb.footer(kWhereExamples);
-  verb.action([asked] { return where(*asked); });
+  const Verb verb = olh.verb("where", "Tell where a document lies", kWhereExamples);
+  WhereArguments& asked = verb.action(where);
+  add_document(verb, asked.document);
+  verb.flag("-a,--all", asked.all, "Every place that is tried, in order");
+  add_root_option(verb, asked.root);
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

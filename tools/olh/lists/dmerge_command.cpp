@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "list_failure.h"
@@ -153,14 +152,12 @@ int dmerge_verb(const DmergeArguments& asked) {
 }  // namespace
 
 void add_dmerge_command(const Verb& olh) {
-  const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root");
-  const auto asked = std::make_shared<DmergeArguments>();
-  verb.option("ROOT", asked->root, "The directory of the documentation root");
-  verb.flag("--check", asked->check, "Write nothing; say which lists are out of date");
-  verb.flag("-q,--quiet", asked->quiet, "Say nothing but the generator's own messages");
-  add_json_option(verb, asked->json);
-  verb.footer(kDmergeExamples);
-  verb.action([asked] { return dmerge_verb(*asked); });
+  const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root", kDmergeExamples);
+  DmergeArguments& asked = verb.action(dmerge_verb);
+  verb.option("ROOT", asked.root, "The directory of the documentation root");
+  verb.flag("--check", asked.check, "Write nothing; say which lists are out of date");
+  verb.flag("-q,--quiet", asked.quiet, "Say nothing but the generator's own messages");
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

@@ -1,7 +1,6 @@
 // olh new ROOT NAME: a manual to begin with, in a documentation root that is there or is made for it.
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
@@ -153,7 +152,8 @@ int make_from_pages(const std::string& root, const NewManual& manual, bool is_ne
   }
 }
 
-int make_new(NewArguments asked) {
+int make_new(const NewArguments& given) {
+  NewArguments asked = given;
   fs::path path = fs::absolute(asked.root).lexically_normal();
   if (!path.has_filename()) path = path.parent_path();
   const std::string root = path.string();
@@ -171,20 +171,18 @@ int make_new(NewArguments asked) {
 }  // namespace
 
 void add_new_command(const Verb& olh) {
-  const Verb verb = olh.verb("new", "Make a manual, and a documentation root for it");
-  const auto asked = std::make_shared<NewArguments>();
-  verb.option("ROOT", asked->root, "A documentation root; if it is not there, it is made")
+  const Verb verb = olh.verb("new", "Make a manual, and a documentation root for it", kNewExamples);
+  NewArguments& asked = verb.action(make_new);
+  verb.option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
       .required()
       .refused_by(refusal_of_root);
-  verb.option("NAME", asked->manual.name, "The name of the manual, as help calls will ask for it")
+  verb.option("NAME", asked.manual.name, "The name of the manual, as help calls will ask for it")
       .required()
       .refused_by(refusal_of_name);
-  verb.option("--title", asked->manual.title, "The title of the manual, else its name")
+  verb.option("--title", asked.manual.title, "The title of the manual, else its name")
       .refused_by(refusal_of_title)
       .value_named("TEXT");
-  add_json_option(verb, asked->json);
-  verb.footer(kNewExamples);
-  verb.action([asked] { return make_new(*asked); });
+  add_json_option(verb, asked.json);
 }
 
 }  // namespace olh

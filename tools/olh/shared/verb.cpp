@@ -23,8 +23,10 @@ Option Option::value_named(const char* word) { return Option(option_->type_name(
 
 bool Option::given() const { return option_->count() > 0; }
 
-Verb Verb::verb(const char* name, const char* what) const {
-  return {*words_->add_subcommand(name, what), *exit_code_};
+Verb Verb::verb(const char* name, const char* what, const char* notes) const {
+  CLI::App* const words = words_->add_subcommand(name, what);
+  words->footer(notes);
+  return {*words, *exit_code_};
 }
 Verb Verb::hidden_verb(const char* name) const { return {*words_->add_subcommand(name)->group(""), *exit_code_}; }
 void Verb::take_one_verb_at_most() const { words_->require_subcommand(0, 1); }
@@ -44,8 +46,6 @@ Option Verb::option(const char* name, int& value, const std::map<std::string, in
 Option Verb::flag(const char* name, bool& value, const char* what) const {
   return Option(words_->add_flag(name, value, what));
 }
-
-void Verb::footer(const char* text) const { words_->footer(text); }
 
 void Verb::action(std::function<int()> work) const {
   words_->callback([words = words_, exit_code = exit_code_, work = std::move(work)] {

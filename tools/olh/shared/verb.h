@@ -51,7 +51,8 @@ class Verb {
  public:
   Verb(CLI::App& words, int& exit_code) : words_(&words), exit_code_(&exit_code) {}
 
-  Verb verb(const char* name, const char* what) const;
+  // `notes` stands below the options in its help.
+  Verb verb(const char* name, const char* what, const char* notes) const;
   // One that the help does not name.
   Verb hidden_verb(const char* name) const;
   // At most one of its verbs may be asked for, or none.
@@ -64,10 +65,15 @@ class Verb {
   Option option(const char* name, int& value, const std::map<std::string, int>& words, const char* what) const;
   Option flag(const char* name, bool& value, const char* what) const;
 
-  // What stands below the options in the help.
-  void footer(const char* text) const;
   // What it does, unless one of its own verbs is asked for.
   void action(std::function<int()> work) const;
+  // The same with arguments, for its options to fill.
+  template <typename Arguments>
+  Arguments& action(int (*work)(const Arguments&)) const {
+    const auto arguments = std::make_shared<Arguments>();
+    action([arguments, work] { return work(*arguments); });
+    return *arguments;
+  }
 
  private:
   CLI::App* words_;
@@ -91,11 +97,14 @@ class CommandLine {
   std::unique_ptr<CLI::App> words_;
 };
 
-// The options that many verbs share.
+// What many verbs share.
 inline void add_root_option(const Verb& verb, std::string& root) {
   verb.option("--root", root, "Documentation roots to put in front, separated by ':'").value_named("PATHS");
 }
-inline void add_json_option(const Verb& verb, bool& json) { verb.flag("--json", json, "Answer as JSON"); }
+inline Option add_json_option(const Verb& verb, bool& json) { return verb.flag("--json", json, "Answer as JSON"); }
+inline void add_document(const Verb& verb, std::string& document) {
+  verb.option("DOC", document, "A name to look up, a path, or a URL").required();
+}
 
 }  // namespace olh
 

@@ -1,5 +1,4 @@
 // olh version: of the package, and of the library's interface.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "olh/olh.h"
@@ -11,7 +10,7 @@ namespace olh {
 
 namespace {
 
-void print(bool json) {
+int print(const bool& json) {
   const std::string package = OLH_PACKAGE_VERSION;
   const std::string interface = OlhVersion();
   if (json) {
@@ -19,19 +18,15 @@ void print(bool json) {
   } else {
     say("olh " + package + " (interface " + interface + ")");
   }
+  return OLH_RESULT_OK;
 }
 
 }  // namespace
 
 void add_version_command(const Verb& olh) {
-  const Verb verb = olh.verb("version", "Tell the version");
-  const auto json = std::make_shared<bool>(false);
-  add_json_option(verb, *json);
-  verb.footer("Examples:\n  olh version\n  olh version --json\nExit code: 0, 64 wrong use.\n");
-  verb.action([json] {
-    print(*json);
-    return OLH_RESULT_OK;
-  });
+  const Verb verb = olh.verb("version", "Tell the version",
+                             "Examples:\n  olh version\n  olh version --json\nExit code: 0, 64 wrong use.\n");
+  add_json_option(verb, verb.action(print));
 }
 
 }  // namespace olh

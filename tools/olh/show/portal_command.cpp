@@ -1,5 +1,4 @@
 // olh portal [NAME] [TAB] and olh bookcase [NAME] [TAG]: the two ways into all documentation.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -93,19 +92,15 @@ void add_arguments(const Verb& verb, PortalArguments& asked, const char* name, c
 }  // namespace
 
 void add_portal_command(const Verb& olh) {
-  const Verb verb = olh.verb("portal", "Show a documentation portal");
-  const auto asked = std::make_shared<PortalArguments>();
-  add_arguments(verb, *asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
-  verb.footer(kPortalExamples);
-  verb.action([asked] { return portal(*asked); });
+  const Verb verb = olh.verb("portal", "Show a documentation portal", kPortalExamples);
+  PortalArguments& asked = verb.action(portal);
+  add_arguments(verb, asked, "A portal's directory below tomedecks", "TAB", "The tab to open");
 }
 
 void add_bookcase_command(const Verb& olh) {
-  const Verb verb = olh.verb("bookcase", "Show the PDF that lists the documentation");
-  const auto asked = std::make_shared<PortalArguments>();
-  add_arguments(verb, *asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
-  verb.footer(kBookcaseExamples);
-  verb.action([asked] { return bookcase(*asked); });
+  const Verb verb = olh.verb("bookcase", "Show the PDF that lists the documentation", kBookcaseExamples);
+  PortalArguments& asked = verb.action(bookcase);
+  add_arguments(verb, asked, "A PDF, with or without .pdf", "TAG", "A named destination in it");
 }
 
 }  // namespace olh

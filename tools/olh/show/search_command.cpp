@@ -1,5 +1,4 @@
 // olh search QUERY [SCOPE]: the page with what a search of the documentation finds.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -95,13 +94,11 @@ int search(const SearchArguments& asked) {
 }  // namespace
 
 void add_search_command(const Verb& olh) {
-  const Verb verb = olh.verb("search", "Search the documentation");
-  const auto asked = std::make_shared<SearchArguments>();
-  verb.option("QUERY", asked->query, "The words to look for").required();
-  verb.option("SCOPE", asked->scope, "An HTML manual, a portal, or orvane");
-  add_show_options(verb, asked->options);
-  verb.footer(kSearchExamples);
-  verb.action([asked] { return search(*asked); });
+  const Verb verb = olh.verb("search", "Search the documentation", kSearchExamples);
+  SearchArguments& asked = verb.action(search);
+  verb.option("QUERY", asked.query, "The words to look for").required();
+  verb.option("SCOPE", asked.scope, "An HTML manual, a portal, or orvane");
+  add_show_options(verb, asked.options);
 }
 
 }  // namespace olh

@@ -1,7 +1,6 @@
 // olh show DOC [TAG]: a document on the screen; with --print, what would be done to get it there.
 #include <array>
 #include <map>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "find.h"
@@ -104,16 +103,14 @@ int show(const ShowArguments& asked) {
 }  // namespace
 
 void add_show_command(const Verb& olh) {
-  const Verb verb = olh.verb("show", "Show a document in its viewer");
-  const auto asked = std::make_shared<ShowArguments>();
-  verb.option("DOC", asked->document, "A name to look up, a path, or a URL").required();
-  verb.option("TAG", asked->tag, "A topic, a named destination, or a portal's tab");
-  const Option pdf = verb.flag("--pdf", asked->as_pdf, "The PDF, where there are both forms");
-  verb.flag("--html", asked->as_html, "The HTML form, where there are both").excludes(pdf);
-  verb.option("--display", asked->display, kDisplays, "normal, topic or popup: how much of an HTML manual appears");
-  add_show_options(verb, asked->options);
-  verb.footer(kShowExamples);
-  verb.action([asked] { return show(*asked); });
+  const Verb verb = olh.verb("show", "Show a document in its viewer", kShowExamples);
+  ShowArguments& asked = verb.action(show);
+  add_document(verb, asked.document);
+  verb.option("TAG", asked.tag, "A topic, a named destination, or a portal's tab");
+  const Option pdf = verb.flag("--pdf", asked.as_pdf, "The PDF, where there are both forms");
+  verb.flag("--html", asked.as_html, "The HTML form, where there are both").excludes(pdf);
+  verb.option("--display", asked.display, kDisplays, "normal, topic or popup: how much of an HTML manual appears");
+  add_show_options(verb, asked.options);
 }
 
 }  // namespace olh

@@ -1,6 +1,5 @@
 // olh setup: olh-browser and olh-pdf-reader become the user's viewers.
 #include <filesystem>
-#include <memory>
 
 #include "find.h"
 #include "shared.h"
@@ -39,7 +38,7 @@ int forget(const ViewerKind& kind, const SearchRoots& roots) {
   return forget_for_user(kind, roots);
 }
 
-int setup(bool undo) {
+int setup(const bool& undo) {
   const SearchRoots roots = find_search_roots("");
   if (refuses_spoilt_user_file()) return OLH_RESULT_IO;
   int worst = OLH_RESULT_OK;
@@ -53,11 +52,8 @@ int setup(bool undo) {
 }  // namespace
 
 void add_setup_command(const Verb& olh) {
-  const Verb verb = olh.verb("setup", "Make olh-browser and olh-pdf-reader your viewers");
-  const auto undo = std::make_shared<bool>(false);
-  verb.flag("--undo", *undo, "Forget them again");
-  verb.footer(kNotes);
-  verb.action([undo] { return setup(*undo); });
+  const Verb verb = olh.verb("setup", "Make olh-browser and olh-pdf-reader your viewers", kNotes);
+  verb.flag("--undo", verb.action(setup), "Forget them again");
 }
 
 }  // namespace olh

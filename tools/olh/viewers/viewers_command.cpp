@@ -1,5 +1,4 @@
 // olh viewers [set|forget]: who chooses the browser and the PDF reader, which program that comes to, whether it runs.
-#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "chosen_viewer.h"
@@ -98,7 +97,7 @@ nlohmann::json as_json(const ViewerStory& story) {
           {"opens_from", text_or_null(story.driven.source)}};
 }
 
-int tell(bool json) {
+int tell(const bool& json) {
   const SearchRoots roots = find_search_roots("");
   std::vector<ViewerStory> stories;
   stories.reserve(kViewerKinds.size());
@@ -162,29 +161,23 @@ int forget(const Change& change) {
   return change.tree ? forget_for_tree(kind, roots) : forget_for_user(kind, roots);
 }
 
-Verb add_change(const Verb& verb, const char* name, const char* what, const std::shared_ptr<Change>& change) {
-  const Verb sub = verb.verb(name, what);
-  sub.option("KIND", change->word, "Which viewer").required().one_of({kViewerKinds[0].word, kViewerKinds[1].word});
-  sub.flag("--tree", change->tree, "In the options file of the documentation tree, for everybody who uses it");
-  sub.footer(kExitCodes);
-  return sub;
+Change& add_change(const Verb& verb, int (*work)(const Change&)) {
+  Change& change = verb.action(work);
+  verb.option("KIND", change.word, "Which viewer").required().one_of({kViewerKinds[0].word, kViewerKinds[1].word});
+  verb.flag("--tree", change.tree, "In the options file of the documentation tree, for everybody who uses it");
+  return change;
 }
 
 }  // namespace
 
 void add_viewers_command(const Verb& olh) {
-  const Verb verb = olh.verb("viewers", "Tell and choose the programs that show documents");
-  const auto json = std::make_shared<bool>(false);
-  const auto change = std::make_shared<Change>();
-  add_json_option(verb, *json);
+  const Verb verb = olh.verb("viewers", "Tell and choose the programs that show documents", kExamples);
+  add_json_option(verb, verb.action(tell));
   verb.take_one_verb_at_most();
-  verb.footer(kExamples);
-  const Verb choose = add_change(verb, "set", "Choose a program", change);
-  choose.option("PROGRAM", change->program, "An executable: its path, or a name to look for along PATH").required();
-  choose.action([change] { return set(*change); });
-  const Verb drop = add_change(verb, "forget", "Choose none any more", change);
-  drop.action([change] { return forget(*change); });
-  verb.action([json] { return tell(*json); });
+  const Verb choose = verb.verb("set", "Choose a program", kExitCodes);
+  Change& change = add_change(choose, set);
+  choose.option("PROGRAM", change.program, "An executable: its path, or a name to look for along PATH").required();
+  add_change(verb.verb("forget", "Choose none any more", kExitCodes), forget);
 }
 
 }  // namespace olh
