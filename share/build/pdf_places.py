@@ -29,12 +29,27 @@ XMP = """<?xpacket begin="\ufeff" id="W5M0MpCehiHzreSzNTczkc9d"?>
 """
 
 
+def run_program(command, accepted=(0,), **options):
+    """The finished program; without it, or when it fails, this one ends with a sentence."""
+    tool, program = Path(sys.argv[0]).stem, command[0]
+    try:
+        done = subprocess.run(command, capture_output=True, check=False, **options)
+    except OSError as error:
+        sys.exit(f"{tool}: {program} cannot be run ({error.strerror}); Debian has it in the package {Path(program).name}")
+    if done.returncode not in accepted:
+        sys.exit(f"{tool}: {program} failed: {done.stderr.decode(errors='replace').strip()}")
+    return done
+
+
+QPDF_DID_IT = (0, 3)  # 3: with warnings
+
+
 class Document:
     """The objects of a PDF as qpdf lists them, and the changes to make."""
 
     def __init__(self, file, qpdf="qpdf"):
         self.file, self.qpdf, self.changed = file, qpdf, {}
-        listing = subprocess.run([qpdf, "--json", "--json-key=qpdf", "--json-key=pages", file], capture_output=True, check=True)
+        listing = run_program([qpdf, "--json", "--json-key=qpdf", "--json-key=pages", file], QPDF_DID_IT)
         read = json.loads(listing.stdout)
         self.header, self.objects = read["qpdf"]
         self.pages = [page["object"] for page in read["pages"]]
@@ -81,8 +96,8 @@ class Document:
         with tempfile.TemporaryDirectory(prefix="pdf_places.") as scratch:
             changes = Path(scratch, "changes.json")
             changes.write_text(json.dumps({"qpdf": [self.header, self.changed]}), encoding="utf-8")
-            subprocess.run([self.qpdf, self.file, f"--update-from-json={changes}", "--stream-data=preserve",
-                            "--deterministic-id", out], check=True)
+            run_program([self.qpdf, self.file, f"--update-from-json={changes}", "--stream-data=preserve",
+                         "--deterministic-id", out], QPDF_DID_IT)
 
 
 def main(source, out, *wanted):

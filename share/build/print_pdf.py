@@ -11,13 +11,12 @@ the PDF.
 import html
 import os
 import re
-import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 from manual_pages import destination, plain_text
-from pdf_places import Document
+from pdf_places import Document, run_program
 
 CHROMIUM_OPTIONS = ["--headless=new", "--disable-gpu", "--no-first-run", "--disable-background-networking", "--no-sandbox",
                     "--no-pdf-header-footer", "--generate-pdf-document-outline"]
@@ -27,9 +26,9 @@ def chromium_print(chromium, page, pdf, scratch):
     """One start, one document; the profile and everything else that the browser writes go into scratch."""
     environment = dict(os.environ, HOME=scratch, XDG_CONFIG_HOME=scratch, XDG_CACHE_HOME=scratch)
     command = [chromium, *CHROMIUM_OPTIONS, f"--user-data-dir={scratch}/profile", f"--print-to-pdf={pdf}", page.as_uri()]
-    done = subprocess.run(command, env=environment, timeout=180, capture_output=True, text=True, check=False)
-    if done.returncode != 0 or not Path(pdf).exists():
-        sys.exit(f"print_pdf: {chromium} did not print {page}:\n{done.stderr}")
+    done = run_program(command, env=environment, timeout=180)
+    if not Path(pdf).exists():
+        sys.exit(f"print_pdf: {chromium} did not print {page}:\n{done.stderr.decode(errors='replace')}")
 
 
 def heading_texts(markup):
@@ -80,4 +79,6 @@ def main(chromium, qpdf, page, out):
 
 
 if __name__ == "__main__":
+    if len(sys.argv) != 5:
+        sys.exit(__doc__)
     main(*sys.argv[1:])

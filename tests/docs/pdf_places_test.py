@@ -35,6 +35,17 @@ class PdfPlaces(unittest.TestCase):
         self.assertEqual(done.returncode, exit_code, done.stderr)
         return done.stderr
 
+    def test_a_program_that_is_missing_or_fails_is_told_in_a_sentence(self):
+        tools, page = TOOL.parent, DOCS / "htmldocs/olh_manual/about.htm"
+        for command, told in (([TOOL, self.draft, "out.pdf", "a=1"], "pdf_places: qpdf cannot be run (No such file or directory);"),
+                              ([tools / "print_pdf.py", "chromium", "qpdf", page, "out.pdf"], "print_pdf: chromium cannot be run")):
+            done = subprocess.run([sys.executable, "-B", *command], cwd=self.dir, capture_output=True, text=True, env={"PATH": "/nowhere"})
+            self.assertEqual(done.returncode, 1)
+            self.assertTrue(done.stderr.startswith(told), done.stderr)
+            self.assertEqual(done.stderr.count("\n"), 1)
+        self.draft.write_text("no PDF")
+        self.assertTrue(self.place(self.draft, "out.pdf", "a=1", exit_code=1).startswith("pdf_places: qpdf failed: "))
+
     def test_the_line_of_the_manual(self):
         line = html.unescape(re.search(r'<pre id="pdf_places">(.*?)</pre>', (DOCS / "htmldocs/olh_manual/pdfs.htm").read_text(), re.S)[1])
         command = shlex.split(line.replace("\\\n", " "))

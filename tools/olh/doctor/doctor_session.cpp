@@ -40,13 +40,19 @@ Diagnosis of_session_bus() {
 struct Tool {
   const char* program;
   const char* package;
-  const char* without;  // what does not work without it
+  const char* without;  // what does not work without it, or who needs it
 };
 
 constexpr std::array kTools = {
     Tool{"pdfinfo", "poppler-utils", "whether a PDF has a destination, and on which page, cannot be told"},
     Tool{"pdftotext", "poppler-utils", "a PDF cannot be shown where there is no display"},
     Tool{"w3m", "w3m", "a page cannot be shown where there is no display"}};
+
+// Only those who write manuals miss them.
+constexpr std::array kToolsOfWriters = {
+    Tool{"python3", "python3", "the tools that come with olh, for the search and the PDF of a manual"},
+    Tool{"qpdf", "qpdf", "the tools that give a PDF its destinations and title"},
+    Tool{"chromium", "chromium", "the tools that print a manual as a PDF"}};
 
 }  // namespace
 
@@ -63,6 +69,12 @@ Diagnoses check_tools(const Machine&) {
                            std::string("apt-get install ") + tool.package});
     }
   }
+  for (const Tool& tool : kToolsOfWriters)
+    if (executable_named(tool.program).empty())
+      diagnoses.push_back({State::kOk,
+                           std::string(tool.program) + " is not installed; " + tool.without + " need it (package " +
+                               tool.package + ").",
+                           ""});
   return diagnoses;
 }
 

@@ -68,7 +68,7 @@ class Doctor(Scene):
         done = self.olh("doctor", "guide", **nothing)
         self.assertEqual((done.returncode, done.stderr), (2, ""))
         for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
-                     "pdfinfo is not installed", "mend with: apt-get install w3m", "Without a documentation root there are no lists",
+                     "pdfinfo is not installed", "mend with: apt-get install w3m", "qpdf is not installed; the tools that", "Without a documentation root there are no lists",
                      '"guide" cannot be found without a documentation root'):
             self.assertIn(said, done.stdout)
 
