@@ -2,6 +2,7 @@
 #include <string>
 
 #include "browser.h"
+#include "host.h"
 #include "olh-browser/browser.h"
 #include "olh/support.h"
 #include "scratch.h"
@@ -112,6 +113,18 @@ TEST_F(BrowserShow, StartHasASecondArgumentAndHandsOnWhyItFailed) {
   EXPECT_EQ(OlhBrowser().startBrowser("u", nullptr, "/no/such/browser"), OLH_RESULT_NO_PROGRAM);
   EXPECT_EQ(OlhBrowser().startBrowser("u", nullptr, dir.c_str()), OLH_RESULT_FAILED) << "a directory";
   EXPECT_EQ(OlhBrowser().startBrowser(std::string(8192, 'x').c_str(), nullptr, "/bin/true"), OLH_RESULT_FAILED);
+}
+
+TEST_F(BrowserShow, AStartThatTheSystemRefusesIsAFailure) {
+  for (const auto& [call, error, said] :
+       {std::tuple(SYS_wait4, EPERM, "wait_pid == -1\n"), {SYS_clone, EAGAIN, "pid == -1\n"}}) {
+    if (!refuse(call, error)) GTEST_SKIP() << "no system call filter here";
+    int result = -1;
+    const std::string lines = debug_lines_of([&] { result = OlhBrowser().startBrowser("u", nullptr, "/bin/true"); });
+    EXPECT_EQ(result, OLH_RESULT_FAILED);
+    EXPECT_TRUE(lines.ends_with(std::string("OlhBrowser::startBrowser: failed: ") + said)) << lines;
+  }
+  EXPECT_EQ(OlhAcroViewerStart(nullptr, nullptr, nullptr, "/bin/true"), OLH_RESULT_FAILED);
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ void DebugOutputOf::note_refusals() {
     FindHtmlTopic("http://h/x", "topic", buffer);
     HtmlSearch("", "lib", "");
     locator.FormatNewlink(nullptr);
+    locator.modifyOldIniFile(nullptr, buffer, 1, "/b");
     for (const char* path : {"", "/no/such/root", "/"}) locator.ValidDocPath(path);
     OlhHelpCall("", "", 0);
     OlhSearch(nullptr, nullptr);

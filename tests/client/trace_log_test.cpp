@@ -6,6 +6,7 @@
 #include <csignal>
 #include <string>
 
+#include "names.h"
 #include "olh/support.h"
 #include "scratch.h"
 
@@ -106,6 +107,13 @@ TEST_F(TraceLog, VersionHasNoResultLineAndNothingHasNoLine) {
   EXPECT_EQ(OlhAppExit(), OLH_RESULT_FAILED);
   EXPECT_EQ(OlhDocFind("x", 3), OLH_RESULT_FAILED);
   EXPECT_EQ(read_file(log), "OlhVersion( \"v4.3_2.1\" );\n");
+}
+
+TEST(Names, ValuesOutsideTheTablesHaveNone) {
+  for (const int viewer : {OLH_VIEWER_TOMEDECK - 1, OLH_VIEWER_HTML + 1, 99})
+    EXPECT_STREQ(OlhViewer_toString(viewer), "");
+  for (const int type : {OLH_DISPLAY_NORMAL - 1, OLH_DISPLAY_POPUP + 1, 99})
+    EXPECT_STREQ(OlhDisplayType_toString(type), "");
 }
 
 using DebugOutput = Scratch;

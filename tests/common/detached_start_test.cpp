@@ -1,15 +1,12 @@
 #include "detached_start.h"
 
 #include <fcntl.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <spawn.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
 #include <atomic>
-#include <cstddef>
 #include <future>
 #include <string>
 
@@ -144,15 +141,7 @@ TEST_F(DetachedStart, ThreadsThatSpawnMeanwhileDoNotFreezeTheHost) {
 }
 
 TEST_F(DetachedStart, DescriptorsAreClosedOneByOneWhereTheSystemKnowsNoRange) {
-  sock_filter program[] = {
-      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_close_range, 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
-      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-  };
-  const sock_fprog filter = {std::size(program), program};
-  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) != 0)
-    GTEST_SKIP() << "no system call filter here";
+  if (!olh_test::refuse(SYS_close_range, ENOSYS)) GTEST_SKIP() << "no system call filter here";
   const olh_test::Recorder viewer = add_viewer("viewer");
   ASSERT_GE(fcntl(0, F_DUPFD, 100), 100);
   olh::start_detached(Words{viewer.path});

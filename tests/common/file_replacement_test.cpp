@@ -50,6 +50,14 @@ TEST_F(Replacement, TheModeStaysAndAFreshFileHasTheUsualOne) {
   EXPECT_EQ(mode_of(dir + "/fresh"), 0644U);
 }
 
+TEST_F(Replacement, WhereTheModeCannotBeGivenTheOldFileStays) {
+  chmod(file.c_str(), 0640);
+  if (!olh_test::refuse(SYS_fchmod, EPERM)) GTEST_SKIP() << "no system call filter here";
+  EXPECT_FALSE(replace(file, "new"));
+  EXPECT_EQ(read_file(file), "old");
+  EXPECT_FALSE(fs::exists(file + ".new"));
+}
+
 TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
   make_directory("links");
   fs::create_symlink("../second", dir + "/links/first");

@@ -3,9 +3,11 @@
 #include <sys/socket.h>
 
 #include <filesystem>
+#include <future>
 #include <limits>
 #include <tuple>
 
+#include "host.h"
 #include "http_server.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
@@ -147,6 +149,23 @@ TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
   for (const std::string& unreachable :
        Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"})
     EXPECT_EQ(judged(unreachable), Answer(0, "cannot connect")) << unreachable;
+}
+
+TEST_F(UrlProbe, WhatTheSystemRefusesIsNamed) {
+  const HttpServer server({"/x"});
+  const std::string url = server.url("/x");
+  const std::tuple<long, std::string> cases[] = {
+      {SYS_sendto, "cannot send data"},
+      {SYS_bind, url + ": cannot bind port TCP " + std::to_string(server.port())},
+      {SYS_socket, "cannot open socket"},
+  };
+  for (const auto& [call, said] : cases) {
+    // In a thread of its own: the server goes on.
+    const auto judge = [&, refused = call] { return refuse(refused, EPERM) ? judged(url) : Answer(); };
+    const Answer answer = std::async(std::launch::async, judge).get();
+    if (answer == Answer()) GTEST_SKIP() << "no system call filter here";
+    EXPECT_EQ(answer, Answer(0, said));
+  }
 }
 
 // A server that is too busy to take a connection: its queue is full, and the system drops what would connect.

@@ -1,12 +1,18 @@
-// What a host may be like: each of these holds as long as it lives.
+// What a host may be like: each of these classes holds as long as it lives.
 #ifndef OLH_TESTS_HOST_H
 #define OLH_TESTS_HOST_H
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstddef>
+#include <iterator>
 
 namespace olh_test {
 
@@ -55,6 +61,19 @@ inline void interrupt_every(suseconds_t microseconds) {
   handle(SIGALRM, [](int) {});
   const itimerval timer = {{0, microseconds}, {0, microseconds}};
   setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+// A thread that the system refuses a call with this error, for good; so it does the thread's children. Returns whether there
+// are such filters here.
+inline bool refuse(long system_call, int error) {
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(system_call), 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(error)),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter = {std::size(program), program};
+  return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
 }
 
 }  // namespace olh_test
