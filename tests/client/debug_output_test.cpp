@@ -1,4 +1,5 @@
-// The debug output of whole calls, as somebody who looks for a fault reads it. "@" stands for the scene's directory.
+// The debug output of whole calls, as somebody who looks for a fault reads it: it is kept in tests/resources/debug_output.txt,
+// where "@" stands for the scene's directory. Whoever changes a message changes it there too.
 #include "help_scene.h"
 #include "olh_doclist.h"
 
