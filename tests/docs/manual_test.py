@@ -79,7 +79,7 @@ class Manual(unittest.TestCase):
     def test_every_variable_is_told_of(self):
         source = code("src", "tools/viewers", "tools/olh-browser", "tools/olh-pdf-reader")
         read = set(re.findall(r'"((?:QEL|TRV|OLH(?!_VIEWER_|_DISPLAY_))_[A-Z_]+)"', source)) - {"QEL_ALT_DOC_PATH"}
-        self.assertEqual(read | {"BROWSER", "HOME", "PATH"}, set(re.findall(r'<dt id="(\w+)">', page("environment"))))
+        self.assertEqual(read | {"BROWSER", "DISPLAY", "HOME", "PAGER", "PATH", "WAYLAND_DISPLAY"}, set(re.findall(r'<dt id="(\w+)">', page("environment"))))
 
     def test_every_message_is_told_of(self):
         told = [words(message) for message in re.findall(r"<code>(.*?)</code>", page("messages"), re.S)]

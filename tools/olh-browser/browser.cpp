@@ -25,10 +25,14 @@ constexpr int kNotRunning = 2;
 
 void warn_of_other_display(const Choice& choice, const Trace& trace) {
   if (choice.row == nullptr) return;
-  const std::string display = display_of_running(*choice.row);
-  const std::string own = variable("DISPLAY");
-  if (!display.empty() && !own.empty() && !is_same_display(display, own))
-    trace.complain("note: " + choice.program + " runs on the display " + display + ", where the page will open.");
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) {
+    const std::string display = variable_of_running(*choice.row, name);
+    const std::string own = variable(name);
+    if (display.empty() || own.empty()) continue;
+    if (!is_same_display(display, own))
+      trace.complain("note: " + choice.program + " runs on the display " + display + ", where the page will open.");
+    return;
+  }
 }
 
 // The name as the library had it before it made an address of it.
@@ -67,6 +71,11 @@ int answer_ping(const Trace& trace) {
   const bool is_elsewhere = shows_elsewhere(choice);
   if (is_elsewhere || (choice.row != nullptr && has_display() && is_running(*choice.row))) {
     trace.note(choice.program + (is_elsewhere ? " takes pages at any time" : " runs"));
+    return kExitShown;
+  }
+  // Text is there at once: a launcher that thought so need not look after a start for two seconds.
+  if (!is_elsewhere && !has_display() && can_show_page_as_text()) {
+    trace.note("pages are shown as text");
     return kExitShown;
   }
   std::puts("No running window");
@@ -125,7 +134,7 @@ int answer_as_browser(const Request& request, const Trace& trace) {
   const std::optional<WhyText> why_text = reason_for_text(request.as_text, !shows_elsewhere(choice));
   if (!why_text) return start(choice, request, url, trace);
   if (has_url && request.dry_run) return print_command({"w3m", "-dump", url}, "text");
-  if (has_url) return show_page_as_text(url, *why_text, trace);
+  if (has_url) return show_page_as_text(url, *why_text, request.kind == Kind::kRemote, trace);
   trace.complain("there is no display to start a browser on.");
   return kExitFailed;
 }

@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -57,6 +59,7 @@ class Setup {
   void from_file(int fd, const char* path, int mode) {
     posix_spawn_file_actions_addopen(&actions, fd, path, mode | O_NONBLOCK, 0);
   }
+  void in_directory(const std::string& path) { posix_spawn_file_actions_addchdir_np(&actions, path.c_str()); }
   void from_descriptor(int fd, int source) { posix_spawn_file_actions_adddup2(&actions, source, fd); }
 
   posix_spawn_file_actions_t actions;
@@ -145,6 +148,14 @@ bool page(const std::string& text) {
   return failed == 0;
 }
 
+// A terminal whose foreground belongs to others would stop a pager.
+bool is_too_long_for_terminal(const std::string& text) {
+  winsize size = {};
+  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return false;
+  const pid_t foreground = tcgetpgrp(STDOUT_FILENO);
+  return (foreground < 0 || foreground == getpgrp()) && std::count(text.begin(), text.end(), '\n') >= size.ws_row;
+}
+
 }  // namespace
 
 int start_and_watch(const Words& words, int milliseconds, std::string& said, bool any_status) {
@@ -166,11 +177,13 @@ int start_and_watch(const Words& words, int milliseconds, std::string& said, boo
   return kExitFailed;
 }
 
-std::optional<std::string> output_of(const Words& words, const std::string& input_file, int milliseconds) {
+std::optional<std::string> output_of(const Words& words, const std::string& input_file, int milliseconds,
+                                     const std::string& directory) {
   const ChildSignal signal;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
   Setup setup;
+  if (!directory.empty()) setup.in_directory(directory);
   setup.from_file(STDIN_FILENO, input_file.empty() ? "/dev/null" : input_file.c_str(), O_RDONLY);
   setup.from_descriptor(STDOUT_FILENO, ends[1]);
   setup.from_file(STDERR_FILENO, "/dev/null", O_WRONLY);
@@ -208,8 +221,17 @@ Heard heard_from(const Words& words, int milliseconds_of_silence) {
   return heard;
 }
 
+int run_and_wait(const Words& words) {
+  pid_t child = 0;
+  if (spawn(words, Setup(), environ, child) != 0) return kExitFailed;
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0)
+    if (errno != EINTR) return kExitFailed;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : kExitFailed;
+}
+
 void print_text(const std::string& text, bool paged) {
-  if (paged && isatty(STDOUT_FILENO) == 1 && page(text)) return;
+  if (paged && is_too_long_for_terminal(text) && page(text)) return;
   std::fwrite(text.data(), 1, text.size(), stdout);
   std::fflush(stdout);
 }

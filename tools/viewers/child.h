@@ -19,9 +19,9 @@ namespace olh_viewers {
 int start_and_watch(const Words& words, int milliseconds, std::string& said, bool any_status = false);
 
 // What a program prints, its input taken from a file ("": none); nothing when it could not be run, ended with another
-// status than 0, or took longer than so many milliseconds.
-std::optional<std::string> output_of(const Words& words, const std::string& input_file = "",
-                                     int milliseconds = 10000);
+// status than 0, or took longer than so many milliseconds. It works in that directory ("": this one).
+std::optional<std::string> output_of(const Words& words, const std::string& input_file = "", int milliseconds = 10000,
+                                     const std::string& directory = "");
 
 struct Heard {
   std::string text;
@@ -32,7 +32,11 @@ struct Heard {
 // once it has been silent for so many milliseconds.
 Heard heard_from(const Words& words, int milliseconds_of_silence);
 
-// Writes a text to standard output, through a pager when `paged` and that is a terminal.
+// Runs a program here, with these streams, and waits for its end. Returns its status, kExitFailed when it has none.
+int run_and_wait(const Words& words);
+
+// Writes a text to standard output. When `paged`, a terminal that is too small for it and has nothing else to do gets it
+// through a pager.
 void print_text(const std::string& text, bool paged);
 
 }  // namespace olh_viewers

@@ -12,7 +12,7 @@ namespace olh_viewers {
 
 bool has_display();
 
-// Whether two values of DISPLAY mean the same one, whichever screen of it.
+// Whether two values of DISPLAY, or of WAYLAND_DISPLAY, mean the same one, whichever screen of it.
 bool is_same_display(std::string_view one, std::string_view other);
 
 }  // namespace olh_viewers

@@ -149,9 +149,9 @@ std::string objection_to_hand_over(const Program& program) {
   return *listens ? "" : "it is not on the session bus";
 }
 
-std::string display_of_running(const Program& program) {
+std::string variable_of_running(const Program& program, std::string_view name) {
   const int process = process_of_running(program);
-  return process == 0 ? "" : variable_of_process(process, "DISPLAY");
+  return process == 0 ? "" : variable_of_process(process, name);
 }
 
 }  // namespace olh_viewers

@@ -20,8 +20,8 @@ bool is_running(const Program& program);
 // bus listens on the bus it was started with, whichever the caller has: from here on that one is used.
 std::string objection_to_hand_over(const Program& program);
 
-// The X display that its process was started on; "" when that cannot be told, or it does not run.
-std::string display_of_running(const Program& program);
+// A variable that its process was started with; "" when it was not, when that cannot be told, or it does not run.
+std::string variable_of_running(const Program& program, std::string_view name);
 
 }  // namespace olh_viewers
 

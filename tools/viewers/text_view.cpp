@@ -18,6 +18,7 @@ namespace olh_viewers {
 namespace {
 
 constexpr int kWidestText = 100;
+constexpr int kMillisecondsForText = 10000;
 
 // Without scripts of its own: a page must not make w3m run one of this machine's.
 const Words kW3m = {"w3m", "-o", "cgi_bin=", "-o", "use_dictcommand=0", "-I", "UTF-8", "-O", "UTF-8"};
@@ -40,15 +41,20 @@ std::string fetch(const std::string& url) {
 }
 
 std::optional<std::string> text_of_page(const std::string& url) {
-  const Words form = {"-dump", "-T", "text/html", "-cols", columns()};
-  if (!is_file_url(url)) return output_of(w3m({"-dump", "-cols", columns(), url}));
+  Words form = w3m({"-o", "display_link_number=1", "-dump", "-cols", columns()});
+  if (!is_file_url(url)) {
+    form.push_back(url);
+    return output_of(form);
+  }
+  form.insert(form.end(), {"-T", "text/html"});
   const std::string file = file_of(url);
-  return is_readable_file(file) ? output_of(w3m(form), file) : std::nullopt;
+  const std::string folder = file.substr(0, file.rfind('/') + 1);
+  return is_readable_file(file) ? output_of(form, file, kMillisecondsForText, folder) : std::nullopt;
 }
 
-void print(const std::string& heading, const std::string& text, WhyText why) {
+void print(const std::string& heading, const std::string& text, WhyText why, bool caller_waits) {
   const std::string reason = why == WhyText::kNoDisplay ? "No display, so here is the text of " : "The text of ";
-  print_text(visible_page("[" + reason + heading + "]\n\n" + text), why == WhyText::kAsked);
+  print_text(visible_page("[" + reason + heading + "]\n\n" + text), why == WhyText::kAsked || caller_waits);
 }
 
 }  // namespace
@@ -58,10 +64,12 @@ std::optional<WhyText> reason_for_text(bool is_asked, bool needs_display) {
   return !needs_display || has_display() ? std::nullopt : std::optional(WhyText::kNoDisplay);
 }
 
-int show_page_as_text(const std::string& url, WhyText why, const Trace& trace) {
+bool can_show_page_as_text() { return !find_program("w3m").empty(); }
+
+int show_page_as_text(const std::string& url, WhyText why, bool caller_waits, const Trace& trace) {
   const std::string pdf = is_file_url(url) ? file_of(url) : "";
   if (pdf.ends_with(".pdf")) return show_pdf_as_text(pdf, std::string(fragment_of(url)), why, trace);
-  if (find_program("w3m").empty()) {
+  if (!can_show_page_as_text()) {
     trace.complain("there is no display, and no w3m to show text with. Install the package w3m, or open " + url);
     return kExitFailed;
   }
@@ -74,7 +82,7 @@ int show_page_as_text(const std::string& url, WhyText why, const Trace& trace) {
     return kExitFailed;
   }
   trace.note("text of " + page.url);
-  print(page.url, *text, why);
+  print(page.url, *text, why, caller_waits);
   return kExitShown;
 }
 
@@ -93,7 +101,7 @@ int show_pdf_as_text(const std::string& file, const std::string& destination, Wh
   }
   trace.note("text of " + file + ", page " + page);
   const std::optional<int> pages = page_count(file);
-  print(file + ", page " + page + (pages ? " of " + std::to_string(*pages) : ""), *text, why);
+  print(file + ", page " + page + (pages ? " of " + std::to_string(*pages) : ""), *text, why, false);
   return kExitShown;
 }
 

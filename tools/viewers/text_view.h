@@ -1,6 +1,7 @@
 // A page or a PDF's place as text on the terminal.
 //
-// Knows    how w3m makes text of a page and pdftotext of a PDF. w3m never opens a file itself: it gets the page's bytes.
+// Knows    how w3m makes text of a page, its links numbered below it, and pdftotext of a PDF. w3m never opens a file itself:
+//          it gets the page's bytes, and in the page's folder finds where the links lead.
 // For      both adapters, where there is no display or the person wants text.
 #ifndef OLH_TOOLS_VIEWERS_TEXT_VIEW_H
 #define OLH_TOOLS_VIEWERS_TEXT_VIEW_H
@@ -15,9 +16,12 @@ namespace olh_viewers {
 enum class WhyText { kAsked, kNoDisplay };
 std::optional<WhyText> reason_for_text(bool is_asked, bool needs_display);
 
-// Both return an ExitStatus. Text that was asked for is paged on a terminal; otherwise it is only written, since the host
-// may end before a pager would, and take the terminal back.
-int show_page_as_text(const std::string& url, WhyText why, const Trace& trace);
+// Whether a page can be shown so at all.
+bool can_show_page_as_text();
+
+// Both return an ExitStatus. Text that does not fit on a terminal is paged when it was asked for, or when the caller waits
+// for its end; otherwise it is only written, since the host may end before a pager would, and take the terminal back.
+int show_page_as_text(const std::string& url, WhyText why, bool caller_waits, const Trace& trace);
 int show_pdf_as_text(const std::string& file, const std::string& destination, WhyText why, const Trace& trace);
 
 }  // namespace olh_viewers

@@ -11,6 +11,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import termios
 import time
 import unittest
 from pathlib import Path
@@ -162,6 +163,11 @@ class Adapters(unittest.TestCase):
         # The screen does not count, nor a display of this adapter that is no X display.
         self.assertNotIn("runs on the display", self.browser("http://h/", DISPLAY=":7.0").stderr)
 
+    def test_a_browser_on_another_wayland_display(self):
+        self.locked("firefox", DISPLAY="", WAYLAND_DISPLAY="wayland-7")
+        for own, is_told in (("wayland-8", True), ("wayland-7", False)):
+            self.assertEqual("runs on the display wayland-7" in self.browser("http://h/", WAYLAND_DISPLAY=own).stderr, is_told)
+
     def test_a_page_for_a_running_firefox_goes_over_its_own_session_bus_or_is_not_lost_in_silence(self):
         self.locked("firefox", DBUS_SESSION_BUS_ADDRESS="unix:path=/its/own")
         given, listing = self.dir / "given", self.dir / "names"
@@ -294,6 +300,8 @@ class Adapters(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertTrue(done.stdout.startswith("[No display, so here is the text of file:///"), done.stdout[:80])
         self.assertIn("Search path and roots", done.stdout)
+        self.assertRegex(done.stdout, rf"\nReferences:\n\n\[1\] file://{MANUAL.parent}/index.htm\n")
+        self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None).stdout, "", "text is there at once")
         done = self.browser("--text", f"file://{MANUAL}#context=&topic=nothing")
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)
         self.assertEqual(self.browser("file:///no/such/index.htm", DISPLAY=None).returncode, 1)
@@ -327,10 +335,14 @@ class Adapters(unittest.TestCase):
         self.tools("w3m")
         paged = self.dir / "paged"
         self.script("pager", f'echo "$@" >{paged}; /bin/cat >>{paged}')
-        for arguments, environment, is_paged in ((["--text"], {}, True), ([], {"DISPLAY": None}, False)):
+        url = f"file://{MANUAL}#context=&topic=search_path"
+        remote, no_display = ["-remote", f"openURL({url},new-tab)"], {"DISPLAY": None}
+        for arguments, environment, rows, is_paged in ((["--text", url], {}, 24, True), (remote, no_display, 24, True),
+                                                       ([url], no_display, 24, False), (remote, no_display, 999, False)):
             terminal, end = pty.openpty()
+            termios.tcsetwinsize(end, (rows, 80))
             paged.unlink(missing_ok=True)
-            done = subprocess.run([BUILD / "bin/olh-browser", *arguments, f"file://{MANUAL}#context=&topic=search_path"],
+            done = subprocess.run([BUILD / "bin/olh-browser", *arguments],
                                   env={k: v for k, v in {**self.environment, "PAGER": "pager -R", **environment}.items() if v},
                                   stdout=end, stderr=subprocess.PIPE, timeout=30)
             os.close(end)
@@ -338,7 +350,7 @@ class Adapters(unittest.TestCase):
             self.assertEqual(paged.exists(), is_paged)
             shown = paged.read_text() if is_paged else os.read(terminal, 65536).decode()
             os.close(terminal)
-            self.assertTrue(shown.startswith("-R\n[The text of " if is_paged else "[No display, so"), shown[:80])
+            self.assertTrue(shown.removeprefix("-R\n").startswith("[The text of " if not environment else "[No display, so"), shown[:80])
 
     # ---- the PDF reader ---------------------------------------------------------------------------------------
 

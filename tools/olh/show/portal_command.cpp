@@ -3,6 +3,7 @@
 
 #include "find.h"
 #include "olh/support.h"
+#include "portal_text.h"
 #include "shared.h"
 #include "show.h"
 #include "showing.h"
@@ -18,6 +19,7 @@ constexpr const char* kPortalExamples =
     "  olh portal olh_td\n"
     "  olh portal --print olh_td search   what would be run; nothing is\n"
     "  olh portal '' search               a tab of the main page\n"
+    "Without a display: the portals and documents that it shows, as a list.\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, 4 no such portal, 7 no browser\n"
     "known, 64 wrong use.\n";
 
@@ -57,6 +59,7 @@ int portal(const PortalArguments& asked) {
   request.named = request.located.location + at_tag(asked.tag);
   request.answer = [&] { return with_tag(located_as_json(asked.name, request.located), asked.tag); };
   request.words = {"portal", asked.name, asked.tag};
+  request.text = [&] { return portal_as_text(request.located.root, asked.name); };
   request.call = [&] { return OlhTomeDeck(asked.name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
     if (asked.name.empty()) return complain_missing("main page of the portals", "tomedecks/index.html", roots);

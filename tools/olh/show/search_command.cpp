@@ -18,8 +18,8 @@ constexpr const char* kSearchExamples =
     "  olh search 'viewer order'\n"
     "  olh search destinations olh_manual\n"
     "  olh search --print destinations olh_td    what would be run; nothing is\n"
-    "Exit code: 0 shown, 2 the browser failed or would show nothing, 3 no query, 4 nothing of that name\n"
-    "can be searched, 7 no browser known, 64 wrong use.\n";
+    "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, 3 no query,\n"
+    "4 nothing of that name can be searched, 7 no browser known, 64 wrong use.\n";
 
 constexpr const char* kSupportPortal = "orvane";
 
@@ -82,6 +82,10 @@ int search(const SearchArguments& asked) {
   request.located = locate_scope(asked.scope, roots);
   request.named = "the search for " + quoted(asked.query) + " in " + scope_in_words(asked.scope);
   request.answer = [&] { return scope_as_json(asked, request.located); };
+  request.obstacle_to_text =
+      "there is no display, and what a search finds cannot be shown as text yet. 'olh topics DOC' lists the topics "
+      "of "
+      "a manual.";
   request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {

@@ -1,7 +1,9 @@
 #include "showing.h"
 
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "child.h"
 #include "olh/support.h"
 #include "rehearsal.h"
 #include "shared.h"
@@ -85,13 +87,34 @@ void complain_in_vain(const ShowRequest& request, const ChosenViewer& viewer) {
 
 // ---- showing ------------------------------------------------------------------------------------------------
 
+bool print_as_list(const std::string& text) {
+  if (!text.empty()) olh_viewers::print_text(text, true);
+  return !text.empty();
+}
+
+// The text of the PDF, as the adapter that the library would start writes it: a launcher would look after it for two
+// seconds, and a pager would end with this command.
+int show_text_of_pdf(const ShowRequest& request, const ChosenViewer& viewer) {
+  const Rehearsal sent = rehearse(request.call);
+  if (sent.result != OLH_RESULT_OK) return sent.result;
+  std::vector<std::string> words = {viewer.program, "--text"};
+  words.insert(words.end(), sent.arguments.begin(), sent.arguments.end());
+  return olh_viewers::run_and_wait(words) == EXIT_SUCCESS ? OLH_RESULT_OK : OLH_RESULT_IO;
+}
+
 int show_found(const ShowRequest& request, const ChosenViewer& viewer, bool quiet, const SearchRoots& roots) {
   const OlhViewer kind = viewer_for(request.located);
   if (is_in_vain(kind, viewer, request.at_place)) {
     complain_in_vain(request, viewer);
     return OLH_RESULT_FAILED;
   }
-  const int result = request.call();
+  const bool as_text = shows_text(kind_of(kind), viewer.program);
+  if (as_text && !request.obstacle_to_text.empty()) {
+    complain(request.obstacle_to_text);
+    return OLH_RESULT_FAILED;
+  }
+  if (as_text && request.text && print_as_list(request.text())) return OLH_RESULT_OK;
+  const int result = as_text && kind == OLH_VIEWER_PDF ? show_text_of_pdf(request, viewer) : request.call();
   if (result != OLH_RESULT_OK) {
     explain_failure(result, request, viewer, roots);
   } else if (!quiet) {
@@ -147,6 +170,7 @@ struct Plan {
   Rehearsal rehearsal;
   int result = OLH_RESULT_OK;
   bool in_vain = false;
+  std::string obstacle;  // to text, where there is only text
 };
 
 Plan make_plan(const ShowRequest& request) {
@@ -161,7 +185,9 @@ Plan make_plan(const ShowRequest& request) {
   if (located.found && plan.viewer.program.empty())
     plan.result = viewer_for(located) == OLH_VIEWER_PDF ? OLH_RESULT_IO : OLH_RESULT_NO_PROGRAM;
   plan.in_vain = located.found && is_in_vain(viewer_for(located), plan.viewer, request.at_place);
-  if (plan.in_vain) plan.result = OLH_RESULT_FAILED;
+  if (located.found && shows_text(kind_of(viewer_for(located)), plan.viewer.program))
+    plan.obstacle = request.obstacle_to_text;
+  if (plan.in_vain || !plan.obstacle.empty()) plan.result = OLH_RESULT_FAILED;
   return plan;
 }
 
@@ -231,6 +257,8 @@ int print(const ShowRequest& request, bool json, const SearchRoots& roots) {
   }
   if (plan.in_vain) {
     complain_in_vain(request, plan.viewer);
+  } else if (!plan.obstacle.empty()) {
+    complain(plan.obstacle);
   } else if (plan.result != OLH_RESULT_OK) {
     explain_failure(plan.result, request, plan.viewer, roots);
   }

@@ -33,6 +33,8 @@ struct ShowRequest {
   std::vector<std::string> options;        // and what stands in front of them: "--pdf"
   bool at_place = false;                   // a PDF is asked for at a named destination
   std::function<nlohmann::json()> answer;  // the verb's own keys of the JSON answer
+  std::string obstacle_to_text;            // why a terminal cannot show it, a sentence; "" when it can
+  std::function<std::string()> text;       // what a terminal shows instead; none, or "", for what the viewer writes
   std::function<int()> call;               // the library's function that shows it
   std::function<void(int)> complain_of;    // says why nothing was found or the arguments were refused
 };

@@ -1,6 +1,8 @@
 #include "viewer_answers.h"
 
+#include "browser_reach.h"
 #include "child.h"
+#include "display.h"
 #include "olh/support.h"
 #include "running.h"
 #include "shared.h"
@@ -20,6 +22,11 @@ std::optional<bool> is_process_running(const std::string& program) {
 }
 
 }  // namespace
+
+bool shows_text(const ViewerKind& kind, const std::string& program) {
+  return is_adapter(kind, program) && !olh_viewers::has_display() &&
+         !olh_viewers::shows_elsewhere(olh_viewers::choose_browser());
+}
 
 // An adapter prints one line: COMMAND, four blanks, and who chose it in brackets.
 Driven driven_by(const ViewerKind& kind, const std::string& adapter) {

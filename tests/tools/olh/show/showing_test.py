@@ -1,5 +1,6 @@
 """olh search, portal and bookcase: what reaches the viewer, what --print tells, and what is said of a failure."""
 import json
+import time
 import unittest
 
 from scene import BUILD, Scene, write
@@ -74,6 +75,25 @@ class Showing(Scene):
             self.assertEqual(self.olh(*words, **chosen).returncode, code, words)
         self.assertEqual((self.calls_with_questions(firefox), self.calls(evince)), ([], [[str(self.docs / "pdfdocs/paper_only.pdf")]]))
 
+    def test_what_a_terminal_without_a_display_shows(self):
+        write(self.docs / "tomedecks/group_td/js/doclist.js", 'List.fAddItem( "The guide", "guide" );\nList.fAddItem( "Paper", "paper_only" );\n')
+        for name, text in (("pdftotext", "echo a page"), ("w3m", "echo a page")):
+            write(self.bin / name, f"#!/bin/sh\n{text}\n").chmod(0o755)
+        adapters = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "QEL_PDF_READER": str(BUILD / "bin/olh-pdf-reader"),
+                    "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None, "PATH": f"{self.bin}:/usr/bin:/bin"}
+        for words, code, shown in (
+                ("portal", 0, r"Portals of \S+:\n  group_td\n\nDocuments of \S+:\n  guide\n  paper_only\n\n'olh"),
+                ("portal group_td", 0, r"Documents of the portal group_td:\n  guide       The guide\n  paper_only  Paper\n\n'olh"),
+                ("search x guide", 2, r"\Z"), ("search --print x guide", 2, "location|root|url"),
+                ("show guide", 0, r"\[No display, so here is the text of .*\]\n\na page\nShown: "),
+                ("bookcase paper_only", 0, r"\[The text of .*/paper_only.pdf, page 1.*\]\n\na page\nShown: ")):
+            begin = time.monotonic()
+            done = self.olh(*words.split(), **adapters)
+            self.assertEqual(done.returncode, code, done.stdout + done.stderr)
+            self.assertRegex(done.stdout, rf"\A{shown}")
+            self.assertEqual("cannot be shown as text yet" in done.stderr, code == 2)
+            self.assertLess(time.monotonic() - begin, 1.9, "nobody looks after a start for two seconds")
+
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
         nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
         self.viewer("firefox"), self.viewer("acroread")  # found along PATH, which is no choice
@@ -117,8 +137,8 @@ class Showing(Scene):
     def test_the_viewer_that_a_tree_prescribes_shows_its_portal_but_not_its_search(self):
         other = self.viewer("tree_web", running=True)
         (self.docs / "qel_doc_options.ini").write_text(f'QEL_HTML_BROWSER="{other}"\n')
-        for words, program in [(["portal"], other), (["search", "x"], BUILD / "bin/olh-browser")]:
-            printed = self.json(*words, "--print", QEL_HTML_BROWSER=None)
+        for words, program, code in [(["portal"], other, 0), (["search", "x"], BUILD / "bin/olh-browser", 2)]:  # no display
+            printed = self.json(*words, "--print", code=code, QEL_HTML_BROWSER=None)
             self.assertEqual((printed["viewer"]["program"], printed["asked_whether_it_runs"]), (str(program), str(program)))
 
 
