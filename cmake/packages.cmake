@@ -38,7 +38,7 @@ set(CPACK_DEBIAN_LIBOLH4_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/
 
 olh_package(libolh-dev libdevel "on-line help for host programs: headers and examples"
   "Headers for C and C++, the pkg-config file, the CMake package, libolh(3) and
-examples in C, C++ and Python.")
+examples in C, C++, Python and Tcl, for GTK, Qt and Tk.")
 set(CPACK_DEBIAN_LIBOLH-DEV_PACKAGE_DEPENDS "libolh4 (= ${this_version})")
 set(CPACK_DEBIAN_LIBOLH-DEV_PACKAGE_SUGGESTS "olh, olh-doc")
 

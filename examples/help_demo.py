@@ -13,7 +13,7 @@ def main(document: str = "olh_manual", topic: str = "quick_start") -> int:
     if result is olh.Result.NOT_FOUND:
         print(f"{document} is not below {olh.doc_path() or 'any root'}; a substitute was shown")
     elif result is not olh.Result.OK:
-        print(f"help: {result.name}; the browser is {olh.viewer_path(olh.Viewer.HTML) or 'unknown'}")
+        print(f"{result.message} The browser is {olh.viewer_path(olh.Viewer.HTML) or 'unknown'}.")
     return int(result)
 
 

@@ -8,14 +8,21 @@ Name = Union[str, bytes, "os.PathLike[str]"]
 
 
 class Result(IntEnum):
-    """What a call came to."""
-    OK = 0
-    FAILED = 2
-    INVALID = 3
-    NOT_FOUND = 4
-    IO = 5
-    NO_TOPIC = 6
-    NO_PROGRAM = 7
+    """What a call came to, with a sentence that can be shown to the user of the program."""
+    OK = 0, "Done."
+    FAILED = 2, "The program that shows the documentation did not open it."
+    INVALID = 3, "No document was named."
+    NOT_FOUND = 4, "The documentation was not found. Perhaps it is not installed."
+    IO = 5, "The PDF reader did not open the documentation, or a setting could not be stored."
+    NO_TOPIC = 6, "The documentation has no such topic."
+    NO_PROGRAM = 7, "There is no program that could show the documentation."
+
+    message: str
+
+    def __new__(cls, code: int, message: str = "") -> "Result":
+        result = int.__new__(cls, code)
+        result._value_, result.message = code, message
+        return result
 
 
 class Viewer(IntEnum):

@@ -12,11 +12,6 @@ FIELDS = {  # label: topic of the manual
     "Browser": "viewers",
     "Result": "result_codes",
 }
-WORDS = {
-    olh.Result.OK: "Help is in your browser.",
-    olh.Result.NOT_FOUND: "The manual is not installed.",
-    olh.Result.NO_PROGRAM: "There is no browser.",
-}
 
 
 class Form(tkinter.Tk):
@@ -46,7 +41,8 @@ class Form(tkinter.Tk):
         if not shown.done():
             self.after(50, self.wait_for, shown)
             return
-        self.status["text"] = WORDS.get(shown.result(), f"The help was not shown: {shown.result().name}.")
+        result = shown.result()
+        self.status["text"] = "Help is in your browser." if result is olh.Result.OK else result.message
 
 
 if __name__ == "__main__":

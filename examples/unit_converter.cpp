@@ -22,7 +22,7 @@ int help(const std::string& unit) {
   std::string topic = found == kUnits.end() ? "" : found->second.topic;
   if (const olh::Result known = olh::test(kManual, topic); known.code() == OLH_RESULT_NO_TOPIC) topic.clear();
   const olh::Result shown = olh::show(kManual, topic);
-  if (!shown) std::cerr << "help: " << kManual << ": " << shown.message() << '\n';
+  if (!shown) std::cerr << shown.message() << '\n';
   return shown.code();
 }
 

@@ -3,7 +3,7 @@
 // A result says what happened by itself:
 //
 //   if (olh::Result shown = olh::show("manual", "getting_started"); !shown)
-//     std::cerr << "help: " << shown.message() << '\n';
+//     std::cerr << shown.message() << '\n';
 //
 // The conventions of olh.h hold here too. A text that holds a NUL is refused with OLH_RESULT_INVALID: never cut.
 // The functions throw nothing but std::bad_alloc.
@@ -27,24 +27,25 @@ class [[nodiscard]] Result {
   constexpr explicit Result(int code = OLH_RESULT_OK) noexcept : code_(code) {}
   constexpr int code() const noexcept { return code_; }
   constexpr explicit operator bool() const noexcept { return code_ == OLH_RESULT_OK; }
+  // A sentence for the user of the program, to be shown as it is.
   constexpr const char* message() const noexcept {
     switch (code_) {
       case OLH_RESULT_OK:
-        return "done";
+        return "Done.";
       case OLH_RESULT_FAILED:
-        return "the viewer did not start or did not take the document";
+        return "The program that shows the documentation did not open it.";
       case OLH_RESULT_INVALID:
-        return "an argument is missing or wrong";
+        return "No document was named.";
       case OLH_RESULT_NOT_FOUND:
-        return "not found";
+        return "The documentation was not found. Perhaps it is not installed.";
       case OLH_RESULT_IO:
-        return "the PDF reader failed, or an option file cannot be written";
+        return "The PDF reader did not open the documentation, or a setting could not be stored.";
       case OLH_RESULT_NO_TOPIC:
-        return "the document has no such topic";
+        return "The documentation has no such topic.";
       case OLH_RESULT_NO_PROGRAM:
-        return "no viewer program is known";
+        return "There is no program that could show the documentation.";
       default:
-        return "unknown result";
+        return "The documentation could not be shown.";
     }
   }
 

@@ -43,6 +43,15 @@ class Manual(unittest.TestCase):
                     self.assertEqual(done.returncode, 0, done.stderr)
         self.assertTrue(all(seen[language] > 1 for language in ("c", "cpp", "python")), seen)
 
+    def test_the_names_and_sentences_of_the_cpp_header(self):
+        header = (SOURCE / "include/olh/olh.hpp").read_text()
+        names = re.findall(r"^(?:class|enum class) (?:\[\[nodiscard\]\] )?(\w+)|^inline [\w:]+ (\w+)\((?!char\* path)", header, re.M)
+        told = (MANUAL / "host_c.htm").read_text().split('id="in_c"')[1]
+        for name in {one or other for one, other in names} | set(re.findall(r"\bk[A-Z]\w+", header)):
+            self.assertRegex(told, rf"\b{name}\b")
+        for sentence in re.findall(r'return "([A-Z].*)";', header)[:-1]:
+            self.assertIn(f"<td>{sentence}</td>", (MANUAL / "result_codes.htm").read_text())
+
     def test_topics_and_pages(self):
         table = (MANUAL / "QELdata/QELAllData.js").read_text()
         rows = re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)","(.*?)","(.*?)"\]\);$', table, re.M)

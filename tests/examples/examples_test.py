@@ -11,6 +11,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -107,7 +108,7 @@ class Examples(unittest.TestCase):
         about = self.host(converter, "about")
         self.assertRegex(about, rf"documentation: {self.docs}/*\nbrowser: +{self.browser}\n")
         self.assertEqual(self.shown(), [])
-        self.assertIn("help: olh_manual: not found", self.host(converter, "help", result=4, QEL_DOC_PATH="/nowhere"))
+        self.assertIn("The documentation was not found.", self.host(converter, "help", result=4, QEL_DOC_PATH="/nowhere"))
 
     @needs_plain_library
     def test_python_host_shows_a_topic_or_the_start(self):
@@ -126,21 +127,50 @@ class Examples(unittest.TestCase):
         self.assertRegex(printed, rf"^INVALID OK NOT_FOUND {self.browser} INVALID v[0-9.]+_[0-9.]+\n$")
         self.assertEqual(self.shown(), [])
 
+    def test_tcl_calls_the_command(self):
+        environment = {"PATH": f"{self.tree}/bin:/usr/bin:/bin"}
+        script = self.sources / "help.tcl"
+        self.assertIn("in your browser", self.host("tclsh", script, "viewers", **environment))
+        self.assertEqual(self.shown(), [self.page("viewers")])
+        self.assertIn("did not take it", self.host("tclsh", script, result=2, **environment, QEL_HTML_BROWSER="/bin/false"))
+
     @needs_plain_library
-    def test_f1_opens_the_help_for_the_field_in_focus(self):
-        python = python_with_tk()
+    def test_f1_in_tk_opens_the_help_for_the_field_in_focus(self):
+        self.f1_opens_the_help_for_the_field_in_focus(python_with_tk(), self.sources / "tk_form.py")
+
+    def test_f1_in_gtk_opens_the_help_for_the_field_in_focus(self):
+        self.f1_opens_the_help_for_the_field_in_focus(self.programs / "gtk_form", GTK_IM_MODULE="gtk-im-context-simple")
+
+    def test_f1_in_qt_opens_the_help_for_the_field_in_focus(self):
+        self.f1_opens_the_help_for_the_field_in_focus(self.programs / "qt_form", QT_QPA_PLATFORM="xcb")
+
+    def f1_opens_the_help_for_the_field_in_focus(self, *command, **variables):
         with contextlib.ExitStack() as running:
             display = self.display(running)
-            environment = self.environment | {"DISPLAY": display}
-            form = running.enter_context(subprocess.Popen([python, self.sources / "tk_form.py"], env=environment))
+            environment = self.environment | {"DISPLAY": display} | variables
+            self.recorder("answer", self.browser, "ping", 0, 1)
+            form = running.enter_context(subprocess.Popen(command, env=environment))
             running.callback(form.kill)
             window = run("xdotool", "search", "--sync", "--onlyvisible", "--name", "^Form with help$", env=environment).split()[0]
             run("xdotool", "windowfocus", "--sync", window, "key", "F1", env=environment)
+            self.assertNotEqual(self.thread_that_called(form.pid), form.pid, "the window waits for the viewer")
             self.recorder("wait", self.browser, 2, 30)  # a ping and the URL
             run("xdotool", "key", "Tab", "type", "hello", env=environment)
             run("xdotool", "key", "F1", env=environment)
             self.recorder("wait", self.browser, 4, 30)
         self.assertEqual(self.shown(), [self.page("search_path"), self.page("viewers")])
+
+    @staticmethod
+    def thread_that_called(process):
+        """The thread of a program that has a child process: the viewer that it has asked. That of the window has the number
+        of the process."""
+        end = time.monotonic() + 30
+        while time.monotonic() < end:
+            for thread in Path(f"/proc/{process}/task").iterdir():
+                if (thread / "children").read_text():
+                    return int(thread.name)
+            time.sleep(0.01)
+        raise AssertionError("no viewer was asked")
 
     def display(self, running):
         """A display of its own, which Xvfb chooses; it says so when it is ready."""

@@ -14,9 +14,9 @@ class Wrapper : public olh_test::HelpScene {
 TEST_F(Wrapper, SaysWhatACallCameTo) {
   EXPECT_TRUE(olh::test("guide", "Intro"));
   EXPECT_EQ(olh::test("guide", "Outro").code(), OLH_RESULT_NO_TOPIC);
-  EXPECT_STREQ(olh::test("guide", "Outro").message(), "the document has no such topic");
-  EXPECT_STREQ(olh::test("absent").message(), "not found");
-  EXPECT_STREQ(olh::test("").message(), "an argument is missing or wrong");
+  EXPECT_STREQ(olh::test("guide", "Outro").message(), "The documentation has no such topic.");
+  EXPECT_STREQ(olh::test("absent").message(), "The documentation was not found. Perhaps it is not installed.");
+  EXPECT_STREQ(olh::test("").message(), "No document was named.");
 }
 
 TEST_F(Wrapper, RefusesTextThatHoldsANul) {
