@@ -1,6 +1,6 @@
 // The search path while it is put together anew.
 //
-// Knows    that a change which does not come to its end (memory is exhausted) leaves the roots of before.
+// Knows    that a change which does not come to its end (memory is exhausted) leaves the roots of before, and the one in use.
 // Not      where the new roots come from (path_sources, alternate_path).
 // Owns     the old lists, until they are put back or the change is kept.
 // For      first use, path_sources and alternate_path.
@@ -26,6 +26,7 @@ class SearchPathChange {
       : locator_(locator),
         also_(also),
         host_roots_(text_of(locator.mLastDocPath)),
+        current_root_(text_of(locator.mCurrentDocPath)),
         environment_added_(locator.mbEnvironmentAdded) {
     exchange_lists();
   }
@@ -33,6 +34,7 @@ class SearchPathChange {
     if (kept_) return;
     exchange_lists();
     write_buffer(locator_.mLastDocPath, host_roots_);
+    write_buffer(locator_.mCurrentDocPath, current_root_);
     locator_.mbEnvironmentAdded = environment_added_;
   }
   SearchPathChange(const SearchPathChange&) = delete;
@@ -54,6 +56,7 @@ class SearchPathChange {
   olh_docList& locator_;
   const Also also_;
   const std::string host_roots_;
+  const std::string current_root_;
   const int environment_added_;
   TemporaryPathList roots_;
   TemporaryPathList override_;

@@ -3,6 +3,7 @@
 #include <new>
 #include <string>
 
+#include "bounded_text.h"
 #include "failing_allocator.h"
 #include "path_scene.h"
 
@@ -16,6 +17,7 @@ class SearchPathMemory : public olh_test::PathScene {
     set("QEL_DOC_PATH", at("env"));
     locator.AddEnvironmentVariables();
     locator.SetOlhDocPath(at("host").c_str());
+    olh::write_buffer(locator.mCurrentDocPath, at("host"));  // as a lookup leaves it
   }
 
   // Lets each allocation of a change fail in turn, until none is left to fail.
@@ -37,7 +39,7 @@ class SearchPathMemory : public olh_test::PathScene {
     }
   }
   std::string state() const {
-    return paths() + ", host " + locator.mLastDocPath + ", environment " +
+    return paths() + ", host " + locator.mLastDocPath + ", in use " + locator.mCurrentDocPath + ", environment " +
            paths_in(locator.mDefaultPathList->overrideList) + " " +
            paths_in(locator.mDefaultPathList->environmentList) + " " + std::to_string(locator.mbEnvironmentAdded) +
            std::to_string(locator.mbAddingEnvironment);
