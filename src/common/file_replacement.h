@@ -50,8 +50,8 @@ class FileReplacement {
   // The stream itself, for whoever writes to one; null when NAME.new is not open. It stays owned here.
   std::FILE* stream() const noexcept { return stream_; }
   // Puts the new file in the old one's place, in one step. Returns whether every write reached it and it is there;
-  // otherwise the old file is as it was and errno says why. A whole new file that could not take its place is left as NAME.new, unless it
-  // can be made again (kCached).
+  // otherwise the old file is as it was and errno says why. A whole new file that could not take its place is left as
+  // NAME.new, unless it can be made again (kCached).
   bool commit() noexcept;
 
  private:

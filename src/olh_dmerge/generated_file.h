@@ -1,8 +1,8 @@
 // A list on its way to the disk.
 //
 // Knows    that it is put together in memory, takes the old one's place in one step, and is then reported. A link there
-//          that is neither root's nor the caller's is not looked through, and gives way. In a directory where nothing may
-//          be created the old file itself is written. Where it says the same already, it only gets a new date.
+//          that is neither root's nor the caller's is not looked through, and gives way. In a directory that refuses a new
+//          file or the exchange the old file itself is written. Where it says the same already, it only gets a new date.
 // Not      what is in it, nor what a failure means: that is the step's message and result.
 // For      the steps that write a list.
 #ifndef OLH_DMERGE_GENERATED_FILE_H

@@ -1,8 +1,9 @@
 #include "media_type.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
+
+#include "words.h"
 
 namespace olh_serve {
 
@@ -51,13 +52,6 @@ constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
 // Where a browser looks for what a page declares.
 constexpr std::size_t kDeclarations = 1024;
 
-std::string lower_case(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return result;
-}
-
 // How many bytes the character takes that begins with this one; 0 for none.
 std::size_t length_in_utf8(unsigned char first) {
   if (first < 0x80) return 1;
@@ -86,7 +80,7 @@ Bytes kind_of_bytes(std::string_view text) {
 
 // "utf-8" of <meta charset="utf-8">, of <meta ... content="text/html; charset=utf-8">, of <?xml encoding="utf-8"?>.
 std::string declared_charset(std::string_view start) {
-  const std::string text = lower_case(start.substr(0, kDeclarations));
+  const std::string text = olh_viewers::lower_case(start.substr(0, kDeclarations));
   for (const std::string_view key : {"charset=", "encoding="}) {
     std::size_t begin = text.find(key);
     if (begin == std::string::npos) continue;
@@ -100,7 +94,7 @@ std::string declared_charset(std::string_view start) {
 
 std::string_view type_of_name(std::string_view name) {
   const std::size_t dot = name.rfind('.');
-  const std::string ending = dot == std::string_view::npos ? "" : lower_case(name.substr(dot + 1));
+  const std::string ending = dot == std::string_view::npos ? "" : olh_viewers::lower_case(name.substr(dot + 1));
   for (const auto& [known, type] : kTypes)
     if (known == ending) return type;
   return "";

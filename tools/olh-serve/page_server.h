@@ -1,8 +1,8 @@
 // The server: HTTP on the loopback address, and what each request is answered with.
 //
 // Knows    which requests are refused, and the headers that keep a page to itself.
-// Not      which files a request may name (request_path) and reach (rooted_file); when the server ends (main).
-// For      main.
+// Not      which files a request may name (request_path) and reach (rooted_file); when the server ends (serve_background).
+// For      main and serve_background.
 #ifndef OLH_TOOLS_SERVE_PAGE_SERVER_H
 #define OLH_TOOLS_SERVE_PAGE_SERVER_H
 

@@ -1,7 +1,7 @@
 // What a request asks for: a root by its token, and what lies below it.
 //
 // Knows    which targets of a request name a file at all, and which hosts are this machine.
-// Not      which roots there are (served_roots) and what lies there (rooted_file): no file is touched.
+// Not      which roots there are (serve_state) and what lies there (rooted_file): no file is touched.
 // For      page_server, and its fuzz target.
 #ifndef OLH_TOOLS_SERVE_REQUEST_PATH_H
 #define OLH_TOOLS_SERVE_REQUEST_PATH_H

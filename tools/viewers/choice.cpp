@@ -134,9 +134,7 @@ bool is_browser(const Choice& choice) {
   if (choice.is_of_browsers || (choice.row != nullptr && choice.row->asks_desktop)) return true;
   if (choice.row != nullptr) return choice.row >= rows.data() && choice.row < rows.data() + rows.size();
   return std::any_of(choice.exec.begin(), choice.exec.end(), [&rows](const std::string& word) {
-    std::string name = word.substr(word.find_last_of("/.") + 1);
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string name = lower_case(word.substr(word.find_last_of("/.") + 1));
     constexpr std::size_t kShortest = 4;
     return name.size() >= kShortest && std::any_of(rows.begin(), rows.end(), [&name](const Program& row) {
              return row.name.find(name) != std::string_view::npos;

@@ -1,7 +1,5 @@
 #include "desktop_default.h"
 
-#include <algorithm>
-#include <cctype>
 #include <string_view>
 
 #include "files.h"
@@ -44,11 +42,8 @@ std::string value_in(const std::string& text, const std::string& section, const 
 // Every list of defaults, the most important first: those of the desktop in use before the general one.
 Words lists_of_defaults() {
   Words names;
-  for (std::string desktop : pieces_of(variable("XDG_CURRENT_DESKTOP"), ':')) {
-    std::transform(desktop.begin(), desktop.end(), desktop.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    names.push_back(desktop + "-mimeapps.list");
-  }
+  for (const std::string& desktop : pieces_of(variable("XDG_CURRENT_DESKTOP"), ':'))
+    names.push_back(lower_case(desktop) + "-mimeapps.list");
   names.emplace_back("mimeapps.list");
   Words lists;
   for (const std::string& directory : directories("XDG_CONFIG_HOME", "/.config", "XDG_CONFIG_DIRS", "/etc/xdg"))

@@ -1,5 +1,7 @@
 #include "words.h"
 
+#include <algorithm>
+
 namespace olh_viewers {
 
 namespace {
@@ -23,6 +25,13 @@ Words pieces_of(std::string_view list, char separator) {
     list.remove_prefix(end + 1);
   }
   return pieces;
+}
+
+std::string lower_case(std::string_view text) {
+  std::string lowered(text);
+  std::transform(lowered.begin(), lowered.end(), lowered.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return lowered;
 }
 
 std::string command_line(const Words& words) {

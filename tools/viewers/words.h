@@ -13,6 +13,9 @@ using Words = std::vector<std::string>;
 // The pieces of a list, without the empty ones.
 Words pieces_of(std::string_view list, char separator);
 
+// ASCII letters in lower case; other bytes as they are.
+std::string lower_case(std::string_view text);
+
 // The words as a person would type them to a shell.
 std::string command_line(const Words& words);
 

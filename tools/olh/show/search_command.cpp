@@ -83,9 +83,8 @@ int search(const SearchArguments& asked) {
   request.named = "the search for " + quoted(asked.query) + " in " + scope_in_words(asked.scope);
   request.answer = [&] { return scope_as_json(asked, request.located); };
   request.obstacle_to_text =
-      "there is no display, and what a search finds cannot be shown as text yet. 'olh topics DOC' lists the topics "
-      "of "
-      "a manual.";
+      "there is no display, and what a search finds cannot be shown as text yet. "
+      "'olh topics DOC' lists the topics of a manual.";
   request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {
