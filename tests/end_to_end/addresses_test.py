@@ -1,11 +1,11 @@
 """Every kind of address that the library builds leads to what was asked for, from the disk and from a web server, and
-whatever an address holds stays text. Usage: addresses_test.py BUILD_DIR
+whatever an address holds stays text.
 """
 import json
-import unittest
 import urllib.parse
 
-from scene import DOCS, Scene
+from pages import Pages
+from scene import DOCS
 
 MANUAL = "/htmldocs/olh_manual/index.htm"
 NOT_FOUND = "The document that you asked for was not found"
@@ -53,7 +53,14 @@ PLACES = [
 ]
 
 
-class Addresses(Scene):
+class Addresses(Pages):
+    def test_a_web_server_is_asked_only_for_the_root_and_the_manual(self):
+        log = self.dir / "access.log"
+        already = len(log.read_text().splitlines())
+        self.address(self.web, "show", "olh_manual", "quick_start")
+        requests = [line.split('"')[1] for line in log.read_text().splitlines()[already:]]
+        self.assertEqual(set(requests), {"HEAD /htmldocs/qelhelp.htm HTTP/1.1", "HEAD /htmldocs/olh_manual/index.htm HTTP/1.1"})
+
     def each_root(self):
         """A root as the library is told of it, and as an address."""
         return [(str(DOCS), self.disk), (self.web, self.web), (self.below, self.below)]
@@ -147,7 +154,3 @@ class Addresses(Scene):
             self.assertIn(json.dumps(words)[1:-1].replace('\\"', '"'), self.texts("section [role=status]")[0])
             self.assertEqual(self.browser.value("document.getElementById('query').value"), words)
             self.assert_harmless()
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

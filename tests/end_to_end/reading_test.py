@@ -1,11 +1,11 @@
-"""The pages for the eye, the keyboard and whoever reads them aloud. Usage: reading_test.py BUILD_DIR"""
+"""The pages for the eye, the keyboard and whoever reads them aloud."""
 import json
 import re
 import subprocess
-import unittest
 import urllib.parse
 
-from scene import DOCS, MANUAL, Scene
+from pages import Pages
+from scene import DOCS, MANUAL
 
 TOPICS = re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)","(.*?)"', (MANUAL / "QELdata/QELAllData.js").read_text(), re.M)
 PAGES = [f"htmldocs/olh_manual/{page}" for _, page, _ in TOPICS] + [
@@ -59,7 +59,7 @@ UNTOLD = """(() => {
 LINKS = "[...document.querySelectorAll('a[href], link[href], script[src]')].map(one => one.href || one.src)"
 
 
-class Reading(Scene):
+class Reading(Pages):
     def open(self, page, base=None):
         self.browser.go(f"{base or self.disk}/{page}")
         self.browser.wait(SETTLED)
@@ -191,7 +191,3 @@ class Reading(Scene):
         self.browser.go(f"{self.disk}/tomedecks/basic.htm")
         self.assertIn("The libolh manual", self.texts("td"))
         self.assertIn("libolh 4.3.2", json.dumps(self.texts("main p")))
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,9 +1,9 @@
-"""Search in the page: no server takes part, from the disk as from a web server. Usage: search_page_test.py BUILD_DIR"""
+"""Search in the page: no server takes part, from the disk as from a web server."""
 import json
 import re
-import unittest
 
-from scene import MANUAL, Scene
+from pages import Pages
+from scene import MANUAL
 
 
 def passages():
@@ -34,7 +34,7 @@ def words_of_one_topic():
 IN_MANUAL = "htmldocs/qelhelp.htm#context=olh_manual&query=%s&tab=2&src=doc"
 
 
-class SearchInThePage(Scene):
+class SearchInThePage(Pages):
     def search(self, base, words, where="index.html#query=%s&tab=search"):
         self.browser.go(f"{base}/{where % words.replace(' ', '%20')}")
         self.browser.wait("document.querySelector('section [role=status]')?.textContent")
@@ -98,7 +98,3 @@ class SearchInThePage(Scene):
         """Behind a web server a manual can be searched before anybody has run search_text.py over it."""
         for topic, word in list(words_of_one_topic().items())[:3]:
             self.assertEqual(self.search(f"{self.web}/bare", word, IN_MANUAL), [topics()[topic]])
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,27 +1,14 @@
 """The examples as a developer finds them: in an installed tree, beside the manual and the recording viewer that they are
-tried with. What a viewer was handed is what its recording says.
-
-Usage: examples_test.py BUILD_DIR C_COMPILER C_FLAGS CXX_COMPILER CXX_FLAGS
-"""
+tried with. What a viewer was handed is what its recording says."""
 import contextlib
 import os
-import re
 import shlex
-import shutil
 import subprocess
 import sys
-import tempfile
-import time
 import unittest
 from pathlib import Path
 
-BUILD, C_COMPILER, C_FLAGS, CXX_COMPILER, CXX_FLAGS = (sys.argv.pop(1) for _ in range(5))
-# An interpreter that was not built so cannot load what the sanitizers were built into.
-needs_plain_library = unittest.skipIf("sanitize" in CXX_FLAGS, "python is built without sanitizers")
-
-
-def run(*command, **more):
-    return subprocess.run(list(map(str, command)), capture_output=True, text=True, check=True, **more).stdout
+from scene import ENVIRONMENT, build_against, installed, needs_plain_library, run, scratch, wait_until
 
 
 def python_with_tk():
@@ -35,20 +22,14 @@ def python_with_tk():
 class Examples(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        scratch = Path(tempfile.mkdtemp(prefix="olh-examples-"))
-        cls.addClassCleanup(shutil.rmtree, scratch, ignore_errors=True)
-        run("cmake", "--install", BUILD, "--prefix", scratch / "first")
-        cls.tree = (scratch / "first").rename(scratch / "second place")
+        place = scratch(cls.addClassCleanup)
+        cls.tree = installed(place)
         cls.sources = cls.tree / "share/doc/libolh-dev/examples"
-        cls.programs = scratch / "built"
-        run("cmake", "-S", cls.sources, "-B", cls.programs, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={cls.tree}",
-            f"-DCMAKE_C_COMPILER={C_COMPILER}", f"-DCMAKE_C_FLAGS={C_FLAGS} -Wall -Wextra -Werror",
-            f"-DCMAKE_CXX_COMPILER={CXX_COMPILER}", f"-DCMAKE_CXX_FLAGS={CXX_FLAGS} -Wall -Wextra -Werror")
-        run("cmake", "--build", cls.programs)
-        cls.browser = scratch / "browser"
+        cls.programs = build_against(cls.tree, cls.sources, place / "built")
+        cls.browser = place / "browser"
         cls.docs = cls.tree / "share/olh/docs"
-        cls.environment = {k: v for k, v in os.environ.items() if not re.match("QEL_|OLH_|TRV_", k)} | {
-            "HOME": str(scratch), "LD_LIBRARY_PATH": str(next(cls.tree.rglob("libolh.so.4")).parent),
+        cls.environment = ENVIRONMENT | {
+            "HOME": str(place), "LD_LIBRARY_PATH": str(next(cls.tree.rglob("libolh.so.4")).parent),
             "QEL_DOC_PATH": str(cls.docs), "QEL_HTML_BROWSER": str(cls.browser), "PYTHONDONTWRITEBYTECODE": "1"}
 
     def setUp(self):
@@ -61,10 +42,7 @@ class Examples(unittest.TestCase):
 
     def host(self, *command, result=0, typed="", **variables):
         """What a host prints; it ends with the result."""
-        done = subprocess.run(list(map(str, command)), input=typed, capture_output=True, text=True,
-                              env=self.environment | variables)
-        self.assertEqual(done.returncode, result, done.stdout + done.stderr)
-        return done.stdout + done.stderr
+        return run(*command, code=result, input=typed, stderr=subprocess.STDOUT, env=self.environment | variables)
 
     def shown(self):
         """The URLs that the browser was handed, below the documentation root."""
@@ -164,13 +142,9 @@ class Examples(unittest.TestCase):
     def thread_that_called(process):
         """The thread of a program that has a child process: the viewer that it has asked. That of the window has the number
         of the process."""
-        end = time.monotonic() + 30
-        while time.monotonic() < end:
-            for thread in Path(f"/proc/{process}/task").iterdir():
-                if (thread / "children").read_text():
-                    return int(thread.name)
-            time.sleep(0.01)
-        raise AssertionError("no viewer was asked")
+        def asking():
+            return [int(thread.name) for thread in Path(f"/proc/{process}/task").iterdir() if (thread / "children").read_text()]
+        return wait_until(asking)[0]
 
     def display(self, running):
         """A display of its own, which Xvfb chooses; it says so when it is ready."""
@@ -184,7 +158,3 @@ class Examples(unittest.TestCase):
         os.close(writing)
         with open(reading) as ready:
             return f":{ready.readline().strip()}"
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,20 +1,16 @@
-"""olh-serve as a browser meets it, and a stranger who should meet nothing. Usage: serve_test.py BUILD_DIR"""
+"""olh-serve as a browser meets it, and a stranger who should meet nothing."""
 import contextlib
-import json
 import os
 import re
-import shutil
 import signal
 import socket
 import subprocess
-import sys
-import tempfile
 import time
-import unittest
 from pathlib import Path
 
-BUILD = Path(sys.argv.pop(1)).resolve()
-SERVE, RECORDER = BUILD / "bin/olh-serve", BUILD / "bin/olh-recorder"
+from scene import BUILD, Scene, needs_root, wait_until, write
+
+SERVE = BUILD / "bin/olh-serve"
 STRANGER = 12345
 GUIDE = "/TOKEN/htmldocs/guide"
 
@@ -61,20 +57,18 @@ class Answer:
         self.headers = {key.lower(): value for key, value in (line.split(": ", 1) for line in lines[1:])}
 
 
-class Scene(unittest.TestCase):
+class Served(Scene):
     def setUp(self):
-        self.dir = Path(tempfile.mkdtemp(prefix="olh-serve-")).resolve()
-        self.addCleanup(shutil.rmtree, self.dir, ignore_errors=True)
+        super().setUp()
         self.root = self.dir / "root"
-        (self.root / "htmldocs/guide").mkdir(parents=True)
-        (self.root / "htmldocs/guide/index.htm").write_text("<h1>Guide</h1>")
-        (self.dir / "secret").write_text("secret")
-        self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.dir), "XDG_RUNTIME_DIR": str(self.dir / "run")}
+        write(self.root / "htmldocs/guide/index.htm", "<h1>Guide</h1>")
+        write(self.dir / "secret", "secret")
+        self.variables["XDG_RUNTIME_DIR"] = str(self.dir / "run")
         (self.dir / "run").mkdir(mode=0o700)
 
-    def serve(self, *options):
+    def start(self, *options):
         """Starts a server; its port and the root's token. Returns what it prints besides."""
-        server = subprocess.Popen([SERVE, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment)
+        server = subprocess.Popen([SERVE, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment())
         self.addCleanup(server.stdout.close)
         self.addCleanup(server.wait)
         self.addCleanup(server.kill)
@@ -91,7 +85,7 @@ class Scene(unittest.TestCase):
             return Answer(b"".join(iter(lambda: connection.recv(65536), b"")))
 
 
-class Serve(Scene):
+class Serve(Served):
     def make_traps(self):
         (self.root / ".git").mkdir()
         (self.root / ".git/config").write_text("hidden")
@@ -105,10 +99,10 @@ class Serve(Scene):
             if name.startswith("strangers"):
                 os.lchown(self.root / name, STRANGER, STRANGER)
 
-    @unittest.skipUnless(os.geteuid() == 0, "a stranger's links need root to be made")
+    @needs_root
     def test_only_pages_are_reached_and_only_by_reading(self):
         self.make_traps()
-        self.serve()
+        self.start()
         for line, status in REQUESTS:
             answer = self.ask(line)
             self.assertEqual(answer.status, status, line)
@@ -117,9 +111,9 @@ class Serve(Scene):
                 self.assertNotIn(b"secret", answer.body, line)
         self.assertEqual(self.ask("HEAD /TOKEN/own_link").body, b"")
 
-    @unittest.skipUnless(os.geteuid() == 0, "another user takes root to be")
+    @needs_root
     def test_another_user_who_has_seen_the_address(self):
-        self.serve()
+        self.start()
         asks = (f"import socket; c = socket.create_connection(('127.0.0.1', {self.port})); "
                 f"c.sendall(b'GET /{self.token}/htmldocs/guide/ HTTP/1.1\\r\\nHost: localhost\\r\\n\\r\\n'); print(c.recv(99))")
         for user, answer in ((0, "b'HTTP/1.1 200 "), (STRANGER, "b'HTTP/1.1 403 ")):
@@ -127,20 +121,20 @@ class Serve(Scene):
             self.assertTrue(done.stdout.startswith(answer), (user, done))
 
     def test_a_host_that_is_not_this_machine(self):
-        self.serve()
+        self.start()
         for host, status in HOSTS.items():
             self.assertEqual(self.ask(f"GET {GUIDE}/", host).status, status, host)
 
     def test_ranges(self):
         (self.root / "a.pdf").write_bytes(b"0123456789")
-        self.serve()
+        self.start()
         for asked, (status, body) in RANGES.items():
             answer = self.ask("GET /TOKEN/a.pdf", Range=asked)
             self.assertEqual((answer.status, answer.body), (status, body), asked)
         self.assertEqual(self.ask("GET /TOKEN/a.pdf", Range="bytes=4-99").headers["content-range"], "bytes 4-9/10")
 
     def test_a_page_that_is_known_is_not_sent_again(self):
-        self.serve()
+        self.start()
         page = f"GET {GUIDE}/index.htm"
         tag = self.ask(page).headers["etag"]
         self.assertEqual(self.ask(page, If_None_Match=tag).status, 304)
@@ -151,13 +145,13 @@ class Serve(Scene):
     def test_types_and_character_sets(self):
         for name, (content, _) in TYPES.items():
             (self.root / name).write_bytes(content)
-        self.serve()
+        self.start()
         for name, (content, wanted) in TYPES.items():
             answer = self.ask("GET /TOKEN/" + name.replace("%", "%25").replace(" ", "%20").replace("#", "%23").replace("?", "%3f"))
             self.assertEqual((answer.headers["content-type"], answer.body), (wanted, content), name)
 
     def test_a_page_hears_of_changes_of_its_manual(self):
-        self.serve("--reload")
+        self.start("--reload")
         script = self.ask(f"GET {GUIDE}/").body.decode().split("</h1>")[1]
         watched, state = re.search(r"fetch\('(.*?)'\).*?state !== '(\d+)'", script, re.S).groups()
         self.assertEqual(self.ask(f"GET {watched}").body.decode(), state)
@@ -165,26 +159,19 @@ class Serve(Scene):
         self.assertNotEqual(self.ask(f"GET {watched}").body.decode(), state)
 
     def test_a_port_that_is_taken(self):
-        self.serve()
-        done = subprocess.run([SERVE, self.root, "--port", self.port], capture_output=True, text=True, env=self.environment)
-        self.assertEqual((done.returncode, done.stdout), (2, ""))
+        self.start()
+        self.assertEqual(self.run_program(SERVE, self.root, "--port", self.port, code=2).stdout, "")
 
 
-class Adapters(Scene):
+class Adapters(Served):
     """olh-browser and olh-pdf-reader with a recording browser, and a display that only answers."""
 
     def setUp(self):
         super().setUp()
-        self.bin = self.dir / "bin"
-        self.bin.mkdir()
         for name in ("firefox", "dbus-send"):
-            subprocess.run([RECORDER, "make", self.bin / name], check=True)
-        display = socket.socket(socket.AF_UNIX)
-        self.addCleanup(display.close)
-        display.bind(f"\0/tmp/.X11-unix/X{200000 + os.getpid()}")
-        display.listen(128)
-        self.environment |= {"PATH": str(self.bin), "DISPLAY": f":{200000 + os.getpid()}", "XDG_DATA_DIRS": str(self.dir / "share"),
-                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+            self.viewer(name)
+        self.with_desktop()
+        self.variables["OLH_SERVE"] = "always"
         self.page = f"{(self.root / 'htmldocs/guide/index.htm').as_uri()}?a=%20b#context=&topic=x%26y"
         self.addCleanup(self.end_server)
 
@@ -205,14 +192,12 @@ class Adapters(Scene):
                 os.kill(process, signal.SIGKILL)
             time.sleep(0.01)
 
-    def open(self, *words, adapter="olh-browser", **environment):
-        return subprocess.run([BUILD / "bin" / adapter, *words], capture_output=True, text=True, timeout=30,
-                              env={**self.environment, "OLH_SERVE": "always", **environment})
+    def open(self, *words, adapter="olh-browser", **variables):
+        return self.run_program(BUILD / "bin" / adapter, *words, **variables)
 
     def shown(self):
         """The addresses that the browser was given so far."""
-        calls = subprocess.run([RECORDER, "show", "--json", self.bin / "firefox"], capture_output=True, check=True).stdout
-        return [call["arguments"][-1] for call in json.loads(calls)]
+        return [words[-1] for words in self.calls("firefox")]
 
     def check_served(self, address, rest, status=200):
         self.port, self.token, path = re.fullmatch(r"http://127\.0\.0\.1:(\d+)/([0-9a-f]{32})(/.*)", address).groups()
@@ -242,7 +227,7 @@ class Adapters(Scene):
             self.assertEqual(path.stat().st_mode & 0o777, mode)
 
     def test_starters_at_once_share_a_server(self):
-        starters = [subprocess.Popen([BUILD / "bin/olh-browser", self.page], env={**self.environment, "OLH_SERVE": "always"})
+        starters = [subprocess.Popen([BUILD / "bin/olh-browser", self.page], env=self.environment())
                     for _ in range(6)]
         for one in starters:
             self.assertEqual(one.wait(30), 0)
@@ -251,10 +236,9 @@ class Adapters(Scene):
         self.check_served(shown[0], "/htmldocs/guide/index.htm?a=%20b#context=&topic=x%26y")
 
     def test_a_document_is_opened_at_a_place(self):
-        said = self.serve("--open", "guide", "intro").readline().strip()
+        said = self.start("--open", "guide", "intro").readline().strip()
         self.check_served(said, "/htmldocs/guide/index.htm#context=&topic=intro")
-        while not self.shown():
-            time.sleep(0.01)
+        wait_until(self.shown)
         self.assertEqual(self.shown(), [said])
 
     def test_a_pdf_in_a_browser_and_a_page_outside_of_roots(self):
@@ -281,10 +265,8 @@ class Adapters(Scene):
     def test_which_browsers_are_served(self):
         for name, text in {"packaged": "exec /snap/bin/firefox \"$@\"", "exported": "exec flatpak run org.mozilla.firefox",
                            "plain": "exec firefox", "xdg-open": "", "wslview": "", "edge.exe": "", "lead": ""}.items():
-            (self.bin / name).write_text(f"#!/bin/sh\n{text}\n")
-            (self.bin / name).chmod(0o755)
-        (self.bin / "snap").write_text("")
-        (self.bin / "snap").chmod(0o755)
+            self.script(name, text)
+        write(self.bin / "snap", mode=0o755)
         (self.bin / "snapped").symlink_to("snap")
         wsl, editor = {"WSL_DISTRO_NAME": "Debian"}, {"BROWSER": "lead", "VSCODE_IPC_HOOK_CLI": "/x"}
         for browser, environment, why in (
@@ -297,7 +279,3 @@ class Adapters(Scene):
             told = self.open("--dry-run", self.page, OLH_BROWSER_PROGRAM=browser, **{"OLH_SERVE": "auto", **environment}).stdout
             self.assertEqual(re.findall("; the page is served, since (.*)\\)", told), [why] if why else [], (browser, environment))
         self.assertEqual(self.server(), 0, "a rehearsal starts nothing")
-
-
-if __name__ == "__main__":
-    unittest.main()

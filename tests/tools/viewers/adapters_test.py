@@ -1,25 +1,17 @@
 """olh-browser and olh-pdf-reader as a launcher or a person calls them, with recording viewers under the programs' names
-and a display that only answers. Usage: adapters_test.py BUILD_DIR
+and a display that only answers.
 """
-import json
 import os
-import pty
 import re
 import shutil
 import signal
 import socket
 import subprocess
-import sys
-import tempfile
-import termios
-import time
-import unittest
 from pathlib import Path
 
-BUILD = Path(sys.argv.pop(1))
-RECORDER = BUILD / "bin/olh-recorder"
-PDF = BUILD / "docs/pdfdocs/olh_manual.pdf"
-MANUAL = BUILD / "docs/htmldocs/olh_manual/index.htm"
+from scene import BUILD, DOCS, MANUAL, RECORDER, Scene, run, wait_until, write
+
+PDF = DOCS / "pdfdocs/olh_manual.pdf"
 DESTINATION = "M8.newlink.searchpath"
 
 
@@ -36,54 +28,27 @@ def pdf_with_controls():
     return b"%PDF-1.4\n" + body + b"trailer<</Root 1 0 R>>\n%%EOF\n"
 
 
-class Adapters(unittest.TestCase):
+class Adapters(Scene):
     def setUp(self):
-        self.dir = Path(tempfile.mkdtemp(prefix="olh-adapters-"))
-        self.addCleanup(shutil.rmtree, self.dir, ignore_errors=True)
-        self.bin = self.dir / "bin"
-        self.bin.mkdir()
+        super().setUp()
         self.log = self.dir / "trace.log"
-        self.display = socket.socket(socket.AF_UNIX)
-        self.addCleanup(self.display.close)
-        number = 100000 + os.getpid()
-        self.display.bind(f"\0/tmp/.X11-unix/X{number}")
-        self.display.listen(128)
-        self.environment = {"HOME": str(self.dir), "PATH": str(self.bin), "DISPLAY": f":{number}.0",
-                            "XDG_DATA_DIRS": str(self.dir / "share"), "XDG_CONFIG_DIRS": str(self.dir / "etc"),
-                            "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "OLH_LOG_HELP": str(self.log)}
+        self.variables["OLH_LOG_HELP"] = str(self.log)
+        self.display = self.with_desktop()
         # A session bus without browsers: those of other tests, or of the person at this machine, are not seen.
         self.script("dbus-send", "exit 0")
 
-    def viewer(self, *names):
+    def viewers(self, *names):
         for name in names:
-            subprocess.run([RECORDER, "make", self.bin / name], check=True)
+            self.viewer(name)
 
-    def tools(self, *names):
-        for name in names:
-            (self.bin / name).symlink_to(shutil.which(name))
+    def browser(self, *words, **variables):
+        return self.run_program(BUILD / "bin/olh-browser", *words, **variables)
 
-    def script(self, name, text):
-        (self.bin / name).unlink(missing_ok=True)
-        (self.bin / name).write_text(f"#!/bin/sh\n{text}\n")
-        (self.bin / name).chmod(0o755)
-
-    def run_adapter(self, adapter, *arguments, **environment):
-        changed = {k: v for k, v in {**self.environment, **environment}.items() if v is not None}
-        return subprocess.run([BUILD / "bin" / adapter, *map(str, arguments)], capture_output=True, text=True, env=changed,
-                              timeout=30)
-
-    def browser(self, *arguments, **environment):
-        return self.run_adapter("olh-browser", *arguments, **environment)
-
-    def reader(self, *arguments, **environment):
-        return self.run_adapter("olh-pdf-reader", *arguments, **environment)
-
-    def calls(self, name):
-        shown = subprocess.run([RECORDER, "show", "--json", self.bin / name], capture_output=True, text=True, check=True)
-        return [call["arguments"] for call in json.loads(shown.stdout)]
+    def reader(self, *words, **variables):
+        return self.run_program(BUILD / "bin/olh-pdf-reader", *words, **variables)
 
     def start_answer(self, name, *answer):
-        subprocess.run([RECORDER, "answer", self.bin / name, "start", *map(str, answer)], check=True)
+        run(RECORDER, "answer", self.bin / name, "start", *answer)
 
     # ---- the browser ------------------------------------------------------------------------------------------
 
@@ -104,19 +69,17 @@ class Adapters(unittest.TestCase):
         program = self.dir / "running" / name
         program.parent.mkdir(exist_ok=True)
         program.symlink_to("/bin/sleep")
-        process = subprocess.Popen([program, "300"], env={**self.environment, **environment})
+        process = subprocess.Popen([program, "300"], env=self.environment(**environment))
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)
         # The system shows the environment of a program only some time after it has started it.
-        shown, end = Path(f"/proc/{process.pid}/environ"), time.monotonic() + 20
-        while not shown.read_bytes():
-            self.assertLess(time.monotonic(), end)
+        wait_until(Path(f"/proc/{process.pid}/environ").read_bytes)
         return process
 
     def locked(self, name, **environment):
         """Such a process that holds the lock of the user's profile."""
         process = self.running(name, **environment)
-        lock = self.dir / {"chromium": ".config/chromium/SingletonLock", "firefox": ".mozilla/firefox/a.default/lock"}[name]
+        lock = self.home / {"chromium": ".config/chromium/SingletonLock", "firefox": ".mozilla/firefox/a.default/lock"}[name]
         lock.parent.mkdir(parents=True)
         lock.symlink_to(f"{socket.gethostname()}-{process.pid}" if name == "chromium" else f"127.0.1.1:+{process.pid}")
 
@@ -145,7 +108,7 @@ class Adapters(unittest.TestCase):
                 (self.dir / lock).unlink()
 
     def test_a_browser_on_the_session_bus(self):
-        self.viewer("epiphany", "konqueror")
+        self.viewers("epiphany", "konqueror")
         listing = self.dir / "names"
         self.script("dbus-send", f"exec /bin/cat {listing}")
         for line, running in (("org.gnome.Epiphany", ["epiphany"]), ("org.gnome.EpiphanyWebApp", []),
@@ -185,9 +148,7 @@ class Adapters(unittest.TestCase):
         listing.write_text('string "org.gnome.Epiphany"\n')
         for why in ("it is not on the session bus", "its session bus does not answer"):
             for words in calls:
-                done = self.browser(*words)
-                self.assertEqual(done.returncode, 1, why)
-                self.assertIn(f"firefox runs already and cannot be given the page: {why}.", done.stderr)
+                self.assertIn(f"firefox runs already and cannot be given the page: {why}.", self.browser(*words, code=1).stderr)
             listing.unlink(missing_ok=True)
         self.assertFalse(given.exists())
 
@@ -209,33 +170,30 @@ class Adapters(unittest.TestCase):
 
     def test_a_file_whose_name_holds_a_separator_of_addresses(self):
         self.viewer("chromium")
-        odd = self.dir / "my docs #2"
-        odd.mkdir()
-        (odd / "a #1?.htm").touch()
-        (odd / "100%25.htm").touch()
+        for name in ("a #1?.htm", "100%25.htm"):
+            write(self.dir / "my docs #2" / name)
         start = f"file://{self.dir}/my%20docs%20"
         for asked, opened in ((f"{start}#2/a%20#1?.htm#topic", f"{start}%232/a%20%231%3F.htm#topic"),
                               (f"{start}#2/a%20#1?.htm", f"{start}%232/a%20%231%3F.htm"),
                               (f"{start}#2/100%25.htm?q#t", f"{start}%232/100%2525.htm?q#t"),
                               (f"{start}#2/none.htm#topic", f"{start}#2/none.htm#topic")):
-            self.assertEqual(self.browser(asked).returncode, 0)
+            self.browser(asked, code=0)
             self.assertEqual(self.calls("chromium")[-1], [opened])
 
     def test_an_address_keeps_query_and_fragment_on_every_road(self):
         self.viewer("firefox-esr")
         url = "file:///d/tomedecks/index.html?tomedeck=a_td&tab=b#it's,(new-tab)"
         for arguments in (["-remote", f"openURL({url},new-tab)"], [url]):
-            self.assertEqual(self.browser(*arguments).returncode, 0)
+            self.browser(*arguments, code=0)
         self.assertEqual(self.calls("firefox-esr"), [["--new-tab", url]] * 2)
         log = self.log.read_text()
         self.assertIn(f'olh-browser( "-remote", "openURL({url},new-tab)" );\n', log)
         self.assertRegex(log, r"olh-browser: \S*/firefox-esr --new-tab .*\(found along PATH\)\nolh-browser returned 0\n")
 
     def test_who_chooses_the_browser(self):
-        self.viewer("firefox", "epiphany", "other")
+        self.viewers("firefox", "epiphany", "other")
         entries = self.dir / "share/applications"
-        entries.mkdir(parents=True)
-        (entries / "mimeapps.list").write_text("[Added Associations]\nx-scheme-handler/http=other.desktop;\n"
+        write(entries / "mimeapps.list", "[Added Associations]\nx-scheme-handler/http=other.desktop;\n"
                                                "[Default Applications]\nx-scheme-handler/http=gone.desktop;epiphany.desktop\n")
         (entries / "epiphany.desktop").write_text("[Desktop Entry]\nExec=epiphany --profile %U\n[Action]\nExec=other\n")
         (entries / "box.desktop").write_text('[Desktop Entry]\nExec=other run --file-forwarding app @@u %u @@\n')
@@ -247,8 +205,7 @@ class Adapters(unittest.TestCase):
             self.assertIn(f"{command}    (", choose(BROWSER=listed))
         self.assertRegex(choose(XDG_DATA_DIRS="/nowhere"), r"bin/firefox --new-tab http://h/a    \(found along PATH\)")
         # A sandbox needs all the words of its entry, and may not see the file.
-        (self.dir / ".config").mkdir()
-        (self.dir / ".config/mimeapps.list").write_text("[Default Applications]\nx-scheme-handler/http=box.desktop\n")
+        write(self.home / ".config/mimeapps.list", "[Default Applications]\nx-scheme-handler/http=box.desktop\n")
         done = self.browser("file:///usr/share/doc/x.htm", OLH_SERVE="never")
         self.assertEqual(self.calls("other"), [["run", "--file-forwarding", "app", "@@u", "file:///usr/share/doc/x.htm", "@@"]])
         self.assertIn("may not see /usr/share/doc/x.htm, since it is a Flatpak", done.stderr)
@@ -256,31 +213,24 @@ class Adapters(unittest.TestCase):
     def test_how_a_start_can_fail(self):
         self.viewer("chromium")
         self.start_answer("chromium", 7)
-        done = self.browser("http://h/")
-        self.assertEqual(done.returncode, 1)
-        self.assertIn("chromium ended with the status 7.", done.stderr)
+        self.assertIn("chromium ended with the status 7.", self.browser("http://h/", code=1).stderr)
         self.script("chromium", "kill -SEGV $$")
-        done = self.browser("http://h/")
-        self.assertEqual(done.returncode, 1, "a death by a signal becomes a status")
-        self.assertIn("was ended by the signal 11.", done.stderr)
+        self.assertIn("was ended by the signal 11.", self.browser("http://h/", code=1).stderr)
         (self.bin / "chromium").unlink()
-        done = self.browser("http://h/")
-        self.assertEqual(done.returncode, 2)
-        self.assertIn("there is no browser", done.stderr)
+        self.assertIn("there is no browser", self.browser("http://h/", code=2).stderr)
 
     def test_a_browser_that_does_not_return_is_left_alone(self):
         pid = self.dir / "pid"
         self.script("chromium", f"echo $$ >{pid}; exec /bin/sleep 300")
         for arguments in (["-remote", "openURL(http://h/,new-tab)"], ["http://h/"]):
-            self.assertEqual(self.browser(*arguments).returncode, 0)
+            self.browser(*arguments, code=0)
             os.kill(int(pid.read_text()), signal.SIGKILL)
 
     def test_what_no_browser_gets(self):
         self.viewer("firefox")
         for arguments in (["-P"], ["--new-window"], ["javascript:alert(1)"], ["http://h/\n"], ["a", "b"], ["--", "x"],
                           ["-remote", "openURL(-P,new-tab)"], ["-remote", "quit()"], ["--text"]):
-            done = self.browser(*arguments)
-            self.assertEqual(done.returncode, 64, arguments)
+            done = self.browser(*arguments, code=64)
             self.assertTrue(done.stderr.endswith(".\n"), done.stderr)
         self.assertEqual(self.calls("firefox"), [])
 
@@ -296,16 +246,15 @@ class Adapters(unittest.TestCase):
 
     def test_text_without_a_display(self):
         self.tools("w3m")
-        done = self.browser(f"file://{MANUAL}#context=&topic=search_path", DISPLAY=None)
-        self.assertEqual(done.returncode, 0, done.stderr)
+        done = self.browser(f"file://{MANUAL}/index.htm#context=&topic=search_path", DISPLAY=None, code=0)
         self.assertTrue(done.stdout.startswith("[No display, so here is the text of file:///"), done.stdout[:80])
         self.assertIn("Search path and roots", done.stdout)
-        self.assertRegex(done.stdout, rf"\nReferences:\n\n\[1\] file://{MANUAL.parent}/index.htm\n")
+        self.assertRegex(done.stdout, rf"\nReferences:\n\n\[1\] file://{MANUAL}/index.htm\n")
         self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None).stdout, "", "text is there at once")
-        done = self.browser("--text", f"file://{MANUAL}#context=&topic=nothing")
+        done = self.browser("--text", f"file://{MANUAL}/index.htm#context=&topic=nothing")
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)
-        self.assertEqual(self.browser("file:///no/such/index.htm", DISPLAY=None).returncode, 1)
-        self.assertEqual(self.browser(DISPLAY=":99999").returncode, 1)
+        self.browser("file:///no/such/index.htm", DISPLAY=None, code=1)
+        self.browser(DISPLAY=":99999", code=1)
 
     def test_browsers_that_others_choose(self):
         wsl = {"WSL_DISTRO_NAME": "Debian"}
@@ -313,7 +262,7 @@ class Adapters(unittest.TestCase):
                                              ("explorer.exe", wsl, ["http://h/#a"]), ("wslview", wsl, ["http://h/#a"])):
             self.viewer(name)
             self.start_answer(name, 1 if name == "explorer.exe" else 0)
-            self.assertEqual(self.browser("http://h/#a", **environment).returncode, 0)
+            self.browser("http://h/#a", **environment, code=0)
             self.assertEqual(self.calls(name), [arguments])
         self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None, **wsl).returncode, 0, "Windows has its own display")
         # A reader for the file alone is the desktop's choice.
@@ -335,22 +284,15 @@ class Adapters(unittest.TestCase):
         self.tools("w3m")
         paged = self.dir / "paged"
         self.script("pager", f'echo "$@" >{paged}; /bin/cat >>{paged}')
-        url = f"file://{MANUAL}#context=&topic=search_path"
+        url = f"file://{MANUAL}/index.htm#context=&topic=search_path"
         remote, no_display = ["-remote", f"openURL({url},new-tab)"], {"DISPLAY": None}
         for arguments, environment, rows, is_paged in ((["--text", url], {}, 24, True), (remote, no_display, 24, True),
                                                        ([url], no_display, 24, False), (remote, no_display, 999, False)):
-            terminal, end = pty.openpty()
-            termios.tcsetwinsize(end, (rows, 80))
             paged.unlink(missing_ok=True)
-            done = subprocess.run([BUILD / "bin/olh-browser", *arguments],
-                                  env={k: v for k, v in {**self.environment, "PAGER": "pager -R", **environment}.items() if v},
-                                  stdout=end, stderr=subprocess.PIPE, timeout=30)
-            os.close(end)
-            self.assertEqual((done.returncode, done.stderr), (0, b""))
-            self.assertEqual(paged.exists(), is_paged)
-            shown = paged.read_text() if is_paged else os.read(terminal, 65536).decode()
-            os.close(terminal)
-            self.assertTrue(shown.removeprefix("-R\n").startswith("[The text of " if not environment else "[No display, so"), shown[:80])
+            shown = self.on_a_terminal(BUILD / "bin/olh-browser", *arguments, rows=rows, PAGER="pager -R", **environment)
+            self.assertEqual((paged.exists(), shown == ""), (is_paged, is_paged))
+            shown = paged.read_text().removeprefix("-R\n") if is_paged else shown
+            self.assertTrue(shown.startswith("[The text of " if not environment else "[No display, so"), shown[:80])
 
     # ---- the PDF reader ---------------------------------------------------------------------------------------
 
@@ -359,8 +301,7 @@ class Adapters(unittest.TestCase):
 
     def test_a_destination_in_every_kind_of_reader(self):
         self.tools("pdfinfo")
-        out = subprocess.run(["pdfinfo", "-dests", PDF], capture_output=True, text=True, check=True).stdout
-        page = re.search(rf'^ *(\d+) .*"{DESTINATION}"$', out, re.M).group(1)
+        page = re.search(rf'^ *(\d+) .*"{DESTINATION}"$', run("pdfinfo", "-dests", PDF), re.M).group(1)
         expected = {
             "evince": [f"--named-dest={DESTINATION}", str(PDF)],
             "okular": ["--unique", f"file://{PDF}#{DESTINATION}"],
@@ -376,7 +317,7 @@ class Adapters(unittest.TestCase):
         }
         for name, arguments in expected.items():
             self.viewer(name)
-            self.assertEqual(self.at_destination(OLH_PDF_PROGRAM=name).returncode, 0)
+            self.at_destination(OLH_PDF_PROGRAM=name, code=0)
             self.assertEqual(self.calls(name), [arguments])
         self.viewer("unheard-of")
         done = self.at_destination(OLH_PDF_PROGRAM="unheard-of")
@@ -396,14 +337,12 @@ class Adapters(unittest.TestCase):
         self.viewer("evince")
         odd = self.dir / "-a b's $x.pdf"
         shutil.copy(PDF, odd)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(self.dir)
-        self.assertEqual(self.reader(odd.name).returncode, 0)
-        self.assertEqual(self.reader().returncode, 0)
+        self.reader(odd.name, code=0)
+        self.reader(code=0)
         self.assertEqual(self.calls("evince"), [[f"./{odd.name}"], []])
-        self.assertEqual(self.reader("missing.pdf").returncode, 1)
-        self.assertEqual(self.reader("a\nb.pdf").returncode, 64)
-        self.assertEqual(self.at_destination("a\x1bb").returncode, 64)
+        self.reader("missing.pdf", code=1)
+        self.reader("a\nb.pdf", code=64)
+        self.at_destination("a\x1bb", code=64)
 
     def test_a_display_with_many_callers_is_one(self):
         self.viewer("falkon")
@@ -415,13 +354,12 @@ class Adapters(unittest.TestCase):
             caller.setblocking(False)
             if caller.connect_ex(address) != 0:
                 break
-        self.assertEqual(self.browser("http://h/").returncode, 0)
+        self.browser("http://h/", code=0)
         self.assertEqual(self.calls("falkon"), [["http://h/"]])
 
     def test_text_of_the_place(self):
         self.tools("pdfinfo", "pdftotext")
-        done = self.at_destination(DISPLAY=None)
-        self.assertEqual(done.returncode, 0, done.stderr)
+        done = self.at_destination(DISPLAY=None, code=0)
         self.assertRegex(done.stdout, r"\A\[No display, so here is the text of .*olh_manual.pdf, page \d+ of \d+\]\n")
         self.assertIn("Search path and roots", done.stdout)
 
@@ -432,7 +370,3 @@ class Adapters(unittest.TestCase):
         done = self.reader("--text", hostile)
         self.assertEqual(done.stdout, f"[The text of {hostile}, page 1 of 1]\n\n\\x1b[31mred\\x9b0m\n\f")
         self.assertIn("\\x9b", self.reader("--text", "gone\u009b").stderr)
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,14 +1,13 @@
 """olh doctor: each fault alone on a machine that is otherwise right, and what is said to mend it."""
 import json
 import shutil
-import socket
 import subprocess
-import unittest
 
-from scene import BUILD, Scene, write
+from scene import BUILD, DOCS, MANUAL, OLH, calls, needs_pdfs, write
+from verbs import Verbs
 
 
-class Doctor(Scene):
+class Doctor(Verbs):
     """The scene is a machine with everything right; its display is a socket that only answers."""
 
     def setUp(self):
@@ -16,18 +15,12 @@ class Doctor(Scene):
         self.firefox, self.evince = self.viewer("firefox-esr"), self.viewer("evince")
         for tool in ("pdfinfo", "pdftotext", "w3m"):
             self.viewer(tool)
-        display = socket.socket(socket.AF_UNIX)
-        self.addCleanup(display.close)
-        display.bind(str(self.dir / "display"))
-        display.listen()
-        for page in ("htmldocs/QEL/lib/page.js", "tomedecks/qel_td/js/page.js"):
-            write(self.docs / page)
-        self.assertEqual(self.olh("dmerge", "--quiet", str(self.docs)).returncode, 0)
+        self.listening(str(self.dir / "display"))
+        self.make_lists(self.docs)
         self.browser_adapter, self.reader_adapter = BUILD / "bin/olh-browser", BUILD / "bin/olh-pdf-reader"
-        self.variables = {"QEL_DOC_PATH": str(self.docs), "QEL_HTML_BROWSER": str(self.browser_adapter),
-                          "QEL_PDF_READER": str(self.reader_adapter), "OLH_BROWSER_PROGRAM": str(self.firefox),
-                          "OLH_PDF_PROGRAM": str(self.evince), "WAYLAND_DISPLAY": str(self.dir / "display"),
-                          "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "OLH_SYSTEM_DOC_PATH": ""}
+        self.variables |= {"QEL_HTML_BROWSER": str(self.browser_adapter), "QEL_PDF_READER": str(self.reader_adapter),
+                           "OLH_BROWSER_PROGRAM": str(self.firefox), "OLH_PDF_PROGRAM": str(self.evince),
+                           "WAYLAND_DISPLAY": str(self.dir / "display"), "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
 
     def found(self, *words, **variables):
         done = self.olh("doctor", "--json", *words, **variables)
@@ -46,27 +39,25 @@ class Doctor(Scene):
 
     def test_a_machine_with_everything_right(self):
         self.assertEqual(self.faults("guide", "intro"), [])
-        done = self.olh("doctor", "guide", "intro")
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        printed = self.answer("doctor", "guide", "intro")
         for said in (f"{self.browser_adapter} (QEL_HTML_BROWSER) opens {self.firefox} --new-tab URL (OLH_BROWSER_PROGRAM).",
                      f"{self.firefox} reads pages from the disk.", f"{self.evince} opens a PDF at a destination.", "The display answers.", "There is a session bus.",
                      f"The lists of {self.docs} are true.", 'There is a topic "intro"', "\nNothing is wrong.\n"):
-            self.assertIn(said, done.stdout)
+            self.assertIn(said, printed)
 
-    @unittest.skipUnless((BUILD / "docs/pdfdocs/olh_manual.pdf").exists(), "the documentation was built without its PDFs")
+    @needs_pdfs
     def test_the_trial_shows_the_manual_in_both_viewers(self):
-        (self.bin / "pdfinfo").unlink()
-        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
+        self.tools("pdfinfo")
         trial = [f["state"] for f in self.found("--try")["findings"] if f["step"] == "trial"]
         self.assertEqual(trial, ["ok", "ok"])
-        page, pdf = BUILD / "docs/htmldocs/olh_manual/index.htm", BUILD / "docs/pdfdocs/olh_manual.pdf"
+        page, pdf = MANUAL / "index.htm", DOCS / "pdfdocs/olh_manual.pdf"
         self.assertEqual(self.calls(self.firefox), [["--new-tab", f"file://{page}#context=&topic=quick_start"]])
         self.assertEqual(self.calls(self.evince), [["--named-dest=M8.newlink.quickstart", str(pdf)]])
 
     def test_a_machine_with_nothing(self):
-        nothing = {**{name: None for name in self.variables}, "OLH_SYSTEM_DOC_PATH": "", "PATH": "/nowhere"}
-        done = self.olh("doctor", "guide", **nothing)
-        self.assertEqual((done.returncode, done.stderr), (2, ""))
+        nothing = {**{name: None for name in self.variables}, "HOME": str(self.home), "OLH_SYSTEM_DOC_PATH": "", "PATH": "/nowhere"}
+        done = self.olh("doctor", "guide", code=2, **nothing)
+        self.assertEqual(done.stderr, "")
         for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
                      "pdfinfo is not installed", "mend with: apt-get install w3m", "qpdf is not installed; the tools that", "Without a documentation root there are no lists",
                      '"guide" cannot be found without a documentation root'):
@@ -75,13 +66,11 @@ class Doctor(Scene):
     def test_each_fault_alone(self):
         firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
-        packaged = self.bin / "packaged"
-        packaged.write_text('#!/bin/sh\nexec /snap/bin/firefox "$@"\n')
-        packaged.chmod(0o755)
+        packaged = self.script("packaged", 'exec /snap/bin/firefox "$@"')
         without_w3m = self.dir / "without_w3m"
         shutil.copytree(self.bin, without_w3m, ignore=shutil.ignore_patterns("w3m"))
-        is_built = (BUILD / "docs").exists()
-        known = f"export OLH_SYSTEM_DOC_PATH={BUILD / 'docs'}" if is_built else "export QEL_DOC_PATH=/path/to/docs"
+        is_built = DOCS.exists()
+        known = f"export OLH_SYSTEM_DOC_PATH={DOCS}" if is_built else "export QEL_DOC_PATH=/path/to/docs"
         hangs = ("browser", "problem", "may hang, or show an empty window", "olh setup")
         for wanted, variables in [
             ([("variables", "warning", "Is QEL_DOC_PATH meant", 'export QEL_DOC_PATH="$QEL_DOC_PAHT"')], {"QEL_DOC_PAHT": "x"}),
@@ -128,7 +117,7 @@ class Doctor(Scene):
         for prescribed, words in [(self.browser_adapter, f"but {firefox} is asked first"), (firefox, "may hang, or show an empty window")]:
             write(self.docs / "qel_doc_options.ini", f'QEL_HTML_BROWSER="{prescribed}"\n')
             self.assert_faults(self.faults(**none), [("browser", "problem", words, "olh setup")])
-        self.assertEqual(self.olh("setup", **none).returncode, 0)
+        self.olh("setup", code=0, **none)
         self.assertEqual(self.faults(**none), [])
 
     def test_a_reader_that_knows_only_pages_needs_pdfinfo(self):
@@ -165,7 +154,7 @@ class Doctor(Scene):
     def test_colours_only_on_a_terminal_that_wants_them(self):
         for variables, coloured in [({}, True), ({"NO_COLOR": "1"}, False), ({"NO_COLOR": ""}, True)]:
             with self.subTest(variables=variables):
-                self.assertEqual("\033[32mok" in self.on_a_terminal("doctor", **variables), coloured)
+                self.assertEqual("\033[32mok" in self.on_a_terminal(OLH, "doctor", **variables), coloured)
         self.assertNotIn("\033", self.olh("doctor").stdout)
 
     def test_roots_that_never_answer_are_named_and_left_out(self):
@@ -194,8 +183,4 @@ class Doctor(Scene):
 
     def test_nothing_is_shown_without_try(self):
         self.found("guide")
-        self.assertEqual(self.calls_with_questions(self.firefox) + self.calls_with_questions(self.evince), [])
-
-
-if __name__ == "__main__":
-    unittest.main()
+        self.assertEqual(calls(self.firefox) + calls(self.evince), [])

@@ -2,9 +2,9 @@
 import re
 import shutil
 import unicodedata
-import unittest
 
-from scene import BUILD, Scene, WebPages, write
+from scene import DOCS, OLH, WebPages, needs_docs, write
+from verbs import Verbs
 
 
 class CutShort(WebPages):
@@ -18,49 +18,38 @@ class CutShort(WebPages):
         self.close_connection = True
 
 
-class List(Scene):
-    def with_lists(self, root):
-        (root / "htmldocs/QEL/lib").mkdir(parents=True, exist_ok=True)
-        (root / "tomedecks/qel_td/js").mkdir(parents=True, exist_ok=True)
-        self.assertEqual(self.olh("dmerge", "--quiet", str(root)).returncode, 0)
-        return root
-
+class List(Verbs):
     def listed(self, *words, **variables):
         """For each root, its documents as {name: (title, kinds, the root that shadows it)}."""
         return [(root["path"], {d["name"]: (d["title"], d["kinds"], d["shadowed_by"]) for d in root["documents"]})
                 for root in self.json("list", *words, **variables)["roots"]]
 
     def test_a_directory_holds_what_the_lookups_would_find(self):
-        write(self.docs / "htmldocs/old_style/old_style.htm")
-        write(self.docs / "htmldocs/no_start_page/chapter.htm")
-        write(self.docs / "pdfdocs/guide.pdf")
-        write(self.docs / "system_admin_docs/admin.pdf")
-        write(self.docs / "pdfdocs/LOUD.PDF")
-        write(self.docs / "pdfdocs/notes.txt")
-        write(self.docs / "tomedecks/no_page_td/js/doclist.js")
-        self.with_lists(self.docs)
+        for file in ("htmldocs/old_style/old_style.htm", "htmldocs/no_start_page/chapter.htm", "pdfdocs/guide.pdf",
+                     "system_admin_docs/admin.pdf", "pdfdocs/LOUD.PDF", "pdfdocs/notes.txt", "tomedecks/no_page_td/js/doclist.js"):
+            write(self.docs / file)
+        self.make_lists(self.docs)
         self.assertEqual(self.listed(), [(str(self.docs), {
             "LOUD.PDF": (None, ["pdf"], None), "admin": (None, ["pdf"], None), "guide": ("The guide", ["html", "pdf"], None),
             "group_td": ("The group", ["portal"], None), "old_style": (None, ["html"], None),
             "paper_only": ("paper_only.pdf", ["pdf"], None)})])
 
-    @unittest.skipUnless((BUILD / "docs/index.html").exists(), "the documentation was not built")
+    @needs_docs
     def test_the_root_of_olh_itself_is_the_last_unless_that_is_refused(self):
-        own, home, other = BUILD / "docs", self.make_root("home/docs"), self.make_root("other")
+        own, home, other = DOCS, self.make_root("home/docs"), self.make_root("other")
         for system, sources in ((None, [(own, "olh")]), (str(other), [(other, "OLH_SYSTEM_DOC_PATH"), (own, "olh")]),
                                 (f"{own}:{other}", [(own, "OLH_SYSTEM_DOC_PATH"), (other, "OLH_SYSTEM_DOC_PATH")]), ("", [])):
             with self.subTest(system=system):
                 roots = self.json("paths", OLH_SYSTEM_DOC_PATH=system, QEL_HOME=str(home.parent))["roots"]
                 wanted = [(self.docs, "QEL_DOC_PATH"), (home, "QEL_HOME"), *sources]
                 self.assertEqual([(root["path"], root["source"]) for root in roots], [(str(root), by) for root, by in wanted])
-        self.assertEqual(self.olh("show", "olh_manual", "quick_start", QEL_DOC_PATH=None, OLH_SYSTEM_DOC_PATH=None).returncode, 0)
+        self.olh("show", "olh_manual", "quick_start", code=0, QEL_DOC_PATH=None, OLH_SYSTEM_DOC_PATH=None)
         self.assertIn(f"{own}/htmldocs/olh_manual/index.htm", self.opened()[0])
 
     def test_a_start_page_that_no_lookup_knows_is_named(self):
         write(self.docs / "htmldocs/nearly/index.html")
-        for words, code in ((["list"], 0), (["where", "nearly"], 4), (["show", "nearly.pdf"], 4), (["check", str(self.docs)], 2)):
-            done = self.olh(*words)
-            self.assertEqual(done.returncode, code)
+        for words, code in (("list", 0), ("where nearly", 4), ("show nearly.pdf", 4), (f"check {self.docs}", 2)):
+            done = self.olh(*words.split(), code=code)
             self.assertRegex(done.stdout + done.stderr, "htmldocs/nearly(: | is not listed: it | )has a start page index.html, which")
 
     def test_titles_and_names_do_not_play_with_the_terminal(self):
@@ -69,11 +58,11 @@ class List(Scene):
         table = f'QELAddBookVar("DocTitle","{title}");\nQELAddTopic(["place","place.htm","{title}"]);\n'
         write(self.docs / "htmldocs/guide/QELdata/QELAllData.js", table)
         write(self.docs / "pdfdocs/two\nlines\033[2J.pdf")
-        self.with_lists(self.docs)
+        self.make_lists(self.docs)
         for words in (["list"], ["list", "--names"], ["topics", "guide"], ["where", "guide"], ["check", str(self.docs)]):
             with self.subTest(words=words):
                 done = self.olh(*words)
-                for text in (done.stdout, done.stderr, self.on_a_terminal(*words).replace("\r\n", "\n")):
+                for text in (done.stdout, done.stderr, self.on_a_terminal(OLH, *words).replace("\r\n", "\n")):
                     ours = re.sub(r"\033\[(1|0)m", "", text)
                     self.assertEqual([c for c in ours if c != "\n" and unicodedata.category(c) == "Cc"], [])
                     self.assertNotIn("two\n", ours)
@@ -90,11 +79,9 @@ class List(Scene):
 
     def test_what_is_not_shadowed_is_what_a_help_call_shows(self):
         other = self.make_root("other")
-        write(self.docs / "pdfdocs/apart.pdf")
-        write(other / "htmldocs/apart/index.htm")
-        write(other / "pdfdocs/guide.pdf")
-        write(other / "pdfdocs/more.pdf")
-        write(other / "htmldocs/group_td/index.htm")
+        for file in (self.docs / "pdfdocs/apart.pdf", other / "htmldocs/apart/index.htm", other / "pdfdocs/guide.pdf",
+                     other / "pdfdocs/more.pdf", other / "htmldocs/group_td/index.htm"):
+            write(file)
         for order in ("html", "pdf"):
             surroundings = {"QEL_DOC_PATH": f"{self.docs}:{other}", "QEL_DOC_TYPE": order}
             roots = self.listed(**surroundings)
@@ -109,7 +96,7 @@ class List(Scene):
 
     def test_a_web_root_is_told_by_its_lists(self):
         write(self.docs / "pdfdocs/guide.pdf")
-        url = self.serve(self.with_lists(self.docs))
+        url = self.serve(self.make_lists(self.docs))
         known = {"guide": ("The guide", ["html", "pdf"], None), "paper_only": ("paper_only.pdf", ["pdf"], None)}
         group = {"group_td": ("The group", ["portal"], None)}
         self.assertEqual(self.listed(QEL_DOC_PATH=url), [(url, {**known, **group})])
@@ -132,20 +119,15 @@ class List(Scene):
         self.assertEqual(self.olh("list", "--names", **both).stdout, "group_td\nguide\npaper_only\ntwo words\n")
         for kind, names in (("html", "guide\n"), ("pdf", "paper_only\ntwo words\n"), ("portal", "group_td\n")):
             self.assertEqual(self.olh("list", "--names", "--kind", kind, **both).stdout, names)
-        self.assertEqual(self.olh("list", "--kind", "video").returncode, 64)
+        self.olh("list", "--kind", "video", code=64)
 
     def test_without_a_root(self):
-        done = self.olh("list", "--root", str(self.dir / "missing"), QEL_DOC_PATH=None)
-        self.assertEqual((done.returncode, done.stdout), (4, ""))
+        done = self.complains(f"list --root {self.dir}/missing", 4, "no documentation root is known", QEL_DOC_PATH=None)
+        self.assertEqual(done.stdout, "")
         self.assertIn(f"--root {self.dir}/missing is no documentation root: it does not exist", done.stderr)
-        self.assertIn("no documentation root is known", done.stderr)
 
     def test_what_the_ini_reader_quotes_cannot_play_with_the_terminal(self):
         write(self.docs / "qel_doc_options.ini", "\033]0;title\a no key\n")
         done = self.olh("version")
         self.assertIn("-> \\x1b]0;title\\x07 no key\n", done.stderr)
         self.assertNotIn("\033", done.stderr)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,25 +1,14 @@
 """olh topics: the tags of a document, as the lookups and the PDF reader's command line take them."""
-import shutil
-import subprocess
-import unittest
+from pathlib import Path
 
-from scene import BUILD, PROJECT, Scene, write
-
-PDF = """%PDF-1.4
-1 0 obj << /Type /Catalog /Pages 2 0 R /Names << /Dests << /Names [
-  (M8.newlink.Setting.Up) [5 0 R /Fit] (M8.newlink.intro) [4 0 R /XYZ 0 9 null] (M8.newlink.not_a_tag) [4 0 R /Fit]
-  (chapter.1) [4 0 R /Fit] ] >> >> >> endobj
-2 0 obj << /Type /Pages /Kids [4 0 R 5 0 R] /Count 2 >> endobj
-4 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >> endobj
-5 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >> endobj
-trailer << /Root 1 0 R >>
-"""
+from scene import OLH, PDF, PROJECT, write
+from verbs import Verbs
 
 
-class Topics(Scene):
+class Topics(Verbs):
     def setUp(self):
         super().setUp()
-        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
+        self.tools("pdfinfo")
 
     def listed(self, document, **variables):
         return [(t["tag"], t["page"], t["title"]) for t in self.json("topics", document, **variables)["topics"]]
@@ -31,8 +20,8 @@ class Topics(Scene):
         wanted = [("Setting Up", "up.htm", "Setting up"), ("bare", None, None), ("open", "half", None)]
         self.assertEqual(self.listed("guide"), wanted)
         for tag, _, _ in wanted:
-            self.assertEqual(self.olh("test", "guide", tag).returncode, 0, tag)
-        self.assertEqual(self.olh("test", "guide", "indented").returncode, 6)
+            self.olh("test", "guide", tag, code=0)
+        self.olh("test", "guide", "indented", code=6)
         self.assertEqual(self.listed("guide", QEL_DOC_PATH=self.serve(self.docs)), wanted)
         self.assertEqual(self.olh("topics", "--names", "guide").stdout, "Setting Up\nbare\nopen\n")
         self.assertTrue(self.olh("topics", "guide").stdout.startswith("'Setting Up'  up.htm  Setting up\n"))
@@ -41,7 +30,7 @@ class Topics(Scene):
         title, tag = "A title of many words that goes on " * 2, "a_tag_that_is_longer_than_half_of_the_screen"
         write(self.docs / "htmldocs/guide/QELdata/QELAllData.js",
               f'QELAddTopic(["short","short.htm","{title}"]);\nQELAddTopic(["{tag}","long.htm","Long"]);\n')
-        self.assertEqual(self.on_a_terminal("topics", "guide", columns=60).split("\r\n"), [
+        self.assertEqual(self.on_a_terminal(OLH, "topics", "guide", columns=60).split("\r\n"), [
             "short  short.htm  A title of many words that goes on A title",
             "                  of many words that goes on", tag, "       long.htm   Long", ""])
         self.assertIn(title.strip() + "\n", self.olh("topics", "guide").stdout)
@@ -72,17 +61,10 @@ class Topics(Scene):
             ("", 3, "a document's name is needed", {}),
         ]:
             with self.subTest(document=document, **variables):
-                done = self.olh("topics", document, **variables)
-                self.assertEqual((done.returncode, done.stdout), (code, ""))
-                self.assertIn(sentence, done.stderr)
+                self.assertEqual(self.complains(f"topics '{document}'", code, sentence, **variables).stdout, "")
                 self.assertEqual(self.json("topics", document, code=code, **variables)["topics"], None)
 
     def test_the_completions_offer_them(self):
         candidates = PROJECT / "share/completions/candidates.sh"
-        offered = subprocess.run(["sh", candidates, str(BUILD / "bin/olh"), "test", "guide", ""], capture_output=True, text=True,
-                                 env={"PATH": "/usr/bin:/bin", "HOME": str(self.home), **self.variables}, check=True).stdout
+        offered = self.run_program(Path("/bin/sh"), candidates, OLH, "test", "guide", "", code=0, PATH="/usr/bin:/bin").stdout
         self.assertEqual(offered, "intro\nsetting_up\n")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -6,58 +6,50 @@ import shlex
 import shutil
 import stat
 import subprocess
-import unittest
 
-from scene import BUILD, Scene, write
+from scene import BUILD, DOCS, needs_docs, write
+from verbs import Verbs
 
 
-@unittest.skipUnless((BUILD / "docs/index.html").exists(), "the documentation was not built")
-class New(Scene):
+@needs_docs
+class New(Verbs):
     def setUp(self):
         super().setUp()
         self.root = self.dir / "new root"
         self.manual = self.root / "htmldocs/handbook"
 
     def make(self, *words):
-        done = self.olh("new", *words, str(self.root), "handbook")
-        self.assertEqual(done.returncode, 0, done.stderr)
-        return done
+        return self.olh("new", *words, self.root, "handbook", code=0).stdout
 
     def files(self):
         return {path: path.read_bytes() for path in self.dir.rglob("*") if path.is_file()}
 
     def pdfs(self):
-        return [pdf for pdf in (BUILD / "docs/pdfdocs").glob("qeldoc_notfound.pdf")]
+        return [pdf for pdf in (DOCS / "pdfdocs").glob("qeldoc_notfound.pdf")]
 
     def refused(self, code, reason, *words):
         before = self.files(), sorted(self.dir.rglob("*"))
-        done = self.olh("new", *words)
-        self.assertEqual((done.returncode, done.stdout), (code, ""), done.stderr)
-        self.assertIn(reason, done.stderr)
+        self.assertEqual(self.complains(shlex.join(["new", *words]), code, reason).stdout, "")
         self.assertEqual((self.files(), sorted(self.dir.rglob("*"))), before)
 
     def test_the_root_is_clean_and_the_manual_opens(self):
         self.make("--title", "Tom's handbook (R+D)")
-        done = self.olh("check", str(self.root))
-        self.assertEqual((done.returncode, done.stdout),
-                         (0, f"{self.root}: 2 manuals, {len(self.pdfs())} PDF{'' if self.pdfs() else 's'}, 1 portal; nothing to "
-                             "complain about.\n"))
-        shown = self.json("show", "--print", "--root", str(self.root), "handbook", "first-topic")
+        self.assertEqual(self.olh("check", self.root, code=0).stdout, f"{self.root}: 2 manuals, {len(self.pdfs())} "
+                         f"PDF{'' if self.pdfs() else 's'}, 1 portal; nothing to complain about.\n")
+        shown = self.json("show", "--print", "--root", self.root, "handbook", "first-topic")
         self.assertTrue(shown["url"].endswith("/handbook/index.htm#context=&topic=first-topic"), shown)
-        self.assertEqual(self.olh("show", "--root", str(self.root), "handbook").returncode, 0)
+        self.olh("show", "--root", self.root, "handbook", code=0)
         self.assertIn("/htmldocs/handbook/index.htm", self.opened()[0])
-        titles = self.olh("list", "--root", str(self.root)).stdout
-        self.assertIn("Tom's handbook (R+D)", titles)
+        self.assertIn("Tom's handbook (R+D)", self.olh("list", "--root", self.root).stdout)
         self.assertIn("<h1>Tom's handbook (R+D)</h1>", (self.manual / "index.htm").read_text())
 
     def test_every_topic_of_the_table_is_found_and_has_its_page(self):
         self.make()
-        topics = self.json("topics", "--root", str(self.root), "handbook")["topics"]
+        topics = self.json("topics", "--root", self.root, "handbook")["topics"]
         self.assertGreaterEqual(len(topics), 2)
         for topic in topics:
             with self.subTest(topic=topic):
-                tested = self.olh("test", "--root", str(self.root), "handbook", topic["tag"])
-                self.assertEqual(tested.returncode, 0, tested.stderr)
+                self.olh("test", "--root", self.root, "handbook", topic["tag"], code=0)
                 self.assertIn(f'id="{topic["tag"]}"', (self.manual / topic["page"]).read_text())
 
     def test_nothing_of_the_projects_own_manual_and_nothing_unfilled_is_left(self):
@@ -79,9 +71,9 @@ class New(Scene):
             self.assertEqual(stat.S_IMODE(path.stat().st_mode), wanted, path)
 
     def test_the_answers_lead_on(self):
-        done = self.make()
+        printed = self.make()
         for told in (f"olh check '{self.root}'", f"olh show --root '{self.root}' handbook", str(self.manual)):
-            self.assertIn(told, done.stdout)
+            self.assertIn(told, printed)
         self.assertEqual(self.json("new", "docs", "book", code=5)["result"], 5)
         answer = self.json("new", "third/", "book")
         self.assertEqual(answer, {"root": str(self.dir / "third"), "name": "book", "title": "book", "result": 0,
@@ -91,29 +83,21 @@ class New(Scene):
         for is_there in (True, False):
             with self.subTest(is_there=is_there):
                 place = self.dir / f"with_{is_there}"
-                (place / "bin").mkdir(parents=True)
-                shutil.copy(BUILD / "bin/olh", place / "bin")
                 for name in ("docs", "new_manual"):
                     shutil.copytree(BUILD / name, place / name, ignore=shutil.ignore_patterns("*.pdf"))
                 if is_there:
                     write(place / "docs/pdfdocs/qeldoc_notfound.pdf", "%PDF-1.5\n")
-                root = place / "root"
-                done = self.run_program(place / "bin/olh", "new", str(root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
-                self.assertEqual(done.returncode, 0, done.stderr)
-                self.assertEqual((root / "pdfdocs/qeldoc_notfound.pdf").exists(), is_there)
-                self.assertEqual("built without PDFs" in done.stdout, not is_there)
+                printed = self.olh_in(place / "bin", "new", place / "root", "handbook", code=0).stdout
+                self.assertEqual((place / "root/pdfdocs/qeldoc_notfound.pdf").exists(), is_there)
+                self.assertEqual("built without PDFs" in printed, not is_there)
 
     def test_the_command_for_the_search_text_is_that_of_this_installation(self):
         place = self.dir / "a place & more"
-        (place / "bin").mkdir(parents=True)
-        shutil.copy(BUILD / "bin/olh", place / "bin")
+        place.mkdir()
         for name in ("docs", "new_manual"):
             (place / name).symlink_to(BUILD / name)
-        (place / "tools").mkdir()
-        for tool in (BUILD / "tools").glob("*.py"):
-            shutil.copy(tool, place / "tools")
-        done = self.run_program(place / "bin/olh", "new", str(self.root), "handbook", LD_LIBRARY_PATH=str(BUILD / "lib"))
-        self.assertEqual(done.returncode, 0, done.stderr)
+        shutil.copytree(BUILD / "tools", place / "tools", ignore=lambda _, names: [name for name in names if not name.endswith(".py")])
+        self.olh_in(place / "bin", "new", self.root, "handbook", code=0)
         page = (self.manual / "topic-table.htm").read_text()
         command = html.unescape(re.search(r"<pre>(python3 .*search_text.*)</pre>", page)[1])
         table = self.manual / "QELdata/QELSearchText.js"
@@ -136,16 +120,15 @@ class New(Scene):
         page = write(self.docs / "htmldocs/QEL/lib/manual.js", "/* another frame */")
         listed = write(self.docs / "tomedecks/qel_td/js/doclist.js", "// by hand")
         before = {path: content for path, content in self.files().items() if path.is_relative_to(self.docs)}
-        done = self.olh("new", "--title", "One more", "docs", "handbook")
-        self.assertEqual(done.returncode, 0, done.stderr)
-        self.assertIn(f'{listed} has this line: List.fAddItem( "One more", "handbook" );', done.stdout)
+        self.assertIn(f'{listed} has this line: List.fAddItem( "One more", "handbook" );',
+                      self.olh("new", "--title", "One more", "docs", "handbook", code=0).stdout)
         self.assertEqual({path: path.read_bytes() for path in before}, before)
         self.assertTrue((page.parent / "page.js").exists())
         self.assertEqual(self.json("list")["roots"][0]["documents"][-2]["title"], "One more")
-        self.assertEqual(self.olh("test", "handbook", "first-topic").returncode, 0)
+        self.olh("test", "handbook", "first-topic", code=0)
         self.assertEqual(list(self.docs.rglob(".olh-new*")), [])
         (self.dir / "papers/pdfdocs").mkdir(parents=True)
-        self.assertEqual(self.olh("new", "papers", "handbook").returncode, 0)
+        self.olh("new", "papers", "handbook", code=0)
 
     def test_a_parent_that_takes_no_directory(self):
         write(self.dir / "file")
@@ -166,11 +149,5 @@ class New(Scene):
                 self.refused(64, "ROOT", root, "handbook")
 
     def test_without_the_pages_it_says_what_is_missing(self):
-        done = self.olh_alone("new", str(self.root), "handbook")
-        self.assertEqual(done.returncode, 4, done.stderr)
-        self.assertIn("olh-doc", done.stderr)
+        self.assertIn("olh-doc", self.olh_in(self.dir / "alone", "new", self.root, "handbook", code=4).stderr)
         self.assertFalse(self.root.exists())
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,29 +1,27 @@
 """A FIFO, a device without end or a directory in the place of a file that olh or an adapter reads: it is named and not read."""
 import contextlib
 import os
-import shutil
-import unittest
 
-from check.check_test import DOCLIST, OPTIONS, PDF, TABLE
+from check.check_test import DOCLIST, OPTIONS, TABLE
 from lists.dmerge_test import LISTS
-from scene import BUILD, RECORDER, Scene, write
+from scene import BUILD, PDF, RECORDER, write
+from verbs import Verbs
 
 ODD = {"a FIFO": os.mkfifo, "a link to /dev/zero": lambda path: path.symlink_to("/dev/zero"), "a directory": os.mkdir}
 SOURCE = "tomedecks/qel_td/js/tdklist.js"
 
 
-class OddFiles(Scene):
+class OddFiles(Verbs):
     def setUp(self):
         super().setUp()
-        (self.bin / "pdfinfo").symlink_to(shutil.which("pdfinfo"))
-        for name in ("htmldocs/QEL/lib/page.js", "tomedecks/qel_td/js/page.js", OPTIONS):
-            write(self.docs / name)
+        self.tools("pdfinfo")
+        write(self.docs / OPTIONS)
         for name in ("guide", "paper_only"):
             write(self.docs / f"pdfdocs/{name}.pdf", PDF)
         write(self.home / ".qel_viewer_config.ini")
         write(self.dir / "tags", "guide\n")
         write(self.browser.with_name("web.log"))
-        self.assertEqual(self.olh("dmerge", "--quiet").returncode, 0)
+        self.make_lists(self.docs)
 
     def rows(self):
         """The file, what reads it, and what is said of it."""
@@ -63,7 +61,3 @@ class OddFiles(Scene):
                     done = self.olh(*words) if isinstance(words[0], str) else self.run_program(*words)
                     self.assertIn(said, done.stdout + done.stderr)
                     self.assertGreaterEqual(done.returncode, 0)
-
-
-if __name__ == "__main__":
-    unittest.main()

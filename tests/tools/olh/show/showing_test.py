@@ -1,12 +1,12 @@
 """olh search, portal and bookcase: what reaches the viewer, what --print tells, and what is said of a failure."""
 import json
 import time
-import unittest
 
-from scene import BUILD, Scene, write
+from scene import BUILD, cached, calls, write
+from verbs import Verbs
 
 
-class Showing(Scene):
+class Showing(Verbs):
     def test_each_verb_hands_its_page_to_the_browser(self):
         base = f"file://{self.docs}"
         for words, url in [
@@ -21,14 +21,12 @@ class Showing(Scene):
                 printed = self.json(*words, "--print")
                 self.assertEqual((printed["url"], printed["root"]), (url, str(self.docs)))
                 self.assertNotIn(url, self.opened())  # nothing was started
-                done = self.olh(*words)
-                self.assertEqual((done.returncode, done.stderr), (0, ""))
-                self.assertIn(str(self.browser), done.stdout)
+                self.assertIn(str(self.browser), self.answer(*words))
                 self.assertEqual(self.opened()[-1], url)
 
     def test_a_search_of_the_support_portal_needs_no_root(self):
         done = self.olh("search", "x", "orvane", QEL_DOC_PATH=None)
-        if "OLH_SUPPORT_PORTAL_URL:STRING=\n" in (BUILD / "CMakeCache.txt").read_text():
+        if not cached("OLH_SUPPORT_PORTAL_URL"):
             self.assertEqual((done.returncode, done.stdout, self.opened()), (4, "", []))
             self.assertIn("the library was built without one", done.stderr)
         else:
@@ -48,37 +46,33 @@ class Showing(Scene):
     def test_the_exit_code_is_the_results_and_a_sentence_says_why(self):
         evince = {"QEL_PDF_READER": str(self.viewer("evince"))}
         for words, code, sentence, variables in [
-            (["search", ""], 3, "words to search for are needed", {}),
-            (["search", "x", "paper_only"], 4, '"paper_only" is a PDF, which cannot be searched', {}),
-            (["search", "x", "missing"], 4, 'no document "missing" below', {}),
-            (["search", "x"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
-            (["portal", "missing_td"], 4, "there is no tomedecks/missing_td/index.html below", {}),
-            (["portal"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
-            (["bookcase"], 4, "no pdfdocs/_bk_qel.pdf or system_admin_docs/_bk_qel.pdf below", {}),
-            (["show", "guide"], 2, "would not show it", {"QEL_HTML_BROWSER": str(self.viewer("firefox-esr"))}),
-            (["show", "paper_only", "place"], 2, "refuses the PDF. So nothing is started", evince),
-            (["search"], 64, "QUERY", {}),
-            (["portal", "--json"], 64, "--print", {}),
+            ("search ''", 3, "words to search for are needed", {}),
+            ("search x paper_only", 4, '"paper_only" is a PDF, which cannot be searched', {}),
+            ("search x missing", 4, 'no document "missing" below', {}),
+            ("search x", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            ("portal missing_td", 4, "there is no tomedecks/missing_td/index.html below", {}),
+            ("portal", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            ("bookcase", 4, "no pdfdocs/_bk_qel.pdf or system_admin_docs/_bk_qel.pdf below", {}),
+            ("show guide", 2, "would not show it", {"QEL_HTML_BROWSER": str(self.viewer("firefox-esr"))}),
+            ("show paper_only place", 2, "refuses the PDF. So nothing is started", evince),
+            ("search", 64, "QUERY", {}),
+            ("portal --json", 64, "--print", {}),
         ]:
             with self.subTest(words=words):
-                done = self.olh(*words, **variables)
-                self.assertEqual(done.returncode, code, done.stdout + done.stderr)
-                self.assertIn(sentence, done.stderr)
-                self.assertNotIn("Shown", done.stdout)
+                self.assertNotIn("Shown", self.complains(words, code, sentence, **variables).stdout)
 
     def test_a_viewer_that_would_show_nothing_is_not_started(self):
         firefox, evince = self.viewer("firefox-esr"), self.viewer("evince")
         chosen = {"QEL_HTML_BROWSER": str(firefox), "QEL_PDF_READER": str(evince)}
         self.assertEqual(self.json("show", "guide", "--print", code=2, **chosen)["result"], 2)
-        for words, code in ((["show", "guide"], 2), (["show", "paper_only", "place"], 2), (["show", "paper_only"], 0),
-                            (["portal", "missing_td"], 4)):
-            self.assertEqual(self.olh(*words, **chosen).returncode, code, words)
-        self.assertEqual((self.calls_with_questions(firefox), self.calls(evince)), ([], [[str(self.docs / "pdfdocs/paper_only.pdf")]]))
+        for words, code in (("show guide", 2), ("show paper_only place", 2), ("show paper_only", 0), ("portal missing_td", 4)):
+            self.olh(*words.split(), code=code, **chosen)
+        self.assertEqual((calls(firefox), self.calls(evince)), ([], [[str(self.docs / "pdfdocs/paper_only.pdf")]]))
 
     def test_what_a_terminal_without_a_display_shows(self):
         write(self.docs / "tomedecks/group_td/js/doclist.js", 'List.fAddItem( "The guide", "guide" );\nList.fAddItem( "Paper", "paper_only" );\n')
-        for name, text in (("pdftotext", "echo a page"), ("w3m", "echo a page")):
-            write(self.bin / name, f"#!/bin/sh\n{text}\n").chmod(0o755)
+        for name in ("pdftotext", "w3m"):
+            self.script(name, "echo a page")
         adapters = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "QEL_PDF_READER": str(BUILD / "bin/olh-pdf-reader"),
                     "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None, "PATH": f"{self.bin}:/usr/bin:/bin"}
         for words, code, shown in (
@@ -88,8 +82,7 @@ class Showing(Scene):
                 ("show guide", 0, r"\[No display, so here is the text of .*\]\n\na page\nShown: "),
                 ("bookcase paper_only", 0, r"\[The text of .*/paper_only.pdf, page 1.*\]\n\na page\nShown: ")):
             begin = time.monotonic()
-            done = self.olh(*words.split(), **adapters)
-            self.assertEqual(done.returncode, code, done.stdout + done.stderr)
+            done = self.olh(*words.split(), code=code, **adapters)
             self.assertRegex(done.stdout, rf"\A{shown}")
             self.assertEqual("cannot be shown as text yet" in done.stderr, code == 2)
             self.assertLess(time.monotonic() - begin, 1.9, "nobody looks after a start for two seconds")
@@ -100,10 +93,8 @@ class Showing(Scene):
         for words, adapter in (("show guide", "olh-browser"), ("show missing", None), ("bookcase paper_only", "olh-pdf-reader")):
             printed = json.loads(self.olh(*words.split(), "--print", "--json", **nobody).stdout)
             self.assertEqual(printed["viewer"]["program"], adapter and str(BUILD / "bin" / adapter))
-        self.viewer("w3m").write_text("#!/bin/sh\necho The text\n")
-        done = self.olh("show", "guide", **nobody)
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
-        self.assertIn("The text", done.stdout)
+        self.script("w3m", "echo The text")
+        self.assertIn("The text", self.answer("show", "guide", **nobody))
 
     def test_the_substitute_is_named(self):
         write(self.docs / "htmldocs/qel_html_help/index.htm")
@@ -130,9 +121,7 @@ class Showing(Scene):
 
     def test_without_any_portal_everything_cannot_be_searched(self):
         (self.docs / "tomedecks/index.html").unlink()
-        done = self.olh("search", "--print", "x")
-        self.assertEqual((done.returncode, done.stdout), (4, ""))
-        self.assertIn("Name an HTML manual to search in", done.stderr)
+        self.assertEqual(self.complains("search --print x", 4, "Name an HTML manual to search in").stdout, "")
 
     def test_the_viewer_that_a_tree_prescribes_shows_its_portal_but_not_its_search(self):
         other = self.viewer("tree_web", running=True)
@@ -140,7 +129,3 @@ class Showing(Scene):
         for words, program, code in [(["portal"], other, 0), (["search", "x"], BUILD / "bin/olh-browser", 2)]:  # no display
             printed = self.json(*words, "--print", code=code, QEL_HTML_BROWSER=None)
             self.assertEqual((printed["viewer"]["program"], printed["asked_whether_it_runs"]), (str(program), str(program)))
-
-
-if __name__ == "__main__":
-    unittest.main()

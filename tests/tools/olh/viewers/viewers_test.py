@@ -1,10 +1,9 @@
 """olh viewers: which place wins, what is said of each, and what set and forget write."""
-import unittest
+from scene import BUILD, calls
+from verbs import Verbs
 
-from scene import BUILD, Scene
 
-
-class Viewers(Scene):
+class Viewers(Verbs):
     def setUp(self):
         super().setUp()
         self.file = self.home / ".qel_viewer_config.ini"
@@ -45,7 +44,7 @@ class Viewers(Scene):
                                 ({"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser")}, False)]:
             with self.subTest(variables=variables):
                 self.assertIs(self.json("viewers", **variables)["browser"]["running"], runs)
-        self.assertEqual(self.calls_with_questions(stock) + self.calls_with_questions(self.browser), [])
+        self.assertEqual(calls(stock) + calls(self.browser), [])
         self.assertIn("may hang, or show an empty window", self.olh("viewers", QEL_HTML_BROWSER=str(stock)).stderr)
 
     def test_what_an_adapter_opens(self):
@@ -57,14 +56,11 @@ class Viewers(Scene):
         self.assertIn("nothing: it finds no program", said)
 
     def test_a_choice_is_stored_and_forgotten_in_the_users_file(self):
-        done = self.olh("viewers", "set", "browser", "other")
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
-        self.assertIn(f"now {self.other}, written to {self.file} (before: {self.browser} (QEL_HTML_BROWSER))", done.stdout)
+        self.assertIn(f"now {self.other}, written to {self.file} (before: {self.browser} (QEL_HTML_BROWSER))",
+                      self.answer("viewers", "set", "browser", "other"))
         self.assertEqual(self.winner()[:2], ("option_file", str(self.other)))
-        done = self.olh("viewers", "set", "browser", "other")
-        self.assertIn("already; nothing is written", done.stdout)
-        done = self.olh("viewers", "forget", "browser")
-        self.assertIn(f"is now {self.browser}, from QEL_HTML_BROWSER", done.stdout)
+        self.assertIn("already; nothing is written", self.olh("viewers", "set", "browser", "other").stdout)
+        self.assertIn(f"is now {self.browser}, from QEL_HTML_BROWSER", self.olh("viewers", "forget", "browser").stdout)
         self.assertEqual(self.winner()[0], "variable")
         self.assertIn("nothing is written", self.olh("viewers", "forget", "browser").stdout)
 
@@ -80,40 +76,29 @@ class Viewers(Scene):
 
     def test_a_program_that_needs_an_adapter_is_stored_with_a_note(self):
         self.viewer("evince")
-        done = self.olh("viewers", "set", "pdf", "evince")
-        self.assertEqual(done.returncode, 0)
-        self.assertIn("'olh setup' puts olh-pdf-reader in its place. It then opens evince with OLH_PDF_PROGRAM=evince", done.stderr)
+        self.complains("viewers set pdf evince", 0,
+                       "'olh setup' puts olh-pdf-reader in its place. It then opens evince with OLH_PDF_PROGRAM=evince")
 
     def test_refusals_change_nothing(self):
         spoilt = "no key here\n"
         for words, code, sentence, variables in [
-            (["set", "browser", "missing"], 7, '"missing" is in no directory of PATH', {}),
-            (["set", "browser", "/missing"], 7, '"/missing" is no executable', {}),
-            (["set", "pdf", "other", "--tree"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
-            (["forget", "pdf", "--tree"], 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
-            (["set", "word", "other"], 64, "word", {}),
-            (["set", "browser"], 64, "PROGRAM", {}),
+            ("set browser missing", 7, '"missing" is in no directory of PATH', {}),
+            ("set browser /missing", 7, '"/missing" is no executable', {}),
+            ("set pdf other --tree", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            ("forget pdf --tree", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
+            ("set word other", 64, "word", {}),
+            ("set browser", 64, "PROGRAM", {}),
         ]:
             with self.subTest(words=words):
-                done = self.olh("viewers", *words, **variables)
-                self.assertEqual(done.returncode, code, done.stdout + done.stderr)
-                self.assertIn(sentence, done.stderr)
+                self.complains(f"viewers {words}", code, sentence, **variables)
         self.assertFalse(self.file.exists() or self.tree_file.exists())
-        for file, words in [(self.file, []), (self.tree_file, ["--tree"])]:
+        for file, option in [(self.file, ""), (self.tree_file, "--tree")]:
             file.write_text(spoilt)
-            for change in (["set", "browser", "other"], ["forget", "browser"]):
-                done = self.olh("viewers", *change, *words)
-                self.assertEqual(done.returncode, 5)
-                self.assertIn(f"{file}, line 1", done.stderr)
+            for change in ("set browser other", "forget browser"):
+                self.complains(f"viewers {change} {option}", 5, f"{file}, line 1")
             self.assertEqual(file.read_text(), spoilt)
 
     def test_a_trees_file_that_cannot_be_written(self):
         self.tree_file.write_text("# nothing yet\n")
         (self.docs / "qel_doc_options.ini.new").mkdir()
-        done = self.olh("viewers", "set", "browser", "other", "--tree")
-        self.assertEqual(done.returncode, 5)
-        self.assertIn(f"{self.tree_file} could not be written", done.stderr)
-
-
-if __name__ == "__main__":
-    unittest.main()
+        self.complains("viewers set browser other --tree", 5, f"{self.tree_file} could not be written")

@@ -1,6 +1,5 @@
 """What the tests of the pages share: the documentation root on the disk and behind a stock nginx that runs with the
-configuration of the manual, one Chromium, and olh with a recording browser. The build directory is the first argument.
-"""
+configuration of the manual, one Chromium, and olh with a recording browser."""
 import html
 import json
 import os
@@ -8,17 +7,10 @@ import re
 import shutil
 import socket
 import subprocess
-import sys
-import tempfile
-import time
 import unittest
-from pathlib import Path
 
 from chromium import Browser
-
-BUILD = Path(sys.argv.pop(1)).resolve()
-DOCS = BUILD / "docs"
-MANUAL = DOCS / "htmldocs/olh_manual"
+from scene import DOCS, ENVIRONMENT, MANUAL, OLH, RECORDER, calls, run, scratch, wait_until
 
 AROUND = """
 {user} daemon off; worker_processes 1; pid {dir}/nginx.pid; error_log {dir}/error.log;
@@ -45,15 +37,13 @@ def free_port():
         return probe.getsockname()[1]
 
 
-class Scene(unittest.TestCase):
+class Pages(unittest.TestCase):
     """`browser`, and the addresses of the documentation root: `disk`, `web`, and `below`, a path of the same server."""
 
     @classmethod
     def setUpClass(cls):
-        cls.dir = Path(tempfile.mkdtemp(prefix="olh-pages-")).resolve()
-        cls.addClassCleanup(shutil.rmtree, cls.dir, ignore_errors=True)
-        cls.recorder = cls.dir / "web_browser"
-        shutil.copy(BUILD / "bin/olh-recorder", cls.recorder)
+        cls.dir = scratch(cls.addClassCleanup)
+        cls.recorder = shutil.copy(RECORDER, cls.dir / "web_browser")
         cls.disk = DOCS.as_uri()
         cls.port = free_port()
         cls.web = f"http://127.0.0.1:{cls.port}"
@@ -76,26 +66,21 @@ class Scene(unittest.TestCase):
         nginx = subprocess.Popen(["/usr/sbin/nginx", "-p", cls.dir, "-c", config, "-e", cls.dir / "error.log"])
         cls.addClassCleanup(nginx.wait)
         cls.addClassCleanup(nginx.terminate)
-        for _ in range(200):
-            with socket.socket() as probe:
-                if probe.connect_ex(("127.0.0.1", cls.port)) == 0:
-                    return
-            if nginx.poll() is not None:
-                break
-            time.sleep(0.05)
-        raise AssertionError("nginx does not answer: " + (cls.dir / "error.log").read_text())
+        wait_until(lambda: cls.answers() or nginx.poll() is not None)
+        assert cls.answers(), "nginx does not answer: " + (cls.dir / "error.log").read_text()
+
+    @classmethod
+    def answers(cls):
+        with socket.socket() as probe:
+            return probe.connect_ex(("127.0.0.1", cls.port)) == 0
 
     def address(self, root, *arguments, exit_code=0):
         """What the browser is handed by olh with these arguments, below this root (a directory or http:// URL)."""
-        recorder = BUILD / "bin/olh-recorder"
         for words in (["clear", self.recorder], ["answer", self.recorder, "ping", "0"]):  # it runs, so it gets the URL at once
-            subprocess.run([recorder, *words], check=True)
-        environment = {name: value for name, value in os.environ.items() if not re.match("QEL_|OLH_|TRV_", name)}
-        environment |= {"HOME": str(self.dir), "QEL_DOC_PATH": root, "QEL_HTML_BROWSER": str(self.recorder)}
-        done = subprocess.run([BUILD / "bin/olh", *arguments], capture_output=True, text=True, env=environment)
-        self.assertEqual(done.returncode, exit_code, f"{arguments}: {done.stdout}{done.stderr}")
-        calls = json.loads(subprocess.run([recorder, "show", "--json", self.recorder], capture_output=True, check=True).stdout)
-        return re.fullmatch(r"openURL\((.*),new-tab\)", calls[-1]["arguments"][-1])[1]
+            run(RECORDER, *words)
+        run(OLH, *arguments, code=exit_code,
+            env={**ENVIRONMENT, "HOME": str(self.dir), "QEL_DOC_PATH": root, "QEL_HTML_BROWSER": str(self.recorder)})
+        return re.fullmatch(r"openURL\((.*),new-tab\)", calls(self.recorder)[-1][-1])[1]
 
     def heading(self, text):
         """Waits until this is the heading that a person sees."""
