@@ -7,7 +7,7 @@ import re
 import sys
 from pathlib import Path
 
-from scene import BUILD, MANUAL, Scene, needs_plain_library, run, write
+from scene import LIBRARY, MANUAL, Scene, needs_plain_library, run, write
 
 HOST = """
 import ctypes, json, os, sys
@@ -51,7 +51,7 @@ class WorkedExamples(Scene):
             else:
                 name, _, value = line.partition("=")
                 variables[name] = value
-        found = run(sys.executable, "-c", HOST, BUILD / "lib/libolh.so", json.dumps([own, files]), env=self.environment(**variables))
+        found = run(sys.executable, "-c", HOST, LIBRARY, json.dumps([own, files]), env=self.environment(**variables))
         self.assertEqual(json.loads(found), self.here(gives).split("\n"))
 
     @needs_plain_library

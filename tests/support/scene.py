@@ -18,7 +18,7 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[2]
 BUILD = Path(sys.argv[1]).resolve()  # of run.py
-OLH, RECORDER = BUILD / "bin/olh", BUILD / "bin/olh-recorder"
+OLH, RECORDER, LIBRARY = BUILD / "bin/olh", BUILD / "bin/olh-recorder", BUILD / "lib/libolh.so"
 DOCS = BUILD / "docs"
 MANUAL = DOCS / "htmldocs/olh_manual"
 # An environment in which nothing of the project is chosen.
@@ -52,6 +52,10 @@ def cached(name):
 
 # An interpreter that was not built so cannot load what the sanitizers were built into.
 needs_plain_library = unittest.skipIf("sanitize" in cached("CMAKE_CXX_FLAGS"), "python is built without sanitizers")
+
+
+def names_in_version_script():
+    return set(re.findall(r"^\s+(\w+);", (PROJECT / "src/libolh.map").read_text().rsplit("local:", 1)[0], re.M))
 
 
 def write(path, text="", mode=0o644):
