@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 
