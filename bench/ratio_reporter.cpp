@@ -11,14 +11,24 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+// Why a run failed, "" for one that did not. Google Benchmark 1.8 gave the member its new name.
+template <class Run>
+const std::string& failure_of(const Run& run) {
+  if constexpr (requires { run.skip_message; })
+    return run.skip_message;
+  else
+    return run.error_message;
+}
+
 }  // namespace
 
 bool RatioReporter::ReportContext(const Context&) { return true; }
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
-    if (run.error_occurred) std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
-    if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
+    const std::string& failure = failure_of(run);
+    if (!failure.empty()) std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), failure.c_str());
+    if (!failure.empty() || run.run_type != Run::RT_Iteration) continue;
     const double per_iteration = run.real_accumulated_time / static_cast<double>(run.iterations);
     seconds_[run.run_name.function_name].push_back(per_iteration);
   }

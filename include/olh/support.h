@@ -159,7 +159,7 @@ OLH_API int exitViewer(void) OLH_NOEXCEPT;
  *
  *   key    1 QEL_HTML_BROWSER, 2 QEL_PDF_READER, 3 QEL_ALT_DOC_PATH
  *   value  at most 1,003 bytes (key 2: 1,005), in a file that is not there yet one less; without a double quote or
- *          line feed; "" clears the choice
+ *          line feed, and with iniparser 4.2 or later without a backslash; "" clears the choice
  *   file   1 the user's file, 2 the file of the first root (or of its parent tree)
  *
  * Returns 0 written; 4 file 2 and no root; 5 not written, another key or file, a value that cannot be read back,

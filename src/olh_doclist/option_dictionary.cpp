@@ -62,9 +62,7 @@ UniqueFd loadable(UniqueFd opened, const char* file) noexcept {
 
 // The INI reader opens a file by its name, and in the place of the one that was looked at a neighbour may have put a FIFO.
 // So the name stands for the descriptor; without /proc there is none but the file's own.
-dictionary* load(const char* file) {
-  UniqueFd opened = path_exists(file) == 1 ? open_option_file(file) : UniqueFd();
-  const UniqueFd loaded = opened ? loadable(std::move(opened), file) : UniqueFd();
+dictionary* load(const UniqueFd& loaded, const char* file) {
   if (!loaded) return nullptr;
   const std::string name = "/proc/self/fd/" + std::to_string(loaded.get());
   require_memory();
@@ -75,6 +73,17 @@ dictionary* load(const char* file) {
   throw std::bad_alloc();
 }
 
+UniqueFd loadable_file(const char* file) noexcept {
+  UniqueFd opened = path_exists(file) == 1 ? open_option_file(file) : UniqueFd();
+  return opened ? loadable(std::move(opened), file) : UniqueFd();
+}
+
+UniqueFd loadable_text(std::string_view text) noexcept {
+  UniqueFd copy = make_copy_of("options");
+  const bool is_whole = copy && write(copy.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  return is_whole ? std::move(copy) : UniqueFd();
+}
+
 }  // namespace
 
 UniqueFd open_option_file(const char* file, int further_flags) noexcept {
@@ -82,7 +91,9 @@ UniqueFd open_option_file(const char* file, int further_flags) noexcept {
   return opened.size <= kLargestOptionFile ? std::move(opened.descriptor) : UniqueFd();
 }
 
-OptionDictionary::OptionDictionary(const char* file) : dictionary_(load(file)) {}
+OptionDictionary::OptionDictionary(const char* file) : dictionary_(load(loadable_file(file), file)) {}
+
+OptionDictionary::OptionDictionary(OptionText text) : dictionary_(load(loadable_text(text.text), "")) {}
 
 OptionDictionary::~OptionDictionary() {
   if (dictionary_ != nullptr) iniparser_freedict(dictionary_);

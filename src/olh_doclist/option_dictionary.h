@@ -11,6 +11,7 @@
 #include <iniparser.h>
 
 #include <cstdint>
+#include <string_view>
 
 #include "unique_fd.h"
 
@@ -27,10 +28,17 @@ inline constexpr std::uint64_t kLargestOptionFile = 64 * 1024;
 // Opens an option file for reading; empty for what nobody loads, and, with O_NOFOLLOW, for a symbolic link.
 UniqueFd open_option_file(const char* file, int further_flags = 0) noexcept;
 
+// What an option file would hold.
+struct OptionText {
+  std::string_view text;
+};
+
 class OptionDictionary {
  public:
   // Loads `file`; null counts as a file that is not there. Throws std::bad_alloc.
   explicit OptionDictionary(const char* file);
+  // Loads a text; as good as a missing file where the system has no files in memory.
+  explicit OptionDictionary(OptionText text);
   ~OptionDictionary();
   OptionDictionary(const OptionDictionary&) = delete;
   OptionDictionary& operator=(const OptionDictionary&) = delete;

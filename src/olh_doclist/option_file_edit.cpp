@@ -8,6 +8,7 @@
 #include "bounded_text.h"
 #include "olh/support.h"
 #include "olh_doclist.h"
+#include "option_dictionary.h"
 
 namespace olh {
 
@@ -19,8 +20,19 @@ constexpr OptionKey kKeys[] = {
     {"QEL_ALT_DOC_PATH", " ", true, true},
 };
 
+// A key for trials.
+constexpr OptionKey kAnyKey = {"KEY", "", false, false};
+
 // Over a longer line, its line feed included, the INI reader gives up the whole file.
 constexpr std::size_t kLongestLine = 1023;
+
+// From iniparser 4.2 on a backslash in quotes stands for the character behind it. The reader that is linked tells.
+bool keeps_backslashes(std::string_view value) {
+  if (value.find('\\') == std::string_view::npos) return true;
+  const std::string line = option_line(kAnyKey, value);
+  const OptionDictionary trial(OptionText{line});
+  return text_of(trial.value_of(":key")) == value;
+}
 
 bool is_white_space(char byte) noexcept { return std::isspace(static_cast<unsigned char>(byte)) != 0; }
 
@@ -34,11 +46,11 @@ std::string option_line(const OptionKey& key, std::string_view value) {
   return std::string(key.name).append("=\"").append(value).append("\"\n");
 }
 
-bool can_be_read_back(const OptionKey& key, std::string_view value, bool is_new_file) noexcept {
+bool can_be_read_back(const OptionKey& key, std::string_view value, bool is_new_file) {
   constexpr std::size_t kAroundValue = std::string_view("=\"\"\n").size();
   const std::size_t indent = is_new_file ? 1 : 0;
   return value.size() <= kLongestLine - kAroundValue - indent - key.name.size() &&
-         value.find_first_of("\"\n") == std::string_view::npos;
+         value.find_first_of("\"\n") == std::string_view::npos && keeps_backslashes(value);
 }
 
 std::string_view stripped(std::string_view text) noexcept {

@@ -24,8 +24,8 @@ const OptionKey* option_key(int code) noexcept;
 // The key's line, without anything before it.
 std::string option_line(const OptionKey& key, std::string_view value);
 
-// Whether the INI reader will give the value back from that line.
-bool can_be_read_back(const OptionKey& key, std::string_view value, bool is_new_file) noexcept;
+// Whether the INI reader will give the value back from that line. Throws std::bad_alloc.
+bool can_be_read_back(const OptionKey& key, std::string_view value, bool is_new_file);
 
 // `text` without the white space at both ends, by the locale's isspace.
 std::string_view stripped(std::string_view text) noexcept;

@@ -129,6 +129,16 @@ TEST_F(OptionFile, RefusedValuesLeaveTheFileAlone) {
   EXPECT_EQ(set_user(kReader, longest.substr(1)), 0);
 }
 
+// From iniparser 4.2 on a backslash in quotes stands for the character behind it: what may be set follows the reader.
+TEST_F(OptionFile, ABackslashIsRefusedWhereTheReaderTakesItAway) {
+  const bool keeps = read(write("probe.ini", "QEL_ALT_DOC_PATH=\"a\\b\"\n")) == "0 a\\b, /bin/sh, /bin/sh";
+  for (const char* value : {"/a\\b", "\\\\server\\docs", "/a\\"}) {
+    write("root/qel_doc_options.ini", "A=1\n");
+    EXPECT_EQ(set_tree(kAltPath, value), keeps ? 0 : 5) << value;
+    EXPECT_EQ(read(tree_file), keeps ? std::string("0 ") + value + ", /bin/sh, /bin/sh" : "0 old, /bin/sh, /bin/sh");
+  }
+}
+
 TEST_F(OptionFile, AFileThatWouldGrowTooLargeToBeReadStays) {
   const std::string line = "QEL_PDF_READER=\"/n\"\n";
   const std::string limit(64 * 1024 - line.size() - 1, '#');
