@@ -289,10 +289,11 @@ class Adapters(Scene):
         for arguments, environment, rows, is_paged in ((["--text", url], {}, 24, True), (remote, no_display, 24, True),
                                                        ([url], no_display, 24, False), (remote, no_display, 999, False)):
             paged.unlink(missing_ok=True)
-            shown = self.on_a_terminal(BUILD / "bin/olh-browser", *arguments, rows=rows, PAGER="pager -R", **environment)
-            self.assertEqual((paged.exists(), shown == ""), (is_paged, is_paged))
-            shown = paged.read_text().removeprefix("-R\n") if is_paged else shown
-            self.assertTrue(shown.startswith("[The text of " if not environment else "[No display, so"), shown[:80])
+            whole = self.browser(*arguments, code=0, **environment).stdout
+            self.assertTrue(whole.startswith("[No display, so" if environment else "[The text of "), whole[:80])
+            shown = self.on_a_terminal(BUILD / "bin/olh-browser", *arguments, rows=rows, columns=80, code=0, PAGER="pager -R", **environment)
+            self.assertEqual(shown.replace("\r\n", "\n"), "" if is_paged else whole)
+            self.assertEqual(paged.exists() and paged.read_text(), is_paged and f"-R\n{whole}")
 
     # ---- the PDF reader ---------------------------------------------------------------------------------------
 
