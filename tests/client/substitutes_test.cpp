@@ -1,5 +1,6 @@
 // What is shown in the place of what is missing.
 #include "help_scene.h"
+#include "http_server.h"
 #include "viewer_order.h"
 
 namespace {
@@ -68,6 +69,16 @@ TEST_F(HelpScene, WithoutABrowserTheBookcaseIsShownAndPdfLeadsFromThenOn) {
   EXPECT_EQ(read_documents(), "\n@/docs/pdfdocs/_bk_qel.pdf \n") << "started empty, then with the bookcase";
   EXPECT_EQ(viewerOrder[0], OLH_VIEWER_PDF);
   EXPECT_EQ(OlhGetCurrentViewer(), OLH_VIEWER_PDF);
+}
+
+TEST_F(HelpScene, WithoutABrowserAPdfBehindAUrlGivesWayToThePortal) {
+  const olh_test::HttpServer server({"/d/htmldocs/qelhelp.htm", "/d/pdfdocs/guide.pdf"});
+  set("QEL_DOC_PATH", server.url("/d"));
+  set("OLH_LOG_HELP", dir + "/log");
+  forget_browser();
+  EXPECT_EQ(OlhHelpCall("guide", "", 0), OLH_RESULT_NO_PROGRAM);
+  EXPECT_NE(olh_test::read_file(dir + "/log").find("OlhTomeDeck();\n"), std::string::npos);
+  EXPECT_EQ(read_documents(), "");
 }
 
 TEST_F(HelpScene, AReaderThatFailsGivesItsOwnResultAndNoSubstitute) {

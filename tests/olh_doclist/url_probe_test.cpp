@@ -1,4 +1,5 @@
 #include <arpa/inet.h>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -13,6 +14,15 @@
 #include "olh_doclist.h"
 #include "scratch.h"
 #include "unique_fd.h"
+
+// One host has more addresses than fit into the usual buffer; any other is as it is.
+extern "C" int __real_gethostbyname_r(const char*, hostent*, char*, std::size_t, hostent**, int*);
+extern "C" int __wrap_gethostbyname_r(const char* name, hostent* entry, char* buffer, std::size_t size,
+                                      hostent** found, int* error) {
+  const bool has_many = name == std::string_view("many.addresses");
+  if (has_many && size < 50'000) return ERANGE;
+  return __real_gethostbyname_r(has_many ? "127.0.0.1" : name, entry, buffer, size, found, error);
+}
 
 namespace {
 
@@ -149,6 +159,11 @@ TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
   for (const std::string& unreachable :
        Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"})
     EXPECT_EQ(judged(unreachable), Answer(0, "cannot connect")) << unreachable;
+}
+
+TEST_F(UrlProbe, AHostMayHaveAnyNumberOfAddresses) {
+  const HttpServer server({"/x"});
+  EXPECT_EQ(judged("http://many.addresses:" + std::to_string(server.port()) + "/x"), Answer(1, ""));
 }
 
 TEST_F(UrlProbe, WhatTheSystemRefusesIsNamed) {
