@@ -9,6 +9,8 @@
 #include <ctime>
 #include <utility>
 
+#include "retry.h"
+
 namespace olh {
 
 namespace {
@@ -19,9 +21,10 @@ constexpr std::chrono::seconds kPatience{1};
 constexpr timespec kPause = {0, 100'000};
 constexpr int kFlags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
-// Whether this descriptor has the lock now. Where a file system knows no locks, everybody has it.
+// Whether this descriptor has the lock now; if not, errno says why. Where a file system knows no locks, everybody has it.
 bool is_locked(int fd) noexcept {
-  return flock(fd, LOCK_EX | LOCK_NB) == 0 || errno == ENOLCK || errno == EOPNOTSUPP || errno == ENOSYS;
+  return retry_interrupted([fd] { return flock(fd, LOCK_EX | LOCK_NB); }) == 0 || errno == ENOLCK ||
+         errno == EOPNOTSUPP || errno == ENOSYS;
 }
 
 // Whether the name stands for the open file; another writer may have replaced it before it was locked.
@@ -39,6 +42,12 @@ UniqueFd open_for_lock(const char* name) noexcept {
   return fd || errno != EACCES ? std::move(fd) : UniqueFd(::open(name, O_RDONLY | kFlags));
 }
 
+void pause_briefly() noexcept {
+  const int error = errno;
+  nanosleep(&kPause, nullptr);
+  errno = error;
+}
+
 enum class Removal { kGone, kInUse, kStays };
 
 // A link, a socket or the like, which no writer holds. Removers come after one another by a lock on the directory, so that
@@ -52,6 +61,7 @@ Removal remove_special(const std::string& name) {
   if (!is_locked(lock.get())) return Removal::kInUse;
   struct stat status = {};
   if (lstat(name.c_str(), &status) != 0) return errno == ENOENT ? Removal::kGone : Removal::kStays;
+  errno = S_ISDIR(status.st_mode) ? EISDIR : EACCES;
   if (S_ISREG(status.st_mode)) return Removal::kInUse;
   if (S_ISDIR(status.st_mode)) return Removal::kStays;
   return unlink(name.c_str()) == 0 ? Removal::kGone : Removal::kStays;
@@ -71,12 +81,21 @@ UniqueFd create_exclusively(const std::string& name, mode_t mode) {
   const Clock::time_point end = Clock::now() + kPatience;
   do {
     UniqueFd fd(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, mode));
-    if (fd && is_locked(fd.get()) && is_at(fd.get(), name.c_str())) return fd;
-    if (fd) continue;  // somebody took it for a leftover before it was locked
+    if (fd && is_locked(fd.get())) {
+      if (is_at(fd.get(), name.c_str())) return fd;
+      continue;  // somebody took it for a leftover before it was locked
+    }
+    if (fd && errno == EWOULDBLOCK) continue;  // somebody takes it for one now
+    if (fd) {                                  // nobody can be kept away from it
+      const int error = errno;
+      if (is_at(fd.get(), name.c_str())) unlink(name.c_str());
+      errno = error;
+      break;
+    }
     if (errno != EEXIST) break;
     const Removal former = remove_former(name);
     if (former == Removal::kStays) break;
-    if (former == Removal::kInUse) nanosleep(&kPause, nullptr);
+    if (former == Removal::kInUse) pause_briefly();
   } while (Clock::now() < end);
   return {};
 }
@@ -86,7 +105,7 @@ UniqueFd open_exclusively(const std::string& name) {
   UniqueFd fd(::open(name.c_str(), O_WRONLY | kFlags));
   struct stat status = {};
   if (!fd || fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  for (; !is_locked(fd.get()); nanosleep(&kPause, nullptr))
+  for (; !is_locked(fd.get()); pause_briefly())
     if (Clock::now() >= end) return {};
   return is_at(fd.get(), name.c_str()) ? std::move(fd) : UniqueFd();  // another writer may have replaced it
 }

@@ -17,7 +17,8 @@
 namespace olh {
 
 // Creates it, open for writing; the lock goes with the last descriptor of it. A file that another writer has, or
-// that cannot be told from one, is waited for, a second at most. Empty when the name cannot be had.
+// that cannot be told from one, is waited for, a second at most. Empty when the name cannot be had; errno then says why:
+// EACCES for a file that this process may neither read nor write.
 UniqueFd create_exclusively(const std::string& name, mode_t mode);
 
 // Opens a regular file that is there for writing, once no other writer has it so; not through a link. Empty when it cannot

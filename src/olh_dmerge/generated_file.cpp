@@ -45,7 +45,8 @@ int replace(const std::string& path, std::string_view text) {
   errno = 0;
   FileReplacement file(path, FileReplacement::Durability::kCached, kLink);
   file.write(text);
-  return file.commit() ? 0 : errno;
+  if (file.commit()) return 0;
+  return errno == 0 ? EIO : errno;
 }
 
 // Whether the directory has refused the new file or the exchange: nothing may be created there, the old file is

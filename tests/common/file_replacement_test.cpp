@@ -58,6 +58,13 @@ TEST_F(Replacement, WhereTheModeCannotBeGivenTheOldFileStays) {
   EXPECT_FALSE(fs::exists(file + ".new"));
 }
 
+TEST_F(Replacement, WhereNoLockCanBeHadTheOldFileStaysAlone) {
+  if (!olh_test::refuse(SYS_flock, EIO)) GTEST_SKIP() << "no system call filter here";
+  EXPECT_FALSE(replace(file, "new"));
+  EXPECT_EQ(read_file(file), "old");
+  EXPECT_FALSE(fs::exists(file + ".new"));
+}
+
 TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
   make_directory("links");
   fs::create_symlink("../second", dir + "/links/first");
