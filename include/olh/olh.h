@@ -27,8 +27,8 @@
  *     directory, and no file of the user's is written (OLH_RESULT_IO). Programs are looked for in the
  *     system's directories alone, and viewers and commands run with the caller's rights: the real user and
  *     group.
- *  9. A library may be built without a support portal. Then nothing is opened where the portal is named below,
- *     and it cannot be searched (OLH_RESULT_NOT_FOUND).
+ *  9. A library may be built without a support portal. Then nothing is opened where the portal is named below
+ *     (the browser becomes the current viewer all the same), and it cannot be searched (OLH_RESULT_NOT_FOUND).
  */
 #ifndef OLH_OLH_H
 #define OLH_OLH_H

@@ -68,6 +68,7 @@ int show_not_found_pdf(Place& place) noexcept {
 }
 
 void show_support_portal(Place& place) noexcept {
+  current_viewer = OLH_VIEWER_HTML;
   if (!olh::kHasSupportPortal) return;
   olh::write_buffer(place.location, OLH_SUPPORT_PORTAL_URL "tomedeck.cfm?link=doc_not_found");
   show_in(OLH_VIEWER_HTML, place, nullptr);

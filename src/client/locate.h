@@ -33,8 +33,8 @@ int show_in(int viewer, Place& place, const char* tag) noexcept;
 // Shows the not-found PDF. Returns the result of showing it, or kNotLocated when it is missing or no PDF.
 int show_not_found_pdf(Place& place) noexcept;
 
-// The last resort: the support portal's page, in the browser; without a portal, nothing. Its result does not matter any
-// more.
+// The last resort: the support portal's page, in the browser, which becomes the current viewer; in a build without a portal
+// nothing is opened. Its result does not matter any more.
 void show_support_portal(Place& place) noexcept;
 
 #endif
