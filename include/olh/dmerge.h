@@ -10,7 +10,8 @@
  *     standard output that names the file; a root that is null or empty and exhausted memory print none. There are
  *     no debug lines.
  *  2. A root is a directory of this machine; all paths are the root, a fixed relative part and, for documents and
- *     portals, their names, in one string, with every "\" turned into "/".
+ *     portals, their names, in one string, with every "\" turned into "/". For a step "" is the root directory; a null
+ *     root is none, and the step fails.
  *  3. A list is written beside the old file (NAME.new) and takes its place in one step: a page never reads
  *     half a list, and a failed write leaves the old file as it was. Right after that the callback hears of it.
  *     An old file that says the same gets a new date only, and the callback hears of it all the same. A list that
@@ -163,8 +164,8 @@ OLH_API int generateTdInstalledList(char* root) OLH_NOEXCEPT;
  * Returns a portal's display name, to be freed with free(): the text between the first two quotes of the first
  * line with
  *     mTomeDeckName = "
- * in its js/doclist.js; "" is a name that no list shows. Null when there is no such line, and, with a message, when
- * the file cannot be opened.
+ * in its js/doclist.js; "" is a name that no list shows. Null when there is no such line, when an argument is null, and,
+ * with a message, when the file cannot be opened.
  */
 OLH_API char* getTitle(char* root, char* portal) OLH_NOEXCEPT;
 
@@ -177,9 +178,10 @@ OLH_API int inFoundList(const char* name) OLH_NOEXCEPT;
 /*
  * Adds to pdfTitlesHead what the portals say of PDFs that are there: for each line
  *     List.fAddItem( "Title", "name" ...
- * of each js/doclist.js that is not commented out and whose name holds no "/".
+ * of each js/doclist.js that is not commented out and whose name holds no "/". Every entry of the portal directory is
+ * looked at: of any name, "." and ".." as well.
  *
- * Returns DMERGE_RESULT_OK (0), also without a portal directory; DMERGE_RESULT_UNLISTABLE (42).
+ * Returns DMERGE_RESULT_OK (0), also without a portal directory; DMERGE_RESULT_UNLISTABLE (42), also without a root.
  */
 OLH_API int generateDocLists(char* root) OLH_NOEXCEPT;
 

@@ -3,6 +3,7 @@
 
 #include "boundary.h"
 #include "olh/support.h"
+#include "one_thread.h"
 
 constinit OlhAcroDDE olhAcroDDENew;
 constinit OlhAcroDDE* olhAcroDDE = nullptr;
@@ -15,6 +16,7 @@ void OlhAcroInitViewer() {
 }
 
 int OlhAcroIsViewerRunning(void) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_FAILED}, [] {
     OlhAcroInitViewer();
     return olhAcroDDE->isViewerRunning();
@@ -22,6 +24,7 @@ int OlhAcroIsViewerRunning(void) noexcept {
 }
 
 int OlhAcroViewerStart(const char* unused, const char* doc, const char* newlink, const char* viewer_path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_FAILED}, [&] {
     OlhAcroInitViewer();
     const int result = olhAcroDDE->startViewer(unused, doc, newlink, viewer_path);
@@ -30,6 +33,7 @@ int OlhAcroViewerStart(const char* unused, const char* doc, const char* newlink,
 }
 
 int OlhAcroDocOpen(const char* doc, const char* newlink, const char* viewer_path) noexcept {
+  const olh::OneThread inside;
   print_debug("OlhAcroDocOpen\n");
   const bool started = OlhAcroViewerStart(nullptr, doc, newlink, viewer_path) == OLH_RESULT_OK;
   print_debug("OlhAcroDocOpen: %s\n", started ? "done" : "failed");
@@ -37,6 +41,7 @@ int OlhAcroDocOpen(const char* doc, const char* newlink, const char* viewer_path
 }
 
 int OlhAcroGetViewerPath(char* dst, const char* viewer_path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_NO_PROGRAM}, [&] {
     OlhAcroInitViewer();
     return olhAcroDDE->getViewerPath(dst, viewer_path);
@@ -44,6 +49,7 @@ int OlhAcroGetViewerPath(char* dst, const char* viewer_path) noexcept {
 }
 
 int OlhAcroSetPath(const char* path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_OK}, [&] {
     OlhAcroInitViewer();
     olhAcroDDE->setViewerDefaults(path);

@@ -3,6 +3,7 @@
 
 #include "boundary.h"
 #include "olh/support.h"
+#include "one_thread.h"
 
 constinit OlhBrowser olhBrowserNew;
 constinit OlhBrowser* olhBrowser = nullptr;
@@ -15,6 +16,7 @@ void OlhBrowserInit() {
 }
 
 int OlhBrowserRunning(void) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_FAILED}, [] {
     OlhBrowserInit();
     return olhBrowser->isViewerRunning();
@@ -22,6 +24,7 @@ int OlhBrowserRunning(void) noexcept {
 }
 
 int OlhBrowserOpenURL(const char* url, const char* viewer_path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_FAILED}, [&] {
     OlhBrowserInit();
     return olhBrowser->openURL(url, viewer_path);
@@ -29,6 +32,7 @@ int OlhBrowserOpenURL(const char* url, const char* viewer_path) noexcept {
 }
 
 int OlhBrowserGetPath(char* dst, const char* viewer_path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_NO_PROGRAM}, [&] {
     OlhBrowserInit();
     return olhBrowser->getBrowserPath(dst, viewer_path);
@@ -36,6 +40,7 @@ int OlhBrowserGetPath(char* dst, const char* viewer_path) noexcept {
 }
 
 int OlhBrowserSetPath(const char* path) noexcept {
+  const olh::OneThread inside;
   return olh::guarded(int{OLH_RESULT_OK}, [&] {
     OlhBrowserInit();
     olhBrowser->setBrowserDefaults(path);

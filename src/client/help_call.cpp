@@ -5,6 +5,7 @@
 #include "locate.h"
 #include "names.h"
 #include "olh/support.h"
+#include "one_thread.h"
 #include "viewer_order.h"
 
 namespace {
@@ -65,6 +66,7 @@ int OlhDocGotoTag(const char* docName, const char* tag) noexcept {
 }
 
 int OlhHelpTest(const char* docName, const char* tag) noexcept {
+  const olh::OneThread inside;
   OlhDocListInit();
   setDebugVariable();
   const olh::EntryPoint call("OlhHelpTest", docName, tag);

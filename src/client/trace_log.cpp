@@ -11,6 +11,7 @@
 #include "bounded_text.h"
 #include "environment.h"
 #include "olh/support.h"
+#include "one_thread.h"
 #include "unique_fd.h"
 #include "write_signals.h"
 
@@ -40,9 +41,13 @@ FILE* open_for_appending(const char* name) noexcept {
 
 }  // namespace
 
-void setDebugVariable() noexcept { olh_debug = olh::is_empty(olh::environment_variable("OLH_DEBUG")) ? 0 : 1; }
+void setDebugVariable() noexcept {
+  const olh::OneThread inside;
+  olh_debug = olh::is_empty(olh::environment_variable("OLH_DEBUG")) ? 0 : 1;
+}
 
 void print_debug(const char* format, ...) noexcept {
+  const olh::OneThread inside;
   if (olh_debug != 1 || format == nullptr) return;
   const olh::WriteSignalsHeldBack quiet;
   va_list arguments;
@@ -52,6 +57,7 @@ void print_debug(const char* format, ...) noexcept {
 }
 
 void CloseOlhLog() noexcept {
+  const olh::OneThread inside;
   if (olh_log_fp == nullptr) return;
   const olh::WriteSignalsHeldBack quiet;
   std::fclose(olh_log_fp);
@@ -59,6 +65,7 @@ void CloseOlhLog() noexcept {
 }
 
 void StartOlhLog(char* name) noexcept {
+  const olh::OneThread inside;
   CloseOlhLog();
   if (olh::is_empty(name) || !has_a_place(name)) return;
   olh_log_fp = open_for_appending(name);

@@ -8,6 +8,7 @@
 #include "entry_point.h"
 #include "names.h"
 #include "olh/support.h"
+#include "one_thread.h"
 
 int current_viewer = OLH_VIEWER_HTML;
 int viewerOrder[2] = {OLH_VIEWER_HTML, OLH_VIEWER_PDF};
@@ -67,7 +68,10 @@ void restore_configured_order() noexcept {
 
 }  // namespace
 
-int OlhGetCurrentViewer() noexcept { return current_viewer; }
+int OlhGetCurrentViewer() noexcept {
+  const olh::OneThread inside;
+  return current_viewer;
+}
 
 int OlhSetViewer(OlhViewer viewer, int start) noexcept {
   const olh::EntryPoint call("OlhSetViewer", OlhViewer_toString(viewer));

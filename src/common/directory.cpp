@@ -3,7 +3,6 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <string_view>
 
 #include "unique_fd.h"
 
@@ -22,18 +21,14 @@ Directory::~Directory() {
 
 const char* Directory::next() noexcept {
   if (stream_ == nullptr || failed_) return nullptr;
-  for (;;) {
-    errno = 0;
-    const dirent* entry = readdir(stream_);
-    if (entry == nullptr) {
-      failed_ = errno != 0;
-      return nullptr;
-    }
-    const std::string_view name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    inode_ = entry->d_ino;
-    return entry->d_name;
+  errno = 0;
+  const dirent* entry = readdir(stream_);
+  if (entry == nullptr) {
+    failed_ = errno != 0;
+    return nullptr;
   }
+  inode_ = entry->d_ino;
+  return entry->d_name;
 }
 
 }  // namespace olh

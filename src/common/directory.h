@@ -1,7 +1,7 @@
 // The names in a directory, one after the other, in the order the file system gives them.
 //
-// Knows    that "." and ".." are no entries, and that a listing can fail halfway.
-// Not      what an entry is: a file's type is asked of the file, since d_type may say nothing.
+// Knows    that a listing can fail halfway.
+// Not      what an entry is ("." and ".." are among them): a file's type is asked of the file, since d_type may say nothing.
 // For      whoever lists a directory (the generator of document lists).
 #ifndef OLH_COMMON_DIRECTORY_H
 #define OLH_COMMON_DIRECTORY_H

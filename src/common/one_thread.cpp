@@ -2,8 +2,6 @@
 
 #ifdef OLH_DETECT_THREADS
 
-#include <pthread.h>
-
 #include <atomic>
 
 #include "olh/support.h"
@@ -12,23 +10,18 @@ namespace olh {
 
 namespace {
 
-std::atomic<pthread_t> inside{};  // none: 0, which is no thread's
-int depth = 0;                    // of its calls; only that thread changes it
+std::atomic<int> threads_inside = 0;
+thread_local int depth = 0;  // of the calls of this thread
 
 }  // namespace
 
 OneThread::OneThread(const char* name) noexcept {
-  pthread_t found{};
-  const pthread_t own = pthread_self();
-  is_counted_ = inside.compare_exchange_strong(found, own) || found == own;
-  if (is_counted_)
-    ++depth;
-  else
+  if (depth++ == 0 && threads_inside++ > 0)
     print_debug("%s: called while another thread is inside the library\n", name);
 }
 
 OneThread::~OneThread() {
-  if (is_counted_ && --depth == 0) inside = pthread_t{};
+  if (--depth == 0) --threads_inside;
 }
 
 }  // namespace olh

@@ -1,9 +1,11 @@
 // The promise that hosts keep: one thread at a time is inside the library.
 //
-// Knows    with OLH_DETECT_THREADS, which thread is inside; a call from another one meanwhile is named in the debug
+// Knows    with OLH_DETECT_THREADS, how many threads are inside; a call from one more meanwhile is named in the debug
 //          output, and goes on. The same thread may come in again, as a callback does. Without the option nothing is
 //          checked, stored or called.
-// For      the two ways into the library: EntryPoint, and the wrappers of the locator.
+// For      every exported function, but for those that have no state: the string helpers, what asks a file alone, and the
+//          entry points that do nothing. Most have it through EntryPoint, the wrappers of the locator or the steps of the
+//          generator.
 #ifndef OLH_COMMON_ONE_THREAD_H
 #define OLH_COMMON_ONE_THREAD_H
 
@@ -12,22 +14,19 @@ namespace olh {
 #ifdef OLH_DETECT_THREADS
 
 // Made at the beginning of an exported function, with its name; destroyed at its end.
-class OneThread {
+class [[maybe_unused]] OneThread {
  public:
-  explicit OneThread(const char* name) noexcept;
+  explicit OneThread(const char* name = __builtin_FUNCTION()) noexcept;
   OneThread(const OneThread&) = delete;
   OneThread& operator=(const OneThread&) = delete;
   ~OneThread();
-
- private:
-  bool is_counted_;
 };
 
 #else
 
-class OneThread {
+class [[maybe_unused]] OneThread {
  public:
-  explicit constexpr OneThread(const char*) noexcept {}
+  explicit constexpr OneThread(const char* = nullptr) noexcept {}
 };
 
 #endif

@@ -7,13 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "boundary.h"
-#include "bounded_text.h"
 #include "directory.h"
 #include "line_reader.h"
 #include "paths.h"
 #include "registries.h"
 #include "script_line.h"
+#include "step.h"
 
 namespace olh {
 
@@ -50,5 +49,5 @@ int collect_titles(std::string_view root) {
 }  // namespace olh
 
 int generateDocLists(char* root) noexcept {
-  return olh::guarded(int{DMERGE_RESULT_UNLISTABLE}, [root] { return olh::collect_titles(olh::text_of(root)); });
+  return olh::run_step(DMERGE_RESULT_UNLISTABLE, root, olh::collect_titles);
 }

@@ -8,6 +8,7 @@
 
 #include "boundary.h"
 #include "bounded_text.h"
+#include "one_thread.h"
 #include "paths.h"
 #include "registries.h"
 
@@ -32,6 +33,7 @@ int run(const std::string& root) {
 }  // namespace
 
 int dmerge(const char* root, OlhDmergeCallback callback) noexcept {
+  const olh::OneThread inside;
   const int result = olh::guarded(int{DMERGE_RESULT_FAILED}, [root, callback] {
     const std::string own_root(olh::text_of(root));  // a host may hand in the doc_root that dmerge_init frees
     dmerge_init();
@@ -43,11 +45,13 @@ int dmerge(const char* root, OlhDmergeCallback callback) noexcept {
 }
 
 void dmerge_init() noexcept {
+  const olh::OneThread inside;
   dmerge_free();
   dmergeCallback = nullptr;
 }
 
 void dmerge_free() noexcept {
+  const olh::OneThread inside;
   olh::discard(doc_root);
   olh::discard(releaseName);
   clearLibList();

@@ -3,12 +3,12 @@
 // For      the driver, as its last step.
 #include <cstdio>
 #include <string>
+#include <string_view>
 
-#include "boundary.h"
-#include "bounded_text.h"
 #include "generated_file.h"
 #include "olh/dmerge.h"
 #include "paths.h"
+#include "step.h"
 
 namespace {
 
@@ -20,10 +20,10 @@ constexpr char kText[] =
 }  // namespace
 
 int writeLibAvail(const char* root) noexcept {
-  return olh::guarded(int{DMERGE_RESULT_UNWRITABLE}, [root] {
-    const std::string path = olh::clean_path({olh::text_of(root), "/htmldocs/QEL/lib/LibraryAvailable.js"});
-    if (olh::put_list(path, kText)) return int{DMERGE_RESULT_OK};
+  return olh::run_step(DMERGE_RESULT_UNWRITABLE, root, [](std::string_view directory) {
+    const std::string path = olh::clean_path({directory, "/htmldocs/QEL/lib/LibraryAvailable.js"});
+    if (olh::put_list(path, kText)) return DMERGE_RESULT_OK;
     std::printf("ERROR: writeLibAvail: unable to write to %s\n", path.c_str());
-    return int{DMERGE_RESULT_UNWRITABLE};
+    return DMERGE_RESULT_UNWRITABLE;
   });
 }

@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "ascii_case.h"
-#include "boundary.h"
 #include "bounded_text.h"
 #include "listing.h"
 #include "name_index.h"
 #include "paths.h"
 #include "registries.h"
+#include "step.h"
 #include "title_scan.h"
 
 namespace olh {
@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::string_view kLibraryDirectory = "/htmldocs/";
 constexpr std::string_view kPdfDirectory = "/pdfdocs/";
-constexpr std::string_view kNoLibraries[] = {"_a_search_tips", "QEL", "qelhelp.htm"};
+constexpr std::string_view kNoLibraries[] = {".", "..", "_a_search_tips", "QEL", "qelhelp.htm"};
 constexpr std::string_view kPdfExtension = ".pdf";
 constexpr std::string_view kBookcaseMark = "_bk_";
 
@@ -182,16 +182,18 @@ class PdfDocuments {
   NameIndex portal_titles_;
 };
 
+bool add_all_documents(std::string_view root) {
+  PieceBlocks blocks;
+  LibListEntry* const before = lleHead;
+  return add_libraries(root, blocks) && PdfDocuments(root, blocks, before).add_all();
+}
+
 }  // namespace
 
 }  // namespace olh
 
 int extractLibList(char* root) noexcept {
-  const bool extracted = olh::guarded(false, [root] {
-    olh::PieceBlocks blocks;
-    LibListEntry* const before = lleHead;
-    return olh::add_libraries(olh::text_of(root), blocks) &&
-           olh::PdfDocuments(olh::text_of(root), blocks, before).add_all();
+  return olh::run_step(DMERGE_RESULT_UNWRITABLE, root, [root](std::string_view directory) {
+    return olh::add_all_documents(directory) ? writeLibList(root) : int{DMERGE_RESULT_UNWRITABLE};
   });
-  return extracted ? writeLibList(root) : int{DMERGE_RESULT_UNWRITABLE};
 }

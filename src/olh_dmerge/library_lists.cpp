@@ -11,12 +11,12 @@
 #include <unordered_set>
 
 #include "basic_page.h"
-#include "boundary.h"
 #include "bounded_text.h"
 #include "generated_file.h"
 #include "listed_entry.h"
 #include "paths.h"
 #include "registries.h"
+#include "step.h"
 
 namespace olh {
 
@@ -117,7 +117,7 @@ int write_lists(std::string_view root) {
 }  // namespace olh
 
 int writeLibList(const char* root) noexcept {
-  return olh::guarded(int{DMERGE_RESULT_UNWRITABLE}, [root] { return olh::write_lists(olh::text_of(root)); });
+  return olh::run_step(DMERGE_RESULT_UNWRITABLE, root, olh::write_lists);
 }
 
 int compare_entries(const void* a, const void* b) noexcept {

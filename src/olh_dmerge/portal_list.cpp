@@ -19,9 +19,11 @@
 #include "directory.h"
 #include "generated_file.h"
 #include "line_reader.h"
+#include "one_thread.h"
 #include "paths.h"
 #include "registries.h"
 #include "script_line.h"
+#include "step.h"
 
 namespace olh {
 
@@ -182,12 +184,14 @@ int generate_installed_list(std::string_view root) {
 }  // namespace olh
 
 int generateTdInstalledList(char* root) noexcept {
-  return olh::guarded(int{DMERGE_RESULT_FAILED}, [root] { return olh::generate_installed_list(olh::text_of(root)); });
+  return olh::run_step(DMERGE_RESULT_FAILED, root, olh::generate_installed_list);
 }
 
 char* getTitle(char* root, char* portal) noexcept {
+  const olh::OneThread inside;
+  if (root == nullptr || portal == nullptr) return nullptr;
   return olh::guarded(static_cast<char*>(nullptr), [root, portal]() -> char* {
-    const auto title = olh::portal_title(olh::text_of(root), olh::text_of(portal));
+    const auto title = olh::portal_title(root, portal);
     return title ? olh::copied(*title) : nullptr;
   });
 }

@@ -9,6 +9,7 @@
 
 #include "boundary.h"
 #include "bounded_text.h"
+#include "one_thread.h"
 #include "paths.h"
 
 char* doc_root = nullptr;
@@ -104,28 +105,36 @@ void add_found_name(std::string_view name) {
 }  // namespace olh
 
 void clearLibList() noexcept {
+  const olh::OneThread inside;
   olh::clear(lleHead);
   numLleEntries = 0;
 }
 
 void clearpdfTitlesList() noexcept {
+  const olh::OneThread inside;
   olh::clear(pdfTitlesHead);
   numpdfTitlesEntries = 0;
 }
 
-void clearFoundList() noexcept { olh::clear(foundHandleListHead); }
+void clearFoundList() noexcept {
+  const olh::OneThread inside;
+  olh::clear(foundHandleListHead);
+}
 
 void clearRegisteredFiles() noexcept {
+  const olh::OneThread inside;
   olh::clear(registeredFilesHead);
   numRegisteredFiles = 0;
 }
 
 void addToFoundTdList(char* name) noexcept {
+  const olh::OneThread inside;
   if (name == nullptr) return;
   olh::guarded([name] { olh::add_found_name(name); });
 }
 
 int inFoundList(const char* name) noexcept {
+  const olh::OneThread inside;
   if (name == nullptr) return 0;
   for (const FoundName* found = foundHandleListHead; found != nullptr; found = found->next)
     if (olh::text_of(found->name) == name) return 1;
@@ -133,6 +142,7 @@ int inFoundList(const char* name) noexcept {
 }
 
 int registerNewFile(char* path) noexcept {
+  const olh::OneThread inside;
   if (pathExists(path) == 0) return 0;
   return olh::guarded(0, [path] {
     auto file = olh::empty_record<RegisteredFile>();

@@ -41,7 +41,7 @@ void docListInit() noexcept {
 // Runs `call` on the instance after first use; `failure` is the result when memory is exhausted.
 template <class Call>
 int forward(int failure, Call&& call, const char* caller = __builtin_FUNCTION()) noexcept {
-  [[maybe_unused]] const olh::OneThread inside(caller);
+  const olh::OneThread inside(caller);
   docListInit();
   return olh::guarded(failure, [&call] { return call(*docList); });
 }
@@ -51,18 +51,23 @@ constexpr int kDone = 1;
 
 }  // namespace
 
-void OlhDocListInit() noexcept { docListInit(); }
+void OlhDocListInit() noexcept {
+  const olh::OneThread inside;
+  docListInit();
+}
 
 int GetOlhVariable(char* value, const char* name) noexcept {
   return forward(kNotFound, [=](olh_docList& list) { return list.GetOlhVariable(value, name); });
 }
 
 void SetOlhDisplayType(int type) noexcept {
+  const olh::OneThread inside;
   docListInit();
   if (docList->mbDisplayTypeFixed != 1) docList->mDisplayType = type;
 }
 
 int GetOlhDisplayType() noexcept {
+  const olh::OneThread inside;
   docListInit();
   return docList->mDisplayType;
 }
@@ -72,6 +77,7 @@ int SetOlhDocPath(const char* paths) noexcept {
 }
 
 const char* GetOlhDocPath() noexcept {
+  const olh::OneThread inside;
   docListInit();
   return docList->mDocPathList == nullptr ? nullptr : docList->mDocPathList->path;
 }
@@ -105,6 +111,7 @@ int HtmlSearch(const char* query, const char* scope, const char* name) noexcept 
 }
 
 void FormatTopic(char* topic) noexcept {
+  const olh::OneThread inside;
   docListInit();
   olh::guarded([topic] { docList->FormatTopic(topic); });
 }

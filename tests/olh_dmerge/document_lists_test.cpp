@@ -45,6 +45,13 @@ TEST_F(DocumentLists, TheTitleReadLastIsTaken) {
   EXPECT_STREQ(lleHead->title, "Last");
 }
 
+TEST_F(DocumentLists, EveryEntryIsLookedAt) {
+  for (const char* script : {"tomedecks/plain/js/doclist.js", "tomedecks/js/doclist.js", "js/doclist.js"})
+    put(script, "List.fAddItem( \"A\", \"a\" );\n");
+  EXPECT_EQ(generateDocLists(root.data()), DMERGE_RESULT_OK);
+  EXPECT_EQ(numpdfTitlesEntries, 3) << "of a directory of any name, of \".\" and of \"..\"";
+}
+
 TEST_F(DocumentLists, PortalDirectoryThatCannotBeListed) {
   EXPECT_EQ(generateDocLists(root.data()), DMERGE_RESULT_OK) << "none at all is fine";
   put("tomedecks", "a file");

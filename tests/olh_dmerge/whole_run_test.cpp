@@ -85,6 +85,17 @@ TEST_F(WholeRun, NothingOfARunReachesTheNext) {
   EXPECT_EQ(get("tomedecks/basic.htm").find("Release"), std::string::npos) << "a line without a release name is gone";
 }
 
+// A null root is none. As "/" it would have one, where nothing fails without a "/tomedecks".
+TEST_F(WholeRun, NoStepTakesANullRootForTheRootDirectory) {
+  printed_with(DMERGE_RESULT_FAILED, [] { return generateTdInstalledList(nullptr); });
+  printed_with(DMERGE_RESULT_UNLISTABLE, [] { return generateDocLists(nullptr); });
+  const std::string said = printed_with(DMERGE_RESULT_UNWRITABLE, [] {
+    EXPECT_EQ(getTitle(nullptr, nullptr), nullptr);
+    return std::min({extractLibList(nullptr), writeLibList(nullptr), writeLibAvail(nullptr)});
+  });
+  EXPECT_EQ(said, "");
+}
+
 TEST_F(WholeRun, BareRoot) {
   make("htmldocs/QEL/lib");
   run(DMERGE_RESULT_OK, olh_test::hear);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -16,6 +17,7 @@
 #include "failing_allocator.h"
 #include "help_scene.h"
 #include "olh/dmerge.h"
+#include "one_thread.h"
 
 namespace {
 
@@ -124,7 +126,7 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((), string_pos, mutable_copy(a), b),
                                   OLH_CALL((), FormatTopic, mutable_copy(a)),
                                   OLH_CALL((), setDebugVariable),
-                                  OLH_CALL((), print_debug, "%s", a == nullptr ? "" : a),
+                                  OLH_CALL((), print_debug, "%s\n", a == nullptr ? "" : a),
                                   OLH_CALL((), StartOlhLog, mutable_copy(a)),
                                   OLH_CALL((), CloseOlhLog),
                                   OLH_CALL((), OlhDocListInit),
@@ -167,6 +169,11 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((), addToFoundTdList, mutable_copy(a)),
                                   OLH_CALL((0, 1), inFoundList, a),
                                   OLH_CALL((0), registerNewFile, mutable_copy(a)),
+                                  OLH_CALL((), clearLibList),
+                                  OLH_CALL((), clearpdfTitlesList),
+                                  OLH_CALL((), clearFoundList),
+                                  OLH_CALL((), clearRegisteredFiles),
+                                  OLH_CALL((), dmerge_init),
                                   OLH_CALL((), dmerge_free),
                                   OLH_CALL((0, 2), OlhBrowserRunning),
                                   OLH_CALL((0, 2, 7), OlhBrowserOpenURL, a, b),
@@ -252,6 +259,27 @@ TEST_F(Boundary, AFailedAllocationIsAnOrdinaryFailure) {
   OlhSetDocPath(root.c_str());
   EXPECT_EQ(OlhHelpTest("guide", "Intro"), OLH_RESULT_OK) << "and afterwards all is as before";
 }
+
+#ifdef OLH_DETECT_THREADS
+TEST_F(Boundary, IsWhereASecondThreadIsSeen) {
+  const std::string said = "\n" + debug_lines_of([] {
+                             const olh::OneThread first("first");
+                             std::thread([] {
+                               for (const Call& call : kCalls) {
+                                 Buffer out;
+                                 Buffer viewer;
+                                 call.run("guide", "Intro", out.text, viewer.text);
+                               }
+                             }).join();
+                           });
+  std::string unseen;
+  for (const Call& call : kCalls)
+    if (said.find("\n" + std::string(call.name) + ": called while") == std::string::npos)
+      unseen += std::string(call.name) + " ";
+  EXPECT_EQ(unseen, "downcase dirslash urlslash remove_leaf exe_exists path_exists is_url string_pos ")
+      << "these have no state";
+}
+#endif
 
 // One allocation is too large, and what comes after it is not.
 TEST_F(Boundary, ARunThatBreaksOffForWantOfMemoryMakesNoShorterList) {
