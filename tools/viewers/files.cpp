@@ -95,6 +95,17 @@ std::string find_beside(const std::string& name) {
   return beside.empty() ? find_program(name) : beside;
 }
 
+DirectoryNames names_in(const std::string& directory) {
+  DirectoryNames found;
+  std::error_code failed;
+  for (std::filesystem::directory_iterator entry(directory, failed), end; !failed && entry != end;
+       entry.increment(failed))
+    found.names.push_back(entry->path().filename().string());
+  const bool is_there = failed != std::errc::no_such_file_or_directory && failed != std::errc::not_a_directory;
+  if (failed && is_there) found.why_not_all = failed.message();
+  return found;
+}
+
 std::string path_in(const std::string& directory, const std::string& name) {
   return (std::filesystem::path(directory) / name).string();
 }

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace olh_viewers {
 
@@ -33,6 +34,13 @@ std::string own_program();
 
 // The executable of that name beside this program, else the first along PATH; "" when there is none.
 std::string find_beside(const std::string& name);
+
+// What stands in a directory, in no order.
+struct DirectoryNames {
+  std::vector<std::string> names;
+  std::string why_not_all;  // the directory cannot be opened, or breaks off; "" when it does not, or is not there
+};
+DirectoryNames names_in(const std::string& directory);
 
 // A name below a directory.
 std::string path_in(const std::string& directory, const std::string& name);

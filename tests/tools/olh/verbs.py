@@ -46,6 +46,11 @@ class Verbs(Scene):
     def olh(self, *words, **variables):
         return self.run_program(OLH, *words, **variables)
 
+    def breaking_off(self, directory):
+        """The variables of a program for which the names in this directory break off behind the first."""
+        library = BUILD / "tests/olh_dmerge/libbroken_listing.so"
+        return {"LD_PRELOAD": str(library), "ASAN_OPTIONS": "verify_asan_link_order=0", "BROKEN_LISTING": str(directory)}
+
     def olh_in(self, directory, *words, **variables):
         """Runs a copy of olh there, away from its installation: beside it are no viewers and no pages but what are there."""
         directory.mkdir(parents=True, exist_ok=True)

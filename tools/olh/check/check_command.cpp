@@ -112,6 +112,10 @@ int check(const Arguments& asked) {
   std::string reason;
   std::optional<CheckedRoot> root = read_root(asked.root, reason);
   if (root) {
+    findings.begin("root");
+    for (const HalfRead& one : root->holdings.half_read)
+      findings.error(one.directory,
+                     "cannot be read to its end: " + one.reason + "; what else it holds was not checked");
     root->tags_file = asked.tags;
     for (const NamedCheck& one : kChecks) {
       findings.begin(one.name);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "files.h"
 #include "find.h"
 #include "olh/support.h"
 #include "shared.h"
@@ -85,12 +86,8 @@ std::string CheckedRoot::pdf_named(const std::string& name) const {
 }
 
 std::vector<std::string> CheckedRoot::names_in(const std::string& directory) const {
-  std::vector<std::string> names;
-  if (is_web) return names;
-  std::error_code failed;
-  for (fs::directory_iterator entry(place_in_root(path, directory), failed), end; !failed && entry != end;
-       entry.increment(failed))
-    names.push_back(entry->path().filename().string());
+  if (is_web) return {};
+  std::vector<std::string> names = olh_viewers::names_in(place_in_root(path, directory)).names;
   std::sort(names.begin(), names.end());
   return names;
 }

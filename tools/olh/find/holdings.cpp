@@ -1,10 +1,8 @@
 #include "holdings.h"
 
-#include <filesystem>
-#include <functional>
 #include <map>
-#include <system_error>
 
+#include "files.h"
 #include "olh/support.h"
 #include "places.h"
 #include "script_lists.h"
@@ -22,13 +20,6 @@ Holding& holding(ByName& all, const std::string& name) {
   return found;
 }
 
-void for_each_name(const std::string& directory, const std::function<void(const std::string&)>& take) {
-  std::error_code failed;
-  for (std::filesystem::directory_iterator entry(directory, failed), end; !failed && entry != end;
-       entry.increment(failed))
-    take(entry->path().filename().string());
-}
-
 bool is_there(const std::string& path) { return path_exists(path.c_str()) == 1; }
 
 // ---- in a directory: what the lookups would find ----
@@ -38,26 +29,36 @@ bool has_start_page(const std::string& root, const std::string& manual) {
   return is_there(directory + "index.htm") || is_there(directory + manual + ".htm");
 }
 
-void add_manuals(const std::string& root, ByName& all) {
-  for_each_name(root + "/htmldocs", [&](const std::string& name) {
-    if (has_start_page(root, name)) holding(all, name).html = true;
-  });
+// The names in a directory of the root. When these are not all, neither is what they stand for.
+std::vector<std::string> names_in(const std::string& directory, Holdings& found, bool Holdings::*is_known) {
+  olh_viewers::DirectoryNames listed = olh_viewers::names_in(found.root + "/" + directory);
+  if (!listed.why_not_all.empty()) {
+    found.*is_known = false;
+    found.half_read.push_back({directory, listed.why_not_all});
+  }
+  return std::move(listed.names);
+}
+
+void add_manuals(Holdings& found, ByName& all) {
+  for (const std::string& name : names_in("htmldocs", found, &Holdings::documents_known)) {
+    if (has_start_page(found.root, name)) holding(all, name).html = true;
+    if (has_wrong_start_page(found.root, name)) found.unreachable.push_back(name);
+  }
 }
 
 // A lookup appends ".pdf": a file that ends in ".PDF" is only found by its whole name.
-void add_pdfs(const std::string& root, ByName& all) {
-  for (const std::string& pdfs : {root + "/pdfdocs/", root + "/system_admin_docs/"})
-    for_each_name(pdfs, [&](const std::string& file) {
-      if (file.size() <= 4 || !ends_in_any_pdf(file) || !is_there(pdfs + file)) return;
-      holding(all, ends_in_pdf(file) ? file.substr(0, file.size() - 4) : file).pdf = true;
-    });
+void add_pdfs(Holdings& found, ByName& all) {
+  for (const std::string directory : {"pdfdocs", "system_admin_docs"}) {
+    const std::string place = olh_viewers::path_in(found.root, directory);
+    for (const std::string& file : names_in(directory, found, &Holdings::documents_known))
+      if (file.size() > 4 && ends_in_any_pdf(file) && is_there(olh_viewers::path_in(place, file)))
+        holding(all, ends_in_pdf(file) ? file.substr(0, file.size() - 4) : file).pdf = true;
+  }
 }
 
-void add_portals(const std::string& root, ByName& all) {
-  const std::string portals = root + "/tomedecks/";
-  for_each_name(portals, [&](const std::string& name) {
-    if (is_there(portals + name + "/index.html")) holding(all, name).portal = true;
-  });
+void add_portals(Holdings& found, ByName& all) {
+  for (const std::string& name : names_in("tomedecks", found, &Holdings::portals_known))
+    if (is_there(found.root + "/tomedecks/" + name + "/index.html")) holding(all, name).portal = true;
 }
 
 // ---- from the lists ----
@@ -127,12 +128,9 @@ Holdings holdings_of(const std::string& root) {
     found.portals_known = portals.has_value();
     add_listed(documents, portals, all);
   } else {
-    add_manuals(root, all);
-    add_pdfs(root, all);
-    add_portals(root, all);
-    for_each_name(root + "/htmldocs", [&](const std::string& name) {
-      if (has_wrong_start_page(root, name)) found.unreachable.push_back(name);
-    });
+    add_manuals(found, all);
+    add_pdfs(found, all);
+    add_portals(found, all);
   }
   add_titles(documents, portals, all);
   for (auto& [name, one] : all) found.all.push_back(std::move(one));

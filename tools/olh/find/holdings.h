@@ -22,10 +22,17 @@ struct Holding {
   std::string shadowed_by;  // the root whose document of that name is shown instead, "" when this one is shown
 };
 
+// A directory of a root that cannot be read to its end.
+struct HalfRead {
+  std::string directory;  // below the root
+  std::string reason;
+};
+
 struct Holdings {
   std::string root;
-  bool documents_known = true;
+  bool documents_known = true;  // all of them
   bool portals_known = true;
+  std::vector<HalfRead> half_read;
   std::vector<Holding> all;              // by name
   std::vector<std::string> unreachable;  // names of manuals whose start page has a name that no lookup knows
 };

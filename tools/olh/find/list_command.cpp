@@ -20,7 +20,7 @@ constexpr const char* kListExamples =
     "  olh list                          each root with its documents; what an earlier root shadows is marked\n"
     "  olh list --root /usr/share/olh/docs --json\n"
     "  olh list --names --kind portal    the names alone, for a script\n"
-    "Exit code: 0, or 4 when there is no root; 64 wrong use.\n";
+    "Exit code: 0; 2 a directory cannot be read to its end; 4 when there is no root; 64 wrong use.\n";
 
 struct ListArguments {
   std::string root;
@@ -52,13 +52,14 @@ std::vector<Holdings> gather(const SearchRoots& roots, const std::string& kind) 
 
 // ---- answers ----
 
-// What cannot be told of a root behind a URL; "" for nothing.
+// What cannot be told of a root; "" for nothing.
 std::string unknown_part(const Holdings& root) {
   const char* part = !root.documents_known && !root.portals_known ? "documents and portals"
                      : !root.documents_known                      ? "documents"
                      : !root.portals_known                        ? "portals"
                                                                   : nullptr;
   if (part == nullptr) return "";
+  if (!is_web_root(root.root)) return std::string("may hold more ") + part;
   return std::string("cannot tell which ") + part + " it holds: its lists cannot be read";
 }
 
@@ -111,6 +112,18 @@ void print_as_json(const std::vector<Holdings>& roots) {
   say_json(answer);
 }
 
+// Returns whether all directories could be read to their end.
+bool complain_about_half_read(const std::vector<Holdings>& roots) {
+  bool are_whole = true;
+  for (const Holdings& root : roots)
+    for (const HalfRead& one : root.half_read) {
+      complain(root.root + "/" + one.directory + " cannot be read to its end: " + one.reason +
+               ". What else it holds is not listed.");
+      are_whole = false;
+    }
+  return are_whole;
+}
+
 int list(const ListArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const std::vector<Holdings> gathered = gather(roots, asked.kind);
@@ -125,6 +138,7 @@ int list(const ListArguments& asked) {
     for (const std::string& manual : root.unreachable)
       complain(root.root + "/htmldocs/" + manual + " is not listed: it " + kWrongStartPage + ".");
   complain_about_roots(roots);
+  if (!complain_about_half_read(gathered)) return OLH_RESULT_FAILED;
   if (!roots.roots.empty()) return OLH_RESULT_OK;
   complain(
       "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' tells what was tried.");

@@ -31,6 +31,12 @@ class Check(Verbs):
         done = self.olh("check", f"{self.docs}/")
         self.assertEqual(done.stdout, f"{self.docs}: 1 manual, 1 PDF, 1 portal; nothing to complain about.\n")
 
+    def test_a_directory_that_breaks_off_is_an_error(self):
+        for name in ("htmldocs", "pdfdocs", "tomedecks"):
+            for number in range(3):
+                write(self.docs / name / f"{number}/file")
+            self.assertIn(("error", "root", name, None), self.found(code=2, **self.breaking_off(self.docs / name)))
+
     @needs_pdfs
     def test_the_projects_own_root_is_clean(self):
         self.olh("check", DOCS, code=0)

@@ -1,4 +1,5 @@
 """olh list: what each root holds, and which of it a help call would show."""
+import json
 import re
 import shutil
 import unicodedata
@@ -45,6 +46,16 @@ class List(Verbs):
                 self.assertEqual([(root["path"], root["source"]) for root in roots], [(str(root), by) for root, by in wanted])
         self.olh("show", "olh_manual", "quick_start", code=0, QEL_DOC_PATH=None, OLH_SYSTEM_DOC_PATH=None)
         self.assertIn(f"{own}/htmldocs/olh_manual/index.htm", self.opened()[0])
+
+    def test_a_directory_that_breaks_off_is_named(self):
+        for name, known in {"htmldocs": (False, True), "pdfdocs": (False, True), "tomedecks": (True, False)}.items():
+            for number in range(3):
+                write(self.docs / name / f"{number}/file")
+            done = self.olh("list", "--json", code=2, **self.breaking_off(self.docs / name))
+            self.assertEqual(done.stderr, f"olh: {self.docs}/{name} cannot be read to its end: Input/output error. "
+                                          "What else it holds is not listed.\n")
+            root = json.loads(done.stdout)["roots"][0]
+            self.assertEqual((root["documents_known"], root["portals_known"]), known)
 
     def test_a_start_page_that_no_lookup_knows_is_named(self):
         write(self.docs / "htmldocs/nearly/index.html")

@@ -118,11 +118,10 @@ class Dmerge(Verbs):
 
     def test_a_listing_that_breaks_off_is_named(self):
         write(self.docs / "tomedecks/qel_td/js/tdklist.js", "Entry.fAddList( List );\n")
-        preload = {"LD_PRELOAD": str(BUILD / "tests/olh_dmerge/libbroken_listing.so"), "ASAN_OPTIONS": "verify_asan_link_order=0"}
         for name, what in {"pdfdocs": "documents", "tomedecks": "portals"}.items():
             for number in range(3):
                 write(self.docs / name / f"{number}/file", "")
-            done = self.dmerge(code=5, BROKEN_LISTING=str(self.docs / name), **preload)
+            done = self.dmerge(code=5, **self.breaking_off(self.docs / name))
             self.assertIn(f"the {what} cannot be listed: {self.docs}/{name}: Input/output error.", done.stderr)
 
     @needs_root
