@@ -22,11 +22,12 @@ namespace {
 
 // Every verb, in the order in which the help lists them.
 constexpr std::initializer_list<void (*)(const olh::Verb&)> kVerbs = {
-    olh::add_show_command,    olh::add_search_command,     olh::add_portal_command,   olh::add_bookcase_command,
-    olh::add_list_command,    olh::add_topics_command,     olh::add_test_command,     olh::add_where_command,
-    olh::add_paths_command,   olh::add_alt_path_command,   olh::add_setup_command,    olh::add_viewers_command,
-    olh::add_doctor_command,  olh::add_dmerge_command,     olh::add_check_command,    olh::add_new_command,
-    olh::add_version_command, olh::add_probe_root_command, olh::add_try_path_command,
+    olh::add_show_command,         olh::add_search_command,   olh::add_portal_command,     olh::add_bookcase_command,
+    olh::add_list_command,         olh::add_topics_command,   olh::add_test_command,       olh::add_where_command,
+    olh::add_paths_command,        olh::add_alt_path_command, olh::add_setup_command,      olh::add_viewers_command,
+    olh::add_doctor_command,       olh::add_dmerge_command,   olh::add_check_command,      olh::add_new_command,
+    olh::add_remove_command,       olh::add_version_command,  olh::add_probe_root_command, olh::add_try_path_command,
+    olh::add_prepare_root_command,
 };
 
 // Verbs that are programs of their own, as the help lists them where they are installed. Any other program "olh-VERB" is
@@ -35,7 +36,8 @@ struct Program {
   const char* verb;
   const char* what;
 };
-constexpr Program kPrograms[] = {{"serve", "Serve documentation to the browsers of this machine"}};
+constexpr Program kPrograms[] = {{"import", "Bring in a manual that another program made"},
+                                 {"serve", "Serve documentation to the browsers of this machine"}};
 
 constexpr const char* kExamples =
     "Examples:\n"

@@ -6,8 +6,10 @@
 
 #include "find.h"
 #include "lists.h"
+#include "manual_name.h"
 #include "new_root.h"
 #include "olh/support.h"
+#include "root_place.h"
 #include "shared.h"
 #include "title_warnings.h"
 
@@ -25,9 +27,6 @@ constexpr const char* kNewExamples =
     "Exit code: 0 made, 4 the pages to copy are not installed, 5 ROOT is something else, has the\n"
     "manual already or cannot be written, 64 wrong use.\n";
 
-// Directories below htmldocs that are no manual, or not the one of whoever makes a root.
-constexpr const char* kTakenNames[] = {"QEL", "qel_html_help", "qelhelp.htm", "_a_search_tips"};
-
 struct NewArguments {
   std::string root;
   NewManual manual;
@@ -36,34 +35,11 @@ struct NewArguments {
 
 // ---- what will do: "" or the end of a sentence, for the parser of the command line ----
 
-bool is_name_character(unsigned char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
-         c == '.';
-}
-
-std::string refusal_of_name(const std::string& name) {
-  if (name.empty() || !std::ranges::all_of(name, is_name_character) || name.starts_with('.') || name.starts_with('-'))
-    return "'" + name + "' names no document: letters, digits, '-', '_' and '.' do, not beginning with '-' or '.'.";
-  if (is_portal_name(name)) return "'" + name + "' would be looked for among the portals: their names end in '_td'.";
-  if (ends_in_any_pdf(name)) return "'" + name + "' would be looked for among the PDFs.";
-  if (std::ranges::count(kTakenNames, name) != 0)
-    return "'" + name + "' has another meaning in a documentation root.";
-  return "";
-}
-
 // The lists take a title as it is, between double quotes and as markup.
 std::string refusal_of_title(const std::string& title) {
   if (title.find_first_not_of(' ') == std::string::npos) return "the title is empty.";
   if (std::ranges::any_of(title, is_more_than_text))
     return "a title has no double quote, backslash, '<', '&' or control character: the lists take it as it is.";
-  return "";
-}
-
-std::string refusal_of_root(const std::string& root) {
-  if (root.empty()) return "the name of the root is empty.";
-  if (is_url(root.c_str()) != 0) return root + " is an address: a root is made where its files lie, in a directory.";
-  if (root.find(':') != std::string::npos)
-    return "':' separates the roots of a search path: no root has it in its name.";
   return "";
 }
 
@@ -111,23 +87,12 @@ void print_as_json(const NewArguments& asked, const std::string& root, int resul
   say_json(answer);
 }
 
-bool is_root_directory(const std::string& root) {
-  for (const char* part : {"htmldocs", "pdfdocs", "qel_doc_options.ini", "system_admin_docs"})
-    if (path_exists((root + "/" + part).c_str()) == 1) return true;
-  return false;
-}
-
-bool is_nothing(const std::string& place, std::error_code& failed) {
-  return fs::symlink_status(place, failed).type() == fs::file_type::not_found;
-}
-
 // Why nothing can be made there, as a sentence; "" when it can.
 std::string objection_to_place(const std::string& root, const std::string& manual) {
   std::error_code failed;
   if (is_nothing(root, failed)) return "";
   if (failed) return root + " cannot be made: " + failed.message() + ".";
-  if (!is_root_directory(root))
-    return root + " is there already and is no documentation root. Name one, or a directory that is not there yet.";
+  if (!is_root_directory(root)) return no_root(root);
   const std::string directory = root + "/htmldocs/" + manual;
   return is_nothing(directory, failed) ? "" : directory + " is there already, and nothing is overwritten.";
 }
@@ -139,8 +104,7 @@ int make_from_pages(const std::string& root, const NewManual& manual, bool is_ne
   }
   const auto pages = shipped_pages();
   if (!pages) {
-    complain(
-        "the pages that a manual is made from are not installed beside this program: the package olh-doc has them.");
+    complain(kPagesAreMissing);
     return OLH_RESULT_NOT_FOUND;
   }
   try {
@@ -154,9 +118,7 @@ int make_from_pages(const std::string& root, const NewManual& manual, bool is_ne
 
 int make_new(const NewArguments& given) {
   NewArguments asked = given;
-  fs::path path = fs::absolute(asked.root).lexically_normal();
-  if (!path.has_filename()) path = path.parent_path();
-  const std::string root = path.string();
+  const std::string root = path_of_root(asked.root);
   if (asked.manual.title.empty()) asked.manual.title = asked.manual.name;
   const bool is_new_root = !is_root_directory(root);
   const int result = make_from_pages(root, asked.manual, is_new_root);
@@ -178,7 +140,7 @@ void add_new_command(const Verb& olh) {
       .refused_by(refusal_of_root);
   verb.option("NAME", asked.manual.name, "The name of the manual, as help calls will ask for it")
       .required()
-      .refused_by(refusal_of_name);
+      .refused_by(olh_viewers::refusal_of_manual_name);
   verb.option("--title", asked.manual.title, "The title of the manual, else its name")
       .refused_by(refusal_of_title)
       .value_named("TEXT");

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <span>
 #include <stdexcept>
 #include <system_error>
@@ -12,6 +13,7 @@
 #include "files.h"
 #include "list_failure.h"
 #include "list_run.h"
+#include "manual_origin.h"
 #include "olh/dmerge.h"
 #include "shadow_root.h"
 #include "shared.h"
@@ -90,6 +92,14 @@ std::string as_markup(std::string text) {
   return text;
 }
 
+void write_page(const fs::path& to, const std::string& text) {
+  fs::create_directories(to.parent_path());
+  std::ofstream page(to, std::ios::binary);
+  page << text;
+  page.close();
+  if (!page) throw std::runtime_error("not all of it could be written");
+}
+
 // A file of the template, filled in; in a page the texts are markup.
 void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings) {
   const std::optional<std::string> source = olh_viewers::text_of_file(from);
@@ -98,11 +108,7 @@ void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings)
   const bool is_page = from.extension() == ".htm";
   for (const Filling& filling : fillings)
     replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);
-  fs::create_directories(to.parent_path());
-  std::ofstream page(to, std::ios::binary);
-  page << text;
-  page.close();
-  if (!page) throw std::runtime_error("not all of it could be written");
+  write_page(to, text);
 }
 
 Fillings fillings_for(const ShippedPages& shipped, const NewManual& manual) {
@@ -114,6 +120,7 @@ void fill_in_manual(const ShippedPages& shipped, const fs::path& directory, cons
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
     if (entry.is_regular_file())
       fill_in(entry.path(), directory / entry.path().lexically_relative(pages), fillings_for(shipped, manual));
+  write_page(directory / olh_viewers::kOriginFile, olh_viewers::origin_mark("new"));
 }
 
 void make_its_lists(const std::string& root) {
@@ -127,6 +134,22 @@ std::string reason_of(const fs::filesystem_error& error) {
   return error.path1().string() + ": " + error.code().message();
 }
 
+// Puts a root together beside its place, with what `fill` makes of its own, and moves it there.
+void make_in_one_step(const fs::path& root, const ShippedPages& pages,
+                      const std::function<void(const fs::path&)>& fill) {
+  try {
+    const Workshop workshop(root.parent_path());
+    const fs::path made = workshop.path() / "root";
+    if (fs::exists(pages.docs / kNotFoundPdf)) copy_page(pages.docs / kNotFoundPdf, made / kNotFoundPdf);
+    copy_wanted(pages.docs, made, kWanted);
+    fill(made);
+    make_its_lists(made.string());
+    fs::rename(made, root);
+  } catch (const fs::filesystem_error& error) {
+    throw std::runtime_error(reason_of(error));
+  }
+}
+
 }  // namespace
 
 std::optional<ShippedPages> shipped_pages() {
@@ -138,15 +161,20 @@ std::optional<ShippedPages> shipped_pages() {
 }
 
 void make_root(const fs::path& root, const ShippedPages& pages, const NewManual& manual) {
-  try {
-    const Workshop workshop(root.parent_path());
-    const fs::path made = workshop.path() / "root";
-    if (fs::exists(pages.docs / kNotFoundPdf)) copy_page(pages.docs / kNotFoundPdf, made / kNotFoundPdf);
-    copy_wanted(pages.docs, made, kWanted);
+  make_in_one_step(root, pages, [&](const fs::path& made) {
     fill_in_manual(pages, made / "htmldocs" / manual.name, manual);
     fill_in(pages.template_manual / "doclist.js", made / kPortalDocuments, fillings_for(pages, manual));
-    make_its_lists(made.string());
-    fs::rename(made, root);
+  });
+}
+
+void make_bare_root(const fs::path& root, const ShippedPages& pages) {
+  make_in_one_step(root, pages,
+                   [&](const fs::path& made) { copy_page(pages.docs / kPortalDocuments, made / kPortalDocuments); });
+}
+
+void complete_root(const fs::path& root, const ShippedPages& pages) {
+  try {
+    copy_wanted(pages.docs, root, kFrame);
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error(reason_of(error));
   }

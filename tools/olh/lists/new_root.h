@@ -3,7 +3,7 @@
 // Knows    where those pages lie, which of them every root wants, and how the template of a manual is filled in.
 // Not      which names and titles will do (new_command).
 // Owns     the directory beside the new root in which it is put together, until the root is whole.
-// For      new.
+// For      new, prepare-root.
 #ifndef OLH_TOOLS_NEW_ROOT_H
 #define OLH_TOOLS_NEW_ROOT_H
 
@@ -24,6 +24,10 @@ struct NewManual {
   std::string title;
 };
 
+// What is said where they are not installed.
+inline constexpr const char* kPagesAreMissing =
+    "the pages that a manual is made from are not installed beside this program: the package olh-doc has them.";
+
 // The pages in the installation, or the build, that this program belongs to; nothing when they are not there.
 std::optional<ShippedPages> shipped_pages();
 
@@ -36,6 +40,10 @@ inline constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js"
 // Makes `root`, which must not exist, its lists included. It appears in one step: when that fails nothing is left, and
 // a std::runtime_error says why.
 void make_root(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
+
+// Makes `root` without a manual, as above; or puts into a root that is there what the pages of a manual read and it lacks.
+void make_bare_root(const std::filesystem::path& root, const ShippedPages& pages);
+void complete_root(const std::filesystem::path& root, const ShippedPages& pages);
 
 // Puts the manual into `root`, which is one and must not have it, with what its pages read and the root lacks, and makes
 // the root's lists anew. What is there stays as it is; a std::runtime_error says what failed.

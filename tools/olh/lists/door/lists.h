@@ -13,6 +13,8 @@ class Verb;
 
 void add_dmerge_command(const Verb& olh);
 void add_new_command(const Verb& olh);
+void add_remove_command(const Verb& olh);
+void add_prepare_root_command(const Verb& olh);
 
 }  // namespace olh
 

@@ -18,13 +18,15 @@ var olhSearch = (function () {
   // A manual's topics. One manual after the other, since every table calls the same three functions.
   function manual(base, title, name) {
     last = last.then(function () {
-      var book = { title: title, topics: [] }, folder = base + encodeURIComponent(name) + '/';
+      var book = { title: title, topics: [] }, known = new Map(), folder = base + encodeURIComponent(name) + '/';
       window.QELAddBookVar = function () {};
       window.QELAddTopic = function (row) {
-        book.topics.push({ id: String(row[0]), href: folder + row[1], title: String(row[2] || row[0]), passages: [] });
+        var topic = { id: String(row[0]), href: folder + row[1], title: String(row[2] || row[0]), passages: [] };
+        book.topics.push(topic);
+        if (!known.has(row[0])) known.set(row[0], topic);
       };
       window.QELAddText = function (row) {
-        var topic = book.topics.find(function (known) { return known.id === row[0]; });
+        var topic = known.get(row[0]);
         if (topic) topic.passages.push({ anchor: row[1], heading: row[2], text: row[3] });
       };
       return olh.script(folder + 'QELdata/QELAllData.js')

@@ -14,6 +14,7 @@ QELAddTopic(["environment","environment.htm","Environment variables","On the use
 QELAddTopic(["option_files","option_files.htm","Option files","On the user's machine"]);
 QELAddTopic(["viewers","viewers.htm","Viewers of today","On the user's machine"]);
 QELAddTopic(["root_layout","root_layout.htm","Laying out a root","For the administrator"]);
+QELAddTopic(["import","import.htm","Bring in a manual that you have","For the administrator"]);
 QELAddTopic(["topics","topics.htm","Topics, destinations and tabs","For the administrator"]);
 QELAddTopic(["pdfs","pdfs.htm","PDFs: destinations and titles","For the administrator"]);
 QELAddTopic(["web_server","web_server.htm","Serving a root over HTTP","For the administrator"]);

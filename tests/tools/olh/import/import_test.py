@@ -1,0 +1,129 @@
+"""olh import and olh remove: what they do to a root, and what no source makes them do."""
+import os
+import re
+import signal
+import subprocess
+
+from scene import BUILD, needs_docs, wait_until, write
+from verbs import Verbs
+
+IMPORT = BUILD / "bin/olh-import"
+QUEER = '<h1 id="a">A "quoted" \\ title<script>1</script> &lt;b> &amp; \x07\u202e</h1>'
+
+
+@needs_docs
+class Import(Verbs):
+    def setUp(self):
+        super().setUp()
+        self.source = self.dir / "source"
+        self.root = self.dir / "made/root"
+        self.manual = self.root / "htmldocs/product"
+        (self.dir / "made").mkdir()
+        write(self.source / "index.htm", "<h1>Product</h1>\r\n<p>searched")
+        write(self.source / "sub/a b#c%..htm", "<h2 id='x y'>Odd</h2>")
+        (self.source / "sub/data.bin").write_bytes(bytes(range(256)))
+
+    def run_import(self, *words, code=0, source=None, root=None):
+        done = self.olh("import", *words, root or self.root, "product", source or self.source, code=code)
+        return done.stdout + done.stderr
+
+    def files(self, folder):
+        return {str(path.relative_to(folder)): path.read_bytes() for path in folder.rglob("*") if path.is_file()}
+
+    def lists(self):
+        return (self.root / "htmldocs/QEL/lib/LibList.js").read_text()
+
+    def test_a_manual_comes_whole_is_found_replaced_and_removed(self):
+        self.run_import()
+        self.assertEqual(self.files(self.manual / "pages"), self.files(self.source))
+        table = (self.manual / "QELdata/QELAllData.js").read_text()
+        self.assertIn('"pages/sub/a%20b%23c%25.%2Ehtm#x%20y"', table)
+        self.assertIn('"Product","product"', self.lists())
+        self.assertIn("searched", (self.manual / "QELdata/QELSearchText.js").read_text())
+        self.olh("test", "--root", self.root, "product", "x y", code=0)
+        self.olh("check", self.root, code=0)
+        before = self.files(self.root)
+        self.run_import()
+        self.assertEqual(self.files(self.root), before)
+        write(self.source / "index.htm", "<h1>Newer</h1>")
+        (self.source / "sub/data.bin").unlink()
+        self.run_import("--title", "Mine")
+        self.assertEqual(self.files(self.manual / "pages"), self.files(self.source))
+        self.assertIn('"Mine","product"', self.lists())
+        self.olh("remove", self.root, "product", code=0)
+        self.assertEqual([path.name for path in self.manual.parent.iterdir() if "product" in path.name or path.name[0] == "."], [])
+        self.assertNotIn("product", self.lists())
+
+    def test_what_something_else_brought_stays(self):
+        guide = self.docs / "htmldocs/guide"
+        before = self.files(self.docs)
+        self.olh("import", self.docs, "guide", self.source, code=5)
+        self.olh("remove", self.docs, "guide", code=5)
+        self.olh("remove", self.docs, "gone", code=4)
+        self.assertEqual(self.files(self.docs), before)
+        self.make_lists(self.docs)
+        self.json("remove", "--force", self.docs, "guide")
+        self.assertFalse(guide.exists())
+
+    def test_refused_sources_leave_the_root_as_it_was(self):
+        self.run_import()
+        before = self.files(self.root)
+        (self.dir / "empty").mkdir()
+        (self.dir / "fifo").mkdir()
+        os.mkfifo(self.dir / "fifo/index.html")
+        for source in ("empty", "fifo", "gone", "source/sub/data.bin"):
+            with self.subTest(source=source):
+                self.run_import(code=4, source=self.dir / source)
+        self.run_import("--start", "gone.html", code=4)
+        self.run_import("--dry-run", "--title", "Other")
+        self.assertEqual(self.files(self.root), before)
+
+    def test_nothing_outside_the_source_is_brought(self):
+        write(self.dir / "secret.html", "<h1>secret</h1>")
+        write(self.source / ".hidden.html", "<h1>secret</h1>")
+        write(self.source / ".git/config", "secret")
+        for name, target in {"up.html": "../secret.html", "absolute.html": self.dir / "secret.html", "folder": "..",
+                             "loop": "loop", "device.html": "/dev/zero"}.items():
+            (self.source / name).symlink_to(target)
+        (self.source / "inner.html").symlink_to("index.htm")
+        self.assertIn("left out: 5", self.run_import())
+        brought = self.files(self.manual)
+        self.assertIn("pages/inner.html", brought)
+        self.assertFalse([name for name, content in brought.items() if b"secret" in content or "hidden" in name or ".git" in name])
+
+    def test_titles_reach_lists_table_and_page_unharmed(self):
+        write(self.source / "index.htm", QUEER)
+        self.run_import()
+        self.olh("check", self.root, code=0)
+        self.assertNotIn("<script>1", (self.manual / "index.htm").read_text())
+        title = re.search(r'push\(\["(.*?)","product"', self.lists())[1]
+        self.assertEqual(title, "A \u201dquoted\u201d \u2216 title \u2039b\u203a \uff06")
+        self.assertIn('["a","pages/index.htm#a","A \u201dquoted\u201d \u2216 title <b> &"]', self.files(self.manual)["QELdata/QELAllData.js"].decode())
+
+    def test_monstrous_pages_are_read_within_bounds(self):
+        write(self.source / "deep.html", "<h1>Deep</h1>" + "<div>" * 100000 + "<h2 id='end'>End</h2>")
+        write(self.source / "ids.html", "".join(f"<h2 id='i{n}'>{n}</h2>" for n in range(50000)))
+        write(self.source / "entities.html", '<!DOCTYPE a [<!ENTITY b "bbbbbbbb"><!ENTITY c "&b;&b;&b;">]><h1>&c;</h1>')
+        self.assertIn("deep.html is nested too deeply", self.run_import())
+        self.assertIn('"i49999"', (self.manual / "QELdata/QELAllData.js").read_text())
+
+    def test_a_linked_manual_stays_where_it_lies(self):
+        self.run_import("--link")
+        self.assertEqual(os.readlink(self.manual / "pages"), str(self.source))
+        self.olh("remove", self.root, "product", code=0)
+        self.assertTrue((self.source / "index.htm").exists())
+
+    def test_an_interrupted_import_leaves_the_old_manual_and_the_next_one_clears_up(self):
+        self.run_import()
+        before = self.files(self.manual)
+        for number in range(800):
+            write(self.source / f"page{number}.html", f"<h1>{number}</h1>" + "<p>text" * 300)
+        for end in (signal.SIGTERM, signal.SIGKILL):
+            running = subprocess.Popen([IMPORT, self.root, "product", self.source], stderr=subprocess.DEVNULL)
+            wait_until(lambda: list(self.manual.parent.glob(".olh-import-*/manual/pages")))
+            running.send_signal(end)
+            self.assertEqual(running.wait(), -end)
+            self.assertEqual(self.files(self.manual), before)
+            self.assertEqual(bool(list(self.manual.parent.glob(".olh-import-*"))), end == signal.SIGKILL)
+        self.run_import()
+        self.assertEqual(list(self.manual.parent.glob(".olh-import-*")), [])

@@ -1,0 +1,88 @@
+#include "arranged_topics.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "carried_text.h"
+#include "notes.h"
+#include "topic_table.h"
+
+namespace olh_import {
+
+namespace {
+
+// A name as a person reads it, where the table can hold it; else what the library sees of it.
+std::string written_name(const std::string& name) {
+  return name == carried_topic_title(name) ? name : olh_viewers::normal_topic(name);
+}
+
+class Arranging {
+ public:
+  Arranging(const SourceTree& pages, const std::function<std::string(const Topic&)>& title_at)
+      : pages_(pages), title_at_(title_at) {}
+
+  void take(const Topic& topic) {
+    const std::string address = address_of(topic.page, topic.place);
+    if (!pages_.has(topic.page)) return without_page_.push_back(topic.name + " to " + topic.page);
+    if (address.size() > kLongestAddress || topic.name.size() > kLongestName) return too_long_.push_back(topic.name);
+    if (olh_viewers::normal_topic(topic.name).empty()) {
+      unnameable_.push_back(topic.name);
+      return write(free_name(name_of_page(topic.page)), address, topic);
+    }
+    const auto taken = lines_of_names_.find(olh_viewers::normal_topic(topic.name));
+    if (taken == lines_of_names_.end()) return write(topic.name, address, topic);
+    const std::string& kept = made_.lines[taken->second].address;
+    if (kept == address) return;
+    made_.same_names.push_back({topic.name, kept, address});
+    // Each page has a line of its own: it carries its title and its text to the search.
+    if (topic.rank == Rank::kPage) write(free_name(topic.name + "-page"), address, topic);
+  }
+
+  ArrangedTopics finished() {
+    std::vector<std::string> same;
+    for (const SameName& one : made_.same_names)
+      same.push_back(one.name + ": " + one.kept + " and not " + one.left_out);
+    tell(made_.notes, "names that the library cannot tell from earlier ones, left out", same);
+    tell(made_.notes, "topics of pages that are not there, left out", without_page_);
+    tell(made_.notes, "topics with too long a name or place, left out", too_long_);
+    tell(made_.notes, "names without a letter or digit, named after their page", unnameable_);
+    return std::move(made_);
+  }
+
+ private:
+  void write(const std::string& name, const std::string& address, const Topic& topic) {
+    lines_of_names_.emplace(olh_viewers::normal_topic(name), made_.lines.size());
+    made_.lines.push_back({written_name(name), address, carried_topic_title(title_at_(topic))});
+  }
+
+  std::string free_name(const std::string& wanted) const {
+    std::string name = wanted;
+    for (int number = 2; olh_viewers::normal_topic(name).empty() || is_taken(name); ++number)
+      name = wanted + "-" + std::to_string(number);
+    return name;
+  }
+  bool is_taken(const std::string& name) const { return lines_of_names_.contains(olh_viewers::normal_topic(name)); }
+
+  const SourceTree& pages_;
+  const std::function<std::string(const Topic&)>& title_at_;
+  std::unordered_map<std::string, std::size_t> lines_of_names_;
+  ArrangedTopics made_;
+  std::vector<std::string> without_page_;
+  std::vector<std::string> too_long_;
+  std::vector<std::string> unnameable_;
+};
+
+}  // namespace
+
+// Only pages are asked for, and each of their names has an ending.
+std::string name_of_page(std::string_view page) { return std::string(page.substr(0, page.rfind('.'))); }
+
+ArrangedTopics arranged_topics(std::vector<Topic> topics, const SourceTree& pages,
+                               const std::function<std::string(const Topic&)>& title_at) {
+  std::ranges::stable_sort(topics, {}, &Topic::rank);
+  Arranging arranging(pages, title_at);
+  for (const Topic& topic : topics) arranging.take(topic);
+  return arranging.finished();
+}
+
+}  // namespace olh_import

@@ -1,0 +1,177 @@
+#include "html_page.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "url.h"
+#include "words.h"
+
+namespace olh_import {
+
+namespace {
+
+constexpr std::string_view kPageEndings[] = {".html", ".htm", ".xhtml"};
+
+constexpr std::string_view kNoText[] = {"script", "style", "template", "noscript", "svg",  "math",
+                                        "title",  "nav",   "footer",   "button",   "form", "select"};
+constexpr std::string_view kFrameRoles[] = {"navigation", "search", "banner", "contentinfo", "complementary"};
+constexpr std::string_view kFrameClasses[] = {"sphinxsidebar", "related",   "headerlink",   "header-anchor",
+                                              "navheader",     "navfooter", "anchorjs-link"};
+// Elements whose text does not go on in the same line.
+constexpr std::string_view kInLine[] = {
+    "a", "abbr", "b",    "bdi",   "bdo",  "cite", "code", "dfn",    "em", "font", "i",   "ins", "kbd",     "mark",
+    "q", "s",    "samp", "small", "span", "sub",  "sup",  "strong", "tt", "u",    "var", "del", "acronym", "big"};
+constexpr std::string_view kWithPlace[] = {"section", "div", "article", "a", "span", "dt", "li"};
+
+bool is_one_of(std::string_view word, const auto& words) { return std::ranges::count(words, word) != 0; }
+
+// What belongs to the frame and not to the text.
+bool is_frame(Element element) {
+  if (is_one_of(element.name(), kNoText)) return true;
+  if (is_one_of(element.attribute("role"), kFrameRoles)) return true;
+  return std::ranges::any_of(kFrameClasses, [element](std::string_view word) { return element.has_class(word); });
+}
+
+int heading_level(Element element) {
+  const std::string_view name = element.name();
+  return name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6' ? name[1] - '0' : 0;
+}
+
+std::string place_of(Element element) {
+  const std::string id = element.attribute("id");
+  return id.empty() && element.is("a") ? element.attribute("name") : id;
+}
+
+// The signs that generators put behind a heading as a link to itself.
+std::string without_link_sign(std::string text) {
+  for (bool is_cut = true; is_cut;) {
+    is_cut = false;
+    for (const std::string_view sign : {"\u00b6", "\u00a7", "\u00b6\u00b6", "\U0001f517", "\uf0c1", " #", " "})
+      if (text.ends_with(sign)) {
+        text.resize(text.size() - sign.size());
+        is_cut = true;
+      }
+  }
+  return text;
+}
+
+// The text of a heading.
+class HeadingText : public Visitor {
+ public:
+  bool enter(Element element) override {
+    if (element.is("br")) text_ += ' ';
+    return !is_frame(element);
+  }
+  void text(std::string_view text) override { text_ += text; }
+  std::string text() const { return without_link_sign(folded_space(text_)); }
+
+ private:
+  std::string text_;
+};
+
+// The way through a page that gathers its passages.
+class Gathering : public Visitor {
+ public:
+  explicit Gathering(HtmlPage& page) : page_(page) { page_.passages.emplace_back(); }
+
+  bool enter(Element element) override {
+    if (is_frame(element)) return false;
+    if (const std::string place = place_of(element); !place.empty() && is_one_of(element.name(), kWithPlace))
+      pending_ = place;
+    leave(element);
+    const int level = heading_level(element);
+    if (level != 0) take_heading(element, level);
+    return level == 0;
+  }
+
+  void leave(Element element) override {
+    if (!is_one_of(element.name(), kInLine)) raw_ += ' ';
+  }
+
+  void text(std::string_view text) override {
+    if (text.find_first_not_of(" \t\r\n") != std::string_view::npos) pending_.clear();
+    raw_ += text;
+  }
+
+  void finish() {
+    finish_passage();
+    const Passage& first = page_.passages.front();
+    if (first.text.empty() && first.level == 0) page_.passages.erase(page_.passages.begin());
+  }
+
+ private:
+  void take_heading(Element heading, int level) {
+    std::string place = heading.attribute("id");
+    for (Element inner = heading.next_within(heading); inner && place.empty(); inner = inner.next_within(heading))
+      if (!is_frame(inner)) place = place_of(inner);
+    if (place.empty()) place = pending_;
+    pending_.clear();
+    HeadingText heading_text;
+    visit(heading, heading_text);
+    finish_passage();
+    page_.passages.push_back({level, place, heading_text.text(), ""});
+  }
+
+  void finish_passage() {
+    page_.passages.back().text = folded_space(raw_);
+    raw_.clear();
+  }
+
+  HtmlPage& page_;
+  std::string pending_;  // an identifier right before what comes, with no text in between
+  std::string raw_;
+};
+
+// The one element that holds the text, by what HTML and its roles say; else all of the page: in one without <body>, the
+// parser takes what it does not know for a part of the head.
+Element main_of(const Markup& markup) {
+  const Element root = markup.root();
+  Element article;
+  int articles = 0;
+  for (Element at = root; at; at = at.next_within(root)) {
+    if (at.is("main") || at.attribute("role") == "main") return at;
+    if (at.is("article") && ++articles == 1) article = at;
+  }
+  return articles == 1 ? article : root;
+}
+
+void take_places(HtmlPage& page) {
+  const Element root = page.markup.root();
+  for (Element at = root; at; at = at.next_within(root)) {
+    if (std::string id = at.attribute("id"); !id.empty()) page.places.insert(std::move(id));
+    if (std::string name = at.is("a") ? at.attribute("name") : ""; !name.empty()) page.places.insert(std::move(name));
+  }
+}
+
+}  // namespace
+
+bool is_page_name(std::string_view name) {
+  const std::string lower = olh_viewers::lower_case(name);
+  return std::ranges::any_of(kPageEndings, [&lower](std::string_view end) { return lower.ends_with(end); });
+}
+
+HtmlPage read_html_page(const std::string& name, std::string_view bytes) {
+  HtmlPage page = {name, "", {}, {}, Markup::page(bytes), {}};
+  page.main = main_of(page.markup);
+  take_places(page);
+  Gathering gathering(page);
+  visit(page.main, gathering);
+  gathering.finish();
+  const auto first = std::ranges::find(page.passages, 1, &Passage::level);
+  if (first != page.passages.end()) page.title = first->heading;
+  if (page.title.empty()) page.title = page.markup.first("title").text();
+  return page;
+}
+
+LinkTarget target_of_link(std::string_view from_page, std::string_view href) {
+  const std::string_view path = olh_viewers::without_query_and_fragment(href);
+  const std::string place = olh_viewers::decoded(olh_viewers::fragment_of(href));
+  if (path.empty()) return {std::string(from_page), place};
+  if (path.find(':') != std::string_view::npos || path.starts_with('/')) return {};
+  const std::filesystem::path from = std::filesystem::path(from_page).parent_path();
+  std::string page = (from / olh_viewers::decoded(path)).lexically_normal().string();
+  if (page.starts_with("..") || page.starts_with('/')) return {};
+  return {page, place};
+}
+
+}  // namespace olh_import

@@ -1,0 +1,251 @@
+#include "import_manual.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+
+#include "carried_text.h"
+#include "child.h"
+#include "files.h"
+#include "manual_files.h"
+#include "manual_origin.h"
+#include "notes.h"
+#include "refusal.h"
+#include "search_text.h"
+#include "topic_table.h"
+#include "words.h"
+
+namespace olh_import {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kPages = "pages";
+constexpr const char* kStartPages[] = {"index.html",    "index.htm", "index.xhtml", "default.htm",
+                                       "contents.html", "toc.html",  "README.html"};
+
+Source source_of(const std::vector<std::string>& named) {
+  Source source;
+  for (const std::string& one : named) {
+    std::error_code failed;
+    const bool is_folder = fs::is_directory(one, failed);
+    if (!is_folder && !olh_viewers::is_regular_file(one))
+      throw Refusal(kNoSource, one + " cannot be read: a source is a folder of pages, or a file.");
+    if (is_folder && !source.tree.folder().empty())
+      throw Refusal(kWrongUse,
+                    "a manual is made of one folder, not of " + source.tree.folder() + " and " + one + ".");
+    is_folder ? static_cast<void>(source.tree = SourceTree(fs::canonical(one).string()))
+              : source.files.push_back(one);
+  }
+  return source;
+}
+
+// What a title is worth: the reader's own word for a place, the heading there, the title of the page, its name.
+class Titles {
+ public:
+  void add(const HtmlPage& page) {
+    pages_[page.name] = page.title;
+    for (const Passage& passage : page.passages)
+      if (!passage.place.empty()) places_.try_emplace(page.name + "#" + passage.place, passage.heading);
+  }
+  std::string of_page(const std::string& page) const {
+    const auto found = pages_.find(page);
+    return found == pages_.end() || found->second.empty() ? page : found->second;
+  }
+  std::string at(const Topic& topic) const {
+    if (!topic.title.empty()) return topic.title;
+    const auto found = places_.find(topic.page + "#" + topic.place);
+    return found == places_.end() || found->second.empty() ? of_page(topic.page) : found->second;
+  }
+  // Every page that has one, in the order of names.
+  const std::map<std::string, std::string>& pages() const { return pages_; }
+
+ private:
+  std::map<std::string, std::string> pages_;
+  std::unordered_map<std::string, std::string> places_;
+};
+
+class Import {
+ public:
+  Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress)
+      : asked_(asked), progress_(progress), source_(source_of(asked.sources)), reader_(reader_for(source_)) {}
+
+  ImportOutcome run() {
+    make_output();
+    find_pages();
+    reader_->read(source_, *pages_, manual_);
+    note_places();
+    go_through_files();
+    reader_->finish(manual_);
+    return finish();
+  }
+
+ private:
+  std::string place() const { return asked_.root + "/htmldocs/" + asked_.name; }
+
+  // Only what an import has brought gives way to another.
+  void make_output() {
+    std::error_code failed;
+    const bool is_there = fs::symlink_status(place(), failed).type() != fs::file_type::not_found;
+    if (is_there && olh_viewers::origin_of(place()) != "import")
+      throw Refusal(kCannotWrite, place() + " is there already, and olh import has not brought it.");
+    if (!asked_.dry_run &&
+        olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "prepare-root", asked_.root}) != 0)
+      throw Refusal(kCannotWrite, "nothing is imported.");
+    out_.emplace(asked_.dry_run ? (fs::temp_directory_path() / asked_.name).string() : place());
+  }
+
+  void find_pages() {
+    const std::string folder = reader_->folder(source_);
+    if (reader_->unpack(source_, *out_)) {
+      is_unpacked_ = true;
+      folder_ = SourceTree(out_->path() + "/" + kPages);
+    } else if (!folder.empty()) {
+      folder_ = SourceTree(source_.tree.folder() + "/" + folder);
+    }
+    if (!folder_.names().empty()) pages_ = &folder_;
+    if (std::ranges::none_of(pages_->names(), is_page_name))
+      throw Refusal(kNoSource, "there is no page in this " + std::string(reader_->kind()) + " source.");
+    if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
+    choose_start();
+  }
+
+  void choose_start() {
+    if (!asked_.start.empty() && !pages_->has(asked_.start))
+      throw Refusal(kNoSource, "the source has no page " + asked_.start + ".");
+    manual_.start = asked_.start;
+    for (const char* usual : kStartPages)
+      if (manual_.start.empty() && pages_->has(usual)) manual_.start = usual;
+    if (manual_.start.empty()) manual_.start = *std::ranges::find_if(pages_->names(), is_page_name);
+  }
+
+  // A reader's places are looked for in their pages.
+  void note_places() {
+    for (std::size_t at = 0; at < manual_.topics.size(); ++at)
+      if (!manual_.topics[at].place.empty()) topics_of_pages_[manual_.topics[at].page].push_back(at);
+  }
+
+  void go_through_files() {
+    std::size_t done = 0;
+    for (const std::string& name : pages_->names()) {
+      progress_(done++, pages_->names().size());
+      if (is_page_name(name) && reader_->is_content(name)) take_page(name);
+      const bool is_wanted = !asked_.link && !asked_.dry_run && !is_unpacked_;
+      if (is_wanted && !out_->copy(*pages_, name, std::string(kPages) + "/" + name)) unread_.push_back(name);
+    }
+  }
+
+  void take_page(const std::string& name) {
+    const std::optional<std::string> bytes = pages_->read(name);
+    if (!bytes) return unread_.push_back(name);
+    const HtmlPage page = read_html_page(name, *bytes);
+    if (page.markup.is_cut()) manual_.notes.push_back(name + " is nested too deeply and only read in part");
+    titles_.add(page);
+    text_.add(page);
+    for (const std::size_t at : topics_of_pages_[name]) {
+      std::string& place = manual_.topics[at].place;
+      if (page.places.contains(place)) continue;
+      missing_places_.push_back(address_of(name, place));
+      place.clear();
+    }
+    reader_->read_page(page, manual_);
+    take_headings(page);
+    if (manual_.topics.size() > kMostTopics)
+      throw Refusal(kNoSource, "the source has more than " + std::to_string(kMostTopics) + " topics.");
+  }
+
+  void take_headings(const HtmlPage& page) {
+    manual_.topics.push_back({name_of_page(page.name), page.name, "", page.title, Rank::kPage});
+    for (const Passage& passage : page.passages)
+      if (!passage.place.empty() && reader_->is_place(passage.place))
+        manual_.topics.push_back({passage.place, page.name, passage.place, passage.heading, Rank::kHeading});
+  }
+
+  ImportOutcome finish() {
+    ImportOutcome outcome = {reader_->kind(), title(), titles_.pages().size(), 0, {}, {}};
+    ArrangedTopics topics =
+        arranged_topics(std::move(manual_.topics), *pages_, [this](const Topic& topic) { return titles_.at(topic); });
+    write_files(outcome.title, topics.lines);
+    outcome.topics = topics.lines.size();
+    outcome.same_names = std::move(topics.same_names);
+    outcome.notes = notes(topics.notes);
+    if (!asked_.dry_run) out_->take_place();
+    return outcome;
+  }
+
+  std::string title() const {
+    const std::string& given = asked_.title.empty() ? manual_.title : asked_.title;
+    std::string title = carried_title(given.empty() ? titles_.of_page(manual_.start) : given);
+    return title.empty() ? asked_.name : title;
+  }
+
+  void write_files(const std::string& title, const std::vector<TableLine>& lines) {
+    std::unordered_map<std::string, std::string> names;
+    for (const TableLine& line : lines) names.try_emplace(line.address, line.name);
+    out_->write(olh_viewers::kTopicTable, topic_table_file(title, lines));
+    text_.write(*out_, [&names](const std::string& page) {
+      const auto found = names.find(address_of(page, ""));
+      return found == names.end() ? "" : found->second;
+    });
+    out_->write("index.htm", start_page_file(title, contents()));
+    out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark("import", origin()));
+  }
+
+  std::string origin() const {
+    std::string text;
+    for (const std::string& source : asked_.sources) text += clean_text(source, kLargestPage) + "\n";
+    return text;
+  }
+
+  std::vector<Chapter> contents() const {
+    std::vector<Chapter> chapters;
+    for (Chapter chapter : manual_.contents) {
+      if (!chapter.page.empty() && !pages_->has(chapter.page)) continue;
+      if (chapter.title.empty()) chapter.title = titles_.of_page(chapter.page);
+      chapters.push_back(std::move(chapter));
+    }
+    if (!chapters.empty()) return chapters;
+    chapters.push_back({0, titles_.of_page(manual_.start), manual_.start, ""});
+    for (const auto& [page, title] : titles_.pages())
+      if (page != manual_.start) chapters.push_back({0, titles_.of_page(page), page, ""});
+    return chapters;
+  }
+
+  std::vector<std::string> notes(const std::vector<std::string>& of_topics) const {
+    std::vector<std::string> all = of_topics;
+    all.insert(all.end(), manual_.notes.begin(), manual_.notes.end());
+    tell(all, "files that cannot be read, left out", unread_);
+    tell(all, "places that their page does not have, replaced by its beginning", missing_places_);
+    if (const std::size_t links = pages_->links_left_out(); links != 0 && !asked_.link)
+      all.push_back("links to folders or out of the source, left out: " + std::to_string(links));
+    return all;
+  }
+
+  const ImportRequest& asked_;
+  const std::function<void(std::size_t, std::size_t)>& progress_;
+  Source source_;
+  std::unique_ptr<Reader> reader_;
+  std::optional<OutputFolder> out_;
+  SourceTree folder_;  // where the pages do not lie in the source's own folder
+  const SourceTree* pages_ = &source_.tree;
+  bool is_unpacked_ = false;
+  Manual manual_;
+  std::unordered_map<std::string, std::vector<std::size_t>> topics_of_pages_;
+  Titles titles_;
+  SearchText text_;
+  std::vector<std::string> unread_;
+  std::vector<std::string> missing_places_;
+};
+
+}  // namespace
+
+ImportOutcome import_manual(const ImportRequest& asked,
+                            const std::function<void(std::size_t, std::size_t)>& progress) {
+  return Import(asked, progress).run();
+}
+
+}  // namespace olh_import

@@ -1,0 +1,42 @@
+// The import of one manual, from the source to its place in a root.
+//
+// Knows    the order of the steps: nothing of the root changes before all of them are done.
+// Not      what kinds of sources there are (readers), what a person is told of it (import_command).
+// For      main.
+#ifndef OLH_IMPORT_IMPORT_MANUAL_H
+#define OLH_IMPORT_IMPORT_MANUAL_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "arranged_topics.h"
+
+namespace olh_import {
+
+struct ImportRequest {
+  std::string root;  // an absolute path
+  std::string name;
+  std::vector<std::string> sources;
+  std::string title;  // "": the source's own
+  std::string start;  // "": the source's own
+  bool link = false;
+  bool dry_run = false;
+};
+
+struct ImportOutcome {
+  std::string kind;  // of the source
+  std::string title;
+  std::size_t pages = 0;
+  std::size_t topics = 0;
+  std::vector<SameName> same_names;
+  std::vector<std::string> notes;  // sentences
+};
+
+// `progress` hears of each page. Throws a Refusal.
+ImportOutcome import_manual(const ImportRequest& asked,
+                            const std::function<void(std::size_t done, std::size_t of)>& progress);
+
+}  // namespace olh_import
+
+#endif

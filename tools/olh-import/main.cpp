@@ -1,0 +1,141 @@
+// olh-import: a manual that another program made, brought into a documentation root.
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "child.h"
+#include "files.h"
+#include "import_manual.h"
+#include "manual_name.h"
+#include "refusal.h"
+#include "visible.h"
+#include "words.h"
+
+namespace {
+
+using olh_import::ImportOutcome;
+using olh_import::ImportRequest;
+using olh_import::Refusal;
+
+constexpr const char* kExamples =
+    "The manual of Debian's package python3-doc:\n"
+    "  olh import ROOT python_doc /usr/share/doc/python3.11/html\n"
+    "A manual of that name that an earlier import has brought is replaced in one step.\n"
+    "Examples:\n"
+    "  olh import docs second_handbook docs/htmldocs/handbook\n"
+    "  olh import --dry-run docs third docs/htmldocs/handbook    what it would bring; nothing is changed\n"
+    "Exit code: 0 imported, 4 a source cannot be read or holds no page, 5 ROOT cannot be written or has\n"
+    "a manual of that name that olh import has not brought, 64 wrong use.\n";
+
+volatile std::sig_atomic_t interrupted = 0;
+
+// Ends the import, so that what it has put together goes, and then the program by the same signal.
+struct Interruption {};
+
+void say(FILE* where, const std::string& line) { std::fprintf(where, "%s\n", olh_viewers::visible(line).c_str()); }
+
+int complain(int code, const std::string& sentence) {
+  say(stderr, "olh-import: " + sentence);
+  return code;
+}
+
+// How far it is, on a terminal, and the end of an import that a person interrupts.
+void show_progress(std::size_t done, std::size_t of) {
+  if (interrupted != 0) throw Interruption();
+  if (done % 50 != 0 || isatty(STDERR_FILENO) != 1) return;
+  std::fprintf(stderr, "\r\033[K%zu of %zu files", done, of);
+}
+
+void end_progress() {
+  if (isatty(STDERR_FILENO) == 1) std::fputs("\r\033[K", stderr);
+}
+
+nlohmann::json as_json(const ImportRequest& asked, const ImportOutcome& outcome) {
+  nlohmann::json same = nlohmann::json::array();
+  for (const olh_import::SameName& one : outcome.same_names)
+    same.push_back({{"name", one.name}, {"kept", one.kept}, {"left_out", one.left_out}});
+  return {{"root", asked.root},     {"name", asked.name},     {"kind", outcome.kind},
+          {"title", outcome.title}, {"pages", outcome.pages}, {"topics", outcome.topics},
+          {"same_names", same},     {"notes", outcome.notes}, {"dry_run", asked.dry_run}};
+}
+
+void print_outcome(const ImportRequest& asked, const ImportOutcome& outcome, bool json) {
+  if (json) {
+    std::printf("%s\n",
+                as_json(asked, outcome).dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+    return;
+  }
+  for (const std::string& note : outcome.notes) say(stderr, "note: " + note + ".");
+  say(stdout, asked.root + (asked.dry_run ? " would hold " : " holds ") + asked.name + ", \"" + outcome.title +
+                  "\": " + std::to_string(outcome.pages) + " pages, " + std::to_string(outcome.topics) +
+                  " topics, from " + outcome.kind + ".");
+}
+
+// The generator's own messages and complaints go where a person reads them.
+int make_lists(const std::string& root) {
+  return olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "dmerge", "--quiet", root});
+}
+
+int import(const ImportRequest& asked, bool json) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
+  const ImportOutcome outcome = import_manual(asked, show_progress);
+  end_progress();
+  print_outcome(asked, outcome, json);
+  std::fflush(stdout);
+  return asked.dry_run || make_lists(asked.root) == 0 ? olh_import::kDone : olh_import::kCannotWrite;
+}
+
+int run(int argc, char** argv) {
+  ImportRequest asked;
+  bool json = false;
+  CLI::App app("Bring in a manual that another program made: every page and place becomes a topic.", "olh import");
+  app.add_option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
+      ->required()
+      ->type_name("");
+  app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")
+      ->required()
+      ->type_name("")
+      ->check(olh_viewers::refusal_of_manual_name);
+  app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them")
+      ->required()
+      ->type_name("");
+  app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT");
+  app.add_option("--start", asked.start, "The page that the manual begins with, else its own")->type_name("PAGE");
+  app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them");
+  app.add_flag("--dry-run", asked.dry_run, "Change nothing; say what would be brought");
+  app.add_flag("--json", json, "Answer as JSON");
+  app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
+  app.footer(kExamples);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? olh_import::kDone : olh_import::kWrongUse;
+  }
+  std::filesystem::path root = std::filesystem::absolute(asked.root).lexically_normal();
+  asked.root = (root.has_filename() ? root : root.parent_path()).string();
+  return import(asked, json);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const Interruption&) {
+    end_progress();
+    complain(0, "interrupted; nothing has changed.");
+    std::signal(interrupted, SIG_DFL);
+    return std::raise(interrupted);
+  } catch (const Refusal& refusal) {
+    end_progress();
+    return complain(refusal.code(), refusal.what());
+  } catch (const std::exception& error) {
+    end_progress();
+    return complain(olh_import::kCannotWrite, error.what());
+  }
+}

@@ -1,0 +1,69 @@
+#include "manual_files.h"
+
+#include <algorithm>
+
+#include "carried_text.h"
+
+namespace olh_import {
+
+namespace {
+
+constexpr const char* kHead =
+    "<!DOCTYPE html>\n"
+    "<html lang=\"en\">\n"
+    "<head>\n"
+    "<meta charset=\"utf-8\">\n"
+    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+    "<title>Contents - ";
+constexpr const char* kBody =
+    "</title>\n"
+    "<link rel=\"stylesheet\" href=\"../QEL/lib/manual.css\">\n"
+    "<script src=\"../QEL/lib/page.js\"></script>\n"
+    "<script src=\"../QEL/lib/imported.js\"></script>\n"
+    "</head>\n"
+    "<body>\n"
+    "<header class=\"bar\"><a href=\"index.htm\">";
+constexpr const char* kEnd =
+    "</main>\n"
+    "</body>\n"
+    "</html>\n";
+
+std::string chapter_line(const Chapter& chapter) {
+  const std::string title = as_markup(clean_text(chapter.title, kLongestTitle));
+  if (chapter.page.empty()) return "<li>" + title;
+  return "<li><a href=\"" + address_of(chapter.page, chapter.place) + "\">" + title + "</a>";
+}
+
+// Lists in lists. A depth goes down by one at most, however far it says.
+std::string contents_list(const std::vector<Chapter>& contents) {
+  std::string made;
+  int depth = -1;
+  for (const Chapter& chapter : contents) {
+    const int wanted = std::clamp(chapter.depth, 0, std::min(depth + 1, kDeepestChapter));
+    made += wanted > depth ? "\n<ul>\n" : "</li>\n";
+    for (; depth > wanted; --depth) made += "</ul></li>\n";
+    depth = wanted;
+    made += chapter_line(chapter);
+  }
+  for (; depth >= 0; --depth) made += "</li>\n</ul>";
+  return made + "\n";
+}
+
+}  // namespace
+
+std::string topic_table_file(const std::string& title, const std::vector<TableLine>& lines) {
+  std::string made = "QELAddBookVar(\"DocTitle\",\"" + title + "\");\n";
+  for (const TableLine& line : lines)
+    made += "QELAddTopic([\"" + line.name + "\",\"" + line.address + "\",\"" + line.title + "\"]);\n";
+  return made;
+}
+
+std::string start_page_file(const std::string& title, const std::vector<Chapter>& contents) {
+  const std::string text = as_markup(title);
+  return kHead + text + kBody + text + "</a></header>\n<main id=\"topic\">\n<h1>" + text +
+         "</h1>\n<p class=\"note\" id=\"missing\" role=\"status\"></p>\n<nav class=\"contents\" "
+         "aria-label=\"Contents\">" +
+         contents_list(contents) + "</nav>\n" + kEnd;
+}
+
+}  // namespace olh_import

@@ -1,0 +1,164 @@
+#include "output_folder.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "refusal.h"
+
+namespace olh_import {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kWorkshop = ".olh-import-";
+
+[[noreturn]] void refuse(const std::string& file) {
+  throw Refusal(kCannotWrite, file + " cannot be written: " + std::strerror(errno) + ".");
+}
+
+// A file that is being written; gone when it was not finished.
+class NewFile {
+ public:
+  explicit NewFile(const std::string& path)
+      : path_(path), fd_(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666)) {
+    if (fd_ < 0) refuse(path_);
+  }
+  ~NewFile() {
+    if (fd_ >= 0) close(fd_);
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  void write_all(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t count = write(fd_, bytes.data(), bytes.size());
+      if (count < 0 && errno != EINTR) refuse(path_);
+      if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+  }
+  // Whether all could be read.
+  bool copy_all(int from) {
+    for (;;) {
+      const ssize_t count = sendfile(fd_, from, nullptr, std::size_t{1} << 24);
+      if (count == 0) return true;
+      if (count < 0 && errno == EIO) return false;
+      if (count < 0 && errno != EINTR) refuse(path_);
+    }
+  }
+  void finish() {
+    const int closed = close(fd_);
+    fd_ = -1;
+    if (closed != 0) refuse(path_);
+  }
+
+ private:
+  std::string path_;
+  int fd_;
+};
+
+// Only names that lead below, through nothing hidden.
+bool is_harmless(std::string_view name) {
+  for (std::size_t begin = 0; begin <= name.size();) {
+    const std::size_t end = std::min(name.find('/', begin), name.size());
+    if (end == begin || name[begin] == '.') return false;
+    begin = end + 1;
+  }
+  return name.find('\0') == std::string_view::npos;
+}
+
+// A file below a directory, with the folders on the way to it.
+std::string made_room_for(const fs::path& directory, std::string_view name) {
+  const fs::path file = directory / name;
+  std::error_code failed;
+  fs::create_directories(file.parent_path(), failed);
+  return file.string();
+}
+
+int locked(const std::string& directory) {
+  const int fd = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
+  if (fd < 0 || flock(fd, LOCK_EX | LOCK_NB) == 0) return fd;
+  close(fd);
+  return -1;
+}
+
+// What interrupted imports have left: nobody holds a lock on it.
+void clear_away_left_behind(const fs::path& directory) {
+  std::error_code ignored;
+  for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
+    if (!entry.path().filename().string().starts_with(kWorkshop)) continue;
+    const int lock = locked(entry.path());
+    if (lock < 0) continue;
+    fs::remove_all(entry.path(), ignored);
+    close(lock);
+  }
+}
+
+}  // namespace
+
+OutputFolder::OutputFolder(const std::string& place) : place_(place) {
+  const fs::path directory = fs::path(place).parent_path();
+  clear_away_left_behind(directory);
+  // Another import could clear it away before the lock is there.
+  for (int tries = 0; tries < 10 && lock_ < 0; ++tries) {
+    workshop_ = (directory / (std::string(kWorkshop) + "XXXXXX")).string();
+    if (mkdtemp(workshop_.data()) == nullptr) refuse(directory.string());
+    lock_ = locked(workshop_);
+  }
+  path_ = workshop_ + "/manual";
+  if (mkdir(path_.c_str(), 0777) != 0) refuse(path_);
+}
+
+OutputFolder::~OutputFolder() {
+  std::error_code ignored;
+  fs::remove_all(workshop_, ignored);
+  if (lock_ >= 0) close(lock_);
+}
+
+bool OutputFolder::write(std::string_view name, std::span<const std::string_view> pieces) const {
+  if (!is_harmless(name)) return false;
+  NewFile written(made_room_for(path_, name));
+  for (const std::string_view piece : pieces) written.write_all(piece);
+  written.finish();
+  return true;
+}
+
+bool OutputFolder::write(std::string_view name, std::string_view bytes) const { return write(name, {&bytes, 1}); }
+
+bool OutputFolder::copy(const SourceTree& from, const std::string& name, const std::string& to) const {
+  const int fd = from.open(name);
+  if (fd < 0 || !is_harmless(to)) return fd >= 0 && (close(fd), false);
+  NewFile written(made_room_for(path_, to));
+  const bool could_be_read = written.copy_all(fd);
+  close(fd);
+  written.finish();
+  return could_be_read;
+}
+
+void OutputFolder::link(const std::string& target, const std::string& name) const {
+  if (symlink(target.c_str(), (path_ + "/" + name).c_str()) != 0) refuse(path_ + "/" + name);
+}
+
+// A file system that cannot exchange two folders has none at this place for a moment.
+void OutputFolder::take_place() {
+  if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE) == 0) return;
+  if (rename(path_.c_str(), place_.c_str()) == 0) return;
+  const std::string before = workshop_ + "/before";
+  if (rename(place_.c_str(), before.c_str()) != 0) refuse(place_);
+  if (rename(path_.c_str(), place_.c_str()) == 0) return;
+  const Refusal failure(kCannotWrite, place_ + " cannot be replaced: " + std::strerror(errno) + ".");
+  if (rename(before.c_str(), place_.c_str()) != 0) refuse(place_);
+  throw failure;
+}
+
+}  // namespace olh_import

@@ -1,0 +1,47 @@
+// The folder that a manual is put together in, and how it takes its place in one step.
+//
+// Knows    the directory beside the manual's place that nobody takes for a manual, that an interrupted import leaves one
+//          behind, and that the next one clears it away; the exchange of two folders.
+// Not      what is in a manual.
+// Owns     that directory, gone at the end of its life with whatever was exchanged into it.
+// For      import_manual, unpacking readers.
+#ifndef OLH_IMPORT_OUTPUT_FOLDER_H
+#define OLH_IMPORT_OUTPUT_FOLDER_H
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "source_tree.h"
+
+namespace olh_import {
+
+class OutputFolder {
+ public:
+  // Beside `place`, in whose directory it makes itself one. A Refusal says what failed, here and below.
+  explicit OutputFolder(const std::string& place);
+  OutputFolder(const OutputFolder&) = delete;
+  OutputFolder& operator=(const OutputFolder&) = delete;
+  ~OutputFolder();
+
+  const std::string& path() const { return path_; }
+  // Writes a file; folders on the way to it are made. A name that would lead out, or is hidden, is not written: false.
+  bool write(std::string_view name, std::string_view bytes) const;
+  bool write(std::string_view name, std::span<const std::string_view> pieces) const;
+  // The same with the bytes of a source's file; false when that cannot be read.
+  bool copy(const SourceTree& from, const std::string& name, const std::string& to) const;
+  void link(const std::string& target, const std::string& name) const;
+
+  // Puts the folder in its place. What was there before is gone afterwards.
+  void take_place();
+
+ private:
+  std::string place_;
+  std::string workshop_;
+  std::string path_;
+  int lock_ = -1;
+};
+
+}  // namespace olh_import
+
+#endif

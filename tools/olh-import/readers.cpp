@@ -1,0 +1,43 @@
+// The table of all kinds of sources.
+#include <algorithm>
+
+#include "files.h"
+#include "reader.h"
+#include "refusal.h"
+#include "words.h"
+
+namespace olh_import {
+
+std::unique_ptr<Reader> sphinx_reader();
+std::unique_ptr<Reader> plain_reader();
+
+namespace {
+
+// In the order in which they are asked: what is told by a file of its own comes before what only pages tell, and plain
+// pages, which are everything, come last.
+constexpr std::unique_ptr<Reader> (*kReaders[])() = {
+    sphinx_reader,
+    plain_reader,
+};
+
+}  // namespace
+
+std::unique_ptr<Reader> reader_for(const Source& source) {
+  for (const auto make : kReaders)
+    if (std::unique_ptr<Reader> reader = make(); reader->recognises(source)) return reader;
+  throw Refusal(kNoSource, source.tree.folder() + " holds no page: a manual is a folder of HTML pages.");
+}
+
+std::string Source::find(std::string_view end) const {
+  for (const std::string& file : files)
+    if (olh_viewers::lower_case(file).ends_with(end)) return file;
+  const std::vector<std::string> found = tree.ending_in(end);
+  return found.empty() ? "" : found.front();
+}
+
+std::optional<std::string> Source::read_file(const std::string& found, std::size_t most) const {
+  const bool was_named = std::ranges::find(files, found) != files.end();
+  return was_named ? olh_viewers::text_of_file(found, most) : tree.read(found, most);
+}
+
+}  // namespace olh_import

@@ -1,0 +1,42 @@
+#include "search_text.h"
+
+#include <list>
+#include <nlohmann/json.hpp>
+
+namespace olh_import {
+
+namespace {
+
+constexpr const char* kFile = "QELdata/QELSearchText.js";
+constexpr std::string_view kOpening =
+    "// Made from the pages by olh import: what the search in the page looks through, passage by passage.\n";
+
+std::string as_json(const nlohmann::json& value) {
+  return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace
+
+void SearchText::add(const HtmlPage& page) {
+  PageText text = {page.name, {}};
+  for (const Passage& passage : page.passages) {
+    const std::string values = as_json({passage.place, passage.heading, passage.text});
+    text.passages.push_back("," + values.substr(1) + ");\n");
+  }
+  pages_.push_back(std::move(text));
+}
+
+void SearchText::write(const OutputFolder& manual,
+                       const std::function<std::string(const std::string&)>& topic_of_page) const {
+  std::list<std::string> beginnings;
+  std::vector<std::string_view> pieces = {kOpening};
+  for (const PageText& text : pages_) {
+    const std::string topic = topic_of_page(text.page);
+    if (topic.empty()) continue;
+    const std::string& beginning = beginnings.emplace_back("QELAddText([" + as_json(topic));
+    for (const std::string& passage : text.passages) pieces.insert(pieces.end(), {beginning, passage});
+  }
+  manual.write(kFile, pieces);
+}
+
+}  // namespace olh_import

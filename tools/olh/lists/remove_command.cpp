@@ -1,0 +1,115 @@
+// olh remove ROOT NAME: takes away a manual that olh import or olh new has brought.
+// olh prepare-root ROOT, for olh-import: a root that has what the pages of a manual read.
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "list_failure.h"
+#include "lists.h"
+#include "manual_name.h"
+#include "manual_origin.h"
+#include "new_root.h"
+#include "olh/dmerge.h"
+#include "root_place.h"
+#include "shared.h"
+
+namespace olh {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kRemoveExamples =
+    "Only what 'olh import' or 'olh new' has brought is removed, unless --force says so.\n"
+    "Examples:\n"
+    "  olh remove docs product_guide    which 'olh new' or 'olh import' has brought\n"
+    "Exit code: 0 removed, 4 there is no such manual, 5 it was brought by something else or cannot be\n"
+    "removed, 64 wrong use.\n";
+
+struct RemoveArguments {
+  std::string root;
+  std::string name;
+  bool force = false;
+  bool json = false;
+};
+
+int fail(OlhResult code, const std::string& sentence) {
+  complain(sentence);
+  return code;
+}
+
+// In one step first: what is half removed would be taken for a manual.
+void remove_folder(const fs::path& folder) {
+  std::string aside = (folder.parent_path() / ".olh-import-XXXXXX").string();
+  if (mkdtemp(aside.data()) == nullptr) throw std::runtime_error(aside + ": " + std::strerror(errno));
+  std::error_code failed;
+  fs::rename(folder, fs::path(aside) / folder.filename(), failed);
+  std::error_code ignored;
+  fs::remove_all(aside, ignored);
+  if (failed) throw std::runtime_error(folder.string() + ": " + failed.message());
+}
+
+int remove_manual(const RemoveArguments& asked, const std::string& root) {
+  const std::string folder = root + "/htmldocs/" + asked.name;
+  std::error_code failed;
+  if (is_nothing(folder, failed)) return fail(OLH_RESULT_NOT_FOUND, root + " has no manual " + asked.name + ".");
+  if (!asked.force && olh_viewers::origin_of(folder).empty())
+    return fail(OLH_RESULT_IO,
+                folder + " was not brought by olh import or olh new. --force removes it all the same.");
+  try {
+    remove_folder(folder);
+  } catch (const std::runtime_error& error) {
+    return fail(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");
+  }
+  StreamInMemory messages(stdout);
+  const ListRun run = make_lists(
+      root, [](const std::string&) {}, false);
+  return run.result == DMERGE_RESULT_OK ? OLH_RESULT_OK : fail(OLH_RESULT_IO, sentence_about_failure(run));
+}
+
+int remove(const RemoveArguments& asked) {
+  const std::string root = path_of_root(asked.root);
+  const int result = remove_manual(asked, root);
+  if (asked.json)
+    say_json({{"root", root}, {"name", asked.name}, {"result", result}});
+  else if (result == OLH_RESULT_OK)
+    say(root + " no longer holds " + asked.name + ".");
+  return result;
+}
+
+int prepare_root(const std::string& given) {
+  const std::string root = path_of_root(given);
+  const auto pages = shipped_pages();
+  std::error_code failed;
+  const bool is_new = is_nothing(root, failed);
+  if (!is_new && !is_root_directory(root)) return fail(OLH_RESULT_IO, no_root(root));
+  if (!pages) return fail(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
+  try {
+    is_new ? make_bare_root(root, *pages) : complete_root(root, *pages);
+    return OLH_RESULT_OK;
+  } catch (const std::runtime_error& error) {
+    return fail(OLH_RESULT_IO, root + (is_new ? " cannot be made: " : ": ") + error.what() + ".");
+  }
+}
+
+}  // namespace
+
+void add_remove_command(const Verb& olh) {
+  const Verb verb = olh.verb("remove", "Remove a manual that was imported or made", kRemoveExamples);
+  RemoveArguments& asked = verb.action(remove);
+  verb.option("ROOT", asked.root, "The documentation root").required().refused_by(refusal_of_root);
+  verb.option("NAME", asked.name, "The name of the manual")
+      .required()
+      .refused_by(olh_viewers::refusal_of_manual_name);
+  verb.flag("--force", asked.force, "Also when something else has brought it");
+  add_json_option(verb, asked.json);
+}
+
+void add_prepare_root_command(const Verb& olh) {
+  const Verb verb = olh.hidden_verb("prepare-root");
+  verb.option("ROOT", verb.action(prepare_root), "").required().refused_by(refusal_of_root);
+}
+
+}  // namespace olh

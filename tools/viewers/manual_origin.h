@@ -1,0 +1,22 @@
+// What brought a manual into a root: the mark that olh import and olh new leave in its folder.
+//
+// Knows    the file of that mark, and that only what has one is replaced or removed without being asked for it.
+// For      olh new, olh remove, olh-import.
+#ifndef OLH_TOOLS_VIEWERS_MANUAL_ORIGIN_H
+#define OLH_TOOLS_VIEWERS_MANUAL_ORIGIN_H
+
+#include <string>
+
+namespace olh_viewers {
+
+inline constexpr const char* kOriginFile = "QELdata/QELOrigin.txt";
+
+// The text of the mark: the verb in its first line, then what a person may want to know.
+std::string origin_mark(const std::string& verb, const std::string& more = "");
+
+// "import" or "new"; "" for a manual that something else brought.
+std::string origin_of(const std::string& manual_folder);
+
+}  // namespace olh_viewers
+
+#endif
