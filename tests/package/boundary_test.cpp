@@ -100,6 +100,7 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((0, 3, 4, 6), OlhHelpTest, a, b),
                                   OLH_CALL((0, 2, 4, 7), OlhTomeDeck, a, b),
                                   OLH_CALL((0, 2, 3, 4, 7), OlhSearch, a, b),
+                                  OLH_CALL((0, 2, 4, 5, 7), OlhBookcase, a, b),
                                   OLH_CALL((0), OlhSetViewer, 1, 0),
                                   OLH_CALL((0), OlhSetViewer, -1, 1),
                                   OLH_CALL((0, 3), OlhSetViewerOrder, a),
@@ -169,6 +170,9 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((), addToFoundTdList, mutable_copy(a)),
                                   OLH_CALL((0, 1), inFoundList, a),
                                   OLH_CALL((0), registerNewFile, mutable_copy(a)),
+                                  OLH_CALL((), cleanPath, mutable_copy(a)),
+                                  OLH_CALL((0, 1), pathExists, a),
+                                  OLH_CALL((), lcStr, mutable_copy(a)),
                                   OLH_CALL((), clearLibList),
                                   OLH_CALL((), clearpdfTitlesList),
                                   OLH_CALL((), clearFoundList),
@@ -276,7 +280,9 @@ TEST_F(Boundary, IsWhereASecondThreadIsSeen) {
   for (const Call& call : kCalls)
     if (said.find("\n" + std::string(call.name) + ": called while") == std::string::npos)
       unseen += std::string(call.name) + " ";
-  EXPECT_EQ(unseen, "downcase dirslash urlslash remove_leaf exe_exists path_exists is_url string_pos ")
+  EXPECT_EQ(unseen,
+            "downcase dirslash urlslash remove_leaf exe_exists path_exists is_url string_pos cleanPath "
+            "pathExists lcStr ")
       << "these have no state";
 }
 #endif
