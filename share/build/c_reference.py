@@ -183,7 +183,7 @@ def reference(header, level="h2"):
         made += f'<{level} id="{Path(header).stem}_{slug}">{html.escape(section.title)}</{level}>\n{described(section.comment, known)}'
         for entry in section.entries:
             more = "".join(f'<span id="{anchor(name)}"></span>' for name in entry.names[1:])
-            made += (f'<section class="entry" aria-labelledby="{anchor(entry.names[0])}">\n'
+            made += ('<section class="entry">\n'
                      f'<{below} id="{anchor(entry.names[0])}">{html.escape(", ".join(entry.names))}</{below}>{more}\n'
                      f'<pre class="c">{html.escape(chr(10).join(entry.prototypes), quote=False)}</pre>\n'
                      f"{described(entry.comment, known)}</section>\n")

@@ -63,11 +63,11 @@ def shown(heading, lines):
                 f"<tbody>\n{rows}</tbody></table></div>\n")
     block = html.escape("\n".join(re.sub("^  ", "", line) for line in lines).strip("\n"), quote=False)
     if heading == "Examples":
-        return f"<pre>{block}</pre>\n"
+        return f'<pre class="sh">{block}</pre>\n'
     before = list(takewhile(lambda line: not line.lower().startswith("usage: "), lines))
     usage = list(takewhile(lambda line: re.match("usage: |       ", line, re.I), lines[len(before):]))
     paragraphs = "\n".join(before + [""] + lines[len(before) + len(usage):]).split("\n\n")
-    made = f'<pre class="c">{html.escape(chr(10).join(line[len("usage: "):] for line in usage), quote=False)}</pre>\n' if usage else ""
+    made = f'<pre class="usage">{html.escape(chr(10).join(line[len("usage: "):] for line in usage), quote=False)}</pre>\n' if usage else ""
     words = "".join(map(paragraph, filter(str.strip, paragraphs)))
     return words + made if before else made + words
 

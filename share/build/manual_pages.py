@@ -19,10 +19,14 @@ def topics(manual):
     return rows
 
 
+def book_value(manual, name):
+    """What the topic table says of the manual itself: its "DocTitle", "Version" or "Licence"; "" for nothing."""
+    found = re.search(rf'QELAddBookVar\("{name}","([^"]*)"\)', (Path(manual) / TABLE).read_text(encoding="utf-8"))
+    return found[1] if found else ""
+
+
 def title(manual):
-    """The manual's title in its topic table."""
-    table = (Path(manual) / TABLE).read_text(encoding="utf-8")
-    return re.search(r'QELAddBookVar\("DocTitle","([^"]*)"\)', table).group(1)
+    return book_value(manual, "DocTitle")
 
 
 def main_part(page):

@@ -42,7 +42,8 @@ class PdfPlaces(Scene):
         self.assertTrue(self.place(self.draft, "out.pdf", "a=1", exit_code=1).startswith("pdf_places: qpdf failed: "))
 
     def test_the_line_of_the_manual(self):
-        line = html.unescape(re.search(r'<pre id="pdf_places">(.*?)</pre>', (MANUAL / "pdfs.htm").read_text(), re.S)[1])
+        block = re.search(r'<pre [^>]*id="pdf_places">(.*?)</pre>', (MANUAL / "pdfs.htm").read_text(), re.S)[1]
+        line = html.unescape(re.sub(r"<[^>]*>", "", block))
         command = shlex.split(line.replace("\\\n", " "))
         self.assertEqual(Path(command[1]).name, TOOL.name)
         before = names_of(self.draft)

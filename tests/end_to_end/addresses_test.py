@@ -105,23 +105,56 @@ class Addresses(Pages):
         self.browser.value("location.hash = '#context=&topic=environment'")
         self.heading("Environment variables")
 
+    def linked_copies(self):
+        """A copy of the root in which a topic is a place of a page, and a page leads to another manual: disk and web."""
+        manual = self.dir / "bare/htmldocs/olh_manual"
+        table, page = manual / "QELdata/QELAllData.js", manual / "option_files.htm"
+        if "placed" not in table.read_text():
+            table.write_text(table.read_text() + 'QELAddTopic(["placed","viewers.htm#another_program","A place"]);\n')
+            page.write_text(page.read_text().replace("</main>", '<p><a href="../qel_html_help/index.htm">Elsewhere</a></p></main>'))
+        return (self.dir / "bare").as_uri(), f"{self.web}/bare"
+
     def test_a_topic_alone_and_in_a_small_frame(self):
+        """What a reader does there (a link, a place, reload, another manual, a topic that is not there) is shown alike."""
         frame = "header, nav, aside, .skip"
+        ways = [("document.querySelector('main a[href^=option_files]').click()", "Option files"),
+                ("location.reload()", "Option files"), ("document.querySelector('main a[href^=\"..\"]').click()", "General help"),
+                ("location.href = 'qel_help_001.htm' + location.search + '#topic=no_such'", "General help"),
+                ("document.querySelector('main li a').click()", "About the help you are reading")]
         for single in ("true", "popup"):
-            for base in (self.disk, self.web):
+            for base in self.linked_copies():
                 self.browser.go(f"{base}{MANUAL}#context=&topic=viewers&single={single}")
                 self.heading("Viewers of today")
-                self.assertEqual(self.visible(frame), 0, single)
+                for way, heading in ways:
+                    with self.subTest(base=base, single=single, way=way):
+                        self.browser.value("location.href = document.querySelector('.place')?.href ?? '#place'; window.left = true")
+                        self.browser.value(way)
+                        self.browser.wait("!window.left")
+                        self.heading(heading)
+                        self.assertEqual((self.visible(frame), self.browser.value("location.search")), (0, f"?single={single}"))
                 width = self.browser.value("document.querySelector('main').offsetWidth")
                 self.assertEqual(width < 600, single == "popup", f"{single}: {width} wide")
-                # What it leads to is shown in the same way.
-                self.browser.value("document.querySelector('main a[href^=\"option_files\"]').click()")
-                self.heading("Option files")
-                self.assertEqual(self.visible(frame), 0, single)
+                self.browser.go(f"{base}{MANUAL}#context=&topic=no_such&single={single}")
+                self.browser.wait(f"location.search == '?single={single}' && {SHOWING}.includes('no topic')")
         self.browser.go(f"{self.disk}{MANUAL}#context=&topic=viewers")
         self.heading("Viewers of today")
         self.browser.wait("document.querySelector('.turn')")
         self.assertGreaterEqual(self.visible(frame), 4)
+
+    def test_a_topic_that_is_a_place_of_a_page(self):
+        for base in self.linked_copies():
+            for single, query in (("", ""), ("&single=true", "?single=true"), ("&single=popup", "?single=popup")):
+                with self.subTest(base=base, single=single):
+                    self.browser.go(f"{base}{MANUAL}#context=&topic=placed{single}")
+                    self.heading("Viewers of today")
+                    self.assertEqual(self.browser.value("location.href"), f"{base}/htmldocs/olh_manual/viewers.htm{query}#another_program")
+                    self.browser.wait("document.getElementById('another_program').getBoundingClientRect().top < innerHeight")
+
+    def test_a_long_value_is_shown_short(self):
+        for place in (MANUAL + "#context=&topic=%s", "/htmldocs/qelhelp.htm#context=%s", "/tomedecks/index.html?tomedeck=%s"):
+            self.browser.go(self.disk + place % ("x" * 50000))
+            self.browser.wait(SHOWING)
+            self.assertIn(f'"{"x" * 79}…"', self.browser.value(SHOWING))
 
     def test_a_portals_own_page_leads_to_it(self):
         for portal, heading in (("olh_td", "The libolh project"), ("qel_td", "Documentation")):

@@ -28,7 +28,7 @@ http {{
 def told_to_copy(name):
     """A configuration that the manual tells its readers to copy."""
     page = (MANUAL / "web_server.htm").read_text()
-    return html.unescape(re.search(rf'<pre id="{name}">(.*?)</pre>', page, re.S)[1])
+    return html.unescape(re.search(rf'<pre [^>]*id="{name}">(.*?)</pre>', page, re.S)[1])
 
 
 def free_port():

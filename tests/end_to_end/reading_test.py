@@ -9,13 +9,13 @@ from scene import DOCS, MANUAL
 
 TOPICS = re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)","(.*?)"', (MANUAL / "QELdata/QELAllData.js").read_text(), re.M)
 PAGES = [f"htmldocs/olh_manual/{page}" for _, page, _ in TOPICS] + [
-    "htmldocs/olh_manual/index.htm", "htmldocs/olh_manual/viewers.htm#single=true", "htmldocs/olh_manual/viewers.htm#single=popup",
+    "htmldocs/olh_manual/index.htm", "htmldocs/olh_manual/viewers.htm?single=true", "htmldocs/olh_manual/viewers.htm?single=popup",
     "htmldocs/qel_html_help/index.htm", "htmldocs/qel_html_help/qel_help_014.htm", "htmldocs/qelhelp.htm",
     "htmldocs/qelhelp.htm#context=olh_manual&query=viewer&tab=2&src=doc", "index.html", "tomedecks/basic.htm",
     "tomedecks/index.html?tomedeck=olh_td", "tomedecks/index.html?tab=TomeDecks", "index.html#query=viewer&tab=search"]
 
 # The page is as it will stay: loaded, framed, its results there.
-SETTLED = """document.readyState == 'complete' && (!document.querySelector('body > .bar nav') || document.querySelector('.bar form, .ask, .toc'))
+SETTLED = """document.readyState == 'complete' && (!document.querySelector('.tabs') || document.querySelector('.tabs a'))
     && (!/query=./.test(location.hash) || document.querySelector('#found li'))"""
 
 # Text that can hardly be told from its ground: less than 4.5 to 1, or 3 to 1 for large letters.
@@ -48,7 +48,7 @@ UNTOLD = """(() => {
   const names = all('nav').map(one => one.getAttribute('aria-label'));
   if (names.some(name => !name) || new Set(names).size != names.length) found.push('navigation without a name of its own: ' + names);
   for (const one of all('input, select')) if (!one.labels.length && !one.getAttribute('aria-label')) found.push('field without a label: ' + one.outerHTML);
-  for (const one of all('a, button')) if (!one.textContent.trim()) found.push('without words: ' + one.outerHTML);
+  for (const one of all('a, button')) if (!one.textContent.trim() && !one.getAttribute('aria-label')) found.push('without words: ' + one.outerHTML);
   for (const one of all('svg')) if (!document.getElementById(one.getAttribute('aria-labelledby'))) found.push('drawing without a description');
   const ids = [...document.querySelectorAll('[id]')].map(one => one.id);
   ids.filter((id, at) => ids.indexOf(id) != at).forEach(id => found.push('id twice: ' + id));
@@ -80,6 +80,7 @@ class Reading(Pages):
                 self.assertEqual(self.browser.value(UNTOLD), [])
                 self.browser.screen(360, 740)
                 self.assertEqual(self.browser.value("document.scrollingElement.scrollWidth"), 360)
+                self.assertLess(self.browser.value("document.querySelector('.bar')?.offsetHeight ?? 0"), 70)
         self.assertEqual(len(grounds), 4)  # paper, and the ground of a popup, in both
 
     def test_links_lead_somewhere_and_nobody_else_is_asked(self):
@@ -106,9 +107,12 @@ class Reading(Pages):
         self.open(f"htmldocs/olh_manual/{TOPICS[0][1]}")
         for way, titles in (("next", TOPICS), ("prev", TOPICS[::-1])):
             for _, _, title in titles[1:]:
-                self.browser.wait(f"document.querySelector('[rel={way}]')?.click() || true")
+                self.browser.wait(f"document.querySelector('.turn [rel={way}]')?.click() || true")
                 self.heading(title)
             self.assertEqual(self.visible(f"[rel={way}]"), 0)
+        for key, (_, _, title) in (("ArrowRight", TOPICS[1]), ("ArrowLeft", TOPICS[0])):
+            self.browser.press(key)
+            self.heading(title)
 
     def focus(self):
         return self.browser.value("(one => one.textContent.trim() || one.getAttribute('aria-label') || one.localName)(document.activeElement)")
@@ -174,6 +178,43 @@ class Reading(Pages):
                 visited += 1
             self.assertGreaterEqual(visited, usable)
 
+    def test_the_frame_follows_the_reader(self):
+        self.addCleanup(self.browser.screen, 1200)
+        for width, shown in ((1099, 0), (1100, 1)):
+            self.browser.screen(width, 400)
+            self.open("htmldocs/olh_manual/messages.htm")
+            self.assertEqual(self.visible(".here"), shown)
+        inside = "(one => one.getBoundingClientRect().top >= 0 && one.getBoundingClientRect().bottom <= innerHeight)"
+        self.assertTrue(self.browser.value(f"{inside}(document.querySelector('.toc [aria-current]'))"))
+        for place in self.browser.value("[...document.querySelectorAll('h2[id]')].map(one => one.id)"):
+            self.browser.value(f"document.getElementById('{place}').querySelector('.place').click()")
+            self.browser.wait(f"document.querySelector('.here [aria-current]').hash == '#{place}'")
+        kept = self.browser.value("document.querySelector('.toc').scrollTop -= 20")
+        self.browser.value("document.querySelector('.toc a[href^=troubleshooting]').click()")
+        self.heading("Troubleshooting")
+        self.assertEqual(self.browser.value("document.querySelector('.toc').scrollTop"), kept)
+        self.browser.screen(1920)
+        self.open("htmldocs/olh_manual/messages.htm")
+        left, right = self.browser.value("""(box => [box('main').left - box('.toc').right, box('.here').left - box('main').right])(
+            what => document.querySelector(what).getBoundingClientRect())""")
+        self.assertAlmostEqual(left, right, delta=2)
+
+    def test_what_is_copied_and_the_colours_that_a_reader_chooses(self):
+        self.open("htmldocs/olh_manual/quick_start.htm", self.web)
+        self.browser.call("Browser.grantPermissions", permissions=["clipboardReadWrite", "clipboardSanitizedWrite"])
+        self.browser.value("[...document.querySelectorAll('.copy')][1].focus()")
+        self.browser.press("Enter")
+        self.browser.wait("[...document.querySelectorAll('.copy')][1].textContent == 'Copied'")
+        self.assertEqual(self.browser.value("navigator.clipboard.readText()"),
+                         "cc help.c $(pkg-config --cflags --libs olh) -o help && ./help")
+        grounds = []
+        for chosen in ("system", "light", "dark"):
+            self.open("htmldocs/olh_manual/quick_start.htm" if chosen == "light" else "index.html")
+            self.assertEqual(self.browser.value("document.querySelector('.colours').title"), f"Colours: {chosen}")
+            grounds.append(self.browser.value("getComputedStyle(document.body).backgroundColor"))
+            self.browser.value("document.querySelector('.colours').click()")
+        self.assertEqual((grounds[0], len(set(grounds))), (grounds[1], 2))
+
     def test_on_paper(self):
         self.browser.call("Emulation.setEmulatedMedia", media="print")
         self.addCleanup(self.browser.call, "Emulation.setEmulatedMedia", media="")
@@ -186,6 +227,11 @@ class Reading(Pages):
         self.addCleanup(self.browser.call, "Emulation.setScriptExecutionDisabled", value=False)
         self.browser.go(f"{self.disk}/htmldocs/olh_manual/viewers.htm")
         self.assertEqual(self.texts("h1"), ["Viewers of today"])
+        self.assertEqual(self.texts(".toc a"), [title for _, _, title in TOPICS])
+        self.assertEqual(self.browser.value("[...document.querySelectorAll('link[rel=prev], .turn a')].map(one => one.getAttribute('href'))"),
+                         ["option_files.htm", "option_files.htm", "root_layout.htm"])
+        self.browser.go(f"{self.disk}/htmldocs/olh_manual/index.htm#context=&topic=viewers")
+        self.assertIn("needs JavaScript", self.texts("noscript")[0])
         self.browser.go(f"{self.disk}/index.html")
         self.assertEqual(self.texts("noscript a"), ["A page without scripts"])
         self.browser.go(f"{self.disk}/tomedecks/basic.htm")

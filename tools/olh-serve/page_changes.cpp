@@ -40,16 +40,24 @@ std::string state_of_folder(const std::string& root, const std::vector<std::stri
   return std::to_string(sum);
 }
 
+std::string reload_script() {
+  return "(function () {\n"
+         "  var asked = document.currentScript.src.split('?');\n"
+         "  setInterval(function () {\n"
+         "    fetch(asked[0]).then(function (answer) { return answer.ok && answer.text(); })"
+         ".then(function (state) {\n"
+         "      if (state && state !== asked[1]) location.reload();\n"
+         "    }, function () {});\n"
+         "  }, 1000);\n"
+         "})();\n";
+}
+
 std::string with_reload_script(std::string page, const std::string& root, const RequestedPath& path) {
   RequestedPath manual;
   manual.token = path.token;
   manual.names = manual_of(path.names);
   manual.asks_for_changes = true;
-  const std::string state = state_of_folder(root, manual.names);
-  page += "\n<script>setInterval(function () {\n  fetch('" + path_of_request(manual) +
-          "').then(function (answer) { return answer.ok && answer.text(); }).then(function (state) {\n"
-          "    if (state && state !== '" +
-          state + "') location.reload();\n  }, function () {});\n}, 1000);</script>\n";
+  page += "\n<script src=\"" + path_of_request(manual) + "?" + state_of_folder(root, manual.names) + "\"></script>\n";
   return page;
 }
 

@@ -16,7 +16,11 @@ namespace olh_serve {
 // A text that is another one after a file of that folder, or of one below it, has changed.
 std::string state_of_folder(const std::string& root, const std::vector<std::string>& names);
 
-// The page with a script at its end that asks once a second whether its manual is still as it was.
+// What asks once a second whether a manual is still as it was. Its own address says which: behind the "?" stands the state
+// that the page was made from.
+std::string reload_script();
+
+// The page with that script at its end. It is a file of its own: a page may have a policy that lets no script stand in it.
 std::string with_reload_script(std::string page, const std::string& root, const RequestedPath& path);
 
 }  // namespace olh_serve

@@ -183,6 +183,8 @@ class PageServer::Core {
     request.ranges.clear();
     const std::string state = options_.reload ? state_of_folder(root, path->names) : "";
     if (state.empty()) return refuse(response, kNotFound);
+    if (request.target.find('?') != std::string::npos)
+      return response.set_content(reload_script(), "text/javascript");
     response.set_content(state, "text/plain");
   }
 

@@ -152,8 +152,9 @@ class Serve(Served):
 
     def test_a_page_hears_of_changes_of_its_manual(self):
         self.start("--reload")
-        script = self.ask(f"GET {GUIDE}/").body.decode().split("</h1>")[1]
-        watched, state = re.search(r"fetch\('(.*?)'\).*?state !== '(\d+)'", script, re.S).groups()
+        added = self.ask(f"GET {GUIDE}/").body.decode().split("</h1>")[1]
+        watched, state = re.fullmatch(r'\s*<script src="(.*?)\?(\d+)"></script>\s*', added).groups()
+        self.assertEqual(self.ask(f"GET {watched}?{state}").headers["content-type"], "text/javascript")
         self.assertEqual(self.ask(f"GET {watched}").body.decode(), state)
         (self.root / "htmldocs/guide/topic.htm").write_text("new")
         self.assertNotEqual(self.ask(f"GET {watched}").body.decode(), state)

@@ -99,7 +99,7 @@ class New(Verbs):
         shutil.copytree(BUILD / "tools", place / "tools", ignore=lambda _, names: [name for name in names if not name.endswith(".py")])
         self.olh_in(place / "bin", "new", self.root, "handbook", code=0)
         page = (self.manual / "topic-table.htm").read_text()
-        command = html.unescape(re.search(r"<pre>(python3 .*search_text.*)</pre>", page)[1])
+        command = html.unescape(re.search(r'<pre class="sh">(python3 .*search_text.*)</pre>', page)[1])
         table = self.manual / "QELdata/QELSearchText.js"
         table.unlink(missing_ok=True)
         self.assertIn(f"'{place}/tools'", command)

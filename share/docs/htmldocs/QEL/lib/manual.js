@@ -1,80 +1,111 @@
 // The frame of an HTML manual. Its start page follows #context=NAME&topic=TOPIC&single=true|popup to the topic's own
 // page; every topic page gets the contents beside it, unless it is shown alone (single=true) or as a popup. What context
 // says does not matter: the manual is the one that this page belongs to.
-var olhManual = { title: '', topics: [] };
+//
+// frame_pages.py writes the same frame into the pages of a manual, behind the topic, for readers without JavaScript; what
+// it has written is used as it is.
+var olhManual = { title: '', version: '', licence: '', topics: [] };
 
 // The topic table, QELdata/QELAllData.js, is made of calls of these two.
-function QELAddBookVar(name, value) { if (name === 'DocTitle') olhManual.title = value; }
+function QELAddBookVar(name, value) {
+  var known = { DocTitle: 'title', Version: 'version', Licence: 'licence' }[name];
+  if (known) olhManual[known] = value;
+}
 function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], title: row[2], group: row[3] || '' }); }
 
 (function () {
   'use strict';
   var path = olh.decoded(location.pathname).split('/');
-  var here = path.pop() || 'index.htm', manual = path.pop();
-  var single = olh.asked().single;
-  if (single === 'true' || single === 'popup') document.documentElement.dataset.single = single;
+  var here = path.pop() || 'index.htm', manual = path.pop(), single = document.documentElement.dataset;
+
+  // An address of a manual, to be shown alone where this page is. That goes into the query, which links to places, a
+  // reload and a copy of the address keep.
+  function alone(address) {
+    if (!single.single || /[?&]single=/.test(address)) return address;
+    var parts = /^([^?#]*)(\?[^#]*)?(.*)$/.exec(address);
+    return parts[1] + (parts[2] ? parts[2] + '&' : '?') + 'single=' + single.single + parts[3];
+  }
+
+  function readSingle() {
+    var asked = olh.asked().single;
+    if (asked === 'true' || asked === 'popup') single.single = asked;
+  }
 
   function topicOf(name) {
     var wanted = olh.topicName(name);
     return olhManual.topics.find(function (topic) { return olh.topicName(topic.id) === wanted; });
   }
 
-  // Goes to the topic that the address names. The address of the request is replaced, so that "back" leaves the manual.
-  function follow() {
-    var asked = olh.asked();
-    if (!asked.topic) return;
-    var topic = topicOf(asked.topic);
-    if (topic) {
-      var shown = asked.single === 'true' || asked.single === 'popup' ? '#single=' + asked.single : '';
-      if (topic.page !== here) return location.replace(topic.page + shown);
-      history.replaceState(null, '', topic.page + shown);
-      return location.reload();
-    }
-    var say = document.getElementById('missing');
-    if (say) say.textContent = 'There is no topic "' + asked.topic + '" in this manual. These are its topics:';
-    else location.replace('index.htm#topic=' + encodeURIComponent(asked.topic));
+  // The topic that is read: of several in one page the one whose place the address names, or the first.
+  function topicHere() {
+    var found = olhManual.topics.filter(function (topic) { return olh.decoded(topic.page.replace(/[?#].*/, '')) === here; });
+    return found.find(function (topic) { return olh.decoded(location.hash) === olh.decoded(topic.page.replace(/^[^#]*/, '')); }) || found[0];
   }
 
-  function link(topic, text) {
-    var made = olh.element('a', { href: topic.page }, text || topic.title);
-    if (topic.page === here) made.setAttribute('aria-current', 'page');
-    return made;
+  // Goes to the topic that the address names. The address of the request is replaced, so that "back" leaves the manual.
+  function follow() {
+    readSingle();
+    var asked = olh.asked(), topic = asked.topic && topicOf(asked.topic), say = document.getElementById('missing');
+    if (topic) return location.replace(alone(topic.page));
+    if (asked.topic && !say) return location.replace(alone('index.htm#topic=' + encodeURIComponent(asked.topic)));
+    if (say) say.textContent = asked.topic ? 'There is no topic "' + olh.shown(asked.topic) + '" in this manual. These are its topics:' : '';
+    if (/[#&]single=/.test(location.hash))
+      history.replaceState(null, '', alone(location.pathname + location.search + location.hash.replace(/[#&]single=[^&]*/g, '')));
+  }
+
+  // Marks the topic that is read in the contents, and brings it into view.
+  function markTopic(toc) {
+    var topic = topicHere();
+    toc.querySelectorAll('a').forEach(function (link) {
+      link.removeAttribute('aria-current');
+      if (!topic || link.getAttribute('href') !== topic.page) return;
+      link.setAttribute('aria-current', 'page');
+      var from = link.getBoundingClientRect().top - toc.getBoundingClientRect().top;
+      if (from < 0 || from > toc.clientHeight - 2 * link.offsetHeight) toc.scrollTop += from - toc.clientHeight / 2;
+    });
+  }
+
+  function keepContentsWhereTheyWere(toc) {
+    var kept = 'olh.contents ' + location.pathname.replace(/[^\/]*$/, '');
+    try { toc.scrollTop = sessionStorage.getItem(kept); } catch (e) { return; }
+    addEventListener('pagehide', function () { sessionStorage.setItem(kept, toc.scrollTop); });
   }
 
   function contents() {
-    var wide = matchMedia('(min-width: 60rem)');
-    var box = olh.element('details', {}, olh.element('summary', {}, 'Contents'));
-    var group = null, list;
+    var box = olh.element('details', { open: '' }, olh.element('summary', {}, 'Contents')), group = null, list;
     olhManual.topics.forEach(function (topic) {
       if (topic.group !== group) {
         group = topic.group;
         list = olh.element('ul');
         box.append(group ? olh.element('h2', {}, group) : '', list);
       }
-      list.append(olh.element('li', {}, link(topic)));
+      list.append(olh.element('li', {}, olh.element('a', { href: topic.page }, topic.title)));
     });
-    var fit = function () { box.open = wide.matches; };
-    fit();
-    wide.addEventListener('change', fit);
     return olh.element('nav', { 'class': 'toc', 'aria-label': 'Contents' }, box);
   }
 
-  function turning(at) {
-    var before = olhManual.topics[at - 1], after = olhManual.topics[at + 1];
+  function trail(topic) {
+    var ways = [['../../index.html', 'All documentation']].concat(topic ? [['index.htm', olhManual.title]] : []);
+    var items = ways.map(function (way) { return olh.element('li', {}, olh.element('a', { href: way[0] }, way[1])); });
+    if (topic && topic.group) items.push(olh.element('li', {}, topic.group));
+    return olh.element('nav', { 'class': 'trail', 'aria-label': 'Breadcrumbs' }, olh.element('ol', {}, items));
+  }
+
+  function foot(topic) {
+    var at = olhManual.topics.indexOf(topic), before = olhManual.topics[at - 1], after = olhManual.topics[at + 1];
     var row = olh.element('nav', { 'class': 'turn', 'aria-label': 'Previous and next topic' });
     if (before) row.append(olh.element('a', { href: before.page, rel: 'prev' }, '\u2190 ' + before.title));
     if (after) row.append(olh.element('a', { href: after.page, rel: 'next', 'class': 'next' }, after.title + ' \u2192'));
-    return row;
+    var words = [(olhManual.title + ' ' + olhManual.version).trim(), olhManual.licence].filter(Boolean).join('. ');
+    return olh.element('footer', { 'class': 'foot' }, [row, olh.element('p', {}, words)]);
   }
 
-  // The headings of a long page, for wide screens.
-  function headings(main) {
-    var found = Array.from(main.querySelectorAll('h2[id]'));
-    return found.length < 3 ? '' : olh.element('nav', { 'class': 'here', 'aria-label': 'On this page' }, [
-      olh.element('p', {}, 'On this page'),
-      olh.element('ul', {}, found.map(function (heading) {
-        return olh.element('li', {}, olh.element('a', { href: '#' + heading.id }, heading.textContent));
-      }))]);
+  // The arrow keys turn pages, where nothing else takes them.
+  function turnByKey(event) {
+    var key = { ArrowLeft: 'prev', ArrowRight: 'next' }[event.key], link = key && document.querySelector('.turn [rel=' + key + ']');
+    var plain = !event.altKey && !event.ctrlKey && !event.metaKey && !event.shiftKey && !event.defaultPrevented;
+    if (link && plain && !event.target.closest('input, select, textarea, [tabindex], [contenteditable]') &&
+        document.scrollingElement.scrollWidth <= innerWidth) link.click();
   }
 
   // What is too wide for the screen can be scrolled with the keyboard.
@@ -85,11 +116,10 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     });
   }
 
-  // A topic shown alone leads to topics shown alone.
-  function keepAlone(single) {
+  // A topic shown alone leads to topics shown alone, in this manual and in others.
+  function keepAlone() {
     document.querySelectorAll('main a').forEach(function (link) {
-      var page = link.getAttribute('href');
-      if (/^[^\/:#?]+\.htm$/.test(page)) link.setAttribute('href', page + '#single=' + single);
+      if (/^(\.\.\/[^.\/][^\/]*\/)?[^\/:#?]+\.html?(?![^?#])/.test(link.getAttribute('href'))) link.setAttribute('href', alone(link.getAttribute('href')));
     });
   }
 
@@ -98,32 +128,42 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     olh.script('../QEL/lib/LibList.js').then(function () {
       if (typeof mPDFList === 'undefined' || mPDFList.indexOf(manual) < 0) return;
       var place = 'M8.newlink.' + topic.id.replace(/ /g, '.').replace(/[^A-Za-z0-9.]/g, '');
-      var bar = document.querySelector('.bar nav');
-      if (bar) bar.prepend(olh.element('a', { href: '../../pdfdocs/' + manual + '.pdf#nameddest=' + place }, 'This topic in the PDF'));
+      document.querySelector('.trail').append(olh.element('a', { href: '../../pdfdocs/' + manual + '.pdf#nameddest=' + place }, 'This topic in the PDF'));
     });
+  }
+
+  // The frame around a topic, as far as the page does not bring it along.
+  function surround(topic) {
+    var main = document.querySelector('main'), wide = matchMedia('(min-width: 60rem)');
+    document.body.classList.add('framed');
+    main.before(document.querySelector('.toc') || contents());
+    if (!document.querySelector('.foot')) main.after(foot(topic));
+    var toc = document.querySelector('.toc'), fit = function () { toc.firstElementChild.open = wide.matches; };
+    fit();
+    wide.addEventListener('change', fit);
+    keepContentsWhereTheyWere(toc);
+    markTopic(toc);
+    addEventListener('hashchange', function () { markTopic(toc); });
+    addEventListener('keydown', turnByKey);
   }
 
   function frame() {
     follow();
-    reachable();
+    addEventListener('load', reachable);
     addEventListener('resize', reachable);
-    if (document.documentElement.dataset.single) return keepAlone(document.documentElement.dataset.single);
-    var main = document.querySelector('main');
-    var at = olhManual.topics.findIndex(function (topic) { return topic.page === here; });
+    if (single.single) return keepAlone();
+    var topic = topicHere();
     document.body.prepend(olh.element('a', { 'class': 'skip', href: '#topic' }, 'Skip to the topic'));
-    document.querySelector('.bar').append(
-      olh.element('nav', { 'aria-label': 'Elsewhere' }, olh.element('a', { href: '../../index.html' }, 'All documentation')),
-      olh.searchField('Search this manual', function (words) {
-        return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
-      }));
-    if (at < 0) return;
-    document.body.classList.add('framed');
-    main.before(contents());
-    main.after(headings(main));
-    main.append(turning(at));
-    pdfLink(olhManual.topics[at]);
+    if (olhManual.version) olh.toBar(olh.element('span', { 'class': 'version' }, olhManual.version));
+    olh.toBar(olh.searchField('Search this manual', function (words) {
+      return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
+    }));
+    if (topic) surround(topic);
+    document.querySelector('main').before(document.querySelector('.trail') || trail(topic));
+    if (topic) pdfLink(topic);
   }
 
+  readSingle();
   addEventListener('DOMContentLoaded', frame);
   addEventListener('hashchange', follow);
 })();

@@ -49,6 +49,16 @@ var olh = (function () {
     return String(text).replace(/[^A-Za-z0-9_-]/g, '').toLowerCase();
   }
 
+  // Text from an address as a sentence quotes it: a long one would fill the page, or keep the browser busy for minutes.
+  function shown(text) {
+    return text.length > 80 ? text.slice(0, 79) + '\u2026' : text;
+  }
+
+  // Puts an element at the end of the bar, in front of the switch for colours.
+  function toBar(made) {
+    document.querySelector('.bar .colours').before(made);
+  }
+
   // A field in the bar that goes to the page of results: place is its address up to the words.
   function searchField(what, place) {
     var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: what });
@@ -60,5 +70,44 @@ var olh = (function () {
     return form;
   }
 
-  return { asked: asked, decoded: decoded, element: element, script: script, searchField: searchField, topicName: topicName };
+  // The colours: the system's, unless this reader has chosen others. A picture that comes in both follows them.
+  var kinds = { system: '\u25d0', light: '\u2600', dark: '\u263e' };
+  function chosenColours(set) {
+    try {
+      if (set) localStorage.setItem('olh.colours', set);
+      return kinds[localStorage.getItem('olh.colours')] ? localStorage.getItem('olh.colours') : 'system';
+    } catch (e) { return set || 'system'; }
+  }
+
+  function showColours(chosen) {
+    if (chosen === 'system') delete document.documentElement.dataset.colours;
+    else document.documentElement.dataset.colours = chosen;
+    document.querySelectorAll('source[data-colours=dark]').forEach(function (source) {
+      source.media = { system: '(prefers-color-scheme: dark)', light: 'not all', dark: 'all' }[chosen];
+    });
+  }
+
+  function colourSwitch() {
+    var button = element('button', { type: 'button', 'class': 'colours' });
+    function show(chosen) {
+      showColours(chosen);
+      button.textContent = kinds[chosen] + '\ufe0e';
+      button.title = 'Colours: ' + chosen;
+      button.setAttribute('aria-label', button.title);
+    }
+    button.addEventListener('click', function () {
+      show(chosenColours({ system: 'light', light: 'dark', dark: 'system' }[chosenColours()]));
+    });
+    show(chosenColours());
+    return button;
+  }
+
+  showColours(chosenColours());
+  addEventListener('DOMContentLoaded', function () {
+    var bar = document.querySelector('.bar');
+    if (bar) bar.append(colourSwitch());
+  });
+
+  return { asked: asked, decoded: decoded, element: element, script: script, searchField: searchField, shown: shown, toBar: toBar,
+    topicName: topicName };
 })();

@@ -19,7 +19,7 @@
     var chosen = all.filter(function (row) { return row[1] === nameIn(context); }), searching = asked.tab === '2' || asked.query;
     var say = olh.element('p', { 'class': 'note', role: 'status' });
     if (!all.length) say.textContent = 'The list of manuals is missing or empty. "olh dmerge" with this documentation root writes it.';
-    else if (context && !chosen.length) say.textContent = 'There is no manual "' + context + '" here. All manuals are searched.';
+    else if (context && !chosen.length) say.textContent = 'There is no manual "' + olh.shown(context) + '" here. All manuals are searched.';
     var scopes = [['All manuals', '']].concat(all.map(function (row) { return [row[0], row[1]]; }));
     var search = olhSearch.panel('../', chosen.length ? chosen : all, asked.query || '', scopes, chosen.length ? chosen[0][1] : '',
       function (query, scope) { location.hash = address(query, scope); });

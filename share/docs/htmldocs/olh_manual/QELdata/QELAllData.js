@@ -1,4 +1,6 @@
 QELAddBookVar("DocTitle","The libolh manual");
+QELAddBookVar("Version","@VERSION@");
+QELAddBookVar("Licence","MIT License, © 2026 The libolh authors");
 QELAddTopic(["about","about.htm","What libolh is","Start here"]);
 QELAddTopic(["quick_start","quick_start.htm","Quick start","Start here"]);
 QELAddTopic(["how_help_travels","how_help_travels.htm","How a help request travels","Start here"]);

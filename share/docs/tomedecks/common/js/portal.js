@@ -83,15 +83,17 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
 
   function show(asked, portal, portals) {
     var tab = tabOf(asked), say = olh.element('p', { 'class': 'note', role: 'status' });
-    if (asked.tomedeck && asked.tomedeck !== portal) say.textContent = 'There is no portal "' + asked.tomedeck + '" here. This is all the documentation.';
+    if (asked.tomedeck && asked.tomedeck !== portal) say.textContent = 'There is no portal "' + olh.shown(asked.tomedeck) + '" here. This is all the documentation.';
     var title = tab === 'search' ? (portal ? 'Search in ' + mTomeDeckName : 'Search in all documents') : portal ? mTomeDeckName : 'Documentation';
-    document.querySelector('.bar nav').replaceChildren.apply(document.querySelector('.bar nav'),
+    document.querySelector('.tabs').replaceChildren.apply(document.querySelector('.tabs'),
       [['documents', 'Documents'], ['tomedecks', 'Portals'], ['search', 'Search']].map(function (pair) {
         return olh.element('a', Object.assign({ href: address(portal, { tab: pair[0] }) }, pair[0] === tab ? { 'aria-current': 'page' } : {}), pair[1]);
       }));
-    var bar = document.querySelector('.bar'), old = bar.querySelector('form');
+    var old = document.querySelector('.bar form');
     if (old) old.remove();
-    if (tab !== 'search') bar.append(olh.searchField('Search ' + title, function (words) { return address(portal, { tab: 'search' }) + '&query=' + words; }));
+    if (tab !== 'search') {
+      olh.toBar(olh.searchField('Search ' + title, function (words) { return address(portal, { tab: 'search' }) + '&query=' + words; }));
+    }
     document.querySelector('main').replaceChildren(olh.element('h1', {}, title), say, body(tab, portal, portals, asked.query || ''),
       olh.element('p', { 'class': 'release' }, mReleaseName));
     document.title = title;
