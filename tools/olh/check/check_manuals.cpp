@@ -1,9 +1,11 @@
 // Checks of HTML manuals: their start pages, their topic tables, and the pages that those name.
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "checks.h"
+#include "page_places.h"
 #include "shared.h"
 #include "url.h"
 
@@ -58,6 +60,33 @@ void check_topic(const CheckedManual& manual, const olh_viewers::TableTopic& top
 // The file that a topic's page is in, below the manual; "" for the start page itself.
 std::string file_of_page(const std::string& page) {
   return std::string(olh_viewers::without_query_and_fragment(page));
+}
+
+// A page that topics lead to, looked at once however many they are.
+struct TopicPage {
+  std::string path;                                  // below the root; "" when it is not there
+  std::optional<std::set<std::string>> places = {};  // once a topic has asked for one
+};
+
+std::string path_of_page(const CheckedRoot& root, const std::string& page) {
+  const std::string decoded = olh_viewers::decoded(page);
+  return root.has(page) ? page : root.has(decoded) ? decoded : "";
+}
+
+void check_topic_page(const CheckedRoot& root, const CheckedManual& manual, const olh_viewers::TableTopic& topic,
+                      TopicPage& page, Findings& findings) {
+  if (page.path.empty())
+    return findings.error(manual.table,
+                          "the page " + file_of_page(topic.page) + " of " + topic_called(topic) + " is not there",
+                          topic.line);
+  const std::string place = olh_viewers::decoded(olh_viewers::fragment_of(topic.page));
+  if (place.empty()) return;
+  if (!page.places) page.places = places_in_page(text_in_root(root.path, page.path).value_or(""));
+  if (!page.places->contains(place))
+    findings.warning(manual.table,
+                     "the page " + page.path + " has no place \"" + place + "\" for " + topic_called(topic) +
+                         ", so that it opens at its top",
+                     topic.line);
 }
 
 bool leads_away(const std::string& page) { return page.starts_with('/') || page.find("://") != std::string::npos; }
@@ -120,7 +149,8 @@ void check_topic_lines(const CheckedRoot& root, Findings& findings) {
 }
 
 void check_topic_pages(const CheckedRoot& root, Findings& findings) {
-  for (const CheckedManual& manual : root.manuals)
+  for (const CheckedManual& manual : root.manuals) {
+    std::map<std::string, TopicPage> pages;
     for (const olh_viewers::TableTopic& topic : manual.topics) {
       const std::string file = file_of_page(topic.page);
       if (file.empty()) continue;
@@ -130,10 +160,11 @@ void check_topic_pages(const CheckedRoot& root, Findings& findings) {
                          topic.line);
         continue;
       }
-      const std::string decoded = olh_viewers::file_of("file://" + file);
-      if (root.has(manual.directory + "/" + file) || root.has(manual.directory + "/" + decoded)) continue;
-      findings.error(manual.table, "the page " + file + " of " + topic_called(topic) + " is not there", topic.line);
+      const auto [known, is_new] = pages.try_emplace(file);
+      if (is_new) known->second.path = path_of_page(root, manual.directory + "/" + file);
+      check_topic_page(root, manual, topic, known->second, findings);
     }
+  }
 }
 
 }  // namespace olh

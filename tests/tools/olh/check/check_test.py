@@ -5,6 +5,8 @@ from scene import DOCS, PDF, needs_pdfs, write
 from verbs import Verbs
 
 TABLE = "htmldocs/guide/QELdata/QELAllData.js"
+# Two places of a page, and one that it does not have.
+PLACED = "".join(f'QELAddTopic(["t{number}","setting_up.htm#{place}","T"]);\n' for number, place in enumerate(("on%20disk", "old", "new")))
 DOCLIST = "tomedecks/group_td/js/doclist.js"
 OPTIONS = "qel_doc_options.ini"
 
@@ -16,6 +18,7 @@ class Check(Verbs):
         for page in ("intro.htm", "setting_up.htm"):
             write(self.docs / "htmldocs/guide" / page)
         write(self.docs / "pdfdocs/paper_only.pdf", PDF)
+        write(self.docs / "htmldocs/guide/setting_up.htm", '<h2 id="on disk">On a disk</h2><a class=x name=old>')
         self.make_lists(self.docs)
 
     def found(self, *words, root=None, code, **variables):
@@ -56,6 +59,7 @@ class Check(Verbs):
             (TABLE, added + 'QELAddTopic(["intro","intro.htm","In\n', ("error", "topic_lines", TABLE, 2)),
             (TABLE, added + 'QELAddTopic(["++","intro.htm","In"]);\n', ("error", "topic_lines", TABLE, 2)),
             ("htmldocs/guide/setting_up.htm", None, ("error", "topic_pages", TABLE, 3)),
+            (TABLE, added + PLACED, ("warning", "topic_pages", TABLE, 4)),
             ("pdfdocs/guide.pdf", PDF, ("warning", "destinations", "pdfdocs/guide.pdf", None)),
             ("pdfdocs/guide.pdf", "no PDF", ("error", "destinations", "pdfdocs/guide.pdf", None)),
             ("pdfdocs/plain.pdf", "%PDF-1.4", ("warning", "pdf_titles", "pdfdocs/plain.pdf", None)),
