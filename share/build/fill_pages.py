@@ -5,22 +5,25 @@ usage: fill_pages.py MANUAL_DIRECTORY INCLUDE_DIRECTORY PROGRAM_DIRECTORY VERSIO
 
 A line of a page
     <!-- made here: WHAT SOURCE -->
-is replaced; WHAT is "opening", "overview", "types" or "reference" of a header, "help" of a program, or "contents" of the
-manual. The code of the pages gets its colours, and @VERSION@ in the topic table becomes the version.
+is replaced; WHAT is "opening", "overview", "types" or "reference" of a header, "help" of a program, "contents" of the
+manual, or "picture", a name below pictures/ and what is to be seen, of which there is one in light and one in dark. The code of the pages gets its colours; @VERSION@ in the topic table becomes the version, @POLICY@ in a page what a
+web server should send as the policy of the pages.
 """
 
 import html
 import re
+import struct
 import sys
 from itertools import groupby
 from pathlib import Path
 
 import c_reference
 import colour_code
+import frame_pages
 import help_reference
 import manual_pages
 
-MARKER = re.compile(r"^<!-- made here: (\w+) (\S+) -->\n", re.M)
+MARKER = re.compile(r"^<!-- made here: (\w+) (\S.*?) -->\n", re.M)
 
 
 def contents(manual):
@@ -34,9 +37,23 @@ def contents(manual):
     return f'<div class="groups">\n{made}</div>\n'
 
 
+def picture(manual, name, seen):
+    """A picture that follows the colours of the page (page.js does, where a reader has chosen them)."""
+    width, height = webp_size(Path(manual, f"pictures/{name}-dark.webp"))
+    return (f'<figure class="picture"><picture><source data-colours="dark" media="(prefers-color-scheme: dark)" srcset="pictures/{name}-dark.webp">'
+            f'<img src="pictures/{name}-light.jpg" width="{width}" height="{height}" alt="{html.escape(seen)}"></picture></figure>\n')
+
+
+def webp_size(file):
+    """Width and height of a lossy WebP picture: 14 bits each, behind the start code of its frame."""
+    width, height = struct.unpack("<HH", file.read_bytes().split(b"\x9d\x01\x2a", 1)[1][:4])
+    return width & 0x3FFF, height & 0x3FFF
+
+
 def main(manual, include, programs, version):
     makers = {
         "contents": lambda _: contents(manual),
+        "picture": lambda source: picture(manual, *source.split(" ", 1)),
         "overview": lambda source: c_reference.overview(c_reference.sections(Path(include, source))[1]),
         "opening": lambda source: c_reference.opening(Path(include, source)),
         "types": lambda source: c_reference.types(Path(include, source)),
@@ -45,7 +62,8 @@ def main(manual, include, programs, version):
     }
     for page in Path(manual).glob("*.htm"):
         text = page.read_text(encoding="utf-8")
-        filled = colour_code.colour(MARKER.sub(lambda found: makers[found[1]](found[2]), text))
+        filled = text.replace("@POLICY@", frame_pages.POLICY + "; frame-ancestors 'self'")
+        filled = colour_code.colour(MARKER.sub(lambda found: makers[found[1]](found[2]), filled))
         if filled != text:
             page.write_text(filled, encoding="utf-8")
     table = Path(manual, manual_pages.TABLE)

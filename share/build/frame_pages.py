@@ -62,7 +62,7 @@ def framed(markup, manual, topics, at):
     title = manual_pages.title(manual)
     here = None if at is None else topics[at]
     before, after = (topics[at - 1] if at else None, topics[at + 1] if at is not None and at + 1 < len(topics) else None)
-    head = "" if "Content-Security-Policy" in markup else HEAD
+    head = "" if 'http-equiv="Content-Security-Policy"' in markup else HEAD
     head += "".join(f'<link rel="{way}" href="{html.escape(one.page)}">\n' for way, one in (("prev", before), ("next", after)) if one)
     markup = markup.replace("<title>", WRITTEN.format(head) + "<title>", 1) if head else markup
     below = trail(title, here)

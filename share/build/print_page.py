@@ -47,11 +47,17 @@ def inside_links(markup, own_page, anchors):
     return re.sub(r'<a\s+href="(?P<href>[^"]*)">(?P<text>.*?)</a>', turned, markup, flags=re.DOTALL)
 
 
+def where_they_are(markup, directory):
+    """Pictures by their full address: the page that is printed lies elsewhere. Paper is light."""
+    markup = re.sub(r"<source[^>]*>", "", markup)
+    return re.sub(r'(<img src=")(?!\w+:)', rf"\g<1>{Path(directory).resolve().as_uri()}/", markup)
+
+
 def manual(directory, first=None):
     """All topics of a manual behind a list of them; the topic named first leads, and then no list is needed."""
     topics = sorted(manual_pages.topics(directory), key=lambda topic: topic.id != first)
     anchors = {topic.page: topic.id for topic in topics}
-    parts = [inside_links(manual_pages.main_part(Path(directory) / topic.page), topic.page, anchors) for topic in topics]
+    parts = [where_they_are(inside_links(manual_pages.main_part(Path(directory) / topic.page), topic.page, anchors), directory) for topic in topics]
     body = "\n".join(f'<article class="topic">\n{part}</article>' for part in parts)
     entries = "\n".join(f'<li><a href="#{topic.id}">{html.escape(topic.title)}</a></li>' for topic in topics)
     title = html.escape(manual_pages.title(directory))

@@ -123,6 +123,7 @@ class Browser:
         self.call("Input.dispatchKeyEvent", type="keyUp", key=key, windowsVirtualKeyCode=code, **more)
 
     def picture(self, path, whole=False):
-        shot = self.call("Page.captureScreenshot", captureBeyondViewport=whole)
+        kind = {".webp": {"format": "webp", "quality": 75}, ".jpg": {"format": "jpeg", "quality": 70}}.get(os.path.splitext(path)[1], {})
+        shot = self.call("Page.captureScreenshot", captureBeyondViewport=whole, **kind)
         with open(path, "wb") as file:
             file.write(base64.b64decode(shot["data"]))

@@ -3,6 +3,7 @@ import json
 import re
 import subprocess
 import urllib.parse
+import urllib.request
 
 from pages import Pages
 from scene import DOCS, MANUAL
@@ -84,13 +85,18 @@ class Reading(Pages):
         self.assertEqual(len(grounds), 4)  # paper, and the ground of a popup, in both
 
     def test_links_lead_somewhere_and_nobody_else_is_asked(self):
-        wanted = {}
+        wanted, policies = {}, set()
         for page in PAGES:
             self.open(page, self.web)
             for address in self.browser.value(LINKS):
                 wanted.setdefault(address, page)
+            policies.update(self.browser.value("[...document.querySelectorAll('meta[http-equiv^=Content-Sec]')].map(one => one.content)") or [page])
             self.assertEqual([one for one in self.browser.requested() if not one.startswith((self.web + "/", "about:"))], [], page)
         self.assertGreater(len(wanted), 150)
+        policy = urllib.request.urlopen(f"{self.web}/index.html").headers["Content-Security-Policy"]
+        self.assertEqual({policy}, {f"{one}; frame-ancestors 'self'" for one in policies})
+        self.browser.value("document.body.append(Object.assign(document.createElement('script'), { textContent: 'inside = true' }))")
+        self.assertEqual(self.browser.value("typeof inside"), "undefined")
         places = subprocess.run(["pdfinfo", "-dests", DOCS / "pdfdocs/olh_manual.pdf"], capture_output=True, text=True).stdout
         for address, page in wanted.items():
             with self.subTest(link=address, on=page):

@@ -3,6 +3,7 @@ QELAddBookVar("Version","@VERSION@");
 QELAddBookVar("Licence","MIT License, © 2026 The libolh authors");
 QELAddTopic(["about","about.htm","What libolh is","Start here"]);
 QELAddTopic(["quick_start","quick_start.htm","Quick start","Start here"]);
+QELAddTopic(["tour","tour.htm","What your users see","Start here"]);
 QELAddTopic(["how_help_travels","how_help_travels.htm","How a help request travels","Start here"]);
 QELAddTopic(["host_c","host_c.htm","A host in C or C++","For the developer of a program"]);
 QELAddTopic(["host_python","host_python.htm","A host in Python","For the developer of a program"]);
