@@ -14,6 +14,9 @@ constexpr const char* kHead =
     "<head>\n"
     "<meta charset=\"utf-8\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src 'self'; style-src 'self'; "
+    "img-src 'self' data:; connect-src 'self'; form-action 'self'; base-uri 'none'\">\n"
+    "<link rel=\"icon\" href=\"../QEL/lib/favicon.svg\">\n"
     "<title>Contents - ";
 constexpr const char* kBody =
     "</title>\n"

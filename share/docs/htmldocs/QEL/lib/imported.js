@@ -2,7 +2,8 @@
 // topic; without a topic the page shows the contents. Needs page.js.
 (function () {
   'use strict';
-  var places = new Map(), table;
+  var places = new Map(), table, single = olh.asked().single;
+  if (single === 'true' || single === 'popup') document.documentElement.dataset.single = single;
 
   // The topic table, QELdata/QELAllData.js, is made of calls of these two. Of equal names the first one counts.
   window.QELAddBookVar = function () {};
@@ -20,7 +21,7 @@
     table.then(function (isThere) {
       var place = places.get(olh.topicName(wanted));
       if (place) return location.replace(place);
-      say.textContent = isThere ? 'There is no topic "' + wanted.slice(0, 80) + '" in this manual. This is what it holds:'
+      say.textContent = isThere ? 'There is no topic "' + olh.shown(wanted) + '" in this manual. This is what it holds:'
         : 'The list of topics is missing. "olh import" writes it.';
     });
   }
@@ -28,11 +29,11 @@
   function frame() {
     var manual = olh.decoded(location.pathname).split('/').slice(-2)[0];
     document.body.prepend(olh.element('a', { 'class': 'skip', href: '#topic' }, 'Skip to the contents'));
-    document.querySelector('.bar').append(
-      olh.element('nav', { 'aria-label': 'Elsewhere' }, olh.element('a', { href: '../../index.html' }, 'All documentation')),
-      olh.searchField('Search this manual', function (words) {
-        return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
-      }));
+    document.querySelector('main').before(olh.element('nav', { 'class': 'trail', 'aria-label': 'Breadcrumbs' },
+      olh.element('ol', {}, olh.element('li', {}, olh.element('a', { href: '../../index.html' }, 'All documentation')))));
+    olh.toBar(olh.searchField('Search this manual', function (words) {
+      return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
+    }));
     follow();
   }
 
