@@ -145,6 +145,10 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     markTopic(toc);
     addEventListener('hashchange', function () { markTopic(toc); });
     addEventListener('keydown', turnByKey);
+    document.querySelectorAll('.turn a').forEach(function (link) {
+      link.title = (link.rel === 'prev' ? 'Left' : 'Right') + ' arrow key';
+      link.setAttribute('aria-keyshortcuts', link.rel === 'prev' ? 'ArrowLeft' : 'ArrowRight');
+    });
   }
 
   function frame() {

@@ -61,7 +61,7 @@ var olh = (function () {
 
   // A field in the bar that goes to the page of results: place is its address up to the words.
   function searchField(what, place) {
-    var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: what });
+    var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: 'Search' });
     var form = element('form', { role: 'search' }, field);
     form.addEventListener('submit', function (event) {
       event.preventDefault();
