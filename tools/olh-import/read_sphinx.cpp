@@ -24,6 +24,11 @@ std::string_view next_line(std::string_view& rest) {
   return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }
 
+// What a line says behind these words; "" for another line.
+std::string said_in(std::string_view line, std::string_view words) {
+  return line.starts_with(words) ? std::string(line.substr(words.size())) : "";
+}
+
 // What a zlib stream holds, as far as it makes sense; nothing when it is more than a table may be.
 std::optional<std::string> inflated(std::string_view packed) {
   z_stream stream = {};
@@ -97,8 +102,8 @@ class SphinxReader : public Reader {
       manual.notes.emplace_back("objects.inv is of a version that is not known, and is not read");
       return;
     }
-    const std::string project(next_line(rest).substr(std::string_view("# Project: ").size()));
-    const std::string version(next_line(rest).substr(std::string_view("# Version: ").size()));
+    const std::string project = said_in(next_line(rest), "# Project: ");
+    const std::string version = said_in(next_line(rest), "# Version: ");
     manual.title = version.empty() ? project : project + " " + version;
     next_line(rest);
     const std::optional<std::string> entries = inflated(rest);

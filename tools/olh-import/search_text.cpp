@@ -7,8 +7,8 @@ namespace olh_import {
 
 namespace {
 
-constexpr const char* kFile = "QELdata/QELSearchText.js";
-constexpr std::string_view kOpening =
+constexpr const char* kSearchFile = "QELdata/QELSearchText.js";
+constexpr std::string_view kFirstLine =
     "// Made from the pages by olh import: what the search in the page looks through, passage by passage.\n";
 
 std::string as_json(const nlohmann::json& value) {
@@ -29,14 +29,14 @@ void SearchText::add(const HtmlPage& page) {
 void SearchText::write(const OutputFolder& manual,
                        const std::function<std::string(const std::string&)>& topic_of_page) const {
   std::list<std::string> beginnings;
-  std::vector<std::string_view> pieces = {kOpening};
+  std::vector<std::string_view> pieces = {kFirstLine};
   for (const PageText& text : pages_) {
     const std::string topic = topic_of_page(text.page);
     if (topic.empty()) continue;
     const std::string& beginning = beginnings.emplace_back("QELAddText([" + as_json(topic));
     for (const std::string& passage : text.passages) pieces.insert(pieces.end(), {beginning, passage});
   }
-  manual.write(kFile, pieces);
+  manual.write(kSearchFile, pieces);
 }
 
 }  // namespace olh_import

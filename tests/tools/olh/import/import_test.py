@@ -3,6 +3,7 @@ import os
 import re
 import signal
 import subprocess
+import zlib
 
 from scene import BUILD, needs_docs, wait_until, write
 from verbs import Verbs
@@ -106,6 +107,14 @@ class Import(Verbs):
         write(self.source / "entities.html", '<!DOCTYPE a [<!ENTITY b "bbbbbbbb"><!ENTITY c "&b;&b;&b;">]><h1>&c;</h1>')
         self.assertIn("deep.html is nested too deeply", self.run_import())
         self.assertIn('"i49999"', (self.manual / "QELdata/QELAllData.js").read_text())
+
+    def test_spoilt_inventories_are_passed_over_and_swollen_ones_refused(self):
+        version, header = b"# Sphinx inventory version 2\n", b"# Project: P\n# Version: 1\n#\n"
+        for inventory, code in ((b"", 0), (version + b"#\n", 0), (version + header + b"no zlib", 0),
+                                (version + header + zlib.compress(b"a py:data 1 index.htm -\n")[:-9], 0),
+                                (version + header + zlib.compress(bytes(300 << 20)), 4)):
+            (self.source / "objects.inv").write_bytes(inventory)
+            self.run_import(code=code)
 
     def test_a_linked_manual_stays_where_it_lies(self):
         self.run_import("--link")
