@@ -92,14 +92,16 @@ bool print_as_list(const std::string& text) {
   return !text.empty();
 }
 
-// The text of the PDF, as the adapter that the library would start writes it: a launcher would look after it for two
-// seconds, and a pager would end with this command.
-int show_text_of_pdf(const ShowRequest& request, const ChosenViewer& viewer) {
+// The text, as the adapter that the library would use writes it. The library would start it again when there is none, and
+// look after it for two seconds; a pager would end with this command.
+int show_text(const ShowRequest& request, const ChosenViewer& viewer) {
   const Rehearsal sent = rehearse(request.call);
   if (sent.result != OLH_RESULT_OK) return sent.result;
-  std::vector<std::string> words = {viewer.program, "--text"};
+  std::vector<std::string> words = {viewer.program};
+  if (!sent.in_browser) words.emplace_back("--text");
   words.insert(words.end(), sent.arguments.begin(), sent.arguments.end());
-  return olh_viewers::run_and_wait(words) == EXIT_SUCCESS ? OLH_RESULT_OK : OLH_RESULT_IO;
+  if (olh_viewers::run_and_wait(words) == EXIT_SUCCESS) return OLH_RESULT_OK;
+  return sent.in_browser ? OLH_RESULT_FAILED : OLH_RESULT_IO;
 }
 
 int show_found(const ShowRequest& request, const ChosenViewer& viewer, bool quiet, const SearchRoots& roots) {
@@ -114,7 +116,7 @@ int show_found(const ShowRequest& request, const ChosenViewer& viewer, bool quie
     return OLH_RESULT_FAILED;
   }
   if (as_text && request.text && print_as_list(request.text())) return OLH_RESULT_OK;
-  const int result = as_text && kind == OLH_VIEWER_PDF ? show_text_of_pdf(request, viewer) : request.call();
+  const int result = as_text ? show_text(request, viewer) : request.call();
   if (result != OLH_RESULT_OK) {
     explain_failure(result, request, viewer, roots);
   } else if (!quiet) {

@@ -86,6 +86,9 @@ class Showing(Verbs):
             self.assertRegex(done.stdout, rf"\A{shown}")
             self.assertEqual("cannot be shown as text yet" in done.stderr, code == 2)
             self.assertLess(time.monotonic() - begin, 1.9, "nobody looks after a start for two seconds")
+        (self.bin / "w3m").write_text("#!/bin/sh\nexit 1\n")
+        done = self.olh("show", "guide", **adapters)
+        self.assertEqual((done.returncode, done.stderr.count("cannot be read")), (2, 1))
 
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
         nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
