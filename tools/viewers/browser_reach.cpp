@@ -4,7 +4,9 @@
 #include <filesystem>
 
 #include "browser_list.h"
+#include "desktop_default.h"
 #include "files.h"
+#include "flatpak.h"
 #include "platform.h"
 #include "served_address.h"
 #include "url.h"
@@ -14,6 +16,8 @@ namespace olh_viewers {
 namespace {
 
 constexpr std::size_t kLongestScript = 64 * 1024;
+constexpr const char* kIsFlatpak = "it is a Flatpak";
+constexpr std::string_view kRunFlatpak = "flatpak run";
 
 // The text of a start script; "" of any other program.
 std::string script_at(const std::string& program) {
@@ -30,7 +34,7 @@ bool is_snap(const std::string& program) {
 
 bool is_flatpak(const std::string& program) {
   return program.find("/flatpak/exports/") != std::string::npos ||
-         script_at(program).find("flatpak run") != std::string::npos;
+         script_at(program).find(kRunFlatpak) != std::string::npos;
 }
 
 // An editor that shows a remote machine leads what $BROWSER gets to the machine where its window is.
@@ -54,6 +58,15 @@ bool is_on_windows_side(const Choice& browser) {
   return is_in_wsl() && std::any_of(programs.begin(), programs.end(), is_of_windows);
 }
 
+// The Flatpak's application, which its desktop entry or its start script names; "" of any other browser.
+std::string application_of(const Choice& browser) {
+  std::string application = flatpak_application(browser.exec);
+  const std::string script = application.empty() ? script_at(browser.program) : "";
+  if (const std::size_t run = script.find(kRunFlatpak); run != std::string::npos)
+    application = flatpak_application(exec_words(script.substr(run)));
+  return application;
+}
+
 bool asks_desktop(const Choice& browser) { return browser.row != nullptr && browser.row->asks_desktop; }
 
 std::string barrier_before(const Choice& browser) {
@@ -62,8 +75,7 @@ std::string barrier_before(const Choice& browser) {
     return std::any_of(programs.begin(), programs.end(), is_such);
   };
   if (is_any(is_snap)) return "it is a Snap";
-  if (std::find(programs.begin(), programs.end(), "run") != programs.end() || is_any(is_flatpak))
-    return "it is a Flatpak";
+  if (std::find(programs.begin(), programs.end(), "run") != programs.end() || is_any(is_flatpak)) return kIsFlatpak;
   if (is_on_windows_side(browser)) return "it is on the Windows side";
   if (leads_to_another_machine(browser.program)) return "it is on the machine of the editor's window";
   return asks_desktop(browser) ? "it opens files by their path alone" : "";
@@ -75,11 +87,30 @@ bool shows_elsewhere(const Choice& browser) {
   return browser && (is_on_windows_side(browser) || leads_to_another_machine(browser.program));
 }
 
+std::string name_of(const Choice& browser) {
+  const std::string application = application_of(browser);
+  return application.empty() ? browser.program : application;
+}
+
 Way way_to(const Choice& browser) {
   const std::string chosen = variable(kServeVariable);
-  Way way = {barrier_before(browser), asks_desktop(browser) ? "may lose the place in" : "may not see", false, ""};
-  way.is_served = chosen == "always" || (chosen != "never" && !way.barrier.empty());
-  if (way.is_served) way.why = way.barrier.empty() ? std::string(kServeVariable) + " is \"always\"" : way.barrier;
+  Way way = {barrier_before(browser), asks_desktop(browser) ? "may lose the place in" : "may not see", false, "", ""};
+  const std::string application = way.barrier == kIsFlatpak ? application_of(browser) : "";
+  if (chosen == "always") {
+    way.is_served = true;
+    way.why = way.barrier.empty() ? std::string(kServeVariable) + " is \"always\"" : way.barrier;
+  } else if (way.barrier.empty()) {
+    return way;
+  } else if (chosen == "never") {
+    way.why = std::string(kServeVariable) + " is \"never\"";
+    way.cure = std::string("unset ") + kServeVariable;
+  } else if (!application.empty() && !may_use_network(application)) {
+    way.why = application + " may not use the network";
+    way.cure = "flatpak override --user --share=network " + application;
+  } else {
+    way.is_served = true;
+    way.why = way.barrier;
+  }
   return way;
 }
 
@@ -94,8 +125,8 @@ std::string address_for(const Choice& browser, const std::string& url, const Tra
   }
   if (way.is_served) trace.complain("note: the page is not served: " + said + ".");
   if (!way.barrier.empty())
-    trace.complain("note: " + browser.program + " " + way.effect + " " + file_of(url) + ", since " + way.barrier +
-                   ".");
+    trace.complain("note: " + name_of(browser) + " " + way.effect + " " + file_of(url) + ", since " + way.barrier +
+                   (way.is_served ? "." : ". The page is not served, since " + way.why + "."));
   return url;
 }
 

@@ -18,9 +18,13 @@ struct Way {
   std::string barrier;  // why the browser may not read a file, "it is a Snap"; "" when it can
   std::string effect;   // of the barrier, before the name of the file: "may not see"
   bool is_served = false;
-  std::string why;  // why it is served, as the end of a sentence
+  std::string why;   // why it is served, or is not in spite of a barrier: the end of a sentence
+  std::string cure;  // the command after which it would be
 };
 Way way_to(const Choice& browser);
+
+// Its program, or the application of a Flatpak, as a person knows it.
+std::string name_of(const Choice& browser);
 
 // Whether the browser shows pages on another machine, or on the other side of this one: it needs no display here.
 bool shows_elsewhere(const Choice& browser);

@@ -45,8 +45,10 @@ Choice of_list() {
 Choice of_desktop(const std::string& kind) {
   const Words words = desktop_default(kind);
   if (words.empty()) return {};
-  Choice choice = of_program(words[0], "the desktop's default");
+  const auto program = words.begin() + static_cast<std::ptrdiff_t>(place_of_program(words));
+  Choice choice = of_program(*program, "the desktop's default");
   if (!choice) return choice;
+  choice.before.assign(words.begin(), program);
   const bool is_wrapper = std::find(words.begin(), words.end(), "run") != words.end();
   if (choice.row == nullptr || is_wrapper) choice.exec = words;
   return choice;
@@ -88,11 +90,16 @@ Words exec_command(const Choice& choice, const Place& place) {
   return words;
 }
 
+Words with_program(const Choice& choice, const Words& arguments) {
+  Words words = choice.before;
+  words.push_back(choice.program);
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  return words;
+}
+
 Words row_command(const Choice& choice, const Words& form, const Place& place) {
   if (choice.row == nullptr || !choice.exec.empty() || form.empty()) return {};
-  Words words = filled(form, place);
-  words.insert(words.begin(), choice.program);
-  return words;
+  return with_program(choice, filled(form, place));
 }
 
 Choice first_browser() {
@@ -125,7 +132,7 @@ Choice choose_reader() {
 Words open_command(const Choice& choice, const Place& place) {
   if (!choice.exec.empty()) return exec_command(choice, place);
   if (choice.row != nullptr) return row_command(choice, choice.row->open, place);
-  return {choice.program, place.file.empty() ? place.url : place.file};
+  return {choice.program, place.file.empty() || is_browser(choice) ? place.url : place.file};
 }
 
 // One in a sandbox is known by the name of its application, such as "org.mozilla.firefox".
@@ -143,10 +150,11 @@ bool is_browser(const Choice& choice) {
 }
 
 Words destination_command(const Choice& choice, const Place& place) {
-  if (!choice.exec.empty() && is_browser(choice) && !is_file_url(place.url)) {
+  const bool is_own_way = choice.row == nullptr || !choice.exec.empty();
+  if (is_own_way && is_browser(choice) && !is_file_url(place.url)) {
     Place at_destination = place;
     at_destination.url += "#nameddest=" + percent_encoded(place.destination);
-    return exec_command(choice, at_destination);
+    return open_command(choice, at_destination);
   }
   const bool is_refused =
       choice.row == nullptr || (choice.row->takes_plain_names_only && !is_plain_name(place.destination));
@@ -158,7 +166,7 @@ Words page_command(const Choice& choice, const Place& place) {
 }
 
 Words start_command(const Choice& choice) {
-  return choice.exec.empty() ? Words{choice.program} : exec_command(choice, {});
+  return choice.exec.empty() ? with_program(choice, {}) : exec_command(choice, {});
 }
 
 }  // namespace olh_viewers

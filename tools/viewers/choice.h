@@ -15,6 +15,7 @@ namespace olh_viewers {
 struct Choice {
   std::string program;           // its path; "" when there is none
   const Program* row = nullptr;  // null for a program that the table does not know
+  Words before;                  // "env" and what it sets, in front of the program
   Words exec;                    // what a desktop entry or BROWSER wants instead of a row; else empty
   std::string source;            // who chose it, for a sentence in brackets
   bool is_of_browsers = false;   // chosen as a browser, so that it opens addresses

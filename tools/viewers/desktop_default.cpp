@@ -1,7 +1,5 @@
 #include "desktop_default.h"
 
-#include <string_view>
-
 #include "files.h"
 
 namespace olh_viewers {
@@ -21,22 +19,6 @@ Words directories(const char* own, const std::string& usual_own, const char* sys
 
 Words data_directories() {
   return directories("XDG_DATA_HOME", "/.local/share", "XDG_DATA_DIRS", "/usr/local/share:/usr/share");
-}
-
-// The value of a key in a section of an INI text; "" without one.
-std::string value_in(const std::string& text, const std::string& section, const std::string& key) {
-  bool inside = false;
-  for (const std::string& line : pieces_of(text, '\n')) {
-    if (line.starts_with('[')) inside = line.starts_with("[" + section + "]");
-    const std::size_t equals = line.find('=');
-    if (!inside || equals == std::string::npos) continue;
-    std::string name = line.substr(0, equals);
-    name.erase(name.find_last_not_of(' ') + 1);
-    if (name != key) continue;
-    const std::size_t begin = line.find_first_not_of(' ', equals + 1);
-    return begin == std::string::npos ? "" : line.substr(begin);
-  }
-  return "";
 }
 
 // Every list of defaults, the most important first: those of the desktop in use before the general one.
@@ -62,6 +44,28 @@ std::string entry_of(const std::string& id) {
 }
 
 }  // namespace
+
+std::string value_in(const std::string& text, const std::string& section, const std::string& key) {
+  bool inside = false;
+  for (const std::string& line : pieces_of(text, '\n')) {
+    if (line.starts_with('[')) inside = line.starts_with("[" + section + "]");
+    const std::size_t equals = line.find('=');
+    if (!inside || equals == std::string::npos) continue;
+    std::string name = line.substr(0, equals);
+    name.erase(name.find_last_not_of(' ') + 1);
+    if (name != key) continue;
+    const std::size_t begin = line.find_first_not_of(' ', equals + 1);
+    return begin == std::string::npos ? "" : line.substr(begin);
+  }
+  return "";
+}
+
+std::size_t place_of_program(const Words& words) {
+  if (words.empty() || words[0] != "env") return 0;
+  std::size_t place = 1;
+  while (place < words.size() && words[place].find('=') != std::string::npos) ++place;
+  return place < words.size() && words[place][0] != '-' ? place : 0;
+}
 
 Words exec_words(std::string_view line) {
   Words words;
@@ -92,7 +96,7 @@ Words desktop_default(const std::string& kind) {
   for (const std::string& list : lists_of_defaults())
     for (const std::string& id : pieces_of(value_in(content_of(list), "Default Applications", kind), ';')) {
       Words words = exec_words(value_in(entry_of(id), "Desktop Entry", "Exec"));
-      if (!words.empty() && !find_program(words[0]).empty()) return words;
+      if (!words.empty() && !find_program(words[place_of_program(words)]).empty()) return words;
     }
   return {};
 }

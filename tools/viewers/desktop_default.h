@@ -14,6 +14,12 @@ namespace olh_viewers {
 // type ("application/pdf", "x-scheme-handler/http").
 Words desktop_default(const std::string& kind);
 
+// Where the program stands in the words of an Exec line: behind "env" and the variables that it sets.
+std::size_t place_of_program(const Words& words);
+
+// The value of a key in a section of an INI text, as desktop entries are; "" without one.
+std::string value_in(const std::string& text, const std::string& section, const std::string& key);
+
 // The words of an Exec line: blanks separate, double quotes keep together, a backslash in quotes takes the next
 // character as it is.
 Words exec_words(std::string_view line);

@@ -15,9 +15,11 @@ const Words kNamed = {"%u#nameddest=%e"};
 const Words kPaged = {"%u#page=%n"};
 const Words kNone = {};
 
-// On the bus every edition has a name of its own below "org.mozilla".
+// Newer ones keep new profiles below the directory for settings. On the bus every edition has a name of its own below
+// "org.mozilla".
 const Traces kFirefoxTraces = {
-    {".mozilla/firefox/*/lock", "%c/mozilla/firefox/*/lock", "snap/firefox/common/.mozilla/firefox/*/lock"},
+    {".mozilla/firefox/*/lock", "%c/mozilla/firefox/*/lock", "snap/firefox/common/.mozilla/firefox/*/lock",
+     "snap/firefox/common/.config/mozilla/firefox/*/lock", "snap/firefox/current/.config/mozilla/firefox/*/lock"},
     "org.mozilla",
     "firefox"};
 const Traces kEpiphanyTraces = {{}, "org.gnome.Epiphany", "epiphany"};

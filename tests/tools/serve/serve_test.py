@@ -246,8 +246,10 @@ class Adapters(Served):
         pdf = self.root / "pdfdocs/a b.pdf"
         pdf.parent.mkdir()
         pdf.write_bytes(b"%PDF")
-        self.open("-openInNewWindow", "/a", "nameddest=a b", pdf, adapter="olh-pdf-reader")
-        self.check_served(self.shown()[-1], "/pdfdocs/a%20b.pdf#nameddest=a%20b")
+        self.script("org.app", 'exec firefox "$@"')
+        for browser in ("firefox", "org.app"):
+            self.open("-openInNewWindow", "/a", "nameddest=a b", pdf, adapter="olh-pdf-reader", OLH_BROWSER_PROGRAM=browser)
+            self.check_served(self.shown()[-1], "/pdfdocs/a%20b.pdf#nameddest=a%20b")
         other = self.dir / "page.htm"
         other.write_text("<p>")
         self.open(other.as_uri())
@@ -280,3 +282,14 @@ class Adapters(Served):
             told = self.open("--dry-run", self.page, OLH_BROWSER_PROGRAM=browser, **{"OLH_SERVE": "auto", **environment}).stdout
             self.assertEqual(re.findall("; the page is served, since (.*)\\)", told), [why] if why else [], (browser, environment))
         self.assertEqual(self.server(), 0, "a rehearsal starts nothing")
+
+    def test_a_flatpak_needs_the_network_to_be_served(self):
+        self.script("boxed", 'exec flatpak run --command=x org.app "$@"')
+        flatpak = self.home / ".local/share/flatpak"
+        metadata, own = flatpak / "app/org.app/current/active/metadata", flatpak / "overrides/org.app"
+        for file, shared, is_served in ((metadata, "network;ipc;", True), (metadata, "ipc;", False), (own, "network;", True),
+                                        (own, "!network;", False)):
+            write(file, f"[Application]\nname=org.app\n\n[Context]\nshared={shared}\n")
+            told = self.open(self.page, OLH_BROWSER_PROGRAM="boxed", OLH_SERVE="auto").stderr
+            self.assertEqual("org.app may not see" not in told, is_served, (file, shared))
+        self.assertIn("since it is a Flatpak. The page is not served, since org.app may not use the network.", told)

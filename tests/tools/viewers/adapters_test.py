@@ -157,7 +157,7 @@ class Adapters(Scene):
         for name in ("firefox-esr", "firefox"):
             forms[name] = ["--new-tab", plain]
         for name in ("chromium", "chromium-browser", "google-chrome", "google-chrome-stable", "brave-browser",
-                     "microsoft-edge", "vivaldi", "falkon", "konqueror"):
+                     "microsoft-edge", "vivaldi", "falkon", "konqueror", "one_of_my_own"):
             forms[name] = [plain]
         for name in ("epiphany", "epiphany-browser"):
             forms[name] = ["file:///d/index.htm?#context=&topic=b"]
@@ -191,7 +191,7 @@ class Adapters(Scene):
         self.assertRegex(log, r"olh-browser: \S*/firefox-esr --new-tab .*\(found along PATH\)\nolh-browser returned 0\n")
 
     def test_who_chooses_the_browser(self):
-        self.viewers("firefox", "epiphany", "other")
+        self.viewers("firefox", "epiphany", "other", "env")
         entries = self.dir / "share/applications"
         write(entries / "mimeapps.list", "[Added Associations]\nx-scheme-handler/http=other.desktop;\n"
                                                "[Default Applications]\nx-scheme-handler/http=gone.desktop;epiphany.desktop\n")
@@ -204,6 +204,11 @@ class Adapters(Scene):
                                 ("other --at=%s ;id:firefox", "other --at=http://h/a ';id'"), ("gone", "epiphany http://h/a")):
             self.assertIn(f"{command}    (", choose(BROWSER=listed))
         self.assertRegex(choose(XDG_DATA_DIRS="/nowhere"), r"bin/firefox --new-tab http://h/a    \(found along PATH\)")
+        for line, command in (("env HINT=/x A= firefox %u", "env HINT=/x A= {}/firefox --new-tab http://h/a"),
+                              ("env HINT=/x other -a %u", "env HINT=/x other -a http://h/a"), ("env -i other", "env -i other http://h/a"),
+                              ("env A=b gone", "{}/firefox --new-tab http://h/a")):
+            (entries / "epiphany.desktop").write_text(f"[Desktop Entry]\nExec={line}\n")
+            self.assertEqual(choose().split("    ")[0], command.format(self.bin), line)
         # A sandbox needs all the words of its entry, and may not see the file.
         write(self.home / ".config/mimeapps.list", "[Default Applications]\nx-scheme-handler/http=box.desktop\n")
         done = self.browser("file:///usr/share/doc/x.htm", OLH_SERVE="never")
@@ -270,7 +275,7 @@ class Adapters(Scene):
         self.viewer("firefox")
         self.assertIn("/firefox ", self.browser("--dry-run", "http://h/", **wsl).stdout, "one here that has a display")
         done = self.browser("file:///d/a.htm#b", OLH_BROWSER_PROGRAM="xdg-open", OLH_SERVE="never")
-        self.assertIn("may lose the place in /d/a.htm, since it opens files by their path alone.", done.stderr)
+        self.assertIn("may lose the place in /d/a.htm, since it opens files by their path alone. The page is not served", done.stderr)
 
     def test_a_browser_on_the_machine_of_a_remote_editor_needs_no_display_here(self):
         self.viewer("lead")

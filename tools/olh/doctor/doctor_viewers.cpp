@@ -71,7 +71,7 @@ Diagnosis of_destinations(const Driven& driven) {
   const olh_viewers::Program* row = known_program(driven.program);
   const olh_viewers::Choice reader = olh_viewers::choose_reader();
   if (row == nullptr && olh_viewers::is_browser(reader) && olh_viewers::way_to(reader).is_served)
-    return {State::kOk, driven.program + " is served PDFs, and opens them at a destination.", ""};
+    return {State::kOk, olh_viewers::name_of(reader) + " is served PDFs, and opens them at a destination.", ""};
   if (row == nullptr)
     return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination cannot be told.", ""};
   if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination.", ""};
@@ -88,18 +88,18 @@ Diagnosis of_destinations(const Driven& driven) {
 // The way of a page to the browser that the adapter opens.
 Diagnosis of_way() {
   const olh_viewers::Choice browser = olh_viewers::choose_browser();
+  const std::string name = olh_viewers::name_of(browser);
   const olh_viewers::Way way = olh_viewers::way_to(browser);
   if (way.is_served && olh_viewers::find_beside(olh_viewers::kServer).empty())
-    return {
-        way.barrier.empty() ? State::kWarning : State::kProblem,
-        "Pages should be served to " + browser.program + ", since " + way.why + ", but olh-serve is not installed.",
-        "apt-get install olh"};
-  if (way.is_served) return {State::kOk, "Pages are served to " + browser.program + ", since " + way.why + ".", ""};
-  if (way.barrier.empty()) return {State::kOk, browser.program + " reads pages from the disk.", ""};
+    return {way.barrier.empty() ? State::kWarning : State::kProblem,
+            "Pages should be served to " + name + ", since " + way.why + ", but olh-serve is not installed.",
+            "apt-get install olh"};
+  if (way.is_served) return {State::kOk, "Pages are served to " + name + ", since " + way.why + ".", ""};
+  if (way.barrier.empty()) return {State::kOk, name + " reads pages from the disk.", ""};
   return {State::kProblem,
-          browser.program + " " + way.effect + " pages on the disk, since " + way.barrier +
-              ", and they are not served: " + olh_viewers::kServeVariable + " is \"never\".",
-          std::string("unset ") + olh_viewers::kServeVariable};
+          name + " " + way.effect + " pages on the disk, since " + way.barrier + ", and they are not served, since " +
+              way.why + ".",
+          way.cure};
 }
 
 // The browser that a tree prescribes is not the one that is asked whether it runs.

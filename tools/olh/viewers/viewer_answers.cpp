@@ -2,6 +2,7 @@
 
 #include "browser_reach.h"
 #include "child.h"
+#include "desktop_default.h"
 #include "display.h"
 #include "olh/support.h"
 #include "running.h"
@@ -41,7 +42,8 @@ Driven driven_by(const ViewerKind& kind, const std::string& adapter) {
   driven.source = line.substr(bracket + 5, line.size() - bracket - 7);
   if (const std::size_t address = driven.command.find(kAddress); address != std::string::npos)
     driven.command.replace(address, std::string(kAddress).size(), "URL");
-  driven.program = driven.command.substr(0, driven.command.find(' '));
+  if (const olh_viewers::Words command = olh_viewers::pieces_of(driven.command, ' '); !command.empty())
+    driven.program = command[olh_viewers::place_of_program(command)];
   return driven;
 }
 

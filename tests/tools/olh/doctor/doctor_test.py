@@ -67,6 +67,8 @@ class Doctor(Verbs):
         firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")
         packaged = self.script("packaged", 'exec /snap/bin/firefox "$@"')
+        boxed = self.script("boxed", 'exec flatpak run org.app "$@"')
+        write(self.home / ".local/share/flatpak/app/org.app/current/active/metadata", "[Context]\nshared=ipc;\n")
         without_w3m = self.dir / "without_w3m"
         shutil.copytree(self.bin, without_w3m, ignore=shutil.ignore_patterns("w3m"))
         is_built = DOCS.exists()
@@ -98,6 +100,8 @@ class Doctor(Verbs):
             ([("browser", "problem", "since it is a Snap, and they are not served", "unset OLH_SERVE")],
              {"OLH_BROWSER_PROGRAM": str(packaged), "OLH_SERVE": "never"}),
             ([], {"OLH_BROWSER_PROGRAM": str(packaged)}),
+            ([("browser", "problem", "org.app may not use the network", "flatpak override --user --share=network org.app")],
+             {"OLH_BROWSER_PROGRAM": str(boxed)}),
             ([("variables", "warning", "none of auto, always and never", "export OLH_SERVE=auto")], {"OLH_SERVE": "yes"}),
             ([("pdf", "problem", "No PDF reader", "olh setup")], {"QEL_PDF_READER": None}),
             ([("pdf", "problem", "it refuses the PDF", "olh setup")], {"QEL_PDF_READER": evince}),
