@@ -1,7 +1,6 @@
 #include "reader.h"
 
 #include "browser_reach.h"
-#include "display.h"
 #include "files.h"
 #include "pdf_places.h"
 #include "text_view.h"
@@ -51,14 +50,6 @@ std::string objection(const Request& request) {
   return request.document.empty() ? "it has no name" : "";
 }
 
-// A reader needs a display of this machine. Where there is none, a browser elsewhere can show the PDF.
-Choice choose_for_here() {
-  Choice reader = choose_reader();
-  if (has_display()) return reader;
-  Choice browser = choose_browser();
-  return shows_elsewhere(browser) ? browser : reader;
-}
-
 int start(const Choice& choice, const Request& request, const Trace& trace) {
   if (!choice) {
     trace.complain(std::string("there is no PDF reader. Install one (evince, okular), or name one in ") +
@@ -91,7 +82,7 @@ int answer_as_reader(const Request& request, const Trace& trace) {
     trace.complain("there is no file " + request.document + " that could be read.");
     return kExitFailed;
   }
-  const Choice choice = choose_for_here();
+  const Choice choice = choose_reader_within_reach();
   const std::optional<WhyText> why_text = reason_for_text(request.as_text, !shows_elsewhere(choice));
   if (!why_text || request.dry_run) return start(choice, request, trace);
   if (has_file) return show_pdf_as_text(request.document, request.destination, *why_text, trace);

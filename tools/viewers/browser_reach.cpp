@@ -5,6 +5,7 @@
 
 #include "browser_list.h"
 #include "desktop_default.h"
+#include "display.h"
 #include "files.h"
 #include "flatpak.h"
 #include "platform.h"
@@ -112,6 +113,13 @@ Way way_to(const Choice& browser) {
     way.why = way.barrier;
   }
   return way;
+}
+
+Choice choose_reader_within_reach() {
+  Choice reader = choose_reader();
+  if (has_display()) return reader;
+  Choice browser = choose_browser();
+  return shows_elsewhere(browser) ? browser : reader;
 }
 
 std::string address_for(const Choice& browser, const std::string& url, const Trace& trace) {

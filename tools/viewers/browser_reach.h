@@ -29,6 +29,9 @@ std::string name_of(const Choice& browser);
 // Whether the browser shows pages on another machine, or on the other side of this one: it needs no display here.
 bool shows_elsewhere(const Choice& browser);
 
+// A reader needs a display here. Where there is none, a browser elsewhere can show the PDF.
+Choice choose_reader_within_reach();
+
 // The address with which the browser gets a page; a page that is no file has its own. What keeps one from being shown has
 // been said aloud.
 std::string address_for(const Choice& browser, const std::string& url, const Trace& trace);

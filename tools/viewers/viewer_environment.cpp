@@ -20,6 +20,8 @@ constexpr std::array<std::string_view, 9> kOfTheHost = {"LD_LIBRARY_PATH",   "LD
                                                         "GIO_EXTRA_MODULES", "PYTHONHOME",
                                                         "PYTHONPATH"};
 
+constexpr std::string_view kSessionType = "XDG_SESSION_TYPE";
+
 bool is_of_the_host(std::string_view name) {
   return std::find(kOfTheHost.begin(), kOfTheHost.end(), name) != kOfTheHost.end();
 }
@@ -35,10 +37,14 @@ std::string usual_bus() {
 
 Words viewer_environment() {
   Words result;
+  // Chromium looks for an X display unless the session says what it is; one that was begun on a console says "tty".
+  const bool is_wayland_alone = variable("DISPLAY").empty() && !variable("WAYLAND_DISPLAY").empty();
   for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
     const std::string_view text = *entry;
-    if (!is_of_the_host(text.substr(0, text.find('=')))) result.emplace_back(text);
+    const std::string_view name = text.substr(0, text.find('='));
+    if (!is_of_the_host(name) && !(is_wayland_alone && name == kSessionType)) result.emplace_back(text);
   }
+  if (is_wayland_alone) result.push_back(std::string(kSessionType) + "=wayland");
   for (const std::string_view name : kOfTheHost) {
     const std::string before = variable((std::string(name) + "_ORIG").c_str());
     if (!before.empty()) result.push_back(std::string(name) + "=" + before);

@@ -1,7 +1,8 @@
 // The environment that a viewer gets: the host's, without what belongs to the host's own libraries.
 //
 // Knows    the variables with which a host finds its libraries and plugins, and that NAME_ORIG holds what a start script
-//          has put aside. Session bus, locale, display and activation tokens stay.
+//          has put aside. Session bus, locale, display and activation tokens stay. With a Wayland display alone the
+//          type of the session is "wayland".
 // For      child.
 #ifndef OLH_TOOLS_VIEWERS_VIEWER_ENVIRONMENT_H
 #define OLH_TOOLS_VIEWERS_VIEWER_ENVIRONMENT_H

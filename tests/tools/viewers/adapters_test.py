@@ -248,6 +248,10 @@ class Adapters(Scene):
         self.assertNotIn("/host/", text)
         for line in ("GTK_PATH=/usr/gtk", "LC_ALL=C", "XDG_ACTIVATION_TOKEN=t", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nowhere"):
             self.assertIn(line, text.splitlines())
+        wayland = str(self.dir / "wayland")
+        self.listening(wayland)
+        self.browser("http://h/", DISPLAY=None, WAYLAND_DISPLAY=wayland, XDG_SESSION_TYPE="tty")
+        self.assertEqual(re.findall("XDG_SESSION_TYPE=.*", seen.read_text()), ["XDG_SESSION_TYPE=wayland"])
 
     def test_text_without_a_display(self):
         self.tools("w3m")

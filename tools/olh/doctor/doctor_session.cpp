@@ -1,6 +1,7 @@
 // What viewers need around them: a display, a session bus, and the programs that read PDFs and pages as text.
 #include <array>
 
+#include "browser_reach.h"
 #include "choice.h"
 #include "display.h"
 #include "doctor_checks.h"
@@ -14,6 +15,8 @@ namespace {
 
 Diagnosis of_display() {
   if (olh_viewers::has_display()) return {State::kOk, "The display answers.", ""};
+  if (const olh_viewers::Choice browser = olh_viewers::choose_browser(); olh_viewers::shows_elsewhere(browser))
+    return {State::kOk, "No display is needed: " + browser.program + " shows pages elsewhere.", ""};
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"})
     if (const std::string value = variable(name).value_or(""); !value.empty())
       return {State::kWarning,
@@ -27,10 +30,10 @@ Diagnosis of_session_bus() {
   if (olh_viewers::has_session_bus()) return {State::kOk, "There is a session bus.", ""};
   const olh_viewers::Choice browser = olh_viewers::choose_browser();
   if (!browser) return {State::kOk, "There is no session bus, and no browser that could need one.", ""};
-  if (browser.row == nullptr)
+  if (browser.row == nullptr && !olh_viewers::shows_elsewhere(browser))
     return {State::kCannotTell,
             "There is no session bus, and whether " + browser.program + " needs one is not known.", ""};
-  if (!browser.row->needs_session_bus)
+  if (browser.row == nullptr || !browser.row->needs_session_bus)
     return {State::kOk, "There is no session bus, and " + browser.program + " needs none.", ""};
   return {State::kWarning,
           "There is no session bus: when " + browser.program + " was started like this, it can take no second page.",

@@ -69,7 +69,7 @@ Diagnosis of_program(const ViewerKind& kind, const ChosenViewer& used) {
 // How a destination is reached in the reader that the adapter opens.
 Diagnosis of_destinations(const Driven& driven) {
   const olh_viewers::Program* row = known_program(driven.program);
-  const olh_viewers::Choice reader = olh_viewers::choose_reader();
+  const olh_viewers::Choice reader = olh_viewers::choose_reader_within_reach();
   if (row == nullptr && olh_viewers::is_browser(reader) && olh_viewers::way_to(reader).is_served)
     return {State::kOk, olh_viewers::name_of(reader) + " is served PDFs, and opens them at a destination.", ""};
   if (row == nullptr)
@@ -121,8 +121,9 @@ Diagnoses check_viewer(const ViewerKind& kind, const Machine& machine) {
     const Driven driven = driven_by(kind, used.program);
     diagnoses.push_back(of_adapter(kind, used, driven));
     if (kind.viewer == OLH_VIEWER_PDF && !driven.program.empty()) diagnoses.push_back(of_destinations(driven));
-    if (kind.viewer == OLH_VIEWER_HTML && olh_viewers::has_display() && !driven.program.empty())
-      diagnoses.push_back(of_way());
+    const bool shows_pages =
+        olh_viewers::has_display() || olh_viewers::shows_elsewhere(olh_viewers::choose_browser());
+    if (kind.viewer == OLH_VIEWER_HTML && shows_pages && !driven.program.empty()) diagnoses.push_back(of_way());
   } else {
     diagnoses.push_back(of_program(kind, used));
   }

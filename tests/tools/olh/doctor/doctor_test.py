@@ -109,6 +109,8 @@ class Doctor(Verbs):
             ([("pdf", "warning", "knows no destinations: every PDF opens at page 1", "apt-get install evince")],
              {"OLH_PDF_PROGRAM": str(falkon)}),
             ([("session", "warning", "There is no display", None)], {"WAYLAND_DISPLAY": None}),
+            ([], {"WAYLAND_DISPLAY": None, "DBUS_SESSION_BUS_ADDRESS": None, "OLH_BROWSER_PROGRAM": None,
+                  "BROWSER": str(unknown), "VSCODE_IPC_HOOK_CLI": "/x"}),
             ([("session", "warning", "nothing answers there", None)], {"WAYLAND_DISPLAY": str(gone)}),
             ([("session", "warning", "it can take no second page", 'eval "$(dbus-launch --sh-syntax)"')],
              {"DBUS_SESSION_BUS_ADDRESS": None}),
