@@ -47,6 +47,7 @@ olh_package(olh doc "on-line help at a terminal, and in the viewers of today"
 olh-pdf-reader show it in the browser and PDF reader that a machine has, or as
 text on a terminal; olh-serve serves it to browsers that cannot read files;
 olh-import brings in manuals that Sphinx and other programs made;
+olh-index makes the index that its pages are searched with;
 olh-recorder tests a Help button without a display.")
 set(CPACK_DEBIAN_OLH_PACKAGE_DEPENDS "libolh4 (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_OLH_PACKAGE_RECOMMENDS "olh-doc, poppler-utils, w3m")

@@ -61,7 +61,7 @@ class Packages(unittest.TestCase):
         version = self.field("libolh4", "Version")
         upstream = version.rsplit("-", 1)[0]
         for package, depends in {"libolh4": ["libiniparser", "libc6", "libstdc++6"], "libolh-dev": [f"libolh4 (= {version})"],
-                                 "olh": [f"libolh4 (>= {upstream})", "libcpp-httplib0", "libc6"], "olh-doc": []}.items():
+                                 "olh": [f"libolh4 (>= {upstream})", "libcpp-httplib0", "libstemmer0d", "libc6"], "olh-doc": []}.items():
             with self.subTest(package=package):
                 for one in depends:
                     self.assertIn(one, self.field(package, "Depends"))

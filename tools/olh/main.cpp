@@ -37,6 +37,7 @@ struct Program {
   const char* what;
 };
 constexpr Program kPrograms[] = {{"import", "Bring in a manual that another program made"},
+                                 {"index", "Make the search index of a documentation root"},
                                  {"serve", "Serve documentation to the browsers of this machine"}};
 
 constexpr const char* kExamples =

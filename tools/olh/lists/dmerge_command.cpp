@@ -11,6 +11,7 @@
 #include "lists.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
+#include "search_index.h"
 #include "shared.h"
 #include "title_warnings.h"
 
@@ -78,6 +79,7 @@ int make(const std::string& root, const DmergeArguments& asked) {
     const std::vector<std::string> messages = lines_of(memory.text());
     nlohmann::json answer = run_as_json(root, run, messages);
     answer["files"] = run.files;
+    if (run.result == DMERGE_RESULT_OK) answer["index"] = text_or_null(make_search_index(run.root));
     say_json(answer);
     if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(run));
     return exit_code_of(run);
@@ -88,10 +90,12 @@ int make(const std::string& root, const DmergeArguments& asked) {
     std::fflush(stdout);
   };
   const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
-  if (run.result != DMERGE_RESULT_OK)
+  if (run.result != DMERGE_RESULT_OK) {
     complain(sentence_about_failure(run));
-  else if (!asked.quiet)
-    say(totals(run));
+  } else {
+    if (const std::string index = make_search_index(run.root); !index.empty()) tell(index);
+    if (!asked.quiet) say(totals(run));
+  }
   complain_of_titles(run);
   return exit_code_of(run);
 }

@@ -10,6 +10,7 @@
 #include "new_root.h"
 #include "olh/support.h"
 #include "root_place.h"
+#include "search_index.h"
 #include "shared.h"
 #include "title_warnings.h"
 
@@ -109,6 +110,7 @@ int make_from_pages(const std::string& root, const NewManual& manual, bool is_ne
   }
   try {
     is_new_root ? make_root(root, *pages, manual) : add_manual(root, *pages, manual);
+    make_search_index(root);
     return OLH_RESULT_OK;
   } catch (const std::runtime_error& error) {
     complain(root + (is_new_root ? " cannot be made: " : ": ") + error.what() + ".");

@@ -15,6 +15,7 @@
 #include "list_run.h"
 #include "manual_origin.h"
 #include "olh/dmerge.h"
+#include "search_index.h"
 #include "shadow_root.h"
 #include "shared.h"
 
@@ -69,7 +70,8 @@ void copy_wanted(const fs::path& docs, const fs::path& root, std::span<const cha
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(docs / wanted)) {
       const fs::path relative = entry.path().lexically_relative(docs);
       const bool is_own = relative == kOwnPortals || relative == kPortalDocuments;
-      if (entry.is_regular_file() && !is_own && !is_generated_list(relative))
+      const bool is_index = relative.string().starts_with(kSearchIndex);
+      if (entry.is_regular_file() && !is_own && !is_index && !is_generated_list(relative))
         copy_page(entry.path(), root / relative);
     }
   }

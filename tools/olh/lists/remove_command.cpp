@@ -13,6 +13,7 @@
 #include "new_root.h"
 #include "olh/dmerge.h"
 #include "root_place.h"
+#include "search_index.h"
 #include "shared.h"
 
 namespace olh {
@@ -66,7 +67,9 @@ int remove_manual(const RemoveArguments& asked, const std::string& root) {
   StreamInMemory messages(stdout);
   const ListRun run = make_lists(
       root, [](const std::string&) {}, false);
-  return run.result == DMERGE_RESULT_OK ? OLH_RESULT_OK : fail(OLH_RESULT_IO, sentence_about_failure(run));
+  if (run.result != DMERGE_RESULT_OK) return fail(OLH_RESULT_IO, sentence_about_failure(run));
+  make_search_index(root);
+  return OLH_RESULT_OK;
 }
 
 int remove(const RemoveArguments& asked) {

@@ -13,6 +13,7 @@ from scene import BUILD, OLH, all_of, needs_root, wait_until, write
 from verbs import Verbs
 
 INSTALLED = "tomedecks/qel_td/js/tdklist_installed.js"
+INDEX = "htmldocs/QEL/search/head.js"
 LISTS = [INSTALLED, "htmldocs/QEL/lib/LibList.js", "tomedecks/qel_td/js/LibList.js", "htmldocs/QEL/lib/LibraryAvailable.js"]
 
 
@@ -32,7 +33,7 @@ class Dmerge(Verbs):
     def test_a_run_names_its_files_and_ends_with_totals(self):
         lines = self.dmerge(str(self.docs)).stdout.splitlines()
         created = "tomedecks/qel_td/js/tdklist.js"
-        self.assertEqual(lines[:-1], [str(self.docs / name) for name in [created, *LISTS]])
+        self.assertEqual(lines[:-1], [str(self.docs / name) for name in [created, *LISTS, INDEX]])
         self.assertRegex(lines[-1], r"^1 library, 2 PDFs, 1 in both forms, 1 portal, \d+\.\d\d seconds$")
         self.assertEqual(self.dmerge("--quiet").stdout, "", "the first root of the search path")
         answer = json.loads(self.dmerge("--json").stdout)
@@ -158,7 +159,7 @@ class Dmerge(Verbs):
         os.close(full), os.close(stderr)
         wait_until(lambda: self.has_pending(done.pid, signal.SIGALRM))
         with os.fdopen(out, "rb") as lines:
-            self.assertEqual(len(lines.read()[len(filling):].splitlines()), len(LISTS) + 2)
+            self.assertEqual(len(lines.read()[len(filling):].splitlines()), len([*LISTS, INDEX]) + 2)
         self.assertEqual(done.wait(), 0)
         shown = all_of(terminal)
         self.assertRegex(shown, r"^(\r\x1b\[K|\r +\d+ documents so far\r)+$")

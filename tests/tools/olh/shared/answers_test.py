@@ -75,6 +75,10 @@ class Answers(Verbs):
         write(self.make_root("spoilt") / "qel_doc_options.ini", "no key here\n")
         (self.make_root("unreadable") / "qel_doc_options.ini").mkdir()
         write(self.make_root("tree") / "qel_doc_options.ini", f'QEL_ALT_DOC_PATH="{self.docs}:/gone"\n')
+        no_place = write(self.make_root("no_place") / "htmldocs/QEL/search").parents[2]
+        for lists in ("htmldocs/QEL/lib", "tomedecks/qel_td/js"):
+            (no_place / lists).mkdir(parents=True, exist_ok=True)
+        yield from [(f"dmerge --json {no_place}", 0, {}), (f"index {no_place}", 5, {}), (f"index {self.dir}", 4, {})]
         roots = {"QEL_DOC_PATH": ":".join([str(self.docs), *(str(self.dir / name) for name in ("spoilt", "unreadable")), url])}
         yield from [("paths --json", 0, roots), ("paths --json", 0, {"QEL_DOC_PATH": str(self.dir / "tree")}),
                     ("where --json --all guide", 4, {"QEL_DOC_PATH": self.serve(self.docs, AskedOnce)})]

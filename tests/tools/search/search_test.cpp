@@ -1,0 +1,94 @@
+// The parts of the search that turn one text into another.
+#include <gtest/gtest.h>
+
+#include "near_words.h"
+#include "packed_numbers.h"
+#include "query.h"
+#include "words_in_text.h"
+
+namespace {
+
+using namespace olh_search;
+using Words = std::vector<std::string>;
+
+TEST(WordsInText, WordsAndSymbols) {
+  struct Row {
+    std::string text;
+    Words parts;
+    Words wholes;
+  };
+  const Row rows[] = {
+      {"Fl\xc3\xbcsse, STRASSE stra\xc3\x9f"
+       "e",
+       {"flusse", "strasse", "strasse"},
+       {}},
+      {"os.path.join(a)", {"os", "path", "join", "a"}, {"os.path.join"}},
+      {"OLH_DEBUG=1", {"olh", "debug", "1"}, {"olh_debug"}},
+      {"use --print-all.", {"use", "print", "all"}, {"--print-all"}},
+      {"a-b", {"a", "b"}, {"a-b"}},
+      {"5-3 -5 - x", {"5", "3", "5", "x"}, {"5-3"}},
+      {"OlhHelpCall PDFs HTMLPage", {"olh", "help", "call", "pdfs", "html", "page"}, {"olhhelpcall", "htmlpage"}},
+      {"LibList.js", {"lib", "list", "js"}, {"liblist.js", "liblist"}},
+      {"C++ g++-12 C#", {"c", "g", "12", "c"}, {"c++", "g++", "c#"}},
+      {"std::vector a:b", {"std", "vector", "a", "b"}, {"std::vector"}},
+      {"__init__", {"init"}, {"__init__"}},
+      {"\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e x", {"\xe6\x97\xa5\xe6\x9c\xac", "\xe6\x9c\xac\xe8\xaa\x9e", "x"}, {}},
+      {"\xe8\xaa\x9e", {"\xe8\xaa\x9e"}, {}},
+      {"\xff\xfe bad \xc3", {"bad"}, {}},
+      {std::string(100, 'x'), {}, {}},
+  };
+  for (const Row& row : rows) {
+    Words parts;
+    Words wholes;
+    each_word(row.text, [&](const Symbol& symbol) {
+      parts.insert(parts.end(), symbol.parts.begin(), symbol.parts.end());
+      wholes.insert(wholes.end(), symbol.wholes.begin(), symbol.wholes.end());
+    });
+    EXPECT_EQ(parts, row.parts) << row.text;
+    EXPECT_EQ(wholes, row.wholes) << row.text;
+  }
+}
+
+TEST(PackedNumbers, ThereAndBack) {
+  std::string packed;
+  const std::vector<std::uint32_t> numbers = {0, 44, 45, 89, 90, 2024, 2025, 1000000, 16777215};
+  for (const std::uint32_t number : numbers) append_number(packed, number);
+  for (std::uint32_t number = 0; number <= kMostInOneCharacter; ++number) append_character(packed, number);
+  EXPECT_EQ(packed.find_first_of("\"\\\x7f"), std::string::npos) << "it stands in a script";
+  PackedNumbers back(packed);
+  for (const std::uint32_t number : numbers) EXPECT_EQ(back.next(), number);
+  for (std::uint32_t number = 0; number <= kMostInOneCharacter; ++number) EXPECT_EQ(back.next_character(), number);
+  EXPECT_TRUE(back.at_end());
+}
+
+TEST(NearWords, TheOneThatWasMeant) {
+  const Words words = {"option", "environment", "configure", "set", "viewer", "plot", "plots", "differences", "free"};
+  const std::pair<const char*, const char*> rows[] = {
+      {"enviroment", "environment"},
+      {"configuring", "configure"},
+      {"veiwer", "viewer"},
+      {"conf", "configure"},
+      {"pliot", "plot"},
+      {"diferencs", "differences"},
+      {"zathura", ""},
+      {"p", ""},
+      {"xet", ""},
+      {"optoin", "option"},
+  };
+  for (const auto& [word, near] : rows) {
+    const Words found = near_words(word, words, 1);
+    EXPECT_EQ(found.empty() ? "" : found[0], near) << word;
+  }
+}
+
+TEST(Query, WordsWholesAndPhrases) {
+  const Words common = {"how", "do", "i"};
+  EXPECT_EQ(query_in("How do I start?", common).words, Words{"start"});
+  EXPECT_EQ(query_in("how do i", common).words, (Words{"how", "do", "i"})) << "there are no others";
+  EXPECT_EQ(query_in("OLH_DEBUG debug", common).words, (Words{"olh", "debug"}));
+  const Query query = query_in("\xe2\x80\x9eOption Files\xe2\x80\x9c \"x\" \"open", common);
+  EXPECT_EQ(query.phrases, (std::vector<Words>{{"option", "files"}}));
+  EXPECT_EQ(query_in(std::string(500, 'a') + " a b c d e f g h j k l m n o p q r s t", {}).words.size(), 16U);
+}
+
+}  // namespace

@@ -1,0 +1,83 @@
+#include "index_folder.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "index_pieces.h"
+
+namespace olh_index {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kMaking = "making-";
+constexpr std::uint64_t kPrime = 1099511628211U;
+
+[[noreturn]] void fail(const fs::path& path) {
+  throw fs::filesystem_error("", path, std::error_code(errno, std::generic_category()));
+}
+
+// A file that was not there before.
+void write_new(const fs::path& path, std::string_view text) {
+  constexpr mode_t kForAll = 0644;
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, kForAll);
+  if (file < 0) fail(path);
+  bool is_good = true;
+  while (is_good && !text.empty()) {
+    const ssize_t written = ::write(file, text.data(), text.size());
+    if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
+    is_good = written > 0 || errno == EINTR;
+  }
+  const int error = errno;
+  const bool is_closed = close(file) == 0;
+  if (is_good && !is_closed) fail(path);
+  if (is_good) return;
+  errno = error;
+  fail(path);
+}
+
+}  // namespace
+
+IndexFolder::IndexFolder(const fs::path& root) : folder_(root / olh_search::kIndexFolder) {
+  fs::create_directories(folder_);
+  std::string pattern = (folder_ / (std::string(kMaking) + "XXXXXX")).string();
+  if (mkdtemp(pattern.data()) == nullptr) fail(folder_);
+  making_ = pattern;
+  fs::permissions(making_, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                               fs::perms::others_read | fs::perms::others_exec);
+}
+
+IndexFolder::~IndexFolder() {
+  std::error_code ignored;
+  fs::remove_all(making_, ignored);
+}
+
+void IndexFolder::write(const std::string& piece, const nlohmann::json& value) {
+  const std::string script = olh_search::script_of_piece(piece, value);
+  write_new(making_ / (piece + ".js"), script);
+  for (const char c : script) sum_ = (sum_ ^ static_cast<unsigned char>(c)) * kPrime;
+}
+
+void IndexFolder::finish(nlohmann::json head) {
+  char name[32];
+  std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(sum_));
+  head["folder"] = name;
+  write_new(making_ / "head.js", olh_search::script_of_piece("head", head));
+  fs::rename(making_ / "head.js", folder_ / "head.js.new");
+  std::error_code failed;
+  fs::rename(making_, folder_ / name, failed);  // it is there already when nothing has changed
+  if (failed && !fs::is_directory(folder_ / name)) throw fs::filesystem_error("", folder_ / name, failed);
+  fs::rename(folder_ / "head.js.new", folder_ / "head.js");
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
+    const std::string other = entry.path().filename().string();
+    const bool is_old = entry.symlink_status().type() == fs::file_type::directory && other != name;
+    if (is_old && !other.starts_with(kMaking)) fs::remove_all(entry.path(), failed);
+  }
+}
+
+}  // namespace olh_index

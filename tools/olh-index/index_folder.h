@@ -1,0 +1,38 @@
+// The folder of the index below a root.
+//
+// Knows    that a search never sees half an index: all pieces are written into a folder that is named after what is in
+//          it, then the head, which names it, takes the place of the old one in one step, and the old folder goes.
+// Owns     the folder in which an index is made.
+// For      main.
+#ifndef OLH_TOOLS_INDEX_INDEX_FOLDER_H
+#define OLH_TOOLS_INDEX_INDEX_FOLDER_H
+
+#include <cstdint>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace olh_index {
+
+class IndexFolder {
+ public:
+  // Throws std::filesystem::filesystem_error where nothing can be written, as the functions below do.
+  explicit IndexFolder(const std::filesystem::path& root);
+  ~IndexFolder();
+  IndexFolder(const IndexFolder&) = delete;
+  IndexFolder& operator=(const IndexFolder&) = delete;
+
+  void write(const std::string& piece, const nlohmann::json& value);
+  void finish(nlohmann::json head);
+
+  std::filesystem::path head() const { return folder_ / "head.js"; }
+
+ private:
+  std::filesystem::path folder_;
+  std::filesystem::path making_;
+  std::uint64_t sum_ = 14695981039346656037U;  // of all that was written
+};
+
+}  // namespace olh_index
+
+#endif

@@ -1,0 +1,79 @@
+// The index of a root, put together manual by manual.
+//
+// Knows    how much a word says of a section or page (BM25 over titles, headings, names, links and text), and where a long
+//          section is cut.
+// Not      files: pieces are handed out as values (index_folder writes them).
+// For      main.
+#ifndef OLH_TOOLS_INDEX_INDEX_MAKER_H
+#define OLH_TOOLS_INDEX_INDEX_MAKER_H
+
+#include <array>
+#include <functional>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "indexed_manual.h"
+#include "vocabulary.h"
+#include "word_pieces.h"
+
+namespace olh_index {
+
+class IndexMaker {
+ public:
+  explicit IndexMaker(WritePiece write) : write_(std::move(write)) {}
+
+  void add(const IndexedManual& manual);
+  // Hands out the rest of the pieces; the head, which the others are found by, is returned.
+  nlohmann::json finish();
+
+  std::uint32_t pages() const { return pages_; }
+  std::uint32_t sections() const { return sections_; }
+
+ private:
+  enum Field { kTitle, kHeading, kName, kLink, kText, kFields };
+  struct Occurrence {
+    StemNumber stem;
+    Field field;
+    bool is_symbol;
+  };
+  struct Found {
+    std::vector<Occurrence> words;
+    std::array<std::uint32_t, kFields> lengths{};
+  };
+  // What the occurrences of one stem come to.
+  struct Share {
+    std::array<double, kFields> of_fields{};
+    bool is_symbol = false;
+  };
+
+  void take_words(std::string_view text, Field field, Found& found);
+  static std::uint32_t share_of_section(const Share& share);
+  static std::uint32_t share_of_page(const Share& share);
+  void add_title(const Page& page);
+  void add_section(const Page& page, const Section& section, bool is_first);
+  void add_part(const Page& page, const Section& section, std::string_view text, bool is_first);
+  void add_text(const Page& page, const Section& section, std::string_view text);
+  void begin_texts(const Page& page);
+  void write_texts();
+
+  template <typename Call>
+  static void each_stem(Found& found, Call call);
+
+  WritePiece write_;
+  Vocabulary vocabulary_;
+  nlohmann::json manuals_ = nlohmann::json::array();
+  std::string sections_of_pages_;
+  std::string sections_of_texts_;
+  nlohmann::json texts_;
+  std::size_t bytes_of_texts_ = 0;
+  std::uint32_t sections_in_texts_ = 0;
+  std::uint32_t pieces_of_texts_ = 0;
+  std::uint32_t sections_ = 0;
+  std::uint32_t pages_ = 0;
+};
+
+}  // namespace olh_index
+
+#endif

@@ -1,0 +1,179 @@
+#include "manual_text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "files.h"
+#include "page_links.h"
+#include "topic_table.h"
+
+namespace olh_index {
+
+namespace {
+
+constexpr const char* kTexts = "QELdata/QELSearchText.js";
+constexpr std::size_t kMostBytesOfTexts = std::size_t{256} * 1024 * 1024;
+constexpr std::size_t kMostPages = 50000;
+constexpr std::size_t kMostLinks = 20;          // different texts
+constexpr std::size_t kBytesOfLanguage = 2048;  // of a page; <html lang> stands at its beginning
+
+template <typename Take>
+void each_line(std::string_view text, Take take) {
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    take(line);
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+  }
+}
+
+// The texts in a line CALL(["A","B", ...]); nothing for another line.
+std::vector<std::string> row_in(std::string_view line, std::string_view call) {
+  const std::size_t end = line.rfind(']');
+  if (!line.starts_with(call) || end == std::string_view::npos || end < call.size()) return {};
+  const nlohmann::json row = nlohmann::json::parse(line.substr(call.size(), end + 1 - call.size()), nullptr, false);
+  std::vector<std::string> texts;
+  if (row.is_array())
+    for (const nlohmann::json& one : row) texts.push_back(one.is_string() ? one.get<std::string>() : "");
+  return texts;
+}
+
+std::string language_of_page(std::string_view page) {
+  page = page.substr(0, kBytesOfLanguage);
+  for (std::size_t at = page.find(" lang="); at != std::string_view::npos; at = page.find(" lang=", at + 1)) {
+    std::string_view value = page.substr(at + 6);
+    if (!value.empty() && (value[0] == '"' || value[0] == '\'')) value.remove_prefix(1);
+    const std::size_t end = value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-");
+    return std::string(value.substr(0, end));
+  }
+  return "";
+}
+
+// Pages in the order of the table; the places of a page stand together.
+class Pages {
+ public:
+  Pages(IndexedManual& manual, std::string below) : manual_(manual), below_(std::move(below)) {}
+
+  void add_topic(const olh_viewers::TableTopic& topic) {
+    const std::string file = topic.page.substr(0, topic.page.find('#'));
+    const std::string place = topic.page.substr(std::min(file.size() + 1, topic.page.size()));
+    const std::string title = topic.title.empty() ? topic.name : topic.title;
+    const auto [number, is_new] = pages_.try_emplace(file, manual_.pages.size());
+    if (is_new) manual_.pages.push_back({below_ + file, title, topic.name, {}, {}});
+    Page& page = manual_.pages[number->second];
+    // The page's own topic is the one without a place, wherever it stands in the table.
+    if (place.empty() && own_topics_.insert(number->second).second) {
+      page.title = title;
+      page.topic = topic.name;
+    }
+    if (topics_.try_emplace(topic.name, topic_list_.size()).second)
+      topic_list_.push_back({topic.name, number->second, place, title});
+  }
+
+  void add_passage(const std::vector<std::string>& row) {
+    const auto found = topics_.find(row[0]);
+    if (found == topics_.end()) return;
+    Topic& topic = topic_list_[found->second];
+    const std::string& anchor = topic.place.empty() || !row[1].empty() ? row[1] : topic.place;
+    Page& page = manual_.pages[topic.page];
+    places_[topic.page].try_emplace(anchor, page.sections.size());
+    page.sections.push_back(
+        {anchor, row[2].empty() ? topic.title : row[2], row[3], topic.place.empty() ? "" : topic.name, {}});
+    topic.has_text = true;
+  }
+
+  // A topic without a text of its own is the section at its place; else it is found by its title.
+  void add_titles() {
+    for (const Topic& topic : topic_list_) {
+      if (topic.has_text) continue;
+      std::vector<Section>& sections = manual_.pages[topic.page].sections;
+      const auto [at, is_new] = places_[topic.page].try_emplace(topic.place, sections.size());
+      if (is_new)
+        sections.push_back({topic.place, topic.title, "", topic.place.empty() ? "" : topic.name, {}});
+      else if (!topic.place.empty() && sections[at->second].topic.empty())
+        sections[at->second].topic = topic.name;
+    }
+  }
+
+ private:
+  struct Topic {
+    std::string name;
+    std::size_t page;
+    std::string place;
+    std::string title;
+    bool has_text = false;
+  };
+  IndexedManual& manual_;
+  std::string below_;
+  std::unordered_map<std::string, std::size_t> pages_;
+  std::unordered_set<std::size_t> own_topics_;  // pages that have one
+  std::unordered_map<std::string, std::size_t> topics_;
+  std::vector<Topic> topic_list_;
+  std::unordered_map<std::size_t, std::unordered_map<std::string, std::size_t>> places_;
+};
+
+}  // namespace
+
+std::vector<IndexedManual> listed_documents(std::string_view list) {
+  constexpr std::string_view kCall = "mLibraryList.push(";
+  std::vector<IndexedManual> documents;
+  each_line(list, [&](std::string_view line) {
+    const std::size_t begin = line.find_first_not_of(" \t");
+    if (begin == std::string_view::npos) return;
+    const std::vector<std::string> row = row_in(line.substr(begin), kCall);
+    if (row.size() < 2 || row[1].empty() || row[1].find('/') != std::string::npos || row[1].starts_with('.')) return;
+    documents.push_back({row[1], row[0], row.size() > 2 && row[2] == "pdf", "", "", {}});
+  });
+  return documents;
+}
+
+void take_topics(std::string_view table, std::string_view texts, const std::string& below, IndexedManual& manual) {
+  Pages pages(manual, below);
+  for (const olh_viewers::TableTopic& topic : olh_viewers::topics_in_table(table)) pages.add_topic(topic);
+  each_line(texts, [&](std::string_view line) {
+    if (const std::vector<std::string> row = row_in(line, "QELAddText("); row.size() >= 4) pages.add_passage(row);
+  });
+  pages.add_titles();
+}
+
+void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
+  namespace fs = std::filesystem;
+  std::unordered_map<std::string, Page*> pages;
+  for (Page& page : manual.pages) pages.emplace(page.address.substr(below.size()), &page);
+  std::error_code failed;
+  std::size_t files = 0;
+  for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end && files < kMostPages;
+       at.increment(failed)) {
+    const std::string kind = at->path().extension().string();
+    if (kind != ".htm" && kind != ".html") continue;
+    ++files;
+    const std::string name = at->path().string().substr(folder.size() + 1);
+    each_link(name, olh_viewers::content_of(at->path().string()), [&](const Link& link) {
+      const auto found = pages.find(link.page);
+      if (found == pages.end()) return;
+      Page& page = *found->second;
+      const auto is_this = [&link](const Section& section) { return section.anchor == link.place; };
+      const auto place = link.place.empty() ? page.sections.end() : std::ranges::find_if(page.sections, is_this);
+      std::vector<std::string>& texts = place == page.sections.end() ? page.links : place->links;
+      if (texts.size() < kMostLinks && std::ranges::find(texts, link.text) == texts.end()) texts.push_back(link.text);
+    });
+  }
+}
+
+void read_manual(const std::string& folder, const std::string& below, IndexedManual& manual) {
+  const std::string table = olh_viewers::content_of(folder + "/" + olh_viewers::kTopicTable);
+  const auto texts = olh_viewers::text_of_file(folder + "/" + kTexts, kMostBytesOfTexts);
+  take_topics(table, texts.value_or(""), below, manual);
+  take_links(folder, below, manual);
+  if (!texts)
+    manual.unsearched = manual.pages.empty() ? "has no topic table" : "has no search text: its titles are searched";
+  manual.language = language_of_page(olh_viewers::content_of(folder + "/index.htm"));
+  if (manual.language.empty() && !manual.pages.empty())
+    manual.language = language_of_page(olh_viewers::content_of(
+        folder + manual.pages[0].address.substr(std::min(below.size() - 1, manual.pages[0].address.size()))));
+  if (manual.language.empty()) manual.language = "en";
+}
+
+}  // namespace olh_index

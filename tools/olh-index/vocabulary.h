@@ -1,0 +1,62 @@
+// The words of all manuals, and where they stand.
+//
+// Knows    words and their stems; the postings of a stem: sections, and pages by their titles, each with how much it says
+//          of the stem.
+// Not      how much a word in a title or text counts (index_maker).
+// For      index_maker, index_folder.
+#ifndef OLH_TOOLS_INDEX_VOCABULARY_H
+#define OLH_TOOLS_INDEX_VOCABULARY_H
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "stems.h"
+
+namespace olh_index {
+
+using StemNumber = std::uint32_t;
+
+struct Stem {
+  std::string postings;
+  std::string titles;  // pages with the stem in their title, as postings
+  std::uint32_t last_section = 0;
+  std::uint32_t last_page = 0;
+  std::uint32_t sections = 0;  // how many
+};
+
+class Vocabulary {
+ public:
+  // The words to come are of this language.
+  void set_language(const std::string& language);
+  StemNumber stem_of(const std::string& word);
+  bool is_common(StemNumber stem) const { return common_[stem]; }
+
+  // Sections and pages come in order. `share` is at most kMostInOneCharacter.
+  void add_posting(StemNumber stem, std::uint32_t section, std::uint32_t share);
+  void add_title(StemNumber stem, std::uint32_t page, std::uint32_t share);
+
+  const Stem& stem(StemNumber number) const { return stems_[number]; }
+  std::string common_words() const { return language_.common_words(); }
+
+  struct Word {
+    std::string text;
+    std::vector<StemNumber> stems;  // one for each language that has it, mostly
+  };
+  // All words in the order of their bytes.
+  std::vector<Word> sorted_words() const;
+
+ private:
+  Stems language_;
+  std::deque<Stem> stems_;
+  std::vector<bool> common_;
+  std::unordered_map<std::string, StemNumber> stem_numbers_;
+  std::unordered_map<std::string, StemNumber> words_;  // of the language at present
+  std::unordered_map<std::string, std::vector<StemNumber>> all_words_;
+};
+
+}  // namespace olh_index
+
+#endif

@@ -1,0 +1,20 @@
+// The search index of a root, made with its lists.
+//
+// Knows    the program that makes it, where that is installed.
+// For      dmerge and new.
+#ifndef OLH_TOOLS_SEARCH_INDEX_H
+#define OLH_TOOLS_SEARCH_INDEX_H
+
+#include <string>
+
+namespace olh {
+
+// Where the index lies, below a root.
+inline constexpr const char* kSearchIndex = "htmldocs/QEL/search";
+
+// Makes the index and returns its head; "" when there is none, which a warning says unless the program is not installed.
+std::string make_search_index(const std::string& root);
+
+}  // namespace olh
+
+#endif

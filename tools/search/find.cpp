@@ -1,0 +1,181 @@
+#include "find.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+
+#include "near_words.h"
+#include "packed_numbers.h"
+#include "points.h"
+#include "query.h"
+#include "words_in_text.h"
+
+namespace olh_search {
+
+namespace {
+
+constexpr std::size_t kMostNear = 3;
+constexpr std::size_t kPiecesForPhrases = 10;
+
+// The groups of a word that say something of the manuals that are searched.
+class Words {
+ public:
+  Words(const IndexHead& head, const LoadPiece& load, const Points& points)
+      : head_(head), load_(load), points_(points) {}
+
+  std::vector<const WordGroup*> groups_of(const std::string& word) {
+    std::vector<const WordGroup*> groups;
+    for (const WordGroup& group : piece_of(word))
+      if ((" " + group.words + " ").find(" " + word + " ") != std::string::npos && points_.are_given_by(group))
+        groups.push_back(&group);
+    return groups;
+  }
+
+  // Of a word near to this one, which becomes that; none when there is none.
+  std::vector<const WordGroup*> groups_near(std::string& word) {
+    if (near_.empty()) near_ = near_words_in(load_("near"));
+    for (const std::string& other : near_words(word, near_, kMostNear)) {
+      std::vector<const WordGroup*> groups = groups_of(other);
+      if (groups.empty()) continue;
+      word = other;
+      return groups;
+    }
+    word.clear();
+    return {};
+  }
+
+ private:
+  const std::vector<WordGroup>& piece_of(const std::string& word) {
+    const auto after = std::ranges::upper_bound(head_.first_words, word);
+    const auto number = after == head_.first_words.begin() ? 0 : after - head_.first_words.begin() - 1;
+    const auto [found, is_new] = pieces_.try_emplace(number);
+    if (is_new) found->second = words_in(load_("words_" + std::to_string(number)));
+    return found->second;
+  }
+
+  const IndexHead& head_;
+  const LoadPiece& load_;
+  const Points& points_;
+  std::map<std::ptrdiff_t, std::vector<WordGroup>> pieces_;
+  std::vector<std::string> near_;
+};
+
+// The letters that the words of a stem have in common with the one that was asked for.
+std::string mark_of(const std::string& word, const std::vector<const WordGroup*>& groups) {
+  constexpr std::size_t kShortest = 3;
+  std::size_t same = word.size();
+  for (const WordGroup* group : groups)
+    for (const std::string& other : words_with_blanks(group->words)) {
+      const auto here = static_cast<std::size_t>(std::ranges::mismatch(word, other).in1 - word.begin());
+      if (here >= kShortest) same = std::min(same, here);
+    }
+  return std::string(cut_to(word, same));
+}
+
+std::uint32_t piece_of_section(const IndexHead& head, std::uint32_t section) {
+  const auto after = std::ranges::upper_bound(head.first_of_texts, section);
+  return static_cast<std::uint32_t>(after - head.first_of_texts.begin() - 1);
+}
+
+// The texts of sections, a piece at a time.
+class Texts {
+ public:
+  Texts(const IndexHead& head, const LoadPiece& load) : head_(head), load_(load) {}
+
+  const TextPiece& piece_with(std::uint32_t section) {
+    const auto [found, is_new] = pieces_.try_emplace(piece_of_section(head_, section));
+    if (is_new) found->second = texts_in(load_("texts_" + std::to_string(found->first)));
+    return found->second;
+  }
+  bool has_piece_with(std::uint32_t section) const { return pieces_.contains(piece_of_section(head_, section)); }
+  std::size_t pieces() const { return pieces_.size(); }
+
+  const IndexedSection* section(std::uint32_t number) {
+    const TextPiece& piece = piece_with(number);
+    const std::size_t at = number - head_.first_of_texts[piece_of_section(head_, number)];
+    return at < piece.sections.size() ? &piece.sections[at] : nullptr;
+  }
+
+ private:
+  const IndexHead& head_;
+  const LoadPiece& load_;
+  std::map<std::uint32_t, TextPiece> pieces_;
+};
+
+bool has_phrases(const IndexedSection& section, const std::vector<std::vector<std::string>>& phrases) {
+  const std::vector<std::string> heading = words_in_order(section.heading);
+  const std::vector<std::string> text = words_in_order(section.text);
+  return std::ranges::all_of(phrases, [&](const std::vector<std::string>& phrase) {
+    return !std::ranges::search(text, phrase).empty() || !std::ranges::search(heading, phrase).empty();
+  });
+}
+
+// Leaves the pages that have the phrases, as far as that may be looked up.
+void keep_phrases(const IndexHead& head, const LoadPiece& load, const Query& query, const Points& points,
+                  Ranking& ranking) {
+  Texts texts(head, load);
+  std::vector<RankedPage> kept;
+  for (RankedPage ranked : ranking.pages) {
+    for (const std::uint32_t section : points.sections_with_all(ranked.page)) {
+      if (!texts.has_piece_with(section) && texts.pieces() == kPiecesForPhrases) {
+        ranking.is_cut = true;
+        continue;
+      }
+      const IndexedSection* read = texts.section(section);
+      if (read == nullptr || !has_phrases(*read, query.phrases)) continue;
+      ranked.section = section;
+      kept.push_back(ranked);
+      break;
+    }
+  }
+  ranking.pages = std::move(kept);
+  ranking.complete = ranking.pages.size();
+}
+
+}  // namespace
+
+Ranking find(const IndexHead& head, const LoadPiece& load, const std::string& text,
+             const std::vector<std::string>& manuals) {
+  const Query query = query_in(text, head.common);
+  Points points(head, manuals, query.words.size());
+  Words words(head, load, points);
+  Ranking ranking;
+  for (const std::string& word : query.words) {
+    LookedForWord looked_for = {word, word, ""};
+    std::vector<const WordGroup*> groups = words.groups_of(word);
+    if (groups.empty()) groups = words.groups_near(looked_for.taken);
+    const std::uint32_t bit = 1U << ranking.words.size();
+    for (const WordGroup* group : groups) points.add(*group, bit);
+    points.add_titles_of_manuals(looked_for.taken.empty() ? word : looked_for.taken, bit);
+    looked_for.mark = mark_of(looked_for.taken, groups);
+    ranking.words.push_back(std::move(looked_for));
+  }
+  for (const std::string& whole : query.wholes)
+    for (const WordGroup* group : words.groups_of(whole)) points.add(*group, 0);
+  ranking.pages = points.ranked();
+  if (!query.phrases.empty()) {
+    keep_phrases(head, load, query, points, ranking);
+  } else {
+    const auto all = (1U << ranking.words.size()) - 1;
+    ranking.complete = static_cast<std::size_t>(std::ranges::count(ranking.pages, all, &RankedPage::words));
+  }
+  return ranking;
+}
+
+std::vector<Hit> hits_of(const IndexHead& head, const LoadPiece& load, const Ranking& ranking, std::size_t first,
+                         std::size_t count) {
+  Texts texts(head, load);
+  std::vector<Hit> hits;
+  for (std::size_t at = first; at < std::min(first + count, ranking.pages.size()); ++at) {
+    const RankedPage& ranked = ranking.pages[at];
+    const TextPiece& piece = texts.piece_with(ranked.section);
+    const IndexedSection* section = texts.section(ranked.section);
+    const auto page = std::ranges::find(piece.pages, ranked.page, &IndexedPage::number);
+    if (section == nullptr || page == piece.pages.end()) continue;
+    const ManualInIndex& manual = manual_of_page(head, ranked.page);
+    hits.push_back({manual.name, manual.title, *page, *section});
+  }
+  return hits;
+}
+
+}  // namespace olh_search

@@ -1,0 +1,112 @@
+#include "index_pieces.h"
+
+#include <algorithm>
+
+#include "packed_numbers.h"
+
+namespace olh_search {
+
+using nlohmann::json;
+
+namespace {
+
+constexpr std::uint32_t kMostSections = 1U << 24;
+
+std::string text_at(const json& row, std::size_t at) {
+  return row.is_array() && at < row.size() && row[at].is_string() ? row[at].get<std::string>() : "";
+}
+
+std::uint32_t number_at(const json& row, std::size_t at) {
+  if (!row.is_array() || at >= row.size() || !row[at].is_number_unsigned()) return 0;
+  return static_cast<std::uint32_t>(std::min<std::uint64_t>(row[at].get<std::uint64_t>(), kMostSections));
+}
+
+const json& member(const json& object, const char* name) {
+  static const json nothing;
+  return object.is_object() && object.contains(name) ? object[name] : nothing;
+}
+
+std::string text_of(const json& value) { return value.is_string() ? value.get<std::string>() : ""; }
+
+// Where each part begins, of parts with so many sections each.
+std::vector<std::uint32_t> sums_of(const std::string& packed) {
+  std::vector<std::uint32_t> sums = {0};
+  for (PackedNumbers numbers(packed); !numbers.at_end();)
+    sums.push_back(std::min(sums.back() + std::min(numbers.next(), kMostSections), kMostSections));
+  return sums;
+}
+
+}  // namespace
+
+std::vector<std::string> words_with_blanks(std::string_view text) {
+  std::vector<std::string> words;
+  while (!text.empty()) {
+    const std::string_view word = text.substr(0, text.find(' '));
+    if (!word.empty()) words.emplace_back(word);
+    text.remove_prefix(std::min(word.size() + 1, text.size()));
+  }
+  return words;
+}
+
+std::string script_of_piece(const std::string& name, const json& value) {
+  return "olhIndexPiece(\"" + name + "\"," + value.dump(-1, ' ', false, json::error_handler_t::replace) + ");\n";
+}
+
+std::optional<json> value_in_script(std::string_view script) {
+  const std::size_t comma = script.find(',');
+  const std::size_t end = script.rfind(')');
+  if (!script.starts_with("olhIndexPiece(\"") || comma == std::string_view::npos || end == std::string_view::npos ||
+      end <= comma)
+    return std::nullopt;
+  json value = json::parse(script.substr(comma + 1, end - comma - 1), nullptr, false);
+  if (value.is_discarded()) return std::nullopt;
+  return value;
+}
+
+std::optional<IndexHead> head_in(std::string_view script) {
+  const std::optional<json> value = value_in_script(script);
+  if (!value || member(*value, "version") != kIndexVersion) return std::nullopt;
+  IndexHead head;
+  head.folder = text_of(member(*value, "folder"));
+  head.first_sections = sums_of(text_of(member(*value, "sections_of_pages")));
+  head.first_of_texts = sums_of(text_of(member(*value, "sections_of_texts")));
+  head.sections = head.first_sections.back();
+  head.common = words_with_blanks(text_of(member(*value, "common")));
+  for (const json& word : member(*value, "first_words")) head.first_words.push_back(text_of(word));
+  std::size_t pages = 0;
+  for (const json& row : member(*value, "manuals")) {
+    head.manuals.push_back(
+        {text_at(row, 0), text_at(row, 1), text_at(row, 2) == "pdf", number_at(row, 3), text_at(row, 4)});
+    pages += head.manuals.back().pages;
+  }
+  const auto is_name = [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z'); };
+  const bool holds = pages + 1 == head.first_sections.size() && head.first_of_texts.back() == head.sections &&
+                     std::ranges::is_sorted(head.first_words) && !head.folder.empty() &&
+                     std::ranges::all_of(head.folder, is_name);
+  if (!holds) return std::nullopt;
+  return head;
+}
+
+std::vector<WordGroup> words_in(std::string_view script) {
+  std::vector<WordGroup> groups;
+  if (const std::optional<json> value = value_in_script(script); value && value->is_array())
+    for (const json& row : *value)
+      groups.push_back({text_at(row, 0), std::min(number_at(row, 1), 1000U), text_at(row, 2), text_at(row, 3)});
+  return groups;
+}
+
+TextPiece texts_in(std::string_view script) {
+  TextPiece piece;
+  const json value = value_in_script(script).value_or(json());
+  for (const json& row : member(value, "pages"))
+    piece.pages.push_back({number_at(row, 0), text_at(row, 1), text_at(row, 2), text_at(row, 3)});
+  for (const json& row : member(value, "sections"))
+    piece.sections.push_back({text_at(row, 0), text_at(row, 1), text_at(row, 2), text_at(row, 3)});
+  return piece;
+}
+
+std::vector<std::string> near_words_in(std::string_view script) {
+  return words_with_blanks(text_of(value_in_script(script).value_or(json())));
+}
+
+}  // namespace olh_search

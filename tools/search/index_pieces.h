@@ -1,0 +1,80 @@
+// The pieces of a search index, as they are written in scripts: a call with a name and a value.
+//
+// Knows    their form, and what of it must hold. Whatever a file says, nothing larger than the file comes of it.
+// Not      what a search makes of them (find), and where they lie.
+// For      find; olh-index writes them.
+#ifndef OLH_TOOLS_SEARCH_INDEX_PIECES_H
+#define OLH_TOOLS_SEARCH_INDEX_PIECES_H
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace olh_search {
+
+// Below the root: the head, and beside it the folder that it names, with all other pieces.
+inline constexpr const char* kIndexFolder = "htmldocs/QEL/search";
+inline constexpr int kIndexVersion = 1;
+
+// What a script says; the value, nothing when it is no such script.
+std::string script_of_piece(const std::string& name, const nlohmann::json& value);
+std::optional<nlohmann::json> value_in_script(std::string_view script);
+
+struct ManualInIndex {
+  std::string name;
+  std::string title;
+  bool is_pdf = false;
+  std::uint32_t pages = 0;
+  std::string unsearched;  // why nothing or not all can be found in it, the end of a sentence; else ""
+};
+
+struct IndexHead {
+  std::string folder;
+  std::uint32_t sections = 0;
+  std::vector<ManualInIndex> manuals;
+  std::vector<std::uint32_t> first_sections;  // of each page, and of the page behind the last one
+  std::vector<std::uint32_t> first_of_texts;  // of each piece of texts
+  std::vector<std::string> first_words;       // of each piece of words
+  std::vector<std::string> common;            // words that nobody looks for
+};
+std::optional<IndexHead> head_in(std::string_view script);
+
+// Words of one stem, with a blank between two; how much the stem counts; its postings, each a number and a share of
+// at most 89.
+struct WordGroup {
+  std::string words;
+  std::uint32_t weight = 0;
+  std::string postings;  // sections
+  std::string titles;    // pages
+};
+std::vector<WordGroup> words_in(std::string_view script);
+
+struct IndexedPage {
+  std::uint32_t number = 0;
+  std::string address;  // below the root
+  std::string title;
+  std::string topic;
+};
+struct IndexedSection {
+  std::string anchor;
+  std::string heading;
+  std::string text;
+  std::string topic;
+};
+struct TextPiece {
+  std::vector<IndexedPage> pages;
+  std::vector<IndexedSection> sections;
+};
+TextPiece texts_in(std::string_view script);
+
+// One text with a blank between two words, the most frequent first.
+std::vector<std::string> near_words_in(std::string_view script);
+
+std::vector<std::string> words_with_blanks(std::string_view text);
+
+}  // namespace olh_search
+
+#endif
