@@ -19,16 +19,6 @@ namespace {
 constexpr int kMillisecondsForBus = 500;
 constexpr int kMillisecondsBeforeHandOver = 1500;
 
-// What stands in a directory; nothing when it cannot be read.
-std::vector<std::filesystem::path> entries_of(const std::string& directory) {
-  std::error_code failed;
-  std::vector<std::filesystem::path> entries;
-  for (std::filesystem::directory_iterator entry(directory, failed), end; !failed && entry != end;
-       entry.increment(failed))
-    entries.push_back(entry->path());
-  return entries;
-}
-
 // ---- the processes of this user, as the system shows them below /proc ----
 
 std::string_view field(std::string_view status, std::string_view name) {
@@ -50,8 +40,8 @@ std::string name_of(int process) {
 int process_named(std::string_view name) {
   constexpr std::size_t kLongestName = 15;  // the system cuts the names of processes
   if (name.empty()) return 0;
-  for (const std::filesystem::path& entry : entries_of("/proc"))
-    if (const int process = std::atoi(entry.filename().c_str()); process > 0)
+  for (const std::string& entry : names_in("/proc").names)
+    if (const int process = std::atoi(entry.c_str()); process > 0)
       if (name_of(process) == name.substr(0, kLongestName)) return process;
   return 0;
 }
@@ -77,8 +67,8 @@ Words paths_of(const std::string& pattern) {
   const std::size_t star = path.find("/*/");
   if (star == std::string::npos) return {path};
   Words paths;
-  for (const std::filesystem::path& entry : entries_of(path.substr(0, star)))
-    paths.push_back(path_in(entry.string(), path.substr(star + 3)));
+  for (const std::string& name : names_in(path.substr(0, star)).names)
+    paths.push_back(path.substr(0, star + 1) + name + path.substr(star + 2));
   return paths;
 }
 

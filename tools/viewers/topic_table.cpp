@@ -4,6 +4,8 @@
 #include <cctype>
 #include <optional>
 
+#include "words.h"
+
 namespace olh_viewers {
 
 namespace {
@@ -39,11 +41,9 @@ std::optional<TableTopic> topic_in(std::string_view line, int number) {
 
 std::vector<TableTopic> topics_in_table(std::string_view table) {
   std::vector<TableTopic> topics;
-  for (int number = 1; !table.empty(); ++number) {
-    const std::string_view line = table.substr(0, table.find('\n'));
-    if (auto topic = topic_in(line, number)) topics.push_back(std::move(*topic));
-    table.remove_prefix(std::min(line.size() + 1, table.size()));
-  }
+  int number = 0;
+  for (const std::string& line : lines_of(table))
+    if (auto topic = topic_in(line, ++number)) topics.push_back(std::move(*topic));
   return topics;
 }
 

@@ -34,6 +34,15 @@ std::string lower_case(std::string_view text) {
   return lowered;
 }
 
+Words lines_of(std::string_view text) {
+  Words lines;
+  while (!text.empty()) {
+    lines.emplace_back(text.substr(0, text.find('\n')));
+    text.remove_prefix(std::min(lines.back().size() + 1, text.size()));
+  }
+  return lines;
+}
+
 std::string command_line(const Words& words) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);

@@ -16,6 +16,9 @@ Words pieces_of(std::string_view list, char separator);
 // ASCII letters in lower case; other bytes as they are.
 std::string lower_case(std::string_view text);
 
+// The lines of a text, without their line feeds.
+Words lines_of(std::string_view text);
+
 // The words as a person would type them to a shell.
 std::string command_line(const Words& words);
 

@@ -70,8 +70,7 @@ int exit_code_of(const Findings& findings) {
 
 // "FILE is ...", or "FILE, line 3: ...".
 std::string sentence_of(const Finding& one) {
-  if (one.line > 0) return one.file + ", line " + std::to_string(one.line) + ": " + one.sentence + ".";
-  return one.file + " " + one.sentence + ".";
+  return place_of(one.file, one.line) + (one.line > 0 ? ": " : " ") + one.sentence + ".";
 }
 
 std::string contents_of(const CheckedRoot& root) {

@@ -22,8 +22,9 @@ std::string cure_for(const SpoiltFile& spoilt) {
 }
 
 Diagnosis of_spoilt(const SpoiltFile& spoilt) {
-  const std::string place = spoilt.line > 0 ? spoilt.file + ", line " + std::to_string(spoilt.line) : spoilt.file;
-  return {State::kProblem, place + ": " + spoilt.reason + ". The whole file counts for nothing.", cure_for(spoilt)};
+  return {State::kProblem,
+          place_of(spoilt.file, spoilt.line) + ": " + spoilt.reason + ". The whole file counts for nothing.",
+          cure_for(spoilt)};
 }
 
 // What keeps lines from being appended; "" for nothing.
@@ -55,7 +56,7 @@ Diagnoses check_option_files(const Machine& machine) {
 }
 
 Diagnoses check_trace_log(const Machine&) {
-  const std::string file = variable("OLH_LOG_HELP").value_or("");
+  const std::string file = variable("OLH_LOG_HELP");
   if (file.empty()) return {{State::kOk, "No trace log is wanted (OLH_LOG_HELP is not set).", ""}};
   const std::string fault = trace_fault(file);
   if (fault.empty()) return {{State::kOk, file + " takes the lines of the trace.", ""}};

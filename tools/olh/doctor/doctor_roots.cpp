@@ -102,7 +102,7 @@ LeftOut leave_out(const JudgedRoot& waiting, std::string& host_roots) {
     host_roots = without(root, host_roots).value_or("");
     return {root, ""};
   }
-  const std::string value = variable(waiting.source.c_str()).value_or("");
+  const std::string value = variable(waiting.source.c_str());
   if (const auto rest = without(root, value); rest && !rest->empty()) {
     setenv(waiting.source.c_str(), rest->c_str(), 1);
     return {root, "export " + command_line({waiting.source + "=" + *rest})};

@@ -18,7 +18,7 @@ Diagnosis of_display() {
   if (const olh_viewers::Choice browser = olh_viewers::choose_browser(); olh_viewers::shows_elsewhere(browser))
     return {State::kOk, "No display is needed: " + browser.program + " shows pages elsewhere.", ""};
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"})
-    if (const std::string value = variable(name).value_or(""); !value.empty())
+    if (const std::string value = variable(name); !value.empty())
       return {State::kWarning,
               std::string(name) + " is " + value + ", and nothing answers there: the adapters show text, " +
                   "other viewers fail.",

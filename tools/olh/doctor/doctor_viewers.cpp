@@ -29,7 +29,7 @@ void add_vain_choices(Diagnoses& diagnoses, const ViewerKind& kind, const std::v
           {State::kWarning,
            source.from + " names " + source.value + ", which is no executable and counts for nothing.",
            cure_for(source, kind)});
-  const std::string setting = variable(kind.setting).value_or("");
+  const std::string setting = variable(kind.setting);
   if (!setting.empty() && executable_named(setting).empty())
     diagnoses.push_back(
         {State::kWarning,

@@ -5,7 +5,6 @@
 
 #include "find.h"
 #include "olh/support.h"
-#include "search_roots.h"
 #include "shared.h"
 
 namespace olh {
@@ -77,11 +76,7 @@ void explain(int result, const std::string& file, const std::vector<JudgedRoot>&
 
 int set(const AltPathArguments& asked, const SearchRoots& roots) {
   const std::string file = tree_options_file(roots);
-  if (!roots.spoilt.empty()) {  // what would be written there could not be read back
-    complain_about(roots.spoilt);
-    complain("nothing is changed.");
-    return OLH_RESULT_IO;
-  }
+  if (refuse_change(roots.spoilt)) return OLH_RESULT_IO;
   int result = OLH_RESULT_OK;
   const std::vector<JudgedRoot> rejected =
       rejected_by_split(debug_lines_of([&] { result = OlhSetAltDocPath(asked.paths.c_str()); }), "alt-path");

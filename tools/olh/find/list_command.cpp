@@ -4,10 +4,6 @@
 #include <set>
 
 #include "find.h"
-#include "holdings.h"
-#include "locate.h"
-#include "places.h"
-#include "search_roots.h"
 #include "shared.h"
 
 namespace olh {
@@ -140,8 +136,7 @@ int list(const ListArguments& asked) {
   complain_about_roots(roots);
   if (!complain_about_half_read(gathered)) return OLH_RESULT_FAILED;
   if (!roots.roots.empty()) return OLH_RESULT_OK;
-  complain(
-      "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' tells what was tried.");
+  complain(kNoRoot);
   return OLH_RESULT_NOT_FOUND;
 }
 

@@ -16,7 +16,7 @@ namespace {
 // The lookups that a help call makes, in their order.
 std::vector<Lookup> lookups_for(const std::string& document, OlhViewer preferred) {
   if (is_path_or_url(document)) {
-    const bool as_pdf = is_url(document.c_str()) == 0 && ends_in_any_pdf(document);
+    const bool as_pdf = !is_web_root(document) && ends_in_any_pdf(document);
     return {as_pdf ? FindPdfDoc : FindHtmlDoc};
   }
   std::vector<Lookup> lookups = {FindHtmlDoc, FindPdfDoc};
@@ -43,12 +43,23 @@ const SearchRoot* root_of(const std::string& document, const std::string& locati
 // The root that a location lies below; the longest, since one root may lie in another.
 const SearchRoot* root_around(const std::string& location, const SearchRoots& roots) {
   const std::string scheme = "file://";
-  const std::string path = location.rfind(scheme, 0) == 0 ? location.substr(scheme.size()) : location;
+  const std::string path = location.starts_with(scheme) ? location.substr(scheme.size()) : location;
   const SearchRoot* around = nullptr;
   for (const SearchRoot& root : roots.roots)
-    if (path.rfind(root.path + "/", 0) == 0 && (around == nullptr || around->path.size() < root.path.size()))
+    if (path.starts_with(root.path + "/") && (around == nullptr || around->path.size() < root.path.size()))
       around = &root;
   return around;
+}
+
+Located answer_of(Lookup lookup, const std::string& name) {
+  std::array<char, OLH_BUFFER_SIZE> location{};
+  std::array<char, OLH_BUFFER_SIZE> viewer{};
+  Located located;
+  located.found = lookup(location.data(), name.c_str(), viewer.data()) == 1;
+  if (!located.found) return located;
+  located.location = location.data();
+  located.tree_program = viewer.data();
+  return located;
 }
 
 void take_root(Located& located, const SearchRoot* root) {
@@ -60,31 +71,20 @@ void take_root(Located& located, const SearchRoot* root) {
 }  // namespace
 
 Located locate(const std::string& document, const SearchRoots& roots) {
-  std::array<char, OLH_BUFFER_SIZE> location{};
-  std::array<char, OLH_BUFFER_SIZE> viewer{};
-  Located located;
   for (const Lookup lookup : lookups_for(document, roots.preferred)) {
-    if (lookup(location.data(), document.c_str(), viewer.data()) != 1) continue;
-    located.found = true;
-    located.location = location.data();
+    Located located = answer_of(lookup, document);
+    if (!located.found) continue;
     located.kind = kind_of(document, lookup, located.location);
-    located.tree_program = viewer.data();
     take_root(located, root_of(document, located.location, roots));
-    break;
+    return located;
   }
-  return located;
+  return {};
 }
 
 Located locate_with(Lookup lookup, OlhViewer kind, const std::string& name, const SearchRoots& roots) {
-  std::array<char, OLH_BUFFER_SIZE> location{};
-  std::array<char, OLH_BUFFER_SIZE> viewer{};
-  Located located;
+  Located located = answer_of(lookup, name);
   located.kind = kind;
-  located.found = lookup(location.data(), name.c_str(), viewer.data()) == 1;
-  if (!located.found) return located;
-  located.location = location.data();
-  located.tree_program = viewer.data();
-  take_root(located, root_around(located.location, roots));
+  if (located.found) take_root(located, root_around(located.location, roots));
   return located;
 }
 
@@ -104,20 +104,25 @@ void complain_about_roots(const SearchRoots& roots) {
   complain_about(read_option_file(user_option_file()).spoilt);
 }
 
-void complain_not_found(const std::string& document, const SearchRoots& roots) {
-  if (roots.roots.empty()) {
-    complain("no document \"" + document +
-             "\": no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; " +
-             "'olh paths' tells what was tried.");
-  } else {
-    complain("no document \"" + document + "\" below " + enumeration(paths_of(roots)) + ". 'olh where --all " +
-             command_line({document}) + "' lists every place that was tried.");
+void complain_missing(const std::string& what, const std::string& looked_for, const SearchRoots& roots) {
+  complain("no " + what + (roots.roots.empty() ? std::string(": ") + kNoRoot : looked_for));
+}
+
+int complain_not_found(const std::string& document, const SearchRoots& roots) {
+  if (document.empty()) {
+    complain("a document's name is needed, not an empty one.");
+    return OLH_RESULT_INVALID;
   }
+  complain_missing("document " + quoted(document),
+                   " below " + enumeration(paths_of(roots)) + ". 'olh where --all " + command_line({document}) +
+                       "' lists every place that was tried.",
+                   roots);
   const std::string manual = ends_in_any_pdf(document) ? document.substr(0, document.size() - 4) : document;
   for (const SearchRoot& root : roots.roots)
     if (!is_path_or_url(document) && has_wrong_start_page(root.path, manual))
       complain(root.path + "/htmldocs/" + manual + " " + kWrongStartPage + ".");
   complain_about_roots(roots);
+  return OLH_RESULT_NOT_FOUND;
 }
 
 }  // namespace olh

@@ -32,10 +32,16 @@ Located locate_with(Lookup lookup, OlhViewer kind, const std::string& name, cons
 // The keys "document", "found", "location", "kind" and "root" of an answer.
 nlohmann::json located_as_json(const std::string& document, const Located& located);
 
-// Sentences on standard error: that there is no such document, where it was looked for, what helps; and everything
-// that may be the reason (rejected --root, option files that could not be read).
-void complain_not_found(const std::string& document, const SearchRoots& roots);
+// Sentences on standard error. That there is no such document, where it was looked for, what helps, and everything that may
+// be the reason; returns OLH_RESULT_NOT_FOUND, or OLH_RESULT_INVALID for no name at all.
+int complain_not_found(const std::string& document, const SearchRoots& roots);
+// That there is no such thing, with what was looked for, or that no root is known.
+void complain_missing(const std::string& what, const std::string& looked_for, const SearchRoots& roots);
+// What may be the reason: rejected --root, option files that could not be read.
 void complain_about_roots(const SearchRoots& roots);
+
+inline constexpr const char* kNoRoot =
+    "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' tells what was tried.";
 
 }  // namespace olh
 

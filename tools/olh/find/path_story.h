@@ -3,7 +3,7 @@
 // Knows    the lines of SetOlhDocPath, ReadQelDocOptions, ValidDocPath and ValidURL, and what they tell together.
 // Not      which root comes before which (search_roots asks a lookup for that), how the lines are caught
 //          (debug_capture).
-// For      search_roots, path_trial and alt_path_command.
+// For      search_roots, root_probe and alt_path_command.
 #ifndef OLH_TOOLS_PATH_STORY_H
 #define OLH_TOOLS_PATH_STORY_H
 

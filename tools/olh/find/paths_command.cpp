@@ -2,9 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "find.h"
-#include "locate.h"
 #include "olh/support.h"
-#include "search_roots.h"
 #include "shared.h"
 
 namespace olh {
@@ -51,7 +49,7 @@ void print_as_text(const SearchRoots& roots) {
 
 nlohmann::json root_as_json(const SearchRoot& root) {
   return {{"path", root.path},
-          {"kind", is_url(root.path.c_str()) == 1 ? "url" : "directory"},
+          {"kind", is_web_root(root.path) ? "url" : "directory"},
           {"source", root.source},
           {"options_file", text_or_null(root.options_file)},
           {"parent", text_or_null(root.parent)},

@@ -20,6 +20,7 @@
 #include <filesystem>
 
 #include "olh/support.h"
+#include "shared.h"
 
 namespace olh {
 
@@ -50,7 +51,7 @@ class PlaceList {
   }
 
   void html_lookup() {
-    if (is_url(name_.c_str()) == 1) return add(with_slashes(name_), "", OLH_VIEWER_HTML, "");
+    if (is_web_root(name_)) return add(with_slashes(name_), "", OLH_VIEWER_HTML, "");
     if (by_path_) given_page();
     for (const std::string& root : roots_) {
       html_forms(root);
@@ -64,7 +65,7 @@ class PlaceList {
     if (by_path_) add(with_slashes(name_), with_slashes(name_), OLH_VIEWER_PDF, "");
     for (const std::string& root : roots_) {
       pdf_forms(root);
-      if (!is_web(root)) continue;
+      if (!is_web_root(root)) continue;
       html_forms(root);
       html_here();
     }
@@ -74,9 +75,8 @@ class PlaceList {
   std::vector<Place> places() && { return std::move(places_); }
 
  private:
-  static bool is_web(const std::string& root) { return is_url(root.c_str()) == 1; }
   // What a page below a root begins with in the browser.
-  static std::string page(const std::string& root) { return is_web(root) ? root : kFileScheme + root; }
+  static std::string page(const std::string& root) { return is_web_root(root) ? root : kFileScheme + root; }
 
   void given_page() {
     const std::string path = with_slashes(name_);
@@ -88,12 +88,12 @@ class PlaceList {
   void html_forms(const std::string& root) {
     const std::string manual = root + "/htmldocs/" + base_ + "/";
     add_page(manual + "index.htm", root);
-    if (!is_web(root)) add_page(manual + base_ + ".htm", root);
+    if (!is_web_root(root)) add_page(manual + base_ + ".htm", root);
     add_page(root + "/tomedecks/" + base_ + "/index.html", root);
   }
 
   void add_page(const std::string& file, const std::string& root) {
-    add(is_web(root) ? file : kFileScheme + file, file, OLH_VIEWER_HTML, root);
+    add(is_web_root(root) ? file : kFileScheme + file, file, OLH_VIEWER_HTML, root);
   }
 
   void pdf_forms(const std::string& root) {
@@ -129,7 +129,7 @@ std::vector<Place> places_of(const std::string& document, OlhViewer preferred,
                              const std::vector<std::string>& roots) {
   PlaceList list(document, roots);
   if (is_path_or_url(document)) {
-    const bool as_pdf = is_url(document.c_str()) == 0 && ends_in_any_pdf(document);
+    const bool as_pdf = !is_web_root(document) && ends_in_any_pdf(document);
     as_pdf ? list.pdf_lookup() : list.html_lookup();
     return std::move(list).places();
   }

@@ -1,11 +1,13 @@
 #include "root_probe.h"
-#include "find.h"
+
+#include <unistd.h>
 
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
+#include "find.h"
 #include "olh/support.h"
 #include "shared.h"
 
@@ -14,6 +16,7 @@ namespace olh {
 namespace {
 
 constexpr const char* kProbeVerb = "probe-root";
+constexpr const char* kTryVerb = "try-path";
 
 struct ProbeArguments {
   std::string root;
@@ -39,6 +42,19 @@ int answer(const ProbeArguments& asked) {
   return 0;
 }
 
+// In the process of its own: the debug lines go to whoever asked.
+int build_path(const std::string& host_roots) {
+  dup2(STDOUT_FILENO, STDERR_FILENO);
+  unsetenv("OLH_LOG_HELP");
+  setenv("OLH_DEBUG", "1", 1);
+  setDebugVariable();
+  OlhDocListInit();
+  if (host_roots.empty()) return 0;
+  print_debug("olh_docList::GetOlhVariable: %s\n", kRootOption);  // in the story it stands where a variable does
+  OlhSetDocPath(host_roots.c_str());
+  return 0;
+}
+
 }  // namespace
 
 std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls) {
@@ -59,11 +75,21 @@ std::optional<double> probe_time(const std::string& root) {
   return std::strtod(answers.text.c_str() + 1, nullptr);
 }
 
+std::optional<JudgedRoot> root_without_answer(const std::string& host_roots) {
+  const olh_viewers::Heard lines = heard_from_own_child({kTryVerb, "--", host_roots});
+  return lines.in_time ? std::nullopt : read_path_story(lines_of(lines.text), kRootOption).waiting;
+}
+
 void add_probe_root_command(const Verb& olh) {
   const Verb verb = olh.hidden_verb(kProbeVerb);
   ProbeArguments& asked = verb.action(answer);
   verb.option("root", asked.root, "").required();
   verb.option("urls", asked.urls, "");
+}
+
+void add_try_path_command(const Verb& olh) {
+  const Verb verb = olh.hidden_verb(kTryVerb);
+  verb.option("roots", verb.action(build_path), "");
 }
 
 }  // namespace olh

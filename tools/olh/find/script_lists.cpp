@@ -1,6 +1,5 @@
 #include "script_lists.h"
 
-#include <algorithm>
 #include <unordered_map>
 
 #include "shared.h"
@@ -13,15 +12,6 @@ constexpr std::string_view kLibrary = "mLibraryList.push([";
 constexpr std::string_view kPdf = "mPDFList.push(";
 constexpr std::string_view kItem = "List.fAddItem";
 constexpr std::string_view kLink = "tomedeck=";
-
-template <typename Take>
-void for_each_line(std::string_view text, Take take) {
-  for (int number = 1; !text.empty(); ++number) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    take(line, number);
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-  }
-}
 
 // [title, name] is a manual in the manuals' list; in the portals' list it is both, and a third text says otherwise.
 ListedDocument library_in(std::string_view line, bool names_kinds) {
@@ -51,27 +41,29 @@ std::vector<ListedDocument> documents_in_list(std::string_view script) {
     if (is_new) return documents.push_back(listed);
     documents[position->second].pdf |= listed.pdf;
   };
-  for_each_line(script, [&](std::string_view line, int) {
-    if (line.find(kLibrary) != std::string_view::npos) {
+  for (const std::string& line : lines_of(script)) {
+    if (line.find(kLibrary) != std::string::npos) {
       take(library_in(line, names_kinds));
-    } else if (line.find(kPdf) != std::string_view::npos) {
+    } else if (line.find(kPdf) != std::string::npos) {
       take({quoted_in(line, 0).value_or(""), "", false, true});
     }
-  });
+  }
   return documents;
 }
 
 std::vector<ListedItem> items_in_list(std::string_view script) {
   std::vector<ListedItem> items;
-  for_each_line(script, [&](std::string_view line, int number) {
+  int number = 0;
+  for (const std::string& line : lines_of(script)) {
+    ++number;
     const std::size_t item = line.find(kItem);
-    if (item == std::string_view::npos || line.substr(0, item).find("//") != std::string_view::npos) return;
+    if (item == std::string::npos || line.find("//") < item) continue;
     const auto name = quoted_in(line.substr(item), 1);
-    if (!name) return;
+    if (!name) continue;
     const std::size_t link = name->find(kLink);
     items.push_back({number, link == std::string::npos ? *name : name->substr(link + kLink.size()),
                      quoted_in(line.substr(item), 0).value_or("")});
-  });
+  }
   return items;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <optional>
 
 #include "files.h"
@@ -48,7 +49,7 @@ class WalkReader {
   void settle() {
     if (!roots_.empty() && !prescribed_.empty()) {
       SearchRoot& root = roots_.back();
-      const bool lone_is_reader = (is_url(root.path.c_str()) == 1) != said_again_;
+      const bool lone_is_reader = is_web_root(root.path) != said_again_;
       if (prescribed_.size() > 1 || !lone_is_reader) root.browser = prescribed_.front();
       if (prescribed_.size() > 1 || lone_is_reader) root.reader = prescribed_.back();
     }
@@ -83,8 +84,8 @@ void append(PathStory& story, PathStory more) {
 
 // What the variable for the roots of packages is while the search path comes about; nothing where it can stay as it is.
 std::optional<std::string> with_own_root(const std::string& own) {
-  const std::string stated = variable(kSystemRoots).value_or("");
-  const bool is_refused = stated.empty() && variable(kSystemRoots);
+  const std::string stated = variable(kSystemRoots);
+  const bool is_refused = stated.empty() && std::getenv(kSystemRoots) != nullptr;
   const auto known = olh_viewers::pieces_of(stated, ':');
   if (own.empty() || is_refused || std::find(known.begin(), known.end(), own) != known.end()) return std::nullopt;
   return stated.empty() ? own : stated + ":" + own;

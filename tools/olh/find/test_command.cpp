@@ -2,9 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "find.h"
-#include "locate.h"
 #include "olh/support.h"
-#include "places.h"
 #include "shared.h"
 #include "topic_table.h"
 
@@ -31,7 +29,7 @@ struct TestArguments {
 enum class TopicAnswer { kYes, kNo, kCannotTell };
 
 TopicAnswer topic_answer(int result, const TestArguments& asked, const Located& located) {
-  const bool can_tell = located.kind == OLH_VIEWER_HTML && located.location.rfind("file://", 0) == 0;
+  const bool can_tell = located.kind == OLH_VIEWER_HTML && located.location.starts_with("file://");
   if (asked.tag.empty() || !can_tell) return TopicAnswer::kCannotTell;
   return result == OLH_RESULT_OK ? TopicAnswer::kYes : TopicAnswer::kNo;
 }
@@ -55,8 +53,7 @@ void print_as_text(int result, const TestArguments& asked, const Located& locate
 }
 
 void explain_failure(int result, const TestArguments& asked, const Located& located, const SearchRoots& roots) {
-  if (result == OLH_RESULT_NOT_FOUND) return complain_not_found(asked.document, roots);
-  if (result == OLH_RESULT_INVALID) return complain("a document's name is needed, not an empty one.");
+  if (result != OLH_RESULT_NO_TOPIC) return void(complain_not_found(asked.document, roots));
   if (topic_answer(result, asked, located) == TopicAnswer::kCannotTell)
     return complain("found " + located.location + ", but it lies behind a URL: whether it holds \"" + asked.tag +
                     "\" cannot be told from here.");

@@ -2,9 +2,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "destinations.h"
 #include "find.h"
-#include "locate.h"
 #include "pdf_places.h"
 #include "shared.h"
 #include "topic_table.h"
@@ -140,14 +138,7 @@ int topics(const TopicsArguments& asked) {
   } else {
     print_as_text(found);
   }
-  if (asked.document.empty()) {
-    complain("a document's name is needed, not an empty one.");
-    return OLH_RESULT_INVALID;
-  }
-  if (!located.found) {
-    complain_not_found(asked.document, roots);
-    return OLH_RESULT_NOT_FOUND;
-  }
+  if (!located.found) return complain_not_found(asked.document, roots);
   if (found.unreadable.empty()) return OLH_RESULT_OK;
   complain("found " + located.location + ", but " + found.unreadable + ".");
   return OLH_RESULT_IO;

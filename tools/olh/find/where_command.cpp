@@ -3,10 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "find.h"
-#include "locate.h"
 #include "olh/support.h"
-#include "places.h"
-#include "root_probe.h"
 #include "shared.h"
 
 namespace olh {
@@ -34,13 +31,11 @@ struct Tried {
   bool wins = false;
 };
 
-bool is_web_page(const std::string& tested) { return tested.rfind("http://", 0) == 0; }
-
 // Asks each URL root once for all the places below it.
 std::map<std::string, Presence> ask_url_roots(const std::vector<Place>& places) {
   std::map<std::string, std::vector<std::string>> urls;
   for (const Place& place : places)
-    if (!place.root.empty() && is_web_page(place.tested)) urls[place.root].push_back(place.tested);
+    if (!place.root.empty() && is_web_root(place.tested)) urls[place.root].push_back(place.tested);
   std::map<std::string, Presence> answers;
   for (const auto& [root, list] : urls) answers.merge(probe_url_root(root, list));
   return answers;
@@ -106,13 +101,7 @@ int where(const WhereArguments& asked) {
   } else if (located.found) {
     print_one(located);
   }
-  if (located.found) return OLH_RESULT_OK;
-  if (asked.document.empty()) {
-    complain("a document's name is needed, not an empty one.");
-    return OLH_RESULT_INVALID;
-  }
-  complain_not_found(asked.document, roots);
-  return OLH_RESULT_NOT_FOUND;
+  return located.found ? OLH_RESULT_OK : complain_not_found(asked.document, roots);
 }
 
 }  // namespace

@@ -7,13 +7,11 @@
 #include <nlohmann/json.hpp>
 
 #include "list_failure.h"
-#include "list_trial.h"
 #include "lists.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
 #include "search_index.h"
 #include "shared.h"
-#include "title_warnings.h"
 
 namespace olh {
 

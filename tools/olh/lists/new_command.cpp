@@ -12,7 +12,6 @@
 #include "root_place.h"
 #include "search_index.h"
 #include "shared.h"
-#include "title_warnings.h"
 
 namespace olh {
 

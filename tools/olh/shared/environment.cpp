@@ -4,12 +4,8 @@
 
 namespace olh {
 
-std::optional<std::string> variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
-VariableForNow::VariableForNow(const char* name, const std::string& value) : name_(name), former_(variable(name)) {
+VariableForNow::VariableForNow(const char* name, const std::string& value) : name_(name) {
+  if (const char* former = std::getenv(name_)) former_ = former;
   setenv(name_, value.c_str(), 1);
 }
 

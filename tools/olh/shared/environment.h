@@ -17,9 +17,6 @@ inline constexpr const char* kSystemRoots = "OLH_SYSTEM_DOC_PATH";
 inline constexpr std::array kRootVariables = {
     "QEL_OVERRIDE_DOC_PATH", "QEL_DOC_PATH", "QEL_PRODUCT_DOC_PATH", "TRV_HOME", "QEL_HOME", kSystemRoots};
 
-// The value of an environment variable; nothing when it is unset.
-std::optional<std::string> variable(const char* name);
-
 // Gives an environment variable a value, and its former state back at the end of the scope.
 class VariableForNow {
  public:
@@ -27,7 +24,6 @@ class VariableForNow {
   ~VariableForNow();
   VariableForNow(const VariableForNow&) = delete;
   VariableForNow& operator=(const VariableForNow&) = delete;
-  const std::optional<std::string>& former() const { return former_; }
 
  private:
   const char* name_;
@@ -35,6 +31,7 @@ class VariableForNow {
 };
 
 using olh_viewers::own_program;
+using olh_viewers::variable;
 
 }  // namespace olh
 

@@ -12,6 +12,7 @@
 #include "files.h"
 #include "olh/support.h"
 #include "output.h"
+#include "root_text.h"
 
 namespace olh {
 
@@ -28,7 +29,7 @@ std::string trimmed(const std::string& text, const char* characters) {
 
 // "PREFIX FILE (LINE)" or "PREFIX FILE (LINE):".
 bool parse_complaint(const std::string& line, const std::string& prefix, SpoiltFile& found) {
-  if (line.rfind(prefix, 0) != 0) return false;
+  if (!line.starts_with(prefix)) return false;
   const std::size_t number = line.rfind(" (");
   if (number == std::string::npos || number < prefix.size()) return false;
   found.file = line.substr(prefix.size(), number - prefix.size());
@@ -106,7 +107,7 @@ std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines)
       found.reason = "over 1,022 characters (continued lines count together)";
     } else if (parse_complaint(lines[i], kSyntax, found)) {
       found.reason = "no KEY=\"value\"";
-      if (i + 1 < lines.size() && lines[i + 1].rfind("-> ", 0) == 0) found.reason += ": " + lines[i + 1].substr(3);
+      if (i + 1 < lines.size() && lines[i + 1].starts_with("-> ")) found.reason += ": " + lines[i + 1].substr(3);
     } else {
       continue;
     }
@@ -116,16 +117,22 @@ std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines)
 }
 
 void complain_unwritten(const std::string& file) {
-  complain(file + (is_url(file.c_str()) == 1 ? " lies behind a URL and cannot be written from here: change it on the "
-                                               "server."
-                                             : " could not be written."));
+  complain(file + (is_web_root(file) ? " lies behind a URL and cannot be written from here: change it on the "
+                                       "server."
+                                     : " could not be written."));
 }
 
 void complain_about(const std::vector<SpoiltFile>& spoilt) {
-  for (const SpoiltFile& one : spoilt) {
-    const std::string place = one.line > 0 ? one.file + ", line " + std::to_string(one.line) : one.file;
-    complain(place + ": " + one.reason + ". The whole file counts for nothing until that is mended.");
-  }
+  for (const SpoiltFile& one : spoilt)
+    complain(place_of(one.file, one.line) + ": " + one.reason +
+             ". The whole file counts for nothing until that is mended.");
+}
+
+bool refuse_change(const std::vector<SpoiltFile>& spoilt) {
+  if (spoilt.empty()) return false;
+  complain_about(spoilt);
+  complain("nothing is changed.");
+  return true;
 }
 
 }  // namespace olh

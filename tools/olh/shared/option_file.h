@@ -47,6 +47,8 @@ void complain_unwritten(const std::string& file);
 
 // One sentence a spoilt file, on standard error.
 void complain_about(const std::vector<SpoiltFile>& spoilt);
+// The same, and that nothing is changed: what is written there could not be read back. False when none is spoilt.
+bool refuse_change(const std::vector<SpoiltFile>& spoilt);
 
 }  // namespace olh
 

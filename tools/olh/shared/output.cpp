@@ -5,18 +5,15 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
-#include <sstream>
+
+#include "files.h"
 
 namespace olh {
 
 namespace {
 
-bool has_colours() {
-  const char* no_color = std::getenv("NO_COLOR");
-  return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
-}
+bool has_colours() { return olh_viewers::variable("NO_COLOR").empty() && isatty(STDOUT_FILENO) == 1; }
 
 void print(const std::string& line) { std::fputs((line + "\n").c_str(), stdout); }
 
@@ -47,6 +44,10 @@ void say_json(const nlohmann::json& answer) {
 std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 std::string at_tag(const std::string& tag) { return tag.empty() ? "" : " at " + quoted(tag); }
+
+std::string place_of(const std::string& file, int line) {
+  return line > 0 ? file + ", line " + std::to_string(line) : file;
+}
 
 std::size_t width_of(const std::string& text) {
   const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
@@ -80,13 +81,6 @@ std::vector<std::string> folded(const std::string& text, std::size_t width) {
 
 std::string counted(std::size_t number, const char* one, const char* many) {
   return std::to_string(number) + " " + (number == 1 ? one : many);
-}
-
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
 }
 
 std::string enumeration(const std::vector<std::string>& items) {

@@ -30,10 +30,13 @@ void complain(const std::string& sentence);
 void say_json(const nlohmann::json& answer);
 
 using olh_viewers::command_line;
+using olh_viewers::lines_of;
 using olh_viewers::visible;
 // The text in double quotes; and " at "TAG"", or nothing.
 std::string quoted(const std::string& text);
 std::string at_tag(const std::string& tag);
+// "FILE, line 3", or the file alone for 0.
+std::string place_of(const std::string& file, int line);
 // How many characters (of UTF-8) the text has.
 std::size_t width_of(const std::string& text);
 // The text with blanks behind it, up to that width.
@@ -44,8 +47,6 @@ std::size_t width_of_screen();
 std::vector<std::string> folded(const std::string& text, std::size_t width);
 // "1 manual", "2 manuals".
 std::string counted(std::size_t number, const char* one, const char* many);
-// The lines of a text, without their line feeds.
-std::vector<std::string> lines_of(const std::string& text);
 // "a", "a and b", "a, b and c".
 std::string enumeration(const std::vector<std::string>& items);
 

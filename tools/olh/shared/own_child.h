@@ -2,7 +2,7 @@
 //
 // Knows    how long a child may be silent before it is left to itself.
 // Not      what is asked.
-// For      root_probe, path_trial, and showing, which asks what would be shown.
+// For      root_probe, and showing, which asks what would be shown.
 #ifndef OLH_TOOLS_OWN_CHILD_H
 #define OLH_TOOLS_OWN_CHILD_H
 

@@ -2,9 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "olh/olh.h"
-#include "output.h"
 #include "shared.h"
-#include "verb.h"
 
 namespace olh {
 

@@ -40,15 +40,10 @@ struct PortalArguments {
   ShowOptions options;
 };
 
-// What was looked for and in which file, and below which roots.
-void complain_missing(const std::string& what, const std::string& file, const SearchRoots& roots) {
-  if (roots.roots.empty()) {
-    complain("no " + what + ": no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' " +
-             "tells what was tried.");
-  } else {
-    complain("no " + what + ": there is no " + file + " below " + enumeration(paths_of(roots)) +
-             ". 'olh list' tells what there is.");
-  }
+void complain_of_file(const std::string& what, const std::string& file, const SearchRoots& roots) {
+  complain_missing(
+      what, ": there is no " + file + " below " + enumeration(paths_of(roots)) + ". 'olh list' tells what there is.",
+      roots);
   complain_about_roots(roots);
 }
 
@@ -62,8 +57,8 @@ int portal(const PortalArguments& asked) {
   request.text = [&] { return portal_as_text(request.located.root, asked.name); };
   request.call = [&] { return OlhTomeDeck(asked.name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
-    if (asked.name.empty()) return complain_missing("main page of the portals", "tomedecks/index.html", roots);
-    complain_missing("portal " + quoted(asked.name), "tomedecks/" + asked.name + "/index.html", roots);
+    if (asked.name.empty()) return complain_of_file("main page of the portals", "tomedecks/index.html", roots);
+    complain_of_file("portal " + quoted(asked.name), "tomedecks/" + asked.name + "/index.html", roots);
   };
   return carry_out(request, asked.options, roots);
 }
@@ -80,7 +75,7 @@ int bookcase(const PortalArguments& asked) {
   request.call = [&] { return OlhBookcase(name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
     const std::string file = ends_in_any_pdf(name) ? name : name + ".pdf";
-    complain_missing("bookcase " + quoted(name), "pdfdocs/" + file + " or system_admin_docs/" + file, roots);
+    complain_of_file("bookcase " + quoted(name), "pdfdocs/" + file + " or system_admin_docs/" + file, roots);
   };
   return carry_out(request, asked.options, roots);
 }

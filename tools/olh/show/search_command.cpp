@@ -66,7 +66,10 @@ nlohmann::json scope_as_json(const SearchArguments& asked, const Located& locate
 void complain_of_scope(const SearchArguments& asked, const Located& located, const SearchRoots& roots) {
   if (asked.scope == kSupportPortal) {
     complain("there is no support portal that could be searched: the library was built without one.");
-  } else if (asked.scope.empty() && !roots.roots.empty()) {
+  } else if (asked.scope.empty() && roots.roots.empty()) {
+    complain(kNoRoot);
+    complain_about_roots(roots);
+  } else if (asked.scope.empty()) {
     complain("everything is searched through the portals, and there is no tomedecks/index.html below " +
              enumeration(paths_of(roots)) + ". Name an HTML manual to search in; 'olh list' tells which there are.");
   } else if (located.kind == OLH_VIEWER_PDF) {

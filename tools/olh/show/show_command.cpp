@@ -92,10 +92,9 @@ int show(const ShowArguments& asked) {
   request.call = [&] {
     return wrong_form ? OLH_RESULT_NOT_FOUND : OlhHelpCall(asked.document.c_str(), asked.tag.c_str(), asked.display);
   };
-  request.complain_of = [&](int result) {
+  request.complain_of = [&](int) {
     if (wrong_form) return complain_of_form(asked, located);
-    if (result == OLH_RESULT_NOT_FOUND) return complain_not_found(asked.document, roots);
-    complain("a document's name is needed, not an empty one.");
+    complain_not_found(asked.document, roots);
   };
   return carry_out(request, asked.options, roots);
 }

@@ -3,7 +3,6 @@
 
 #include "find.h"
 #include "shared.h"
-#include "viewer_kind.h"
 #include "viewer_storing.h"
 #include "viewers.h"
 

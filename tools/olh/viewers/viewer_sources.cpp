@@ -43,8 +43,7 @@ ViewerSource of_tree(const ViewerKind& kind, const SearchRoots& roots) {
 ViewerSource of_search(const ViewerKind& kind) {
   const bool is_browser = kind.viewer == OLH_VIEWER_HTML;
   const VariableForNow directories(
-      kDirectories,
-      variable("PATH").value_or("") + (is_browser ? ":/usr/bin:/usr/local/bin" : ":/bin:/usr/bin:/usr/local/bin"));
+      kDirectories, variable("PATH") + (is_browser ? ":/usr/bin:/usr/local/bin" : ":/bin:/usr/bin:/usr/local/bin"));
   std::array<char, OLH_BUFFER_SIZE> found{};
   for (const char* name :
        {is_browser ? "firefox" : "acroread", is_browser ? "mozilla" : "", is_browser ? "netscape" : ""})

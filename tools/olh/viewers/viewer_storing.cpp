@@ -8,13 +8,6 @@ namespace olh {
 
 namespace {
 
-bool refuses(const std::vector<SpoiltFile>& spoilt) {
-  if (spoilt.empty()) return false;  // else what would be written could not be read back
-  complain_about(spoilt);
-  complain("nothing is changed.");
-  return true;
-}
-
 std::string named(const ViewerSource& source) {
   return source.program + (source.choice == "search" ? ", found along PATH" : ", from " + source.from);
 }
@@ -55,9 +48,9 @@ void say_what_follows(const ViewerKind& kind, const SearchRoots& roots, const st
 
 }  // namespace
 
-bool refuses_spoilt_user_file() { return refuses(read_option_file(user_option_file()).spoilt); }
+bool refuses_spoilt_user_file() { return refuse_change(read_option_file(user_option_file()).spoilt); }
 
-bool refuses_spoilt_tree_file(const SearchRoots& roots) { return refuses(roots.spoilt); }
+bool refuses_spoilt_tree_file(const SearchRoots& roots) { return refuse_change(roots.spoilt); }
 
 int store_for_user(const ViewerKind& kind, const std::string& program, const SearchRoots& roots) {
   const std::string label = kind.label;

@@ -1,12 +1,9 @@
 // olh viewers [set|forget]: who chooses the browser and the PDF reader, which program that comes to, whether it runs.
 #include <nlohmann/json.hpp>
 
-#include "chosen_viewer.h"
 #include "find.h"
 #include "olh/support.h"
 #include "shared.h"
-#include "viewer_answers.h"
-#include "viewer_sources.h"
 #include "viewer_storing.h"
 #include "viewers.h"
 

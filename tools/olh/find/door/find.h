@@ -7,7 +7,6 @@
 #include "../destinations.h"
 #include "../holdings.h"
 #include "../locate.h"
-#include "../path_trial.h"
 #include "../places.h"
 #include "../root_probe.h"
 #include "../script_lists.h"
@@ -24,8 +23,7 @@ void add_where_command(const Verb& olh);
 void add_paths_command(const Verb& olh);
 void add_alt_path_command(const Verb& olh);
 
-// Hidden: `olh` asks itself, in a process of its own, what one URL root holds (root_probe.h), and builds the search path,
-// where that may never end (path_trial.h).
+// Hidden: how `olh` asks itself (root_probe.h).
 void add_probe_root_command(const Verb& olh);
 void add_try_path_command(const Verb& olh);
 
