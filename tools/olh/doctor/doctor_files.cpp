@@ -48,7 +48,7 @@ std::string command_on(const std::string& place, const std::vector<std::string>&
 Diagnoses check_option_files(const Machine& machine) {
   Diagnoses diagnoses;
   const std::string own = user_option_file();
-  for (const SpoiltFile& one : read_option_file(own).spoilt) diagnoses.push_back(of_spoilt(one));
+  for (const SpoiltFile& one : user_file_faults()) diagnoses.push_back(of_spoilt(one));
   for (const SpoiltFile& one : machine.roots.spoilt) diagnoses.push_back(of_spoilt(one));
   if (!diagnoses.empty()) return diagnoses;
   const bool is_there = access(own.c_str(), F_OK) == 0;

@@ -101,7 +101,7 @@ void complain_about_roots(const SearchRoots& roots) {
     if (one.source == kRootOption)
       complain("--root " + one.path + " is no documentation root: it " + one.reason + ".");
   complain_about(roots.spoilt);
-  complain_about(read_option_file(user_option_file()).spoilt);
+  complain_about(user_file_faults());
 }
 
 void complain_missing(const std::string& what, const std::string& looked_for, const SearchRoots& roots) {

@@ -79,7 +79,7 @@ void print_as_json(const SearchRoots& roots, const std::vector<SpoiltFile>& spoi
 int paths(const PathsArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   std::vector<SpoiltFile> spoilt = roots.spoilt;
-  for (SpoiltFile& one : read_option_file(user_option_file()).spoilt) spoilt.push_back(std::move(one));
+  for (SpoiltFile& one : user_file_faults()) spoilt.push_back(std::move(one));
   if (asked.json) {
     print_as_json(roots, spoilt);
   } else {

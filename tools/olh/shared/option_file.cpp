@@ -70,6 +70,8 @@ OptionFile read_option_file(const std::string& file) {
   return read;
 }
 
+std::vector<SpoiltFile> user_file_faults() { return read_option_file(user_option_file()).spoilt; }
+
 std::string written_value(const std::string& file, const std::string& key) {
   std::string value;
   for (const std::string& line : lines_of(olh_viewers::content_of(file))) {

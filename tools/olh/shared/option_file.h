@@ -32,6 +32,9 @@ std::string user_option_file();
 // Reads a file through the library. One that is missing is empty.
 OptionFile read_option_file(const std::string& file);
 
+// What keeps the user's file from being read.
+std::vector<SpoiltFile> user_file_faults();
+
 // What a file's text holds for a key, whether or not it is an executable; "" for nothing. Only for telling the user.
 std::string written_value(const std::string& file, const std::string& key);
 

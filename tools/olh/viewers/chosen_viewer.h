@@ -1,13 +1,14 @@
 // Which program shows a document, and who chose it.
 //
-// Knows    the order of the sources: the user's option file, the variable, the documentation tree's options file, the
-//          search along PATH.
+// Knows    the four places that can choose, in their order: the user's option file, the variable, the documentation
+//          tree's options file, the search along PATH; also what a place names in vain.
 // Not      how a program is started.
-// For      show, setup, viewers and doctor.
+// For      setup and viewers; show and doctor.
 #ifndef OLH_TOOLS_CHOSEN_VIEWER_H
 #define OLH_TOOLS_CHOSEN_VIEWER_H
 
 #include <string>
+#include <vector>
 
 #include "find.h"
 #include "olh/olh.h"
@@ -35,6 +36,17 @@ std::string describe(const ChosenViewer& viewer);
 
 // The program for what the first documentation root holds.
 ChosenViewer viewer_in_use(const ViewerKind& kind, const SearchRoots& roots);
+
+// What one of the places says.
+struct ViewerSource {
+  std::string choice;   // as ChosenViewer has it
+  std::string from;     // the file, the variable or "PATH"; "" for a tree when no root is known
+  std::string value;    // what it names, "" for nothing
+  std::string program;  // what the library takes from it; "" when that is no executable
+};
+
+// In the order in which they are asked: the first with a program wins. The tree is that of the first root.
+std::vector<ViewerSource> viewer_sources(const ViewerKind& kind, const SearchRoots& roots);
 
 }  // namespace olh
 

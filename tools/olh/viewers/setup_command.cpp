@@ -34,12 +34,12 @@ int forget(const ViewerKind& kind, const SearchRoots& roots) {
         ", which 'olh setup' did not choose; it stays.");
     return OLH_RESULT_OK;
   }
-  return forget_for_user(kind, roots);
+  return forget_choice(kind, false, roots);
 }
 
 int setup(const bool& undo) {
   const SearchRoots roots = find_search_roots("");
-  if (refuses_spoilt_user_file()) return OLH_RESULT_IO;
+  if (refuse_change(user_file_faults())) return OLH_RESULT_IO;
   int worst = OLH_RESULT_OK;
   for (const ViewerKind& kind : kViewerKinds) {
     const int result = undo ? forget(kind, roots) : set(kind, roots);

@@ -109,7 +109,7 @@ int tell(const bool& json) {
     if (!story.in_use.program.empty() && misunderstands(*story.kind, story.in_use.program))
       complain(misunderstanding_note(*story.kind, story.in_use.program));
   complain_about(roots.spoilt);
-  complain_about(read_option_file(user_option_file()).spoilt);
+  complain_about(user_file_faults());
   return OLH_RESULT_OK;
 }
 
@@ -127,10 +127,11 @@ const ViewerKind& asked_kind(const Change& change) {
 
 // What keeps a change from being made at all: a result of the library, or OLH_RESULT_OK for nothing.
 int objection(const Change& change, const SearchRoots& roots) {
-  if (!change.tree) return refuses_spoilt_user_file() ? OLH_RESULT_IO : OLH_RESULT_OK;
-  if (!roots.roots.empty()) return refuses_spoilt_tree_file(roots) ? OLH_RESULT_IO : OLH_RESULT_OK;
-  complain("no documentation root is known whose options file could hold it. Set QEL_DOC_PATH.");
-  return OLH_RESULT_NOT_FOUND;
+  if (change.tree && roots.roots.empty()) {
+    complain("no documentation root is known whose options file could hold it. Set QEL_DOC_PATH.");
+    return OLH_RESULT_NOT_FOUND;
+  }
+  return refuse_change(change.tree ? roots.spoilt : user_file_faults()) ? OLH_RESULT_IO : OLH_RESULT_OK;
 }
 
 int set(const Change& change) {
@@ -154,8 +155,7 @@ int set(const Change& change) {
 int forget(const Change& change) {
   const SearchRoots roots = find_search_roots("");
   if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
-  const ViewerKind& kind = asked_kind(change);
-  return change.tree ? forget_for_tree(kind, roots) : forget_for_user(kind, roots);
+  return forget_choice(asked_kind(change), change.tree, roots);
 }
 
 Change& add_change(const Verb& verb, int (*work)(const Change&)) {

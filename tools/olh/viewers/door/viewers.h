@@ -7,7 +7,6 @@
 #include "../chosen_viewer.h"
 #include "../viewer_answers.h"
 #include "../viewer_kind.h"
-#include "../viewer_sources.h"
 
 namespace olh {
 
