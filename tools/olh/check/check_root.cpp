@@ -65,7 +65,7 @@ void check_lists(const CheckedRoot& root, Findings& findings) {
   if (!root.trial) return findings.error(root.path, "cannot be listed: " + root.no_trial);
   if (!root.has("htmldocs") && !root.has("tomedecks")) return;  // no page would read a list
   if (root.trial->run.result != DMERGE_RESULT_OK)
-    for (const std::string& message : root.trial->messages)
+    for (const std::string& message : root.trial->run.messages)
       findings.warning(root.path, "cannot have its lists made; the generator says: " + message);
   for (const ListChange& change : root.trial->changes)
     findings.warning(change.file, state_of(change) + (change.is_unreadable ? "" : made_anew(root)));

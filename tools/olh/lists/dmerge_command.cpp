@@ -54,13 +54,13 @@ std::string totals(const ListRun& run) {
          " seconds";
 }
 
-nlohmann::json run_as_json(const std::string& root, const ListRun& run, const std::vector<std::string>& messages) {
+nlohmann::json run_as_json(const std::string& root, const ListRun& run) {
   nlohmann::json warnings = nlohmann::json::array();
   for (const TitleWarning& one : title_warnings(run))
     warnings.push_back({{"file", one.file}, {"sentence", one.sentence}});
   return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
           {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
-          {"seconds", run.seconds}, {"messages", messages},        {"warnings", warnings}};
+          {"seconds", run.seconds}, {"messages", run.messages},        {"warnings", warnings}};
 }
 
 void complain_of_titles(const ListRun& run) {
@@ -70,31 +70,26 @@ void complain_of_titles(const ListRun& run) {
 // ---- making the lists ------------------------------------------------------------------------------------------
 
 int make(const std::string& root, const DmergeArguments& asked) {
-  if (asked.json) {
-    StreamInMemory memory(stdout);
-    const ListRun run = make_lists(
-        root, [](const std::string&) {}, false);
-    const std::vector<std::string> messages = lines_of(memory.text());
-    nlohmann::json answer = run_as_json(root, run, messages);
-    answer["files"] = run.files;
-    if (run.result == DMERGE_RESULT_OK) answer["index"] = text_or_null(make_search_index(run.root));
-    say_json(answer);
-    if (run.result != DMERGE_RESULT_OK) complain(sentence_about_failure(run));
-    return exit_code_of(run);
-  }
   const auto tell = [&asked](const std::string& file) {
     if (asked.quiet) return;
     say(file);
     std::fflush(stdout);
   };
-  const ListRun run = make_lists(root, tell, !asked.quiet && isatty(STDERR_FILENO) == 1);
-  if (run.result != DMERGE_RESULT_OK) {
-    complain(sentence_about_failure(run));
-  } else {
-    if (const std::string index = make_search_index(run.root); !index.empty()) tell(index);
+  const bool shows_progress = !asked.quiet && isatty(STDERR_FILENO) == 1;
+  const ListRun run = asked.json ? make_lists_silently(root) : make_lists(root, tell, shows_progress);
+  const bool is_made = run.result == DMERGE_RESULT_OK;
+  const std::string index = is_made ? make_search_index(run.root) : "";
+  if (asked.json) {
+    nlohmann::json answer = run_as_json(root, run);
+    answer["files"] = run.files;
+    if (is_made) answer["index"] = text_or_null(index);
+    say_json(answer);
+  } else if (is_made) {
+    if (!index.empty()) tell(index);
     if (!asked.quiet) say(totals(run));
   }
-  complain_of_titles(run);
+  if (!is_made) complain(sentence_about_failure(run));
+  if (!asked.json) complain_of_titles(run);
   return exit_code_of(run);
 }
 
@@ -107,7 +102,7 @@ int check(const std::string& root, const DmergeArguments& asked) {
                    : trial.changes.empty()        ? static_cast<int>(OLH_RESULT_OK)
                                                   : kOutOfDate;
   if (asked.json) {
-    nlohmann::json answer = run_as_json(root, run, trial.messages);
+    nlohmann::json answer = run_as_json(root, run);
     answer["result"] = code;
     answer["out_of_date"] = nlohmann::json::array();
     for (const ListChange& change : trial.changes)
@@ -118,7 +113,7 @@ int check(const std::string& root, const DmergeArguments& asked) {
                                        {"less", change.less}});
     say_json(answer);
   } else {
-    for (const std::string& message : trial.messages) say(message);
+    for (const std::string& message : run.messages) say(message);
     if (!asked.quiet)
       for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
     if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");

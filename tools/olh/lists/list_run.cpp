@@ -10,6 +10,7 @@
 #include <set>
 
 #include "olh/dmerge.h"
+#include "shared.h"
 
 namespace olh {
 
@@ -146,6 +147,14 @@ ListRun make_lists(const std::string& root, const std::function<void(const std::
   const bool passed_over = made.result == DMERGE_RESULT_OK || made.result == DMERGE_RESULT_FAILED;
   if (passed_over && has_hidden_portals(made.root)) made.result = DMERGE_RESULT_UNLISTABLE;
   made.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  return made;
+}
+
+ListRun make_lists_silently(const std::string& root) {
+  StreamInMemory memory(stdout);
+  ListRun made = make_lists(
+      root, [](const std::string&) {}, false);
+  made.messages = lines_of(memory.text());
   return made;
 }
 

@@ -1,5 +1,7 @@
 // The lists of a root, made on trial: what the generator would write and say, without a change to the root.
 //
+// Knows    that a shadow of the root will do, in which the lists are missing and all else is a symbolic link.
+// Not      what is in a list.
 // For      dmerge --check, check and doctor.
 #ifndef OLH_TOOLS_LIST_TRIAL_H
 #define OLH_TOOLS_LIST_TRIAL_H
@@ -8,15 +10,22 @@
 #include <vector>
 
 #include "list_run.h"
-#include "shadow_root.h"
 
 namespace olh {
 
+// How a list differs from the one that would be written.
+struct ListChange {
+  std::string file;  // below the root
+  bool is_new = false;
+  bool is_unreadable = false;  // no regular file, too large, or not to be read: nothing was compared
+  int more = 0;                // lines that would be added
+  int less = 0;                // lines that would go
+};
+
 struct ListTrial {
   ListRun run;
-  std::vector<ListChange> changes;
-  std::vector<std::string> messages;  // the generator's own
-  std::string failure;                // a sentence; "" when the lists could be made
+  std::vector<ListChange> changes;  // the order of lines does not count: it is that of names in a file system
+  std::string failure;              // a sentence; "" when the lists could be made
 };
 
 // Throws std::runtime_error when the root cannot be listed, or there is no place for a trial.

@@ -16,7 +16,6 @@
 #include "manual_origin.h"
 #include "olh/dmerge.h"
 #include "search_index.h"
-#include "shadow_root.h"
 #include "shared.h"
 
 namespace olh {
@@ -126,9 +125,7 @@ void fill_in_manual(const ShippedPages& shipped, const fs::path& directory, cons
 }
 
 void make_its_lists(const std::string& root) {
-  StreamInMemory messages(stdout);
-  const ListRun run = make_lists(
-      root, [](const std::string&) {}, false);
+  const ListRun run = make_lists_silently(root);
   if (run.result != DMERGE_RESULT_OK) throw std::runtime_error(sentence_about_failure(run));
 }
 
