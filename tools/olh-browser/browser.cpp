@@ -1,6 +1,7 @@
 #include "browser.h"
 
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "browser_reach.h"
@@ -107,18 +108,13 @@ int start(const Choice& choice, const Request& request, const std::string& url, 
 
 // No address at all, or "" as the launcher has it then, only starts the browser.
 Request browser_request(const Words& words) {
-  constexpr std::string_view kOpenBegin = "openURL(";
-  constexpr std::string_view kOpenEnd = ",new-tab)";
   if (words.empty()) return {Kind::kStart, "", ""};
   if (words.size() == 1) return {words[0].empty() ? Kind::kStart : Kind::kOpen, words[0], ""};
   if (words.size() != 2 || words[0] != "-remote") return {};
   if (words[1] == "ping()") return {Kind::kPing, "", ""};
-  // From its two ends: the address may hold what looks like either.
-  std::string_view command = words[1];
-  if (!command.starts_with(kOpenBegin) || !command.ends_with(kOpenEnd)) return {};
-  command.remove_prefix(kOpenBegin.size());
-  command.remove_suffix(kOpenEnd.size());
-  return {command.empty() ? Kind::kStart : Kind::kRemote, std::string(command), ""};
+  const std::optional<std::string> url = url_to_open(words[1]);
+  if (!url) return {};
+  return {url->empty() ? Kind::kStart : Kind::kRemote, *url, ""};
 }
 
 int answer_as_browser(const Request& request, const Trace& trace) {

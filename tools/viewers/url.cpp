@@ -46,6 +46,16 @@ std::string objection_to(std::string_view url) {
   return "begins with none of http://, https:// and file://";
 }
 
+// From its two ends: the address may hold what looks like either.
+std::optional<std::string> url_to_open(std::string_view command) {
+  constexpr std::string_view kBegin = "openURL(";
+  constexpr std::string_view kEnd = ",new-tab)";
+  if (!command.starts_with(kBegin) || !command.ends_with(kEnd)) return std::nullopt;
+  command.remove_prefix(kBegin.size());
+  command.remove_suffix(kEnd.size());
+  return std::string(command);
+}
+
 bool is_file_url(std::string_view url) { return url.starts_with(kFileScheme); }
 
 std::string decoded(std::string_view text) {

@@ -1,10 +1,11 @@
 // Addresses: what may be handed to a browser at all, and the way between a file and its address.
 //
 // Knows    schemes and percent-encoding.
-// For      both adapters.
+// For      both adapters; olh.
 #ifndef OLH_TOOLS_VIEWERS_URL_H
 #define OLH_TOOLS_VIEWERS_URL_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ std::string objection_to(std::string_view url);
 
 // The same for a file or a destination, which may have any bytes but control characters.
 std::string objection_to_text(std::string_view text);
+
+// The address in the remote command that asks a browser to open it; nothing for another command.
+std::optional<std::string> url_to_open(std::string_view command);
 
 bool is_file_url(std::string_view url);
 

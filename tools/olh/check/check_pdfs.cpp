@@ -53,7 +53,7 @@ void check_pdf_titles(const CheckedRoot& root, Findings& findings) {
   if (root.trial) documents = root.trial->run.documents;
   if (root.is_web) documents = listed_documents(root.path).value_or(documents);
   for (const ListedDocument& one : documents) {
-    const bool by_file_name = ends_in_any_pdf(one.title) && one.title.substr(0, one.title.size() - 4) == one.name;
+    const bool by_file_name = ends_in_any_pdf(one.title) && without_pdf(one.title) == one.name;
     if (one.pdf && by_file_name)
       findings.warning("pdfdocs/" + one.title,
                        "has no title that the list generator sees, so that lists show its file name; name it in a "

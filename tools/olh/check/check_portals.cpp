@@ -39,7 +39,7 @@ bool has_name(const CheckedRoot& root, const std::string& portal) {
   return named;
 }
 
-std::string without_pdf(const std::string& name) {
+std::string document_named(const std::string& name) {
   return name.ends_with(".pdf") ? name.substr(0, name.size() - 4) : name;
 }
 
@@ -86,7 +86,7 @@ void check_portal_documents(const CheckedRoot& root, Findings& findings) {
     if (one.html || one.pdf) known.insert(one.name);
   for (const std::string& portal : portals_in(root))
     for (const ListedItem& item : items_in_list(text_in_root(root.path, script_of(portal)).value_or("")))
-      if (item.name.find('/') == std::string::npos && !known.contains(without_pdf(item.name)))
+      if (item.name.find('/') == std::string::npos && !known.contains(document_named(item.name)))
         findings.warning(script_of(portal), "names the document \"" + item.name + "\", which is not in this root",
                          item.line);
 }

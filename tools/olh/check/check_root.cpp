@@ -34,11 +34,6 @@ void check_program(const std::string& file, const char* key, Findings& findings)
     findings.warning(kOptions, std::string(key) + " names " + program + ", which is no executable on this machine");
 }
 
-// The name under which a file or directory is looked up.
-std::string document_in(const std::string& name) {
-  return ends_in_any_pdf(name) ? name.substr(0, name.size() - 4) : name;
-}
-
 // Names in lower case, with the spellings in use and where each of them stands.
 using Spellings = std::map<std::string, std::map<std::string, std::string>>;
 
@@ -89,7 +84,7 @@ void check_letter_case(const CheckedRoot& root, Findings& findings) {
   Spellings portals;
   for (const char* directory : {"htmldocs", "pdfdocs", "system_admin_docs"})
     for (const std::string& name : root.names_in(directory))
-      add_spelling(documents, document_in(name), std::string(directory) + "/" + name);
+      add_spelling(documents, without_pdf(name), std::string(directory) + "/" + name);
   for (const std::string& name : root.names_in("tomedecks")) add_spelling(portals, name, "tomedecks/" + name);
   if (root.is_web)
     for (const Holding& one : root.holdings.all) add_spelling(one.portal ? portals : documents, one.name, one.name);

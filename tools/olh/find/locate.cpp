@@ -117,7 +117,7 @@ int complain_not_found(const std::string& document, const SearchRoots& roots) {
                    " below " + enumeration(paths_of(roots)) + ". 'olh where --all " + command_line({document}) +
                        "' lists every place that was tried.",
                    roots);
-  const std::string manual = ends_in_any_pdf(document) ? document.substr(0, document.size() - 4) : document;
+  const std::string manual = without_pdf(document);
   for (const SearchRoot& root : roots.roots)
     if (!is_path_or_url(document) && has_wrong_start_page(root.path, manual))
       complain(root.path + "/htmldocs/" + manual + " " + kWrongStartPage + ".");

@@ -39,8 +39,8 @@ class PlaceList {
  public:
   PlaceList(std::string name, const std::vector<std::string>& roots)
       : name_(std::move(name)),
-        base_(ends_in_any_pdf(name_) ? name_.substr(0, name_.size() - 4) : name_),
-        file_(ends_in_any_pdf(name_) ? name_ : name_ + ".pdf"),
+        base_(without_pdf(name_)),
+        file_(with_pdf(name_)),
         by_path_(is_path_or_url(name_)),
         roots_(roots) {}
 
@@ -150,6 +150,12 @@ bool ends_in_any_pdf(std::string name) {
   downcase(name.data());
   return name.ends_with(".pdf");
 }
+
+std::string without_pdf(const std::string& name) {
+  return ends_in_any_pdf(name) ? name.substr(0, name.size() - 4) : name;
+}
+
+std::string with_pdf(const std::string& name) { return ends_in_any_pdf(name) ? name : name + ".pdf"; }
 
 const char* kind_name(OlhViewer kind) {
   return kind == OLH_VIEWER_PDF ? "pdf" : kind == OLH_VIEWER_TOMEDECK ? "portal" : "html";

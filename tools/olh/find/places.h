@@ -31,6 +31,9 @@ bool is_portal_name(const std::string& document);
 // Whether a name or location ends in ".pdf": as written, or in any mix of case.
 bool ends_in_pdf(const std::string& location);
 bool ends_in_any_pdf(std::string name);
+// A name without such an ending, and with one.
+std::string without_pdf(const std::string& name);
+std::string with_pdf(const std::string& name);
 
 // "html", "pdf" or "portal".
 const char* kind_name(OlhViewer kind);

@@ -1,9 +1,9 @@
 // olh portal [NAME] [TAB] and olh bookcase [NAME] [TAG]: the two ways into all documentation.
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <vector>
 
 #include "find.h"
 #include "olh/support.h"
-#include "portal_text.h"
 #include "shared.h"
 #include "show.h"
 #include "showing.h"
@@ -40,6 +40,51 @@ struct PortalArguments {
   ShowOptions options;
 };
 
+// ---- what a portal shows, as text for a terminal without a display ----
+
+struct Entry {
+  std::string name;
+  std::string title;
+};
+
+// A heading and a line for each entry; "" without entries.
+std::string paragraph(const std::string& heading, const std::vector<Entry>& entries) {
+  if (entries.empty()) return "";
+  std::size_t width = 0;
+  for (const Entry& entry : entries) width = std::max(width, width_of(visible(entry.name)));
+  std::string text = visible(heading) + ":\n";
+  for (const Entry& entry : entries) {
+    const std::string name = visible(entry.name);
+    text += "  " + (entry.title.empty() ? name : padded(name, width) + "  " + visible(entry.title)) + "\n";
+  }
+  return text + "\n";
+}
+
+std::string hint(const std::string& text, const char* sentence) { return text.empty() ? "" : text + sentence; }
+
+std::string main_page_as_text(const std::string& root) {
+  std::vector<Entry> portals;
+  std::vector<Entry> documents;
+  for (const Holding& one : holdings_of(root).all) {
+    if (one.portal) portals.push_back({one.name, one.title});
+    if (one.html || one.pdf) documents.push_back({one.name, one.title});
+  }
+  return hint(paragraph("Portals of " + root, portals) + paragraph("Documents of " + root, documents),
+              "'olh portal NAME' lists the documents of a portal, 'olh show NAME' shows a document.\n");
+}
+
+// The documents of a portal; of the main page ("") all portals and documents of the root. "" when nothing is listed.
+std::string portal_as_text(const std::string& root, const std::string& portal) {
+  if (portal.empty()) return main_page_as_text(root);
+  std::vector<Entry> documents;
+  for (const ListedItem& item :
+       items_in_list(text_in_root(root, "tomedecks/" + portal + "/js/doclist.js").value_or("")))
+    documents.push_back({item.name, item.title});
+  return hint(paragraph("Documents of the portal " + portal, documents), "'olh show NAME' shows a document.\n");
+}
+
+// ---- showing ----
+
 void complain_of_file(const std::string& what, const std::string& file, const SearchRoots& roots) {
   complain_missing(
       what, ": there is no " + file + " below " + enumeration(paths_of(roots)) + ". 'olh list' tells what there is.",
@@ -49,12 +94,9 @@ void complain_of_file(const std::string& what, const std::string& file, const Se
 
 int portal(const PortalArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
-  ShowRequest request;
-  request.located = locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, asked.name, roots);
-  request.named = request.located.location + at_tag(asked.tag);
-  request.answer = [&] { return with_tag(located_as_json(asked.name, request.located), asked.tag); };
-  request.words = {"portal", asked.name, asked.tag};
-  request.text = [&] { return portal_as_text(request.located.root, asked.name); };
+  const Located located = locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, asked.name, roots);
+  ShowRequest request = request_for("portal", asked.name, asked.tag, located);
+  request.text = [&] { return portal_as_text(located.root, asked.name); };
   request.call = [&] { return OlhTomeDeck(asked.name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
     if (asked.name.empty()) return complain_of_file("main page of the portals", "tomedecks/index.html", roots);
@@ -66,15 +108,11 @@ int portal(const PortalArguments& asked) {
 int bookcase(const PortalArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
   const std::string name = asked.name.empty() ? kBookcase : asked.name;
-  ShowRequest request;
-  request.located = locate_with(FindPdfDoc, OLH_VIEWER_PDF, name, roots);
-  request.named = request.located.location + at_tag(asked.tag);
-  request.answer = [&] { return with_tag(located_as_json(name, request.located), asked.tag); };
-  request.words = {"bookcase", name, asked.tag};
-  request.at_place = !asked.tag.empty();
+  const Located located = locate_with(FindPdfDoc, OLH_VIEWER_PDF, name, roots);
+  ShowRequest request = request_for("bookcase", name, asked.tag, located);
   request.call = [&] { return OlhBookcase(name.c_str(), asked.tag.c_str()); };
   request.complain_of = [&](int) {
-    const std::string file = ends_in_any_pdf(name) ? name : name + ".pdf";
+    const std::string file = with_pdf(name);
     complain_of_file("bookcase " + quoted(name), "pdfdocs/" + file + " or system_admin_docs/" + file, roots);
   };
   return carry_out(request, asked.options, roots);

@@ -13,6 +13,7 @@
 #include "files.h"
 #include "olh/support.h"
 #include "shared.h"
+#include "url.h"
 
 namespace olh {
 
@@ -20,8 +21,6 @@ namespace {
 
 constexpr std::string_view kRemote = "-remote";
 constexpr std::string_view kPing = "ping()";
-constexpr std::string_view kOpenBegin = "openURL(";
-constexpr std::string_view kOpenEnd = ",new-tab)";
 
 // The file of the report, gone at the end of the scope.
 class ReportFile {
@@ -55,13 +54,6 @@ class ReportFile {
 
 bool is_remote(const std::vector<std::string>& words) { return words.size() > 1 && words[0] == kRemote; }
 
-std::string url_in(std::string_view command) {
-  if (!command.starts_with(kOpenBegin) || !command.ends_with(kOpenEnd)) return "";
-  command.remove_prefix(kOpenBegin.size());
-  command.remove_suffix(kOpenEnd.size());
-  return std::string(command);
-}
-
 // The launcher has a started reader watched for two seconds by the process that started it, and takes the end of that
 // process by a signal for success. There is nothing to watch here. It is this same program: nobody else is hit when it
 // has ended by itself and its place is taken.
@@ -87,7 +79,7 @@ Rehearsal rehearse(const std::function<int()>& call) {
     if (is_remote(words) && words[1] == kPing) continue;
     rehearsal.in_browser = is_remote(words);
     rehearsal.arguments = words;
-    rehearsal.url = rehearsal.in_browser ? url_in(words[1]) : "";
+    rehearsal.url = rehearsal.in_browser ? olh_viewers::url_to_open(words[1]).value_or("") : "";
   }
   return rehearsal;
 }

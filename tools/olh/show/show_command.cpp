@@ -1,7 +1,5 @@
 // olh show DOC [TAG]: a document on the screen; with --print, what would be done to get it there.
-#include <array>
 #include <map>
-#include <nlohmann/json.hpp>
 
 #include "find.h"
 #include "olh/support.h"
@@ -64,31 +62,23 @@ void complain_of_form(const ShowArguments& asked, const Located& other) {
 }
 
 // Whoever names a PDF and gets pages is told so.
-void note_other_form(const ShowArguments& asked, const Located& located) {
+void note_other_form(const ShowArguments& asked, const Located& located, const SearchRoots& roots) {
   const bool named_pdf = ends_in_any_pdf(asked.document) && !is_path_or_url(asked.document);
   if (asked.options.quiet || asked.as_html || !named_pdf || !located.found || is_pdf(located)) return;
-  const std::string name = asked.document.substr(0, asked.document.size() - 4);
-  std::array<char, OLH_BUFFER_SIZE> pdf{};
-  std::array<char, OLH_BUFFER_SIZE> viewer{};
-  const bool is_there =
-      FindPdfDoc(pdf.data(), asked.document.c_str(), viewer.data()) == 1 && ends_in_any_pdf(pdf.data());
-  const std::string cure = "'" + command_line({"olh", "show", "--pdf", name}) + "' shows " + pdf.data() + ".";
+  const std::string name = without_pdf(asked.document);
+  const Located pdf = locate_with(FindPdfDoc, OLH_VIEWER_PDF, asked.document, roots);
+  const std::string cure = "'" + command_line({"olh", "show", "--pdf", name}) + "' shows " + pdf.location + ".";
   complain("note: " + quoted(name) + " is there as HTML, which comes first. " +
-           (is_there ? cure : "There is no PDF of that name."));
+           (is_pdf(pdf) ? cure : "There is no PDF of that name."));
 }
 
 int show(const ShowArguments& asked) {
   SearchRoots roots = find_search_roots(asked.options.root);
-  ShowRequest request;
   const Located located = located_in_form(asked, roots);
   const bool wrong_form = has_wrong_form(asked, located);
-  if (!wrong_form) request.located = located;
-  note_other_form(asked, request.located);
-  request.named = request.located.location + at_tag(asked.tag);
-  request.answer = [&] { return with_tag(located_as_json(asked.document, request.located), asked.tag); };
-  request.words = {"show", asked.document, asked.tag};
+  ShowRequest request = request_for("show", asked.document, asked.tag, wrong_form ? Located() : located);
+  note_other_form(asked, request.located, roots);
   request.options = options_of(asked);
-  request.at_place = !asked.tag.empty();
   request.call = [&] {
     return wrong_form ? OLH_RESULT_NOT_FOUND : OlhHelpCall(asked.document.c_str(), asked.tag.c_str(), asked.display);
   };

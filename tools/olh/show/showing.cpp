@@ -70,9 +70,8 @@ void explain_failure(int result, const ShowRequest& request, const ChosenViewer&
   if (result == OLH_RESULT_NOT_FOUND || result == OLH_RESULT_INVALID) return request.complain_of(result);
   const std::string found = "found " + request.named;
   if (viewer.program.empty()) {
-    const bool reader = viewer_for(request.located) == OLH_VIEWER_PDF;
-    complain(found + ", but no " + (reader ? "PDF reader" : "browser") + " is known. Run 'olh setup', or set " +
-             (reader ? "QEL_PDF_READER." : "QEL_HTML_BROWSER."));
+    const ViewerKind& kind = kind_of(viewer_for(request.located));
+    complain(found + ", but no " + kind.label + " is known. Run 'olh setup', or set " + kind.key + ".");
   } else {
     complain(found + ", but " + describe(viewer) + " did not take it. '" + print_again(request) +
              "' tells what it gets; 'olh setup' puts olh-browser and olh-pdf-reader in its place.");
@@ -276,13 +275,23 @@ void add_show_options(const Verb& verb, ShowOptions& options) {
   add_root_option(verb, options.root);
 }
 
-int carry_out(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots) {
-  return options.print ? print(request, options.json, roots) : show(request, options, roots);
+ShowRequest request_for(const std::string& verb, const std::string& name, const std::string& tag,
+                        const Located& located) {
+  ShowRequest request;
+  request.located = located;
+  request.named = located.location + at_tag(tag);
+  request.words = {verb, name, tag};
+  request.at_place = !tag.empty();
+  request.answer = [name, tag, located] {
+    nlohmann::json answer = located_as_json(name, located);
+    answer["tag"] = tag;
+    return answer;
+  };
+  return request;
 }
 
-nlohmann::json with_tag(nlohmann::json answer, const std::string& tag) {
-  answer["tag"] = tag;
-  return answer;
+int carry_out(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots) {
+  return options.print ? print(request, options.json, roots) : show(request, options, roots);
 }
 
 }  // namespace olh

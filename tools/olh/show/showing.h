@@ -39,11 +39,12 @@ struct ShowRequest {
   std::function<void(int)> complain_of;    // says why nothing was found or the arguments were refused
 };
 
+// To show what was located, at the tag if it is not empty; the words and the answer name it as it was asked for.
+ShowRequest request_for(const std::string& verb, const std::string& name, const std::string& tag,
+                        const Located& located);
+
 // Carries the request out, or tells what would be sent (--print). Returns the library's result.
 int carry_out(const ShowRequest& request, const ShowOptions& options, const SearchRoots& roots);
-
-// A document's answer with the key "tag" added.
-nlohmann::json with_tag(nlohmann::json answer, const std::string& tag);
 
 }  // namespace olh
 
