@@ -56,9 +56,7 @@ const char* name_of(Level level) {
 }
 
 std::size_t how_many(const Findings& findings, Level level) {
-  const auto& all = findings.all();
-  const auto same = [&](const Finding& one) { return one.level == level; };
-  return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), same));
+  return static_cast<std::size_t>(std::ranges::count(findings.all(), level, &Finding::level));
 }
 
 int exit_code_of(const Findings& findings) {
@@ -74,10 +72,8 @@ std::string sentence_of(const Finding& one) {
 }
 
 std::string contents_of(const CheckedRoot& root) {
-  const auto& all = root.holdings.all;
   const auto number = [&](bool Holding::*form) {
-    return static_cast<std::size_t>(
-        std::count_if(all.begin(), all.end(), [&](const Holding& one) { return one.*form; }));
+    return static_cast<std::size_t>(std::ranges::count(root.holdings.all, true, form));
   };
   return counted(number(&Holding::html), "manual", "manuals") + ", " + counted(number(&Holding::pdf), "PDF", "PDFs") +
          ", " + counted(number(&Holding::portal), "portal", "portals");

@@ -34,8 +34,7 @@ bool calls_for_topic(std::string_view line) {
 }
 
 bool has_title(const std::string& script) {
-  const auto lines = lines_of(script);
-  return std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
+  return std::ranges::any_of(lines_of(script), [](const std::string& line) {
     return line.find(kTitleCall) != std::string::npos && quoted_in(line, 1).has_value();
   });
 }

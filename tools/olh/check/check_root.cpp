@@ -1,4 +1,5 @@
-// Checks of a root as a whole: its generated lists, its options file, and names that differ only in letter case.
+// Checks of a root as a whole: its generated lists and the titles in them, its options file, and names that differ only in
+// letter case.
 #include <map>
 #include <set>
 
@@ -64,6 +65,11 @@ void check_lists(const CheckedRoot& root, Findings& findings) {
       findings.warning(root.path, "cannot have its lists made; the generator says: " + message);
   for (const ListChange& change : root.trial->changes)
     findings.warning(change.file, state_of(change) + (change.is_unreadable ? "" : made_anew(root)));
+}
+
+void check_titles(const CheckedRoot& root, Findings& findings) {
+  if (!root.trial) return;
+  for (const TitleWarning& one : title_warnings(root.trial->run)) findings.warning(one.file, one.sentence);
 }
 
 void check_options(const CheckedRoot& root, Findings& findings) {

@@ -74,8 +74,7 @@ class TagCheck {
     const auto places = olh_viewers::destinations_of(pdf);
     if (!places) return warning(use, pdf + " could not be looked into: " + why_unread());
     const std::string wanted = destination_of(use.tag);
-    const auto same = [&](const olh_viewers::NamedPlace& place) { return place.name == wanted; };
-    if (std::any_of(places->begin(), places->end(), same)) return;
+    if (std::ranges::find(*places, wanted, &olh_viewers::NamedPlace::name) != places->end()) return;
     const std::string sentence = "there is no named destination \"" + wanted + "\" in " + pdf;
     if (located.kind == OLH_VIEWER_PDF) return error(use, sentence);
     warning(use, sentence);

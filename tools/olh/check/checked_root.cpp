@@ -42,8 +42,7 @@ std::vector<std::string> manual_names(const CheckedRoot& root) {
     return names;
   }
   for (const std::string& name : root.names_in("htmldocs")) {
-    const std::vector<std::string> inside = root.names_in("htmldocs/" + name);
-    const bool has_page = std::any_of(inside.begin(), inside.end(), is_page);
+    const bool has_page = std::ranges::any_of(root.names_in("htmldocs/" + name), is_page);
     if (!is_no_manual(name) && (has_page || root.has("htmldocs/" + name + "/QELdata"))) names.push_back(name);
   }
   return names;
@@ -63,11 +62,6 @@ std::string reason_in(const SearchRoots& search, const std::string& path) {
   for (const JudgedRoot& one : search.rejected)
     if (one.path == path) return one.reason;
   return "is not taken as one";
-}
-
-bool is_searched(const SearchRoots& search, const std::string& path) {
-  const auto same = [&](const SearchRoot& one) { return one.path == path; };
-  return std::any_of(search.roots.begin(), search.roots.end(), same);
 }
 
 }  // namespace
@@ -105,7 +99,7 @@ std::optional<CheckedRoot> read_root(const std::string& root, std::string& reaso
     return std::nullopt;
   }
   read.search = find_search_roots(read.path);
-  if (!is_searched(read.search, read.path)) {
+  if (std::ranges::find(read.search.roots, read.path, &SearchRoot::path) == read.search.roots.end()) {
     reason = "is no documentation root: it " + reason_in(read.search, read.path);
     return std::nullopt;
   }

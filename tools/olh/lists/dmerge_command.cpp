@@ -60,7 +60,7 @@ nlohmann::json run_as_json(const std::string& root, const ListRun& run) {
     warnings.push_back({{"file", one.file}, {"sentence", one.sentence}});
   return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
           {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
-          {"seconds", run.seconds}, {"messages", run.messages},        {"warnings", warnings}};
+          {"seconds", run.seconds}, {"messages", run.messages},    {"warnings", warnings}};
 }
 
 void complain_of_titles(const ListRun& run) {
