@@ -19,7 +19,7 @@ enum class State { kOk, kWarning, kProblem, kCannotTell };
 struct Diagnosis {
   State state;
   std::string sentence;
-  std::string cure;  // the command that mends it, "" without one
+  std::string cure{};  // the command that mends it, "" without one
 };
 using Diagnoses = std::vector<Diagnosis>;
 
@@ -31,6 +31,7 @@ struct Machine {
   SearchRoots roots;
   std::string document;  // as asked, "" for none
   std::string tag;
+  bool attempt = false;  // whether something is shown to find out
 };
 
 // The roots that do not answer in a bearable time. For the checks that follow they are taken out of the variables that
@@ -47,8 +48,9 @@ Diagnoses check_reader(const Machine& machine);
 Diagnoses check_session(const Machine& machine);
 Diagnoses check_tools(const Machine& machine);
 Diagnoses check_lists_of_roots(const Machine& machine);
+// Nothing where no document is asked for.
 Diagnoses check_document(const Machine& machine);
-// Shows the manual that comes with this program.
+// Shows the manual that comes with this program, where an attempt is asked for.
 Diagnoses try_viewers(const Machine& machine);
 
 }  // namespace olh

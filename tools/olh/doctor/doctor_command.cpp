@@ -35,9 +35,9 @@ constexpr std::array kSteps = {Step{"variables", "Variables", check_variables},
                                Step{"pdf", "PDF reader", check_reader},
                                Step{"session", "Session", check_session},
                                Step{"tools", "Tools", check_tools},
-                               Step{"lists", "Lists", check_lists_of_roots}};
-constexpr Step kDocument = {"document", "Document", check_document};
-constexpr Step kTrial = {"trial", "Trial", try_viewers};
+                               Step{"lists", "Lists", check_lists_of_roots},
+                               Step{"document", "Document", check_document},
+                               Step{"trial", "Trial", try_viewers}};
 
 struct Arguments {
   std::string document;
@@ -77,15 +77,15 @@ class Report {
   }
 
   int end() const {
-    const int problems = count(State::kProblem);
-    const int warnings = count(State::kWarning);
+    const std::size_t problems = count(State::kProblem);
+    const std::size_t warnings = count(State::kWarning);
     const int code = problems > 0 ? 2 : warnings > 0 ? 1 : 0;
     if (json_) {
       say_json({{"result", code}, {"problems", problems}, {"warnings", warnings}, {"findings", answer_}});
     } else {
-      say(code == 0 ? "Nothing is wrong."
-                    : std::to_string(problems) + (problems == 1 ? " problem, " : " problems, ") +
-                          std::to_string(warnings) + (warnings == 1 ? " warning." : " warnings."));
+      say(code == 0
+              ? "Nothing is wrong."
+              : counted(problems, "problem", "problems") + ", " + counted(warnings, "warning", "warnings") + ".");
     }
     return code;
   }
@@ -96,10 +96,10 @@ class Report {
     say_marked("  ", word, std::string(12 - word.size(), ' ') + diagnosis.sentence, colour_of(diagnosis.state));
     if (!diagnosis.cure.empty()) say("              mend with: " + diagnosis.cure);
   }
-  int count(State state) const { return counts_[static_cast<std::size_t>(state)]; }
+  std::size_t count(State state) const { return counts_[static_cast<std::size_t>(state)]; }
 
   bool json_;
-  std::array<int, 4> counts_{};
+  std::array<std::size_t, 4> counts_{};
   nlohmann::json answer_ = nlohmann::json::array();
 };
 
@@ -107,10 +107,8 @@ int doctor(const Arguments& asked) {
   Report report(asked.json);
   std::string root = asked.root;
   report.add("roots", "Search path", check_answering_roots(root));
-  const Machine machine = {find_search_roots(root), asked.document, asked.tag};
+  const Machine machine = {find_search_roots(root), asked.document, asked.tag, asked.attempt};
   for (const Step& step : kSteps) report.add(step.name, step.title, step.look(machine));
-  if (!asked.document.empty()) report.add(kDocument.name, kDocument.title, kDocument.look(machine));
-  if (asked.attempt) report.add(kTrial.name, kTrial.title, kTrial.look(machine));
   return report.end();
 }
 

@@ -52,14 +52,14 @@ Diagnoses check_option_files(const Machine& machine) {
   for (const SpoiltFile& one : machine.roots.spoilt) diagnoses.push_back(of_spoilt(one));
   if (!diagnoses.empty()) return diagnoses;
   const bool is_there = access(own.c_str(), F_OK) == 0;
-  return {{State::kOk, is_there ? own + " can be read." : "There is no " + own + ", and none is needed.", ""}};
+  return {{State::kOk, is_there ? own + " can be read." : "There is no " + own + ", and none is needed."}};
 }
 
 Diagnoses check_trace_log(const Machine&) {
   const std::string file = variable("OLH_LOG_HELP");
-  if (file.empty()) return {{State::kOk, "No trace log is wanted (OLH_LOG_HELP is not set).", ""}};
+  if (file.empty()) return {{State::kOk, "No trace log is wanted (OLH_LOG_HELP is not set)."}};
   const std::string fault = trace_fault(file);
-  if (fault.empty()) return {{State::kOk, file + " takes the lines of the trace.", ""}};
+  if (fault.empty()) return {{State::kOk, file + " takes the lines of the trace."}};
   return {{State::kWarning, file + " " + fault + ": there is no trace log.",
            "export OLH_LOG_HELP=\"$HOME/olh_trace.log\""}};
 }

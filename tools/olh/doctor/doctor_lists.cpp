@@ -17,12 +17,12 @@ bool has_lists(const std::string& root) {
 
 Diagnosis of_root(const std::string& root) {
   if (is_url(root.c_str()) == 1)
-    return {State::kCannotTell, root + " is an address: 'olh dmerge --check' tells where its files lie.", ""};
-  if (!has_lists(root)) return {State::kOk, root + " has no portal and needs no lists.", ""};
+    return {State::kCannotTell, root + " is an address: 'olh dmerge --check' tells where its files lie."};
+  if (!has_lists(root)) return {State::kOk, root + " has no portal and needs no lists."};
   const ListTrial check = try_lists(root);
   if (check.run.result != DMERGE_RESULT_OK)
-    return {State::kWarning, "The lists of " + root + " cannot be made: " + check.failure, ""};
-  if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are true.", ""};
+    return {State::kWarning, "The lists of " + root + " cannot be made: " + check.failure};
+  if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are true."};
   std::vector<std::string> files;
   for (const ListChange& change : check.changes)
     files.push_back(change.is_unreadable ? change.file + " " + state_of(change) : change.file);
@@ -40,14 +40,14 @@ Diagnoses check_lists_of_roots(const Machine& machine) {
     try {
       diagnoses.push_back(of_root(root.path));
     } catch (const std::exception&) {
-      diagnoses.push_back({State::kCannotTell,
-                           "The lists of " + root.path +
-                               " cannot be told: a directory of it cannot be read, or there is no room for a trial.",
-                           ""});
+      diagnoses.push_back(
+          {State::kCannotTell,
+           "The lists of " + root.path +
+               " cannot be told: a directory of it cannot be read, or there is no room for a trial."});
     }
   }
   if (diagnoses.empty())
-    diagnoses.push_back({State::kCannotTell, "Without a documentation root there are no lists.", ""});
+    diagnoses.push_back({State::kCannotTell, "Without a documentation root there are no lists."});
   return diagnoses;
 }
 

@@ -42,13 +42,12 @@ std::string cure_for(const JudgedRoot& rejected, const SearchRoots& roots) {
 }
 
 Diagnosis of_root(const SearchRoot& root) {
-  if (root.source == kOwnSource)
-    return {State::kOk, root.path + " (olh itself; other programs do not search it)", ""};
+  if (root.source == kOwnSource) return {State::kOk, root.path + " (olh itself; other programs do not search it)"};
   const std::string named = root.path + " (" + root.source + ")";
-  if (is_url(root.path.c_str()) != 1) return {State::kOk, named, ""};
+  if (is_url(root.path.c_str()) != 1) return {State::kOk, named};
   const std::optional<double> time = probe_time(root.path);
-  if (!time) return {State::kCannotTell, named + ": how long it takes to answer cannot be told.", ""};
-  if (*time < kSlow) return {State::kOk, named + " answers in " + milliseconds(*time) + ".", ""};
+  if (!time) return {State::kCannotTell, named + ": how long it takes to answer cannot be told."};
+  if (*time < kSlow) return {State::kOk, named + " answers in " + milliseconds(*time) + "."};
   return {State::kWarning,
           named + " takes " + milliseconds(*time) + " to answer, and every lookup asks several times.", kLimit};
 }
@@ -78,7 +77,7 @@ bool leads_to(std::string element, const std::string& root) {
 
 struct LeftOut {
   std::string what;
-  std::string cure;  // does the same for the programs that are started from now on
+  std::string cure{};  // does the same for the programs that are started from now on
 };
 
 // A search path without what leads to a root; nothing when no element of it does.
@@ -100,7 +99,7 @@ LeftOut leave_out(const JudgedRoot& waiting, std::string& host_roots) {
   const std::string root = file.empty() ? waiting.path : file.substr(0, file.rfind('/'));
   if (waiting.source == kRootOption) {
     host_roots = without(root, host_roots).value_or("");
-    return {root, ""};
+    return {root};
   }
   const std::string value = variable(waiting.source.c_str());
   if (const auto rest = without(root, value); rest && !rest->empty()) {

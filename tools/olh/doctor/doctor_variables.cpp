@@ -60,26 +60,21 @@ Diagnosis of_unknown(const std::string& name) {
   for (const std::string_view known : kKnown)
     if (distance(name, known) < distance(name, nearest)) nearest = known;
   if (distance(name, nearest) > kMostTypingErrors)
-    return {State::kCannotTell, name + " is set; the library knows no such variable, another program may.", ""};
+    return {State::kCannotTell, name + " is set; the library knows no such variable, another program may."};
   const std::string meant(nearest);
   return {State::kWarning, name + " is set; the library knows no such variable. Is " + meant + " meant?",
           "export " + meant + "=\"$" + name + "\""};
 }
 
-bool is_order(std::string value) {
-  downcase(value.data());
-  std::size_t begin = 0;
-  for (std::size_t end = 0; end != std::string::npos; begin = end + 1) {
-    end = value.find(':', begin);
-    const std::string one = value.substr(begin, end == std::string::npos ? end : end - begin);
+bool is_order(const std::string& value) {
+  for (const std::string& one : olh_viewers::pieces_of(olh_viewers::lower_case(value), ':'))
     if (one == "html" || one == "htm" || one == "pdf") return true;
-  }
   return false;
 }
 
-bool is_display_type(std::string value) {
-  downcase(value.data());
-  return value == "normal" || value == "topic" || value == "popup";
+bool is_display_type(const std::string& value) {
+  const std::string type = olh_viewers::lower_case(value);
+  return type == "normal" || type == "topic" || type == "popup";
 }
 
 bool is_positive_number(const std::string& value) {
@@ -92,22 +87,18 @@ bool is_positive_number(const std::string& value) {
 Diagnosis of_known(const std::string& name, const std::string& value) {
   if (value.size() >= OLH_BUFFER_SIZE)
     return {State::kProblem, name + " holds more than 4,095 characters and counts as not set.", "unset " + name};
+  const auto in_vain = [&](const char* why, const std::string& cure) {
+    return Diagnosis{State::kWarning, name + " is " + command_line({value}) + ", " + why, cure};
+  };
   if (name == "QEL_DOC_TYPE" && !is_order(value))
-    return {State::kWarning,
-            name + " is " + command_line({value}) + ", which names neither html nor pdf and counts for nothing.",
-            "export QEL_DOC_TYPE=html:pdf"};
+    return in_vain("which names neither html nor pdf and counts for nothing.", "export QEL_DOC_TYPE=html:pdf");
   if (name == "QEL_OLH_DISPLAY_TYPE" && !is_display_type(value))
-    return {State::kWarning,
-            name + " is " + command_line({value}) + ", none of normal, topic and popup, and counts for nothing.",
-            "unset " + name};
+    return in_vain("none of normal, topic and popup, and counts for nothing.", "unset " + name);
   if (name == "OLH_PROBE_TIMEOUT" && !is_positive_number(value))
-    return {State::kWarning, name + " is " + command_line({value}) + ", which is no positive number, and is ignored.",
-            "export OLH_PROBE_TIMEOUT=2"};
+    return in_vain("which is no positive number, and is ignored.", "export OLH_PROBE_TIMEOUT=2");
   if (name == olh_viewers::kServeVariable && value != "auto" && value != "always" && value != "never")
-    return {State::kWarning,
-            name + " is " + command_line({value}) + ", none of auto, always and never, and is ignored.",
-            "export " + name + "=auto"};
-  return {State::kOk, name + "=" + command_line({value}), ""};
+    return in_vain("none of auto, always and never, and is ignored.", "export " + name + "=auto");
+  return {State::kOk, name + "=" + command_line({value})};
 }
 
 }  // namespace
@@ -131,7 +122,7 @@ Diagnoses check_variables(const Machine&) {
     diagnoses.push_back({State::kWarning,
                          "HOME names no directory: your option file can be neither read nor written.",
                          "export HOME=~$(id -un)"});
-  if (diagnoses.empty()) diagnoses.push_back({State::kOk, "None of the library's variables is set.", ""});
+  if (diagnoses.empty()) diagnoses.push_back({State::kOk, "None of the library's variables is set."});
   return diagnoses;
 }
 

@@ -23,18 +23,15 @@ std::string cure_for(const ViewerSource& source, const ViewerKind& kind) {
 
 // Choices that name no executable: something else is used instead, and nobody is told.
 void add_vain_choices(Diagnoses& diagnoses, const ViewerKind& kind, const std::vector<ViewerSource>& sources) {
+  const auto add = [&](const std::string& from, const std::string& value, const std::string& cure) {
+    diagnoses.push_back(
+        {State::kWarning, from + " names " + value + ", which is no executable and counts for nothing.", cure});
+  };
   for (const ViewerSource& source : sources)
-    if (!source.value.empty() && source.program.empty())
-      diagnoses.push_back(
-          {State::kWarning,
-           source.from + " names " + source.value + ", which is no executable and counts for nothing.",
-           cure_for(source, kind)});
+    if (!source.value.empty() && source.program.empty()) add(source.from, source.value, cure_for(source, kind));
   const std::string setting = variable(kind.setting);
   if (!setting.empty() && executable_named(setting).empty())
-    diagnoses.push_back(
-        {State::kWarning,
-         std::string(kind.setting) + " names " + setting + ", which is no executable and counts for nothing.",
-         std::string("unset ") + kind.setting});
+    add(kind.setting, setting, std::string("unset ") + kind.setting);
 }
 
 // Neither the user nor the package has chosen.
@@ -52,7 +49,7 @@ Diagnosis of_adapter(const ViewerKind& kind, const ChosenViewer& used, const Dri
   if (!driven.program.empty() && executable_named(driven.program).empty())
     return {State::kProblem, what + ", and there is no " + driven.program + ".",
             is_browser ? "apt-get install w3m" : "apt-get install poppler-utils"};
-  if (!driven.program.empty()) return {State::kOk, what + ".", ""};
+  if (!driven.program.empty()) return {State::kOk, what + "."};
   return {State::kProblem, describe(used) + " finds no program that it could open, or does not start.",
           is_browser ? "apt-get install firefox-esr" : "apt-get install evince"};
 }
@@ -61,9 +58,9 @@ Diagnosis of_program(const ViewerKind& kind, const ChosenViewer& used) {
   const std::string alone = used.choice == "search" ? " " + nobody_chose() : "";
   if (misunderstands(kind, used.program))
     return {State::kProblem, describe(used) + ": " + misunderstanding(kind, used.program) + alone, kSetup};
-  if (known_program(used.program) != nullptr) return {State::kOk, describe(used), ""};
+  if (known_program(used.program) != nullptr) return {State::kOk, describe(used)};
   return {State::kCannotTell,
-          describe(used) + ": whether it understands the library's command lines cannot be told." + alone, ""};
+          describe(used) + ": whether it understands the library's command lines cannot be told." + alone};
 }
 
 // How a destination is reached in the reader that the adapter opens.
@@ -71,12 +68,12 @@ Diagnosis of_destinations(const Driven& driven) {
   const olh_viewers::Program* row = known_program(driven.program);
   const olh_viewers::Choice reader = olh_viewers::choose_reader_within_reach();
   if (row == nullptr && olh_viewers::is_browser(reader) && olh_viewers::way_to(reader).is_served)
-    return {State::kOk, olh_viewers::name_of(reader) + " is served PDFs, and opens them at a destination.", ""};
+    return {State::kOk, olh_viewers::name_of(reader) + " is served PDFs, and opens them at a destination."};
   if (row == nullptr)
-    return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination cannot be told.", ""};
-  if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination.", ""};
+    return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination cannot be told."};
+  if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination."};
   if (!row->at_page.empty() && can_read_destinations())
-    return {State::kOk, driven.program + " knows no destinations; it opens the page that pdfinfo finds.", ""};
+    return {State::kOk, driven.program + " knows no destinations; it opens the page that pdfinfo finds."};
   if (!row->at_page.empty())
     return {State::kWarning,
             driven.program + " knows no destinations, and without pdfinfo every PDF opens at page 1.",
@@ -94,8 +91,8 @@ Diagnosis of_way() {
     return {way.barrier.empty() ? State::kWarning : State::kProblem,
             "Pages should be served to " + name + ", since " + way.why + ", but olh-serve is not installed.",
             "apt-get install olh"};
-  if (way.is_served) return {State::kOk, "Pages are served to " + name + ", since " + way.why + ".", ""};
-  if (way.barrier.empty()) return {State::kOk, name + " reads pages from the disk.", ""};
+  if (way.is_served) return {State::kOk, "Pages are served to " + name + ", since " + way.why + "."};
+  if (way.barrier.empty()) return {State::kOk, name + " reads pages from the disk."};
   return {State::kProblem,
           name + " " + way.effect + " pages on the disk, since " + way.barrier + ", and they are not served, since " +
               way.why + ".",
