@@ -8,8 +8,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "call_records.h"
 #include "files.h"
-#include "records.h"
 #include "words.h"
 
 namespace olh_recorder {
@@ -64,7 +64,11 @@ bool to_number(const std::string& word, int& number) {
   return !word.empty() && *end == '\0' && value >= 0 && value <= 100000;
 }
 
-nlohmann::ordered_json as_json(const Call& call) {
+std::vector<olh_viewers::Call> calls_of(const std::string& viewer) {
+  return olh_viewers::read_calls(viewer + ".log");
+}
+
+nlohmann::ordered_json as_json(const olh_viewers::Call& call) {
   return {{"arguments", call.arguments},
           {"open_descriptors", call.open_descriptors},
           {"ignored_signals", call.ignored_signals},
@@ -101,7 +105,7 @@ int show(Words words) {
   if (words.size() != 1) return usage();
   if (access(words[0].c_str(), X_OK) != 0) return complain(words[0] + ": no viewer", kNotDone);
   auto answer = nlohmann::ordered_json::array();
-  for (const Call& call : read_calls(words[0])) {
+  for (const olh_viewers::Call& call : calls_of(words[0])) {
     if (json)
       answer.push_back(as_json(call));
     else
@@ -117,10 +121,10 @@ int wait(const Words& words) {
   if (words.size() < 2 || words.size() > 3 || !to_number(words[1], count)) return usage();
   if (words.size() == 3 && !to_number(words[2], seconds)) return usage();
   for (int tries = 0; tries <= seconds * 50; ++tries) {
-    if (read_calls(words[0]).size() >= static_cast<std::size_t>(count)) return kDone;
+    if (calls_of(words[0]).size() >= static_cast<std::size_t>(count)) return kDone;
     usleep(20000);
   }
-  return complain(words[0] + ": " + std::to_string(read_calls(words[0]).size()) + " calls", kNotDone);
+  return complain(words[0] + ": " + std::to_string(calls_of(words[0]).size()) + " calls", kNotDone);
 }
 
 int clear(const Words& words) {

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <sstream>
 
+#include "call_records.h"
 #include "files.h"
-#include "records.h"
 
 namespace olh_recorder {
 
@@ -21,7 +21,7 @@ struct Answer {
   std::string text;
 };
 
-std::string kind_of(const Call& call) {
+std::string kind_of(const olh_viewers::Call& call) {
   if (call.arguments.empty() || call.arguments[0] != "-remote") return "start";
   return call.arguments.size() > 1 && call.arguments[1] == "ping()" ? "ping" : "remote";
 }
@@ -42,8 +42,8 @@ Answer answer_to(const std::string& viewer, const std::string& kind) {
 }  // namespace
 
 int play_viewer(const std::string& viewer, int argc, char** argv) {
-  const Call call = this_call(argc, argv);
-  if (!append(viewer, call)) return kNotNoted;
+  const olh_viewers::Call call = olh_viewers::this_call(argc, argv);
+  if (!olh_viewers::append_call(viewer + ".log", call, true)) return kNotNoted;
   const Answer answer = answer_to(viewer, kind_of(call));
   std::fputs(answer.text.c_str(), stdout);
   std::fflush(stdout);

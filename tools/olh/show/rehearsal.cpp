@@ -1,16 +1,14 @@
 #include "rehearsal.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
-#include "files.h"
+#include "call_records.h"
 #include "olh/support.h"
 #include "shared.h"
 #include "url.h"
@@ -35,18 +33,6 @@ class ReportFile {
   ReportFile& operator=(const ReportFile&) = delete;
 
   const std::string& path() const { return path_; }
-
-  // Every call in order: its arguments, each ended by a NUL, after a line with their number.
-  std::vector<std::vector<std::string>> calls() const {
-    std::istringstream file(olh_viewers::content_of(path_));
-    std::vector<std::vector<std::string>> all;
-    for (std::string number; std::getline(file, number);) {
-      std::vector<std::string> words(static_cast<std::size_t>(std::atoi(number.c_str())));
-      for (std::string& word : words) std::getline(file, word, '\0');
-      all.push_back(std::move(words));
-    }
-    return all;
-  }
 
  private:
   std::string path_;
@@ -75,7 +61,8 @@ Rehearsal rehearse(const std::function<int()>& call) {
   CloseOlhLog();
   Rehearsal rehearsal;
   rehearsal.result = call();
-  for (const std::vector<std::string>& words : report.calls()) {
+  for (const olh_viewers::Call& sent : olh_viewers::read_calls(report.path())) {
+    const std::vector<std::string>& words = sent.arguments;
     if (is_remote(words) && words[1] == kPing) continue;
     rehearsal.in_browser = is_remote(words);
     rehearsal.arguments = words;
@@ -85,14 +72,9 @@ Rehearsal rehearse(const std::function<int()>& call) {
 }
 
 int answer_as_viewer(const char* file, int argc, char** argv) {
-  const std::vector<std::string> words(argv + 1, argv + argc);
-  std::string record = std::to_string(words.size()) + "\n";
-  for (const std::string& word : words) record += word + '\0';
-  const int fd = open(file, O_WRONLY | O_APPEND | O_CLOEXEC);
-  if (fd < 0) return EXIT_FAILURE;
-  const bool written = write(fd, record.data(), record.size()) == static_cast<ssize_t>(record.size());
-  close(fd);
-  if (!is_remote(words)) end_watching();
+  const olh_viewers::Call call = olh_viewers::this_call(argc, argv);
+  const bool written = olh_viewers::append_call(file, call, false);
+  if (!is_remote(call.arguments)) end_watching();
   return written ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

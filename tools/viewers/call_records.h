@@ -1,17 +1,16 @@
-// What a recording viewer has noted: one record a call, in the file NAME.log beside the viewer NAME.
+// How a viewer was called: one record a call, in a file.
 //
 // Knows    how a record is written: the number of arguments, the arguments, then what the process had inherited, each
 //          field ended by a NUL. One write a record, so calls at the same time do not mix.
-// Not      what a call means (viewer), how records are shown (commands).
-// Owns     nothing.
-// For      viewer and commands; the tests' fixture reads the same records.
-#ifndef OLH_RECORDER_RECORDS_H
-#define OLH_RECORDER_RECORDS_H
+// Not      what a call means, how records are shown.
+// For      olh-recorder, and the rehearsal of olh; the tests' fixture reads the same records.
+#ifndef OLH_TOOLS_VIEWERS_CALL_RECORDS_H
+#define OLH_TOOLS_VIEWERS_CALL_RECORDS_H
 
 #include <string>
 #include <vector>
 
-namespace olh_recorder {
+namespace olh_viewers {
 
 struct Call {
   std::vector<std::string> arguments;
@@ -22,11 +21,11 @@ struct Call {
 
 // What this process was started with.
 Call this_call(int argc, char** argv);
-// Returns false when the record could not be written.
-bool append(const std::string& viewer, const Call& call);
+// Returns false when the record could not be written. A file that is not there is made only when it may be.
+bool append_call(const std::string& file, const Call& call, bool may_make_file);
 // Every whole record; none when nothing was noted yet.
-std::vector<Call> read_calls(const std::string& viewer);
+std::vector<Call> read_calls(const std::string& file);
 
-}  // namespace olh_recorder
+}  // namespace olh_viewers
 
 #endif

@@ -1,4 +1,4 @@
-#include "records.h"
+#include "call_records.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -9,7 +9,7 @@
 
 #include "files.h"
 
-namespace olh_recorder {
+namespace olh_viewers {
 
 namespace {
 
@@ -26,7 +26,7 @@ std::string open_descriptors() {
 }
 
 std::string status_line(const std::string& name) {
-  std::istringstream status(olh_viewers::content_of("/proc/self/status"));
+  std::istringstream status(content_of("/proc/self/status"));
   for (std::string line; std::getline(status, line);)
     if (line.rfind(name + ":", 0) == 0) return line.substr(line.find_first_not_of(" \t", name.size() + 1));
   return "";
@@ -60,23 +60,23 @@ Call this_call(int argc, char** argv) {
           .blocked_signals = status_line("SigBlk")};
 }
 
-bool append(const std::string& viewer, const Call& call) {
+bool append_call(const std::string& file, const Call& call, bool may_make_file) {
   std::string record = std::to_string(call.arguments.size()) + '\0';
   for (const std::string& argument : call.arguments) record += argument + '\0';
   for (const std::string* field : {&call.open_descriptors, &call.ignored_signals, &call.blocked_signals})
     record += *field + '\0';
-  const int log = open((viewer + ".log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+  const int log = open(file.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | (may_make_file ? O_CREAT : 0), 0600);
   if (log < 0) return false;
   const bool written = write(log, record.data(), record.size()) == static_cast<ssize_t>(record.size());
   return close(log) == 0 && written;
 }
 
-std::vector<Call> read_calls(const std::string& viewer) {
-  const std::string log = olh_viewers::content_of(viewer + ".log");
+std::vector<Call> read_calls(const std::string& file) {
+  const std::string log = content_of(file);
   std::vector<Call> calls;
   Call call;
   for (std::size_t position = 0; next_call(log, position, call);) calls.push_back(call);
   return calls;
 }
 
-}  // namespace olh_recorder
+}  // namespace olh_viewers
