@@ -14,13 +14,6 @@ constexpr const char* kNoSuchPath = "failed: path does not exist";
 constexpr const char* kNoDocs = "failed: path does not contain docs";
 constexpr const char* kInvalid = "failed: invalid args";
 
-// Cuts the prefix off the line; false when it does not begin so.
-bool cut_prefix(std::string_view& line, std::string_view prefix) {
-  if (!line.starts_with(prefix)) return false;
-  line.remove_prefix(prefix.size());
-  return true;
-}
-
 bool is_web_address(const std::string& path) {
   return path.rfind("http://", 0) == 0 || path.rfind("https://", 0) == 0;
 }
@@ -139,6 +132,12 @@ class StoryReader {
 };
 
 }  // namespace
+
+bool cut_prefix(std::string_view& line, std::string_view prefix) {
+  if (!line.starts_with(prefix)) return false;
+  line.remove_prefix(prefix.size());
+  return true;
+}
 
 std::size_t first_added(const std::vector<JudgedRoot>& judged) {
   for (std::size_t split = 0; split < judged.size(); ++split) {

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "shared.h"
@@ -34,6 +35,9 @@ struct PathStory {
   std::vector<SpoiltFile> spoilt;
   std::optional<JudgedRoot> waiting;  // was asked, and had not answered when the lines ended
 };
+
+// Cuts the prefix off the line; false when it does not begin so.
+bool cut_prefix(std::string_view& line, std::string_view prefix);
 
 // Reads the lines of one piece of work. `source` is what led to roots before the first variable was read.
 PathStory read_path_story(const std::vector<std::string>& lines, const std::string& source);

@@ -23,13 +23,13 @@ std::string name_of_nothing() { return std::string(600, 'x'); }
 // and the browser of a URL once more: so it is known which of the two a lone line named.
 class WalkReader {
  public:
-  void line(const std::string& text) {
-    if (const std::string* root = cut(text, "olh_docList::FindHtmlDoc: Looking for " + name_of_nothing() + " at: ")) {
+  void line(std::string_view text) {
+    if (cut_prefix(text, "olh_docList::FindHtmlDoc: Looking for " + name_of_nothing() + " at: ")) {
       settle();
-      roots_.emplace_back().path = *root;
-    } else if (const std::string* program = cut(text, "olh_docList::FindHtmlDoc: viewer override: ")) {
-      prescribed_.push_back(*program);
-    } else if (cut(text, "olh_docList::FindPdfDoc: viewer override: ") != nullptr) {
+      roots_.emplace_back().path = text;
+    } else if (cut_prefix(text, "olh_docList::FindHtmlDoc: viewer override: ")) {
+      prescribed_.emplace_back(text);
+    } else if (text.starts_with("olh_docList::FindPdfDoc: viewer override: ")) {
       said_again_ = true;
     }
   }
@@ -40,12 +40,6 @@ class WalkReader {
   }
 
  private:
-  const std::string* cut(const std::string& text, const std::string& prefix) {
-    if (text.rfind(prefix, 0) != 0) return nullptr;
-    rest_ = text.substr(prefix.size());
-    return &rest_;
-  }
-
   void settle() {
     if (!roots_.empty() && !prescribed_.empty()) {
       SearchRoot& root = roots_.back();
@@ -60,7 +54,6 @@ class WalkReader {
   std::vector<SearchRoot> roots_;
   std::vector<std::string> prescribed_;
   bool said_again_ = false;
-  std::string rest_;
 };
 
 std::vector<SearchRoot> walk_along_roots() {

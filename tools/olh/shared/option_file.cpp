@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string_view>
 
 #include "debug_capture.h"
@@ -78,9 +77,9 @@ std::string written_value(const std::string& file, const std::string& key) {
     const std::string rest = trimmed(line, " \t\r");
     const std::size_t equals = rest.find('=');
     if (equals == std::string::npos || rest[0] == '#' || rest[0] == ';') continue;
-    std::string name = trimmed(rest.substr(0, equals), " \t");
-    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::toupper(c); });
-    if (name == key) value = trimmed(rest.substr(equals + 1), " \t\"");
+    const std::string name = trimmed(rest.substr(0, equals), " \t");
+    if (olh_viewers::lower_case(name) == olh_viewers::lower_case(key))
+      value = trimmed(rest.substr(equals + 1), " \t\"");
   }
   return value;
 }

@@ -7,10 +7,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <chrono>
+
+#include "words.h"
 
 namespace olh {
 
@@ -116,15 +117,11 @@ class Connection {
 };
 
 // The value of a header line; its name in lower case.
-std::optional<std::string_view> header_value(std::string_view head, std::string_view name) {
-  while (!head.empty()) {
-    const std::string_view line = head.substr(0, head.find('\n'));
-    head.remove_prefix(std::min(line.size() + 1, head.size()));
-    const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
-    if (line.size() <= name.size() || line[name.size()] != ':') continue;
-    if (!std::equal(name.begin(), name.end(), line.begin(), [&](char b, char a) { return same(a, b); })) continue;
-    const std::string_view value = line.substr(name.size() + 1);
-    return value.substr(std::min(value.find_first_not_of(' '), value.size()));
+std::optional<std::string> header_value(std::string_view head, std::string_view name) {
+  for (const std::string& line : olh_viewers::lines_of(head)) {
+    const std::size_t colon = line.find(':');
+    if (colon == std::string::npos || olh_viewers::lower_case(line.substr(0, colon)) != name) continue;
+    return line.substr(std::min(line.find_first_not_of(' ', colon + 1), line.size()));
   }
   return std::nullopt;
 }

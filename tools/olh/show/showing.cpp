@@ -222,7 +222,7 @@ void print_as_json(const ShowRequest& request, const Plan& plan) {
 }
 
 void print_line(const std::string& label, const std::string& text) {
-  if (!text.empty()) say(label + std::string(14 - label.size(), ' ') + text);
+  if (!text.empty()) say(padded(label, 14) + text);
 }
 
 void print_command(const std::string& label, const std::string& program, const std::vector<std::string>& words) {

@@ -52,7 +52,7 @@ ViewerStory story_of(const ViewerKind& kind, const SearchRoots& roots) {
 std::string label_of(const std::string& choice) { return choice == "option_file" ? "option file" : choice; }
 
 void print_row(const std::string& mark, const std::string& label, const std::string& text) {
-  say("  " + mark + " " + label + std::string(13 - label.size(), ' ') + text);
+  say("  " + mark + " " + padded(label, 13) + text);
 }
 
 void print_source(const ViewerSource& source, bool wins) {
@@ -63,8 +63,7 @@ void print_source(const ViewerSource& source, bool wins) {
 }
 
 void print_as_text(const ViewerStory& story) {
-  const std::string word = story.kind->word;
-  say_marked(word + std::string(16 - word.size(), ' '), describe(story.in_use));
+  say_marked(padded(story.kind->word, 16), describe(story.in_use));
   for (const ViewerSource& source : story.sources) print_source(source, source.choice == story.in_use.choice);
   const std::string asked = story.asked == story.in_use.program ? "" : " (" + story.asked + ", which is asked first)";
   if (!story.asked.empty())
