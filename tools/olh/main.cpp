@@ -67,8 +67,7 @@ std::string program_of(const std::string& verb) {
 // Goes on as that program.
 int become(const std::string& program, char** arguments) {
   execv(program.c_str(), arguments);
-  olh::complain(program + " does not start: " + std::strerror(errno));
-  return OLH_RESULT_FAILED;
+  return olh::failure(OLH_RESULT_FAILED, program + " does not start: " + std::strerror(errno));
 }
 
 int run(int argc, char** argv) {
@@ -88,7 +87,6 @@ int main(int argc, char** argv) {
     const char* rehearsal = std::getenv(olh::kRehearsalVariable);
     return rehearsal != nullptr ? olh::answer_as_viewer(rehearsal, argc, argv) : run(argc, argv);
   } catch (const std::exception& error) {
-    olh::complain(error.what());
-    return OLH_RESULT_FAILED;
+    return olh::failure(OLH_RESULT_FAILED, error.what());
   }
 }

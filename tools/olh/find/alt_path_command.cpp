@@ -90,11 +90,10 @@ int set(const AltPathArguments& asked, const SearchRoots& roots) {
 
 int alt_path(const AltPathArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
-  if (roots.roots.empty()) {
-    complain(
+  if (roots.roots.empty())
+    return failure(
+        OLH_RESULT_NOT_FOUND,
         "no documentation root is known whose options file could hold it. Set QEL_DOC_PATH, or give --root PATH.");
-    return OLH_RESULT_NOT_FOUND;
-  }
   if (asked.forget) return forget(roots);
   return asked.set ? set(asked, roots) : show(asked, roots);
 }

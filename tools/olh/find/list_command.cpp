@@ -136,8 +136,7 @@ int list(const ListArguments& asked) {
   complain_about_roots(roots);
   if (!complain_about_half_read(gathered)) return OLH_RESULT_FAILED;
   if (!roots.roots.empty()) return OLH_RESULT_OK;
-  complain(kNoRoot);
-  return OLH_RESULT_NOT_FOUND;
+  return failure(OLH_RESULT_NOT_FOUND, kNoRoot);
 }
 
 }  // namespace

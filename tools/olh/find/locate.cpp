@@ -109,10 +109,7 @@ void complain_missing(const std::string& what, const std::string& looked_for, co
 }
 
 int complain_not_found(const std::string& document, const SearchRoots& roots) {
-  if (document.empty()) {
-    complain("a document's name is needed, not an empty one.");
-    return OLH_RESULT_INVALID;
-  }
+  if (document.empty()) return failure(OLH_RESULT_INVALID, "a document's name is needed, not an empty one.");
   complain_missing("document " + quoted(document),
                    " below " + enumeration(paths_of(roots)) + ". 'olh where --all " + command_line({document}) +
                        "' lists every place that was tried.",

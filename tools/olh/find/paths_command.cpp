@@ -87,12 +87,11 @@ int paths(const PathsArguments& asked) {
   }
   complain_about(spoilt);
   if (!roots.roots.empty()) return OLH_RESULT_OK;
-  complain(
+  return failure(
+      OLH_RESULT_NOT_FOUND,
       "no documentation root is known. Set QEL_DOC_PATH to a directory that holds htmldocs or pdfdocs, or to the "
       "http:// URL of one; QEL_OVERRIDE_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME and OLH_SYSTEM_DOC_PATH "
-      "are "
-      "read too.");
-  return OLH_RESULT_NOT_FOUND;
+      "are read too.");
 }
 
 }  // namespace

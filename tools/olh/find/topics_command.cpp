@@ -140,8 +140,7 @@ int topics(const TopicsArguments& asked) {
   }
   if (!located.found) return complain_not_found(asked.document, roots);
   if (found.unreadable.empty()) return OLH_RESULT_OK;
-  complain("found " + located.location + ", but " + found.unreadable + ".");
-  return OLH_RESULT_IO;
+  return failure(OLH_RESULT_IO, "found " + located.location + ", but " + found.unreadable + ".");
 }
 
 }  // namespace

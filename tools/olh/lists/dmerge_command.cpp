@@ -131,18 +131,13 @@ int dmerge_verb(const DmergeArguments& asked) {
   std::string root = first == nullptr ? asked.root : first;
   cleanPath(root.data());
   root.resize(std::strlen(root.c_str()));
-  if (root.empty()) {
-    complain("no documentation root is known. Name one, or set QEL_DOC_PATH.");
-    return OLH_RESULT_NOT_FOUND;
-  }
-  if (is_url(root.c_str()) != 0) {
-    complain(root + " is an address: the lists are made where the files lie, in a directory.");
-    return OLH_RESULT_NOT_FOUND;
-  }
-  if (asked.check && pathExists(root.c_str()) == 0) {
-    complain("there is no readable directory " + root + ".");
-    return OLH_RESULT_NOT_FOUND;
-  }
+  if (root.empty())
+    return failure(OLH_RESULT_NOT_FOUND, "no documentation root is known. Name one, or set QEL_DOC_PATH.");
+  if (is_url(root.c_str()) != 0)
+    return failure(OLH_RESULT_NOT_FOUND,
+                   root + " is an address: the lists are made where the files lie, in a directory.");
+  if (asked.check && pathExists(root.c_str()) == 0)
+    return failure(OLH_RESULT_NOT_FOUND, "there is no readable directory " + root + ".");
   return asked.check ? check(root, asked) : make(root, asked);
 }
 

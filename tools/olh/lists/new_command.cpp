@@ -98,22 +98,16 @@ std::string objection_to_place(const std::string& root, const std::string& manua
 }
 
 int make_from_pages(const std::string& root, const NewManual& manual, bool is_new_root) {
-  if (const std::string objection = objection_to_place(root, manual.name); !objection.empty()) {
-    complain(objection);
-    return OLH_RESULT_IO;
-  }
+  if (const std::string objection = objection_to_place(root, manual.name); !objection.empty())
+    return failure(OLH_RESULT_IO, objection);
   const auto pages = shipped_pages();
-  if (!pages) {
-    complain(kPagesAreMissing);
-    return OLH_RESULT_NOT_FOUND;
-  }
+  if (!pages) return failure(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
   try {
     is_new_root ? make_root(root, *pages, manual) : add_manual(root, *pages, manual);
     make_search_index(root);
     return OLH_RESULT_OK;
   } catch (const std::runtime_error& error) {
-    complain(root + (is_new_root ? " cannot be made: " : ": ") + error.what() + ".");
-    return OLH_RESULT_IO;
+    return failure(OLH_RESULT_IO, root + (is_new_root ? " cannot be made: " : ": ") + error.what() + ".");
   }
 }
 

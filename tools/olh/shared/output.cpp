@@ -37,6 +37,11 @@ void complain(const std::string& sentence) {
   std::fputs(("olh: " + visible(sentence) + "\n").c_str(), stderr);
 }
 
+int failure(int result, const std::string& sentence) {
+  complain(sentence);
+  return result;
+}
+
 void say_json(const nlohmann::json& answer) {
   print(answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
 }

@@ -26,6 +26,8 @@ void say_marked(const std::string& before, const std::string& marked, const std:
 void say_numbered(std::size_t number, const std::string& root);
 // A sentence on standard error, after the program's name; control characters as in say.
 void complain(const std::string& sentence);
+// The same, and the result that it explains.
+int failure(int result, const std::string& sentence);
 // A JSON answer on standard output. Bytes that are no UTF-8 appear as U+FFFD.
 void say_json(const nlohmann::json& answer);
 

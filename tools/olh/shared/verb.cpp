@@ -75,8 +75,7 @@ int CommandLine::run(int argc, char** argv) {
     return words_->exit(error) == 0 ? 0 : kWrongUse;
   }
   if (std::fflush(stdout) == 0) return exit_code_;
-  complain("the answer could not be written.");
-  return OLH_RESULT_IO;
+  return failure(OLH_RESULT_IO, "the answer could not be written.");
 }
 
 }  // namespace olh

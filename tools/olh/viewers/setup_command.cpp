@@ -21,9 +21,8 @@ constexpr const char* kNotes =
 int set(const ViewerKind& kind, const SearchRoots& roots) {
   const std::string program = installed_adapter(kind);
   if (!program.empty()) return store_for_user(kind, program, roots);
-  complain(std::string(kind.adapter) + " is neither beside " + own_program() + " nor in a directory of PATH: the " +
-           kind.label + " stays as it is.");
-  return OLH_RESULT_NO_PROGRAM;
+  return failure(OLH_RESULT_NO_PROGRAM, std::string(kind.adapter) + " is neither beside " + own_program() +
+                                            " nor in a directory of PATH: the " + kind.label + " stays as it is.");
 }
 
 int forget(const ViewerKind& kind, const SearchRoots& roots) {

@@ -126,10 +126,9 @@ const ViewerKind& asked_kind(const Change& change) {
 
 // What keeps a change from being made at all: a result of the library, or OLH_RESULT_OK for nothing.
 int objection(const Change& change, const SearchRoots& roots) {
-  if (change.tree && roots.roots.empty()) {
-    complain("no documentation root is known whose options file could hold it. Set QEL_DOC_PATH.");
-    return OLH_RESULT_NOT_FOUND;
-  }
+  if (change.tree && roots.roots.empty())
+    return failure(OLH_RESULT_NOT_FOUND,
+                   "no documentation root is known whose options file could hold it. Set QEL_DOC_PATH.");
   return refuse_change(change.tree ? roots.spoilt : user_file_faults()) ? OLH_RESULT_IO : OLH_RESULT_OK;
 }
 
@@ -139,9 +138,9 @@ int set(const Change& change) {
   const std::string program = executable_named(change.program);
   if (program.empty()) {
     const bool is_path = change.program.find('/') != std::string::npos;
-    complain(quoted(change.program) + (is_path ? " is no executable" : " is in no directory of PATH") +
-             "; nothing is changed.");
-    return OLH_RESULT_NO_PROGRAM;
+    return failure(OLH_RESULT_NO_PROGRAM, quoted(change.program) +
+                                              (is_path ? " is no executable" : " is in no directory of PATH") +
+                                              "; nothing is changed.");
   }
   if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
   const int result = change.tree ? store_for_tree(kind, program, roots) : store_for_user(kind, program, roots);
