@@ -63,17 +63,15 @@ void add_portals(Holdings& found, ByName& all) {
 
 // ---- from the lists ----
 
-using Documents = std::optional<std::vector<ListedDocument>>;
-using Portals = std::optional<std::vector<ListedItem>>;
+using Documents = std::vector<ListedDocument>;
+using Portals = std::vector<ListedItem>;
 
 void add_listed(const Documents& documents, const Portals& portals, ByName& all) {
-  if (documents)
-    for (const ListedDocument& document : *documents) {
-      holding(all, document.name).html |= document.html;
-      holding(all, document.name).pdf |= document.pdf;
-    }
-  if (portals)
-    for (const ListedItem& portal : *portals) holding(all, portal.name).portal = true;
+  for (const ListedDocument& document : documents) {
+    holding(all, document.name).html |= document.html;
+    holding(all, document.name).pdf |= document.pdf;
+  }
+  for (const ListedItem& portal : portals) holding(all, portal.name).portal = true;
 }
 
 void add_titles(const Documents& documents, const Portals& portals, ByName& all) {
@@ -81,10 +79,8 @@ void add_titles(const Documents& documents, const Portals& portals, ByName& all)
     const auto known = all.find(name);
     if (known != all.end() && known->second.title.empty()) known->second.title = title;
   };
-  if (documents)
-    for (const ListedDocument& document : *documents) give(document.name, document.title);
-  if (portals)
-    for (const ListedItem& portal : *portals) give(portal.name, portal.title);
+  for (const ListedDocument& document : documents) give(document.name, document.title);
+  for (const ListedItem& portal : portals) give(portal.name, portal.title);
 }
 
 // ---- which root wins ----
@@ -121,11 +117,13 @@ Holdings holdings_of(const std::string& root) {
   Holdings found;
   found.root = root;
   ByName all;
-  const Documents documents = listed_documents(root);
-  const Portals portals = listed_portals(root);
+  const auto known_documents = listed_documents(root);
+  const auto known_portals = listed_portals(root);
+  const Documents documents = known_documents.value_or(Documents());
+  const Portals portals = known_portals.value_or(Portals());
   if (is_web_root(root)) {
-    found.documents_known = documents.has_value();
-    found.portals_known = portals.has_value();
+    found.documents_known = known_documents.has_value();
+    found.portals_known = known_portals.has_value();
     add_listed(documents, portals, all);
   } else {
     add_manuals(found, all);

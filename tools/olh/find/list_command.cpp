@@ -50,13 +50,12 @@ std::vector<Holdings> gather(const SearchRoots& roots, const std::string& kind) 
 
 // What cannot be told of a root; "" for nothing.
 std::string unknown_part(const Holdings& root) {
-  const char* part = !root.documents_known && !root.portals_known ? "documents and portals"
-                     : !root.documents_known                      ? "documents"
-                     : !root.portals_known                        ? "portals"
-                                                                  : nullptr;
-  if (part == nullptr) return "";
-  if (!is_web_root(root.root)) return std::string("may hold more ") + part;
-  return std::string("cannot tell which ") + part + " it holds: its lists cannot be read";
+  std::vector<std::string> parts;
+  if (!root.documents_known) parts.emplace_back("documents");
+  if (!root.portals_known) parts.emplace_back("portals");
+  if (parts.empty()) return "";
+  if (!is_web_root(root.root)) return "may hold more " + enumeration(parts);
+  return "cannot tell which " + enumeration(parts) + " it holds: its lists cannot be read";
 }
 
 void print_root(const Holdings& root, std::size_t number, std::size_t width) {
