@@ -2,9 +2,9 @@
 //
 // Knows    that a listing can fail halfway.
 // Not      what an entry is ("." and ".." are among them): a file's type is asked of the file, since d_type may say nothing.
-// For      whoever lists a directory (the generator of document lists).
-#ifndef OLH_COMMON_DIRECTORY_H
-#define OLH_COMMON_DIRECTORY_H
+// For      portal_list and document_lists, through listing.
+#ifndef OLH_DMERGE_DIRECTORY_H
+#define OLH_DMERGE_DIRECTORY_H
 
 #include <dirent.h>
 

@@ -1,9 +1,9 @@
 // The names of viewers and display types, as the trace log writes them.
 //
 // Knows    the two tables and the bounds of their values.
-// For      the client API, which renders its arguments, and whoever else shows one of these values.
-#ifndef OLH_COMMON_NAMES_H
-#define OLH_COMMON_NAMES_H
+// For      the entry points, which render their arguments.
+#ifndef OLH_CLIENT_NAMES_H
+#define OLH_CLIENT_NAMES_H
 
 // In value order, beginning with OLH_VIEWER_TOMEDECK (-2), and a null entry at the end.
 extern const char* const olhViewerNames[];
