@@ -38,11 +38,9 @@ void warn_of_other_display(const Choice& choice, const Trace& trace) {
 
 // The name as the library had it before it made an address of it.
 std::string name_behind(std::string text) {
-  constexpr std::pair<std::string_view, char> kEncoded[] = {
-      {"%20", ' '}, {"%27", '\''}, {"%28", '('}, {"%29", ')'}, {"%2C", ','}};
-  for (const auto& [code, byte] : kEncoded)
-    for (std::size_t at = text.find(code); at != std::string::npos; at = text.find(code, at + 1))
-      text.replace(at, code.size(), 1, byte);
+  constexpr std::pair<std::string_view, std::string_view> kEncoded[] = {
+      {"%20", " "}, {"%27", "'"}, {"%28", "("}, {"%29", ")"}, {"%2C", ","}};
+  for (const auto& [code, byte] : kEncoded) replace_all(text, code, byte);
   return text;
 }
 

@@ -43,6 +43,11 @@ Words lines_of(std::string_view text) {
   return lines;
 }
 
+void replace_all(std::string& text, std::string_view what, std::string_view by) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+    text.replace(at, what.size(), by);
+}
+
 std::string command_line(const Words& words) {
   std::string line;
   for (const std::string& word : words) line += (line.empty() ? "" : " ") + quoted(word);

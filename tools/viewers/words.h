@@ -19,6 +19,9 @@ std::string lower_case(std::string_view text);
 // The lines of a text, without their line feeds.
 Words lines_of(std::string_view text);
 
+// Every `what` becomes `by`.
+void replace_all(std::string& text, std::string_view what, std::string_view by);
+
 // The words as a person would type them to a shell.
 std::string command_line(const Words& words);
 

@@ -121,11 +121,7 @@ int check(const Arguments& asked) {
     findings.error(asked.root, reason);
   }
   const std::string name = root ? root->path : asked.root;
-  if (asked.json) {
-    print_as_json(name, findings);
-  } else {
-    print_as_text(name, root ? contents_of(*root) : "", findings);
-  }
+  asked.json ? print_as_json(name, findings) : print_as_text(name, root ? contents_of(*root) : "", findings);
   return exit_code_of(findings);
 }
 

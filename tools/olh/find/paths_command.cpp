@@ -80,11 +80,7 @@ int paths(const PathsArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   std::vector<SpoiltFile> spoilt = roots.spoilt;
   for (SpoiltFile& one : user_file_faults()) spoilt.push_back(std::move(one));
-  if (asked.json) {
-    print_as_json(roots, spoilt);
-  } else {
-    print_as_text(roots);
-  }
+  asked.json ? print_as_json(roots, spoilt) : print_as_text(roots);
   complain_about(spoilt);
   if (!roots.roots.empty()) return OLH_RESULT_OK;
   return failure(

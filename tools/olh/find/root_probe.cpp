@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <nlohmann/json.hpp>
 
 #include "find.h"
 #include "olh/support.h"
@@ -56,6 +57,10 @@ int build_path(const std::string& host_roots) {
 }
 
 }  // namespace
+
+nlohmann::json presence_as_json(Presence presence) {
+  return presence == Presence::kCannotTell ? nlohmann::json() : nlohmann::json(presence == Presence::kYes);
+}
 
 std::map<std::string, Presence> probe_url_root(const std::string& root, const std::vector<std::string>& urls) {
   std::vector<std::string> words = {kProbeVerb, "--", root};

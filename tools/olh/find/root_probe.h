@@ -9,6 +9,7 @@
 #define OLH_TOOLS_ROOT_PROBE_H
 
 #include <map>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +19,9 @@
 namespace olh {
 
 enum class Presence { kYes, kNo, kCannotTell };
+
+// True, false or null.
+nlohmann::json presence_as_json(Presence presence);
 
 // For each URL, all of them below `root`, whether it is there; kCannotTell from the first on that is not answered in
 // time.

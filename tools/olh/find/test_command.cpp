@@ -25,36 +25,34 @@ struct TestArguments {
   bool json = false;
 };
 
-// Yes, no, or cannot tell: a topic can only be looked up in an HTML manual on this machine.
-enum class TopicAnswer { kYes, kNo, kCannotTell };
-
-TopicAnswer topic_answer(int result, const TestArguments& asked, const Located& located) {
+// A topic can only be looked up in an HTML manual on this machine.
+Presence topic_answer(int result, const TestArguments& asked, const Located& located) {
   const bool can_tell = located.kind == OLH_VIEWER_HTML && located.location.starts_with("file://");
-  if (asked.tag.empty() || !can_tell) return TopicAnswer::kCannotTell;
-  return result == OLH_RESULT_OK ? TopicAnswer::kYes : TopicAnswer::kNo;
+  if (asked.tag.empty() || !can_tell) return Presence::kCannotTell;
+  return result == OLH_RESULT_OK ? Presence::kYes : Presence::kNo;
 }
 
 void print_as_json(int result, const TestArguments& asked, const Located& located) {
   nlohmann::json answer = located_as_json(asked.document, located);
-  const TopicAnswer topic = topic_answer(result, asked, located);
+  const Presence topic = topic_answer(result, asked, located);
   answer["tag"] = asked.tag;
   answer["result"] = result;
-  answer["topic"] = topic == TopicAnswer::kCannotTell ? nlohmann::json() : nlohmann::json(topic == TopicAnswer::kYes);
+  answer["topic"] = presence_as_json(topic);
   say_json(answer);
 }
 
 void print_as_text(int result, const TestArguments& asked, const Located& located) {
-  const TopicAnswer topic = topic_answer(result, asked, located);
+  const Presence topic = topic_answer(result, asked, located);
   std::string line = "Found: " + located.location;
-  if (topic == TopicAnswer::kYes) line += ", with the topic \"" + asked.tag + "\"";
-  if (topic == TopicAnswer::kCannotTell && !asked.tag.empty())
+  if (topic == Presence::kYes) line += ", with the topic \"" + asked.tag + "\"";
+  if (topic == Presence::kCannotTell && !asked.tag.empty())
     line += "; whether it holds \"" + asked.tag + "\" cannot be told from here";
   if (result == OLH_RESULT_OK) say(line + ".");
 }
 
 void explain_failure(int result, const TestArguments& asked, const Located& located, const SearchRoots& roots) {
   if (result != OLH_RESULT_NO_TOPIC) return void(complain_not_found(asked.document, roots));
-  if (topic_answer(result, asked, located) == TopicAnswer::kCannotTell)
+  if (topic_answer(result, asked, located) == Presence::kCannotTell)
     return complain("found " + located.location + ", but it lies behind a URL: whether it holds \"" + asked.tag +
                     "\" cannot be told from here.");
   complain("found " + located.location + ", but no topic \"" + asked.tag + "\" in its topic table, " +
@@ -65,11 +63,7 @@ int test(const TestArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.root);
   const Located located = locate(asked.document, roots);
   const int result = OlhHelpTest(asked.document.c_str(), asked.tag.c_str());
-  if (asked.json) {
-    print_as_json(result, asked, located);
-  } else {
-    print_as_text(result, asked, located);
-  }
+  asked.json ? print_as_json(result, asked, located) : print_as_text(result, asked, located);
   if (result != OLH_RESULT_OK) explain_failure(result, asked, located, roots);
   return result;
 }

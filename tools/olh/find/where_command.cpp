@@ -61,14 +61,12 @@ std::vector<Tried> try_all(const WhereArguments& asked, const Located& located, 
 
 nlohmann::json places_as_json(const std::vector<Tried>& list) {
   nlohmann::json places = nlohmann::json::array();
-  for (const Tried& tried : list) {
-    const bool known = tried.presence != Presence::kCannotTell;
+  for (const Tried& tried : list)
     places.push_back({{"location", tried.place.location},
                       {"kind", kind_name(tried.place.kind)},
                       {"root", text_or_null(tried.place.root)},
-                      {"exists", known ? nlohmann::json(tried.presence == Presence::kYes) : nlohmann::json()},
+                      {"exists", presence_as_json(tried.presence)},
                       {"winner", tried.wins}});
-  }
   return places;
 }
 

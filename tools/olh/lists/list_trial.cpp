@@ -64,8 +64,7 @@ class ShadowRoot {
 
   // A text in which the shadow is called by the root's name.
   std::string unveiled(std::string text) const {
-    for (std::size_t at = text.find(path_); at != std::string::npos; at = text.find(path_, at + root_.size()))
-      text.replace(at, path_.size(), root_);
+    olh_viewers::replace_all(text, path_, root_);
     return text;
   }
 

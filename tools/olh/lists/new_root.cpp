@@ -76,11 +76,6 @@ void copy_wanted(const fs::path& docs, const fs::path& root, std::span<const cha
   }
 }
 
-void replace_all(std::string& text, const std::string& what, const std::string& by) {
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
-    text.replace(at, what.size(), by);
-}
-
 struct Filling {
   std::string placeholder;
   std::string text;
@@ -88,8 +83,8 @@ struct Filling {
 using Fillings = std::vector<Filling>;
 
 std::string as_markup(std::string text) {
-  replace_all(text, "&", "&amp;");
-  replace_all(text, "<", "&lt;");
+  olh_viewers::replace_all(text, "&", "&amp;");
+  olh_viewers::replace_all(text, "<", "&lt;");
   return text;
 }
 
@@ -108,7 +103,7 @@ void fill_in(const fs::path& from, const fs::path& to, const Fillings& fillings)
   std::string text = *source;
   const bool is_page = from.extension() == ".htm";
   for (const Filling& filling : fillings)
-    replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);
+    olh_viewers::replace_all(text, filling.placeholder, is_page ? as_markup(filling.text) : filling.text);
   write_page(to, text);
 }
 

@@ -36,11 +36,6 @@ struct RemoveArguments {
   bool json = false;
 };
 
-int fail(OlhResult code, const std::string& sentence) {
-  complain(sentence);
-  return code;
-}
-
 // In one step first: what is half removed would be taken for a manual.
 void remove_folder(const fs::path& folder) {
   std::string aside = (folder.parent_path() / ".olh-import-XXXXXX").string();
@@ -55,19 +50,17 @@ void remove_folder(const fs::path& folder) {
 int remove_manual(const RemoveArguments& asked, const std::string& root) {
   const std::string folder = root + "/htmldocs/" + asked.name;
   std::error_code failed;
-  if (is_nothing(folder, failed)) return fail(OLH_RESULT_NOT_FOUND, root + " has no manual " + asked.name + ".");
+  if (is_nothing(folder, failed)) return failure(OLH_RESULT_NOT_FOUND, root + " has no manual " + asked.name + ".");
   if (!asked.force && olh_viewers::origin_of(folder).empty())
-    return fail(OLH_RESULT_IO,
-                folder + " was not brought by olh import or olh new. --force removes it all the same.");
+    return failure(OLH_RESULT_IO,
+                   folder + " was not brought by olh import or olh new. --force removes it all the same.");
   try {
     remove_folder(folder);
   } catch (const std::runtime_error& error) {
-    return fail(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");
+    return failure(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");
   }
-  StreamInMemory messages(stdout);
-  const ListRun run = make_lists(
-      root, [](const std::string&) {}, false);
-  if (run.result != DMERGE_RESULT_OK) return fail(OLH_RESULT_IO, sentence_about_failure(run));
+  const ListRun run = make_lists_silently(root);
+  if (run.result != DMERGE_RESULT_OK) return failure(OLH_RESULT_IO, sentence_about_failure(run));
   make_search_index(root);
   return OLH_RESULT_OK;
 }
@@ -87,13 +80,13 @@ int prepare_root(const std::string& given) {
   const auto pages = shipped_pages();
   std::error_code failed;
   const bool is_new = is_nothing(root, failed);
-  if (!is_new && !is_root_directory(root)) return fail(OLH_RESULT_IO, no_root(root));
-  if (!pages) return fail(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
+  if (!is_new && !is_root_directory(root)) return failure(OLH_RESULT_IO, no_root(root));
+  if (!pages) return failure(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
   try {
     is_new ? make_bare_root(root, *pages) : complete_root(root, *pages);
     return OLH_RESULT_OK;
   } catch (const std::runtime_error& error) {
-    return fail(OLH_RESULT_IO, root + (is_new ? " cannot be made: " : ": ") + error.what() + ".");
+    return failure(OLH_RESULT_IO, root + (is_new ? " cannot be made: " : ": ") + error.what() + ".");
   }
 }
 

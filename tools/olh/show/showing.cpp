@@ -248,11 +248,7 @@ void print_as_text(const Located& located, const Plan& plan) {
 
 int print(const ShowRequest& request, bool json, const SearchRoots& roots) {
   const Plan plan = make_plan(request);
-  if (json) {
-    print_as_json(request, plan);
-  } else {
-    print_as_text(request.located, plan);
-  }
+  json ? print_as_json(request, plan) : print_as_text(request.located, plan);
   if (plan.in_vain) {
     complain_in_vain(request, plan.viewer);
   } else if (!plan.obstacle.empty()) {
