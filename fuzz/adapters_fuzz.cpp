@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "call_records.h"
 #include "desktop_default.h"
 #include "fuzz.h"
 #include "olh-browser/browser.h"
 #include "olh-pdf-reader/reader.h"
-#include "olh-recorder/records.h"
 #include "pdf_places.h"
 #include "url.h"
 
@@ -62,17 +62,17 @@ void check_readers(const std::string& text, const Words& words) {
 
 // Noted behind what is no whole call, a call may get lost, but none is made up.
 void check_records(const std::string& text, const Words& words) {
-  const std::string viewer = scratch() + "/viewer";
-  write_file(viewer + ".log", "");
-  const olh_recorder::Call call = {words, "3 ", "0", "0"};
+  const std::string file = scratch() + "/calls";
+  write_file(file, "");
+  const Call call = {words, "3 ", "0", "0"};
   const bool is_whole = std::none_of(words.begin(), words.end(),
                                      [](const std::string& word) { return word.find('\0') != std::string::npos; });
-  expect(olh_recorder::append(viewer, call), "a call is noted");
-  const std::vector<olh_recorder::Call> calls = olh_recorder::read_calls(viewer);
+  expect(append_call(file, call, false), "a call is noted");
+  const std::vector<Call> calls = read_calls(file);
   if (is_whole) expect(calls.size() == 1 && calls[0].arguments == words, "a noted call is read back");
-  write_file(viewer + ".log", text);
+  write_file(file, text);
   const auto ends = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0'));
-  expect(olh_recorder::read_calls(viewer).size() * 4 <= ends, "a call has four fields at least");
+  expect(read_calls(file).size() * 4 <= ends, "a call has four fields at least");
 }
 
 }  // namespace
