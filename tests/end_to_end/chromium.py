@@ -118,7 +118,7 @@ class Browser:
     def press(self, key, **more):
         """A key pressed and released: "Tab", "Enter" or a letter."""
         text = {"Enter": "\r"}.get(key, key if len(key) == 1 else "")
-        code = {"Tab": 9, "Enter": 13, "Escape": 27}.get(key, ord(key[0].upper()))
+        code = {"Tab": 9, "Enter": 13, "Escape": 27, "ArrowUp": 38, "ArrowDown": 40}.get(key, ord(key[0].upper()))
         self.call("Input.dispatchKeyEvent", type="keyDown", key=key, text=text, windowsVirtualKeyCode=code, **more)
         self.call("Input.dispatchKeyEvent", type="keyUp", key=key, windowsVirtualKeyCode=code, **more)
 

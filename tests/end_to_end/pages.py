@@ -56,9 +56,9 @@ class Pages(unittest.TestCase):
     def serve(cls):
         server = told_to_copy("nginx").replace("listen 80", f"listen 127.0.0.1:{cls.port}").replace("/usr/share/olh/docs", str(DOCS))
         below = told_to_copy("nginx_below").replace("/usr/share/olh/docs", str(DOCS))
-        # Beside it the same root as it is before the text for the search has been made.
+        # Beside it the same root as it is before text and index for the search have been made.
         bare = cls.dir / "bare"
-        shutil.copytree(DOCS, bare, ignore=lambda _, names: [name for name in names if name == "QELSearchText.js"])
+        shutil.copytree(DOCS, bare, ignore=lambda _, names: [name for name in names if name in ("QELSearchText.js", "search")])
         more = f"{below}\nlocation /bare/ {{ alias {bare}/; }}\n}}"
         user = "user root;" if os.geteuid() == 0 else ""
         config = cls.dir / "nginx.conf"

@@ -9,6 +9,7 @@
 #include "index_folder.h"
 #include "index_maker.h"
 #include "manual_text.h"
+#include "pdf_text.h"
 #include "visible.h"
 
 namespace {
@@ -45,7 +46,10 @@ int make_index(const Arguments& asked) {
   olh_index::IndexMaker maker(
       [&](const std::string& name, const nlohmann::json& piece) { folder.write(name, piece); });
   for (olh_index::IndexedManual& manual : olh_index::listed_documents(*list)) {
-    if (!manual.is_pdf)
+    if (manual.is_pdf)
+      olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
+                          "pdfdocs/" + manual.name + ".pdf", manual);
+    else
       olh_index::read_manual((root / "htmldocs" / manual.name).string(), "htmldocs/" + manual.name + "/", manual);
     if (!asked.quiet && !manual.unsearched.empty())
       std::printf("%s %s.\n", olh_viewers::visible(manual.name).c_str(), manual.unsearched.c_str());

@@ -33,7 +33,7 @@
       olh.element('ol', {}, olh.element('li', {}, olh.element('a', { href: '../../index.html' }, 'All documentation')))));
     olh.toBar(olh.searchField('Search this manual', function (words) {
       return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
-    }));
+    }, { base: '../../', names: [manual] }));
     follow();
   }
 

@@ -161,7 +161,7 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     if (olhManual.version) olh.toBar(olh.element('span', { 'class': 'version' }, olhManual.version));
     olh.toBar(olh.searchField('Search this manual', function (words) {
       return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
-    }));
+    }, { base: '../../', names: [manual] }));
     if (topic) surround(topic);
     document.querySelector('main').before(document.querySelector('.trail') || trail(topic));
     if (topic) pdfLink(topic);

@@ -44,6 +44,17 @@ var olh = (function () {
     });
   }
 
+  // Loads scripts that lie beside this one, and the style of the search with them.
+  var lib = document.currentScript.src.replace(/[^\/]*$/, '');
+  var loading = {};
+  async function needed(scripts) {
+    if (!document.querySelector('link[href$="search.css"]')) document.head.append(element('link', { rel: 'stylesheet', href: lib + 'search.css' }));
+    for (var name of scripts) {
+      loading[name] = loading[name] || (document.querySelector('script[src$="/' + name + '"]') ? Promise.resolve() : script(lib + name));
+      await loading[name];
+    }
+  }
+
   // What of a topic name counts when two are compared.
   function topicName(text) {
     return String(text).replace(/[^A-Za-z0-9_-]/g, '').toLowerCase();
@@ -59,10 +70,14 @@ var olh = (function () {
     document.querySelector('.bar .colours').before(made);
   }
 
-  // A field in the bar that goes to the page of results: place is its address up to the words.
-  function searchField(what, place) {
+  // A field in the bar that goes to the page of results: place is its address up to the words. What is found is shown
+  // below it meanwhile, of scope (search_panel.js), once somebody is there.
+  function searchField(what, place, scope) {
     var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: 'Search' });
     var form = element('form', { role: 'search' }, field);
+    field.addEventListener('focus', function () {
+      needed(['find.js', 'search.js', 'search_panel.js']).then(function () { olhPanel.attach(form, field, scope); });
+    }, { once: true });
     form.addEventListener('submit', function (event) {
       event.preventDefault();
       if (field.value.trim()) location.href = place(encodeURIComponent(field.value));
@@ -102,10 +117,26 @@ var olh = (function () {
     return button;
   }
 
+  // "/" goes to the search.
+  function searchByKey(event) {
+    var field = document.querySelector('.bar input[type=search], #query');
+    if (event.key !== '/' || !field || event.altKey || event.ctrlKey || event.metaKey || event.target.closest('input, select, textarea, [contenteditable]')) return;
+    event.preventDefault();
+    field.focus();
+  }
+
+  // A page that a search leads to marks the words.
+  function markWords() {
+    var words = (asked().mark || '').split(' ').filter(Boolean).slice(0, 32), main = document.querySelector('main');
+    if (words.length && main) needed(['find.js']).then(function () { olhFind.markIn(main, words); });
+  }
+
   showColours(chosenColours());
+  addEventListener('keydown', searchByKey);
   addEventListener('DOMContentLoaded', function () {
     var bar = document.querySelector('.bar');
     if (bar) bar.append(colourSwitch());
+    markWords();
   });
 
   return { asked: asked, decoded: decoded, element: element, script: script, searchField: searchField, shown: shown, toBar: toBar,

@@ -1,18 +1,28 @@
-// Search in the page itself: over titles, topics and the text of topics. The text stands in QELdata/QELSearchText.js
-// beside a manual's topic table; without it, the topics' pages are read where the browser allows it, which it does not
-// from file://. Needs page.js.
+// The search form and its results, in the page itself. With the index that "olh dmerge" makes, find.js answers. In a root
+// without one the titles of topics are looked through, and their text: QELdata/QELSearchText.js beside a manual's topic
+// table, or the pages themselves where the browser reads them, which it does not from file://. Needs page.js and find.js.
 var olhSearch = (function () {
   'use strict';
-  var last = Promise.resolve();
+  var PAGES_READ = 300, AT_ONCE = 6, SHOWN = 8, last = Promise.resolve(), turn = 0;
 
-  // The text of topics from their pages, each as one passage. A page is only read, none of its scripts runs.
-  function readPages(topics) {
-    return Promise.all(topics.map(function (topic) {
-      return fetch(topic.href).then(function (answer) { return answer.ok ? answer.text() : ''; }).then(function (markup) {
+  // The text of topics from their pages, each page once and not too many of them. A page is only read, none of its
+  // scripts runs.
+  async function readPages(topics) {
+    var pages = new Map();
+    topics.forEach(function (topic) {
+      var page = topic.href.replace(/#.*/, '');
+      if (pages.has(page)) pages.get(page).push(topic);
+      else if (pages.size < PAGES_READ) pages.set(page, [topic]);
+    });
+    var waiting = Array.from(pages);
+    async function read() {
+      for (var next = waiting.shift(); next; next = waiting.shift()) {
+        var markup = await fetch(next[0]).then(function (answer) { return answer.ok ? answer.text() : ''; }, function () { return ''; });
         var main = new DOMParser().parseFromString(markup, 'text/html').querySelector('main, body');
-        topic.passages.push({ anchor: '', heading: '', text: main.textContent.replace(/\s+/g, ' ') });
-      }, function () {});
-    }));
+        next[1][0].passages.push({ anchor: '', heading: '', text: main.textContent.replace(/\s+/g, ' ') });
+      }
+    }
+    await Promise.all(Array.from({ length: AT_ONCE }, read));
   }
 
   // A manual's topics. One manual after the other, since every table calls the same three functions.
@@ -31,7 +41,7 @@ var olhSearch = (function () {
       };
       return olh.script(folder + 'QELdata/QELAllData.js')
         .then(function (there) { return there && olh.script(folder + 'QELdata/QELSearchText.js'); })
-        .then(function (there) { return there || !/^http/.test(location.protocol) ? book : readPages(book.topics).then(function () { return book; }); });
+        .then(function (there) { book.hasText = there; return book; });
     });
     return last;
   }
@@ -81,18 +91,26 @@ var olhSearch = (function () {
     return [from ? '\u2026 ' : ''].concat(parts, to < text.length ? ' \u2026' : '');
   }
 
-  // Searches libraries, rows of [title, name, kind] as in LibList.js, below base (the way to the root, with "/").
-  function run(base, libraries, wanted) {
-    var books = libraries.map(function (row) {
-      if (row[2] !== 'pdf') return manual(base + 'htmldocs/', row[0], row[1]);
-      return { title: 'PDF', topics: [{ id: row[1], href: base + 'pdfdocs/' + encodeURIComponent(row[1]) + '.pdf', title: row[0], passages: [] }] };
-    });
-    return Promise.all(books).then(function (all) {
-      var found = all.flatMap(function (book) {
+  // Without an index: searches libraries, rows of [title, name, kind] as in LibList.js, below base (the way to the root, with "/").
+  // What titles give is shown at once.
+  async function run(base, libraries, wanted, show) {
+    var books = [];
+    function best() {
+      return books.flatMap(function (book) {
         return book.topics.map(function (topic) { return { points: score(topic, wanted), topic: topic, book: book }; });
-      });
-      return found.filter(function (hit) { return hit.points; }).sort(function (a, b) { return b.points - a.points; });
-    });
+      }).filter(function (hit) { return hit.points; }).sort(function (a, b) { return b.points - a.points; });
+    }
+    for (var library of libraries) {
+      if (library[2] === 'pdf') {
+        books.push({ title: 'PDF', topics: [{ id: library[1], href: base + 'pdfdocs/' + encodeURIComponent(library[1]) + '.pdf', title: library[0], passages: [] }] });
+        continue;
+      }
+      var book = await manual(base + 'htmldocs/', library[0], library[1]);
+      books.push(book);
+      show(best());
+      if (!book.hasText && /^http/.test(location.protocol)) await readPages(book.topics);
+    }
+    return best();
   }
 
   function row(hit, wanted) {
@@ -100,30 +118,103 @@ var olhSearch = (function () {
     var item = olh.element('li', {}, [olh.element('a', { href: hit.topic.href }, hit.topic.title), olh.element('span', { 'class': 'from' }, hit.book.title)]);
     if (!passage) return item;
     var place = passage.anchor && passage.heading !== hit.topic.title
-      ? [olh.element('a', { href: hit.topic.href + '#' + passage.anchor }, passage.heading), ': '] : [];
+      ? [olh.element('a', { href: hit.topic.href.replace(/#.*/, '') + '#' + passage.anchor }, passage.heading), ': '] : [];
     item.append(olh.element('p', {}, place.concat(excerpt(passage.text, wanted))));
     return item;
   }
 
-  // The search form and, when there is a query, its results. go(query, scope) is called with what a person asks.
+  function counted(number, one, many) { return number + ' ' + (number === 1 ? one : many); }
+
+  function sayWithout(say, found, query) {
+    say.textContent = (found.length ? counted(found.length, 'place', 'places') + ' for "' + olh.shown(query) + '".'
+      : 'Nothing holds all the words of "' + olh.shown(query) + '". Fewer or shorter words find more.') +
+      ' This root has no search index; "olh dmerge" makes it.';
+  }
+
+  // What a search came to, and what was searched.
+  function outcome(index, answer, query, names) {
+    var words = answer.words.filter(function (word) { return word.taken !== word.asked; }), rest = answer.pages.length - answer.complete;
+    var said = words.map(function (word) {
+      return word.taken ? 'Results for "' + olh.shown(word.taken) + '": "' + olh.shown(word.asked) + '" is nowhere.' : '"' + olh.shown(word.asked) + '" is nowhere.';
+    });
+    if (answer.complete) said.push(counted(answer.complete, 'page', 'pages') + ' for "' + olh.shown(query) + '"' + (rest ? ', and ' + rest + ' with most of the words.' : '.'));
+    else if (rest) said.push('Nothing holds all the words of "' + olh.shown(query) + '". ' + counted(rest, 'page holds', 'pages hold') + ' some of them.');
+    else said.push('Nothing holds all the words of "' + olh.shown(query) + '". Fewer or shorter words find more.');
+    if (answer.cut) said.push('The phrase was looked for in the best pages only.');
+    var without = index.manuals.filter(function (manual) { return manual.unsearched && (!names || names.indexOf(manual.name) >= 0); });
+    without.slice(0, 5).forEach(function (manual) { said.push(manual.title + ' ' + manual.unsearched + '.'); });
+    if (without.length > 5) said.push('So it is with ' + (without.length - 5) + ' more.');
+    return said.join(' ');
+  }
+
+  // The address of a hit, with the words that its page is to mark.
+  function addressOf(hit, marks) {
+    var parts = hit.href.split('#');
+    if (hit.manual.pdf) return hit.href;
+    return parts[0] + '?mark=' + marks.map(encodeURIComponent).join('%20') + (parts.length > 1 ? '#' + parts[1] : '');
+  }
+
+  // A row of the list. What of the words is not in the page is said.
+  function hitRow(hit, answer, marks) {
+    var missing = answer.words.filter(function (word, i) { return !(hit.words >> i & 1); }).map(function (word) { return word.asked; });
+    var heading = hit.anchor && hit.heading !== hit.title ? [olh.element('span', { 'class': 'place' }, olhFind.nodes(olhFind.excerpt(hit.heading, marks))), ': '] : [];
+    return olh.element('li', {}, [olh.element('a', { href: addressOf(hit, marks) }, hit.title), olh.element('span', { 'class': 'from' }, hit.manual.title),
+      olh.element('p', {}, heading.concat(olhFind.nodes(olhFind.excerpt(hit.text, marks)))),
+      missing.length ? olh.element('p', { 'class': 'without' }, 'Without: ' + missing.join(', ')) : '']);
+  }
+
+  // Fills the list from the index, more of it on request. `overtaken` says that a newer search has begun.
+  async function fill(index, query, names, say, list, more, overtaken) {
+    var answer = await olhFind.find(index, query, names), marks = olhFind.marksOf(answer, query), next = 0;
+    async function show() {
+      var hits = await olhFind.hits(index, answer, next, SHOWN);
+      if (overtaken()) return;
+      hits.forEach(function (hit) { list.append(hitRow(hit, answer, marks)); });
+      next += SHOWN;
+      more.hidden = next >= answer.pages.length;
+    }
+    more.addEventListener('click', show);
+    await show();
+    if (!overtaken()) say.textContent = outcome(index, answer, query, names);
+  }
+
+  async function fillWithout(base, libraries, query, say, list, overtaken) {
+    var wanted = words(query);
+    function show(found) {
+      if (overtaken()) return;
+      list.replaceChildren.apply(list, found.slice(0, 100).map(function (hit) { return row(hit, wanted); }));
+    }
+    var found = await run(base, libraries, wanted, show);
+    show(found);
+    if (!overtaken()) sayWithout(say, found, query);
+  }
+
+  var indexes = {};
+  function indexOf(base) {
+    indexes[base] = indexes[base] || olhFind.open(base);
+    return indexes[base];
+  }
+
+  // The search form and, when there is a query, its results: in libraries, or in all documents where these are all. go(query,
+  // scope) is called with what a person asks.
   function panel(base, libraries, query, scopes, scope, go) {
-    var field = olh.element('input', { type: 'search', id: 'query', name: 'query', value: query });
+    var field = olh.element('input', { type: 'search', id: 'query', name: 'query', value: query }), mine = ++turn;
     var choice = olh.element('select', { id: 'scope' }, scopes.map(function (pair) {
       return olh.element('option', Object.assign({ value: pair[1] }, pair[1] === scope ? { selected: '' } : {}), pair[0]);
     }));
     var form = olh.element('form', { 'class': 'ask', role: 'search' }, [olh.element('label', { 'for': 'query' }, ['Words to look for', field]),
       olh.element('label', { 'for': 'scope' }, ['Look in', choice]), olh.element('button', {}, 'Search')]);
     form.addEventListener('submit', function (event) { event.preventDefault(); go(field.value, choice.value); });
-    var say = olh.element('p', { role: 'status' }), list = olh.element('ol', { 'class': 'list', id: 'found' }), wanted = words(query);
-    if (wanted.length) {
-      run(base, libraries, wanted).then(function (found) {
-        found.slice(0, 100).forEach(function (hit) { list.append(row(hit, wanted)); });
-        say.textContent = found.length ? found.length + (found.length === 1 ? ' place' : ' places') + ' for "' + query + '"'
-          : 'Nothing holds all the words of "' + query + '". Fewer or shorter words find more.';
+    var say = olh.element('p', { role: 'status' }), list = olh.element('ol', { 'class': 'list', id: 'found' });
+    var more = olh.element('button', { type: 'button', 'class': 'more', hidden: '' }, 'More results');
+    if (query.trim()) {
+      indexOf(base).then(function (index) {
+        var names = scope ? libraries.map(function (one) { return one[1]; }) : null, overtaken = function () { return mine !== turn; };
+        return index ? fill(index, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
       });
     }
-    return olh.element('section', { 'aria-label': 'Search' }, [form, say, list]);
+    return olh.element('section', { 'aria-label': 'Search' }, [form, say, list, more]);
   }
 
-  return { panel: panel };
+  return { panel: panel, indexOf: indexOf, addressOf: addressOf, outcome: outcome };
 })();

@@ -92,7 +92,8 @@ var TDTab_TomeDecks = new Tab_Object(), TDTab_Documents = new Tab_Object();
     var old = document.querySelector('.bar form');
     if (old) old.remove();
     if (tab !== 'search') {
-      olh.toBar(olh.searchField('Search ' + title, function (words) { return address(portal, { tab: 'search' }) + '&query=' + words; }));
+      olh.toBar(olh.searchField('Search ' + title, function (words) { return address(portal, { tab: 'search' }) + '&query=' + words; },
+        { base: root, names: portal ? documents(portal).map(function (row) { return row[1]; }) : null }));
     }
     document.querySelector('main').replaceChildren(olh.element('h1', {}, title), say, body(tab, portal, portals, asked.query || ''),
       olh.element('p', { 'class': 'release' }, mReleaseName));

@@ -1,0 +1,70 @@
+// Results below the search field of the bar, as a person types. Arrow keys choose, Enter goes there, or to the page of
+// results where nothing is chosen, Escape closes. Needs page.js, find.js and search.js.
+var olhPanel = (function () {
+  'use strict';
+  var SHOWN = 6;
+
+  function option(hit, answer, marks, number) {
+    var heading = hit.anchor && hit.heading !== hit.title ? olh.element('span', { 'class': 'place' }, hit.heading) : '';
+    return olh.element('li', { role: 'option', id: 'hit-' + number, 'aria-selected': 'false' },
+      olh.element('a', { href: olhSearch.addressOf(hit, marks), tabindex: '-1' }, [olh.element('span', { 'class': 'title' }, hit.title), heading,
+        olh.element('span', { 'class': 'excerpt' }, olhFind.nodes(olhFind.excerpt(hit.text, marks)))]));
+  }
+
+  // form and field of the bar; scope: base, the way to the root, and names, the manuals that are searched (null: all).
+  function attach(form, field, scope) {
+    var list = olh.element('ul', { role: 'listbox', id: 'hits', 'aria-label': 'Results' }), say = olh.element('p', { role: 'status' });
+    var box = olh.element('div', { 'class': 'hits', hidden: '' }, [list, say]), turn = 0, chosen = -1;
+    form.append(box);
+    Object.entries({ role: 'combobox', autocomplete: 'off', 'aria-controls': 'hits', 'aria-autocomplete': 'list', 'aria-expanded': 'false' })
+      .forEach(function (pair) { field.setAttribute(pair[0], pair[1]); });
+
+    function open(is) {
+      box.hidden = !is;
+      field.setAttribute('aria-expanded', String(is));
+      if (!is) choose(-1);
+    }
+
+    function choose(number) {
+      chosen = number;
+      Array.from(list.children).forEach(function (one, i) { one.setAttribute('aria-selected', String(i === number)); });
+      if (number < 0) return field.removeAttribute('aria-activedescendant');
+      field.setAttribute('aria-activedescendant', list.children[number].id);
+      list.children[number].scrollIntoView({ block: 'nearest' });
+    }
+
+    async function search() {
+      var mine = ++turn, query = field.value, index = await olhSearch.indexOf(scope.base);
+      if (!index || !query.trim()) return open(false);
+      var answer = await olhFind.find(index, query, scope.names), hits = await olhFind.hits(index, answer, 0, SHOWN);
+      if (mine !== turn) return;
+      var marks = olhFind.marksOf(answer, query);
+      list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, answer, marks, i); }));
+      say.textContent = olhSearch.outcome(index, answer, query, scope.names) + (answer.pages.length > hits.length ? ' Enter shows all.' : '');
+      choose(-1);
+      open(true);
+    }
+
+    field.addEventListener('input', search);
+    field.addEventListener('keydown', function (event) {
+      var count = list.children.length, step = { ArrowDown: 1, ArrowUp: -1 }[event.key];
+      if (event.key === 'Escape' && !box.hidden) {
+        turn++;
+        open(false);
+      } else if (event.key === 'Enter' && chosen >= 0) {
+        location.href = list.children[chosen].firstElementChild.href;
+      } else if (step && !box.hidden && count) {
+        choose(chosen + step < -1 ? count - 1 : chosen + step === count ? -1 : chosen + step);
+      } else return;
+      event.preventDefault();
+    });
+    form.addEventListener('focusout', function (event) {
+      if (!form.contains(event.relatedTarget)) open(false);
+    });
+    list.addEventListener('mousedown', function (event) { event.preventDefault(); });  // the field keeps the focus
+    list.addEventListener('click', function () { open(false); });
+    if (field.value) search();
+  }
+
+  return { attach: attach };
+})();
