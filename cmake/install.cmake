@@ -38,8 +38,11 @@ function(olh_install_pages component)
   endforeach()
 endfunction()
 olh_install_pages(libolh-dev libolh.3)
-olh_install_pages(olh olh.1 olh-browser.1 olh-import.1 olh-index.1 olh-pdf-reader.1 olh-recorder.1 olh-serve.1 olh_documentation_root.5
+olh_install_pages(olh olh.1 olh-browser.1 olh-import.1 olh-index.1 olh-pdf-reader.1 olh-recorder.1 olh_documentation_root.5
                   olh_environment.7 olh_trace_log.5 qel_doc_options.ini.5 qel_viewer_config.ini.5)
+if(TARGET olh-serve)
+  olh_install_pages(olh olh-serve.1)
+endif()
 
 # The viewers of a session. CMAKE_INSTALL_SYSCONFDIR is "etc" below the prefix; a package gives it as /etc.
 install(FILES share/environment/60-olh.conf DESTINATION lib/environment.d COMPONENT olh)

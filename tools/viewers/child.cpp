@@ -16,6 +16,7 @@
 #include <functional>
 
 #include "files.h"
+#include "platform.h"
 #include "viewer_environment.h"
 
 namespace olh_viewers {
@@ -103,7 +104,7 @@ class ChildSignal {
       const int left = left_until(end);
       if (left == 0 || (ended < 0 && errno != EINTR)) return false;
       const timespec time = {left / 1000, static_cast<long>(left % 1000) * 1000000};
-      sigtimedwait(&signal_, nullptr, &time);
+      wait_for_signal(signal_, time);
     }
   }
 
@@ -131,7 +132,7 @@ Heard read_patiently(int fd, const std::function<int()>& patience) {
 bool page(const std::string& text) {
   const Words chosen = pieces_of(variable("PAGER"), ' ');
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return false;
+  if (!make_pipe(ends)) return false;
   Setup setup;
   setup.from_descriptor(STDIN_FILENO, ends[0]);
   pid_t pager = 0;
@@ -161,7 +162,11 @@ bool is_too_long_for_terminal(const std::string& text) {
 int start_and_watch(const Words& words, int milliseconds, std::string& said, bool any_status) {
   const ChildSignal signal;
   Setup setup;
+#ifdef POSIX_SPAWN_SETSID
   setup.flags(POSIX_SPAWN_SETSID);
+#else
+  setup.flags(POSIX_SPAWN_SETPGROUP);
+#endif
   for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) setup.from_file(fd, "/dev/null", O_RDWR);
   pid_t child = 0;
   const int failed = spawn_viewer(words, setup, child);
@@ -181,7 +186,7 @@ std::optional<std::string> output_of(const Words& words, const std::string& inpu
                                      const std::string& directory) {
   const ChildSignal signal;
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
+  if (!make_pipe(ends)) return std::nullopt;
   Setup setup;
   if (!directory.empty()) setup.in_directory(directory);
   setup.from_file(STDIN_FILENO, input_file.empty() ? "/dev/null" : input_file.c_str(), O_RDONLY);
@@ -206,7 +211,7 @@ std::optional<std::string> output_of(const Words& words, const std::string& inpu
 
 Heard heard_from(const Words& words, int milliseconds_of_silence) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return {};
+  if (!make_pipe(ends)) return {};
   Setup setup;
   setup.from_descriptor(STDOUT_FILENO, ends[1]);
   setup.from_file(STDERR_FILENO, "/dev/null", O_WRONLY);

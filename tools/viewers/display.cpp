@@ -1,5 +1,6 @@
 #include "display.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <string>
 
 #include "files.h"
+#include "platform.h"
 
 namespace olh_viewers {
 
@@ -22,8 +24,10 @@ bool answers(const std::string& socket_name, bool is_abstract) {
   if (socket_name.size() + offset >= sizeof address.sun_path) return false;
   std::memcpy(address.sun_path + offset, socket_name.data(), socket_name.size());
   const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + offset + socket_name.size());
-  const int fd = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  const int fd = socket(AF_UNIX, SOCK_STREAM, 0);
   if (fd < 0) return false;
+  fcntl(fd, F_SETFD, FD_CLOEXEC);
+  fcntl(fd, F_SETFL, O_NONBLOCK);
   // One that has as many callers waiting as it can hold is there all the same.
   const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), size) == 0 || errno == EAGAIN;
   close(fd);
@@ -47,7 +51,9 @@ bool wayland_display_answers(const std::string& display) {
 
 }  // namespace
 
+// The window system of macOS has no variable of its own.
 bool has_display() {
+  if (kIsMacos && variable("SSH_CONNECTION").empty()) return true;
   const std::string wayland = variable("WAYLAND_DISPLAY");
   const std::string x = variable("DISPLAY");
   return (!wayland.empty() && wayland_display_answers(wayland)) || (!x.empty() && x_display_answers(x));

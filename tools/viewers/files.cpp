@@ -10,6 +10,7 @@
 #include <limits>
 #include <system_error>
 
+#include "platform.h"
 #include "words.h"
 
 namespace olh_viewers {
@@ -46,7 +47,7 @@ class Descriptor {
 bool is_other_program(const std::string& path) {
   std::error_code failed;
   return access(path.c_str(), X_OK) == 0 && !std::filesystem::is_directory(path, failed) &&
-         !std::filesystem::equivalent(path, "/proc/self/exe", failed);
+         !std::filesystem::equivalent(path, this_program(), failed);
 }
 
 }  // namespace
@@ -85,7 +86,9 @@ std::string find_program(const std::string& name) {
 
 std::string own_program() {
   std::error_code failed;
-  return std::filesystem::read_symlink("/proc/self/exe", failed).string();
+  const std::filesystem::path self = this_program();
+  return std::filesystem::is_symlink(self, failed) ? std::filesystem::read_symlink(self, failed).string()
+                                                   : std::filesystem::canonical(self, failed).string();
 }
 
 std::string find_beside(const std::string& name) {

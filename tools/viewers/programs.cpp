@@ -65,8 +65,12 @@ const std::array kReaders = {
     Program{"acroread", {"%f"}, {"-openInNewWindow", "/a", "nameddest=%d", "%f"}, kNone, {{}, "", "acroread"}},
 };
 
-// xdg-open reaches the browser of the host from inside a Flatpak or a Snap too.
+// xdg-open reaches the browser of the host from inside a Flatpak or a Snap too. "open" is that of macOS, where
+// it has not been tried; elsewhere that name is another program's.
 const std::array kOpeners = {
+#ifdef __APPLE__
+    Program{"open", {"%u"}, kNamed, kPaged, {}, false, false, true},
+#endif
     Program{"xdg-open", {"%u"}, kNamed, kPaged, {}, false, false, true},
     Program{"gio", {"open", "%u"}, {"open", "%u#nameddest=%e"}, {"open", "%u#page=%n"}, {}, false, false, true},
 };

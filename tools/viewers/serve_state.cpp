@@ -58,7 +58,7 @@ bool wait_for_lock(int fd, int milliseconds) {
 
 std::string new_token() {
   std::array<unsigned char, kRandomBytes> bytes{};
-  if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) return "";
+  if (getentropy(bytes.data(), bytes.size()) != 0) return "";
   std::string token;
   for (const unsigned char byte : bytes) {
     std::array<char, 3> text{};
@@ -145,7 +145,7 @@ bool ServeState::is_announced(const LockedFile& announced) const { return announ
 
 long ServeState::seconds_since_use() const {
   struct stat status = {};
-  return stat(path_of(kRoots).c_str(), &status) == 0 ? std::time(nullptr) - status.st_mtim.tv_sec : 0;
+  return stat(path_of(kRoots).c_str(), &status) == 0 ? std::time(nullptr) - status.st_mtime : 0;
 }
 
 void ServeState::withdraw() const {

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "files.h"
+#include "platform.h"
 
 namespace olh_viewers {
 
