@@ -18,10 +18,13 @@ bool is_to_break_off(DIR* stream) {
          std::string(named) == path;
 }
 
+// With files of 64 bits on a system of 32, the C library's function has another name behind the same one.
+constexpr const char* kBehind = sizeof(off_t) > sizeof(long) ? "readdir64" : "readdir";
+
 }  // namespace
 
 extern "C" [[gnu::visibility("default")]] dirent* readdir(DIR* stream) {
-  static const auto next = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
+  static const auto next = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, kBehind));
   static int given = 0;
   if (telldir(stream) == 0) given = 0;
   dirent* const entry = next(stream);

@@ -115,8 +115,8 @@ class Serve(Served):
     def test_another_user_who_has_seen_the_address(self):
         self.start()
         asks = (f"import socket; c = socket.create_connection(('127.0.0.1', {self.port})); "
-                f"c.sendall(b'GET /{self.token}/htmldocs/guide/ HTTP/1.1\\r\\nHost: localhost\\r\\n\\r\\n'); print(c.recv(99))")
-        for user, answer in ((0, "b'HTTP/1.1 200 "), (STRANGER, "b'HTTP/1.1 403 ")):
+                f"c.sendall(b'GET /{self.token}/htmldocs/guide/ HTTP/1.1\\r\\nHost: localhost\\r\\n\\r\\n'); print(c.recv(99).decode())")
+        for user, answer in ((0, "HTTP/1.1 200 "), (STRANGER, "HTTP/1.1 403 ")):
             done = subprocess.run(["/usr/bin/python3", "-c", asks], capture_output=True, text=True, user=user)
             self.assertTrue(done.stdout.startswith(answer), (user, done))
 
