@@ -69,7 +69,7 @@ std::size_t end_of_word(std::string_view text, std::size_t at) {
   return at;
 }
 
-void add(std::vector<std::string>& words, std::string word) {
+void add_form(std::vector<std::string>& words, std::string word) {
   if (!word.empty() && word.size() <= kLongestWord && std::ranges::find(words, word) == words.end())
     words.push_back(std::move(word));
 }
@@ -86,17 +86,17 @@ void add_parts_of_segment(std::string_view segment, bool is_alone, Symbol& symbo
   std::size_t begin = 0;
   for (std::size_t at = 1; at < segment.size(); ++at) {
     if (!is_border(segment, at)) continue;
-    add(symbol.parts, folded(segment.substr(begin, at - begin)));
+    add_form(symbol.parts, folded(segment.substr(begin, at - begin)));
     begin = at;
   }
-  add(symbol.parts, folded(segment.substr(begin)));
-  if (begin > 0 && !is_alone) add(symbol.wholes, folded(segment));
+  add_form(symbol.parts, folded(segment.substr(begin)));
+  if (begin > 0 && !is_alone) add_form(symbol.wholes, folded(segment));
 }
 
 // The symbol that reaches from begin to end; its body goes without the dashes before and the signs behind.
 Symbol symbol_of(std::string_view text, std::size_t begin, std::size_t body, std::size_t body_end, std::size_t end) {
   Symbol symbol;
-  add(symbol.wholes, folded(text.substr(begin, end - begin)));
+  add_form(symbol.wholes, folded(text.substr(begin, end - begin)));
   const auto is_joiner = [](char c) { return c == '.' || c == '-' || c == ':' || c == '_'; };
   for (std::size_t at = body; at < body_end;) {
     const std::size_t from = at;
