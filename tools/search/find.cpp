@@ -105,9 +105,11 @@ class Texts {
 bool has_phrases(const IndexedSection& section, const std::vector<std::vector<std::string>>& phrases) {
   const std::vector<std::string> heading = words_in_order(section.heading);
   const std::vector<std::string> text = words_in_order(section.text);
-  return std::ranges::all_of(phrases, [&](const std::vector<std::string>& phrase) {
-    return !std::ranges::search(text, phrase).empty() || !std::ranges::search(heading, phrase).empty();
-  });
+  const auto holds = [](const std::vector<std::string>& words, const std::vector<std::string>& phrase) {
+    return phrase.empty() || std::search(words.begin(), words.end(), phrase.begin(), phrase.end()) != words.end();
+  };
+  return std::ranges::all_of(
+      phrases, [&](const std::vector<std::string>& phrase) { return holds(text, phrase) || holds(heading, phrase); });
 }
 
 // Leaves the pages that have the phrases, as far as that may be looked up.
