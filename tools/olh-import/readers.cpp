@@ -9,6 +9,7 @@
 namespace olh_import {
 
 std::unique_ptr<Reader> sphinx_reader();
+std::unique_ptr<Reader> doxygen_reader();
 std::unique_ptr<Reader> devhelp_reader();
 std::unique_ptr<Reader> plain_reader();
 
@@ -18,6 +19,7 @@ namespace {
 // pages, which are everything, come last.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
     sphinx_reader,
+    doxygen_reader,
     devhelp_reader,
     plain_reader,
 };
