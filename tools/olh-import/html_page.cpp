@@ -174,4 +174,8 @@ LinkTarget target_of_link(std::string_view from_page, std::string_view href) {
   return {page, place};
 }
 
+LinkTarget target_of_entry(std::string_view table, std::string_view href) {
+  return href.empty() ? LinkTarget() : target_of_link(table, href);
+}
+
 }  // namespace olh_import

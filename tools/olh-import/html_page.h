@@ -45,6 +45,8 @@ struct LinkTarget {
   std::string place;
 };
 LinkTarget target_of_link(std::string_view from_page, std::string_view href);
+// The same for an entry of a table, where an empty one leads nowhere.
+LinkTarget target_of_entry(std::string_view table, std::string_view href);
 
 }  // namespace olh_import
 

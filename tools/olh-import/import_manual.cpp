@@ -78,6 +78,7 @@ class Import {
     make_output();
     find_pages();
     reader_->read(source_, *pages_, manual_);
+    choose_start();
     note_places();
     go_through_files();
     reader_->finish(manual_);
@@ -111,13 +112,13 @@ class Import {
     if (std::ranges::none_of(pages_->names(), is_page_name))
       throw Refusal(kNoSource, "there is no page in this " + std::string(reader_->kind()) + " source.");
     if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
-    choose_start();
   }
 
   void choose_start() {
     if (!asked_.start.empty() && !pages_->has(asked_.start))
       throw Refusal(kNoSource, "the source has no page " + asked_.start + ".");
-    manual_.start = asked_.start;
+    if (!asked_.start.empty()) manual_.start = asked_.start;
+    if (!pages_->has(manual_.start)) manual_.start.clear();
     for (const char* usual : kStartPages)
       if (manual_.start.empty() && pages_->has(usual)) manual_.start = usual;
     if (manual_.start.empty()) manual_.start = *std::ranges::find_if(pages_->names(), is_page_name);

@@ -150,6 +150,26 @@ void visit(Element top, Visitor& visitor) {
   }
 }
 
+void visit_nested(Element top, std::string_view nesting, const std::function<void(Element, int)>& take) {
+  struct Nested : Visitor {
+    Nested(Element top, std::string_view nesting, const std::function<void(Element, int)>& take)
+        : top_(top), nesting_(nesting), take_(take) {}
+    bool enter(Element element) override {
+      if (element == top_) return true;
+      take_(element, depth_);
+      depth_ += element.is(nesting_) ? 1 : 0;
+      return true;
+    }
+    void leave(Element element) override { depth_ -= element != top_ && element.is(nesting_) ? 1 : 0; }
+
+    const Element top_;
+    const std::string_view nesting_;
+    const std::function<void(Element, int)>& take_;
+    int depth_ = 0;
+  } nested(top, nesting, take);
+  visit(top, nested);
+}
+
 Markup Markup::page(std::string_view bytes) {
   bool is_cut = false;
   Markup markup(parsed_page(bytes, is_utf8(bytes) ? "UTF-8" : nullptr, &is_cut));

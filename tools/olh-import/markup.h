@@ -10,6 +10,7 @@
 
 #include <libxml/tree.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -78,6 +79,9 @@ class Visitor {
   virtual void text(std::string_view) {}
 };
 void visit(Element top, Visitor& visitor);
+
+// Calls `take` with each element below `top`, and with how many elements of the name `nesting` it lies in below `top`.
+void visit_nested(Element top, std::string_view nesting, const std::function<void(Element, int)>& take);
 
 // Text with its white space folded to single blanks, and none at the ends.
 std::string folded_space(std::string_view text);

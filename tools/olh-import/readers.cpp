@@ -11,6 +11,8 @@ namespace olh_import {
 std::unique_ptr<Reader> sphinx_reader();
 std::unique_ptr<Reader> doxygen_reader();
 std::unique_ptr<Reader> devhelp_reader();
+std::unique_ptr<Reader> eclipse_reader();
+std::unique_ptr<Reader> html_help_reader();
 std::unique_ptr<Reader> plain_reader();
 
 namespace {
@@ -18,10 +20,7 @@ namespace {
 // In the order in which they are asked: what is told by a file of its own comes before what only pages tell, and plain
 // pages, which are everything, come last.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    sphinx_reader,
-    doxygen_reader,
-    devhelp_reader,
-    plain_reader,
+    sphinx_reader, doxygen_reader, devhelp_reader, html_help_reader, eclipse_reader, plain_reader,
 };
 
 }  // namespace
