@@ -3,7 +3,7 @@ import json
 import re
 
 from pages import Pages
-from scene import MANUAL
+from scene import DOCS, ENVIRONMENT, MANUAL, OLH, PROJECT, run
 
 
 def passages():
@@ -104,6 +104,18 @@ class SearchInThePage(Pages):
         self.browser.value("document.querySelector('#found a').click()")
         self.heading("Entry points")
         self.browser.wait("Math.abs(document.getElementById('OlhSetViewerOrder').getBoundingClientRect().top) < 200")
+
+    def test_the_terminal_finds_the_same_in_the_same_order(self):
+        questions = [line.split("\t")[2] for line in (PROJECT / "tests/resources/search_questions.tsv").read_text().splitlines()
+                     if line.startswith("olh_manual")]
+        more = ["OLH_DEBUG", "LibList.js", "--print", '"search path" roots', "enviroment veiwer", "C++ PDFs", "\u00dcber Stra\u00dfe", "configuring"]
+        self.browser.go(f"{self.disk}/{IN_MANUAL % 'x'}")
+        self.browser.value("olhSearch.indexOf('../').then(index => { window.index = index })")
+        for words in questions + more:
+            there = self.browser.value(f"""olhFind.find(index, {json.dumps(words)}, ['olh_manual']).then(answer =>
+                olhFind.hits(index, answer, 0, 10)).then(all => all.map(hit => new URL(hit.href, location).href))""")
+            answer = run(OLH, "search", "--print", "--json", "--root", DOCS, "--", words, "olh_manual", env=ENVIRONMENT)
+            self.assertEqual([one["file"] for one in json.loads(answer)["results"]], [one.removeprefix("file://") for one in there], words)
 
     def test_phrases(self):
         self.assertEqual(self.search(self.disk, '"worked examples"')[0], "Search path and roots")

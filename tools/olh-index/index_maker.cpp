@@ -32,6 +32,8 @@ constexpr std::size_t kBytesOfTexts = std::size_t{20} * 1024;  // of a piece
 
 // What is no text does not get into a script.
 std::string as_text(std::string_view bytes) {
+  const auto is_plain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  if (std::ranges::all_of(bytes, is_plain)) return std::string(bytes);
   const std::string dumped = nlohmann::json(bytes).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
   return nlohmann::json::parse(dumped).get<std::string>();
 }

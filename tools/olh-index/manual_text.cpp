@@ -140,8 +140,12 @@ void take_topics(std::string_view table, std::string_view texts, const std::stri
 
 void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
   namespace fs = std::filesystem;
-  std::unordered_map<std::string, Page*> pages;
-  for (Page& page : manual.pages) pages.emplace(page.address.substr(below.size()), &page);
+  std::unordered_map<std::string, std::vector<std::string>*> texts;  // of a page, and of a place "page#place"
+  for (Page& page : manual.pages) {
+    const std::string name = page.address.substr(below.size());
+    texts.emplace(name, &page.links);
+    for (Section& section : page.sections) texts.emplace(name + "#" + section.anchor, &section.links);
+  }
   std::error_code failed;
   std::size_t files = 0;
   for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end && files < kMostPages;
@@ -151,13 +155,11 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
     ++files;
     const std::string name = at->path().string().substr(folder.size() + 1);
     each_link(name, olh_viewers::content_of(at->path().string()), [&](const Link& link) {
-      const auto found = pages.find(link.page);
-      if (found == pages.end()) return;
-      Page& page = *found->second;
-      const auto is_this = [&link](const Section& section) { return section.anchor == link.place; };
-      const auto place = link.place.empty() ? page.sections.end() : std::ranges::find_if(page.sections, is_this);
-      std::vector<std::string>& texts = place == page.sections.end() ? page.links : place->links;
-      if (texts.size() < kMostLinks && std::ranges::find(texts, link.text) == texts.end()) texts.push_back(link.text);
+      auto found = link.place.empty() ? texts.end() : texts.find(link.page + "#" + link.place);
+      if (found == texts.end()) found = texts.find(link.page);
+      if (found == texts.end()) return;
+      std::vector<std::string>& known = *found->second;
+      if (known.size() < kMostLinks && std::ranges::find(known, link.text) == known.end()) known.push_back(link.text);
     });
   }
 }

@@ -1,8 +1,8 @@
 // The pieces of a search index, as they are written in scripts: a call with a name and a value.
 //
 // Knows    their form, and what of it must hold. Whatever a file says, nothing larger than the file comes of it.
-// Not      what a search makes of them (find), and where they lie.
-// For      find; olh-index writes them.
+// Not      what a search makes of them (index_search), and where they lie.
+// For      index_search; olh-index writes them.
 #ifndef OLH_TOOLS_SEARCH_INDEX_PIECES_H
 #define OLH_TOOLS_SEARCH_INDEX_PIECES_H
 

@@ -2,7 +2,7 @@
 //
 // Knows    what counts as near: the beginning of a word, one or two letters more, fewer, other or exchanged, another
 //          ending.
-// For      find; the pages have the same in QEL/lib/find.js.
+// For      index_search; the pages have the same in QEL/lib/find.js.
 #ifndef OLH_TOOLS_SEARCH_NEAR_WORDS_H
 #define OLH_TOOLS_SEARCH_NEAR_WORDS_H
 

@@ -2,7 +2,7 @@
 //
 // Knows    90 printable characters without quote and backslash: a number is digits of base 45, the smallest first; all
 //          but the last are 45 more.
-// For      olh-index, and find; the pages have the same in QEL/lib/find.js.
+// For      olh-index, and index_search; the pages have the same in QEL/lib/find.js.
 #ifndef OLH_TOOLS_SEARCH_PACKED_NUMBERS_H
 #define OLH_TOOLS_SEARCH_PACKED_NUMBERS_H
 

@@ -1,8 +1,8 @@
 // How well pages and sections answer, as whole numbers: the pages of a root come to the same ones.
 //
 // Knows    what a word gives to the sections and the page where it stands, and what makes the order of pages.
-// Not      which words are looked for, and where their postings come from (find).
-// For      find; olh-index has the two scales of it.
+// Not      which words are looked for, and where their postings come from (index_search).
+// For      index_search; olh-index has the two scales of it.
 #ifndef OLH_TOOLS_SEARCH_POINTS_H
 #define OLH_TOOLS_SEARCH_POINTS_H
 
@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "find.h"
 #include "index_pieces.h"
+#include "index_search.h"
 
 namespace olh_search {
 

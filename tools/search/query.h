@@ -1,8 +1,8 @@
 // What a person asks for.
 //
 // Knows    which words of a query are looked for, and which texts in quotation marks.
-// Not      the index (find).
-// For      find; the pages have the same in QEL/lib/find.js.
+// Not      the index (index_search).
+// For      index_search; the pages have the same in QEL/lib/find.js.
 #ifndef OLH_TOOLS_SEARCH_QUERY_H
 #define OLH_TOOLS_SEARCH_QUERY_H
 

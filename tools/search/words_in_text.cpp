@@ -10,6 +10,7 @@ namespace olh_search {
 
 namespace {
 
+constexpr std::size_t kMostParts = 32;    // of a symbol
 constexpr std::size_t kLongestWord = 64;  // in bytes; what is longer is no word that anybody types
 
 enum class Kind { kOther, kWord, kPaired };
@@ -70,7 +71,8 @@ std::size_t end_of_word(std::string_view text, std::size_t at) {
 }
 
 void add_form(std::vector<std::string>& words, std::string word) {
-  if (!word.empty() && word.size() <= kLongestWord && std::ranges::find(words, word) == words.end())
+  if (words.size() < kMostParts && !word.empty() && word.size() <= kLongestWord &&
+      std::ranges::find(words, word) == words.end())
     words.push_back(std::move(word));
 }
 

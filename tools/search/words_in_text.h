@@ -3,7 +3,7 @@
 // Knows    what a word is: letters of one case without accents; East Asian text by pairs of characters; a symbol of a
 //          program (os.path.join, OLH_DEBUG, --print, OlhHelpCall, C++) as a whole and by its parts.
 // Not      stems and languages (olh-index).
-// For      olh-index, and find; the pages have the same in QEL/lib/find.js.
+// For      olh-index, and index_search; the pages have the same in QEL/lib/find.js.
 #ifndef OLH_TOOLS_SEARCH_WORDS_IN_TEXT_H
 #define OLH_TOOLS_SEARCH_WORDS_IN_TEXT_H
 

@@ -1,8 +1,11 @@
 // olh search QUERY [SCOPE]: the page with what a search of the documentation finds.
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "child.h"
 #include "find.h"
 #include "olh/support.h"
+#include "search_hits.h"
 #include "shared.h"
 #include "show.h"
 #include "showing.h"
@@ -12,21 +15,33 @@ namespace olh {
 namespace {
 
 constexpr const char* kSearchExamples =
+    "Without a display, and with --text, the results are listed as text.\n"
     "Without a scope everything below the first root with a portal is searched; \"orvane\" is the\n"
     "support portal; else the scope is an HTML manual or a portal.\n"
     "Examples:\n"
     "  olh search 'viewer order'\n"
     "  olh search destinations olh_manual\n"
+    "  olh search --text 'pdf reader' olh_manual    the results as text\n"
+    "  olh search --open 2 'pdf reader' olh_manual  shows the second of them\n"
     "  olh search --print destinations olh_td    what would be run; nothing is\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, 3 no query,\n"
-    "4 nothing of that name can be searched, 7 no browser known, 64 wrong use.\n";
+    "4 nothing of that name can be searched, or nothing is found (--text, --open), 7 no browser known, 64 wrong "
+    "use.\n";
 
 constexpr const char* kSupportPortal = "orvane";
 
 struct SearchArguments {
   std::string query;
   std::string scope;
+  bool as_text = false;
+  std::string open;
   ShowOptions options;
+};
+
+// Where the results come from: the root, and which of its documents are searched (all without one).
+struct SearchPlace {
+  Located located;
+  std::vector<std::string> documents;
 };
 
 // What is searched, in a word: for the JSON answer.
@@ -38,18 +53,24 @@ const char* kind_of_scope(const std::string& scope, const Located& located) {
 
 // Where the results will come from. The page that answers is another one than the scope's own, so only the root is
 // kept; and the browser is always the user's, whatever the tree prescribes.
-Located locate_scope(const std::string& scope, const SearchRoots& roots) {
-  Located located;
+SearchPlace locate_scope(const std::string& scope, const SearchRoots& roots) {
+  SearchPlace place;
+  Located& located = place.located;
   if (scope == kSupportPortal) {
     located.found = true;
-    return located;
+    return place;
   }
   located = scope.empty() ? locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, scope, roots) : locate(scope, roots);
   if (located.kind == OLH_VIEWER_PDF) located.found = false;
+  if (located.found && located.kind == OLH_VIEWER_HTML)
+    place.documents = {std::filesystem::path(located.location).parent_path().filename().string()};
+  else if (located.found && !scope.empty())
+    place.documents = documents_of_portal(located.root, scope);
+  if (!scope.empty() && place.documents.empty()) place.documents = {""};  // none, not all
   located.location.clear();
   located.tree_program.clear();
   located.tree_file.clear();
-  return located;
+  return place;
 }
 
 std::string scope_in_words(const std::string& scope) {
@@ -79,15 +100,53 @@ void complain_of_scope(const SearchArguments& asked, const Located& located, con
   }
 }
 
+// What the index of the root answers; nothing without one, or where the root is no directory of this machine.
+std::optional<SearchHits> hits_at(const SearchPlace& place, const std::string& query) {
+  const bool is_here = place.located.found && !place.located.root.empty() && is_url(place.located.root.c_str()) == 0;
+  return is_here ? search_hits(place.located.root, query, place.documents) : std::nullopt;
+}
+
+constexpr const char* kNoIndex =
+    "and this root has no search index here. 'olh dmerge ROOT' makes it; 'olh topics DOC' lists the topics of a "
+    "manual.";
+
+int print_hits(const std::optional<SearchHits>& found, const SearchArguments& asked) {
+  if (!found) return failure(OLH_RESULT_NOT_FOUND, std::string("the results were asked for as text, ") + kNoIndex);
+  olh_viewers::print_text(as_text(*found, asked.query), true);
+  return found->hits.empty() ? OLH_RESULT_NOT_FOUND : OLH_RESULT_OK;
+}
+
+int open_hit(const std::optional<SearchHits>& found, const SearchArguments& asked) {
+  const std::size_t number = std::stoul(asked.open);
+  if (!found || number > found->hits.size())
+    return failure(OLH_RESULT_NOT_FOUND, found ? "there are " + counted(found->hits.size(), "result", "results") + "."
+                                               : std::string("a result was asked for, ") + kNoIndex);
+  const HitCall hit = call_for(found->hits[number - 1]);
+  ShowOptions options = asked.options;
+  options.root = found->root + (options.root.empty() ? "" : ":" + options.root);
+  const SearchRoots roots = find_search_roots(options.root);
+  ShowRequest request = request_for("show", hit.document, hit.topic, locate(hit.document, roots));
+  request.call = [&] { return OlhHelpCall(hit.document.c_str(), hit.topic.c_str(), OLH_DISPLAY_NORMAL); };
+  request.complain_of = [&](int) { complain_not_found(hit.document, roots); };
+  return carry_out(request, options, roots);
+}
+
 int search(const SearchArguments& asked) {
   const SearchRoots roots = find_search_roots(asked.options.root);
+  const SearchPlace place = locate_scope(asked.scope, roots);
+  const std::optional<SearchHits> found = hits_at(place, asked.query);
   ShowRequest request;
-  request.located = locate_scope(asked.scope, roots);
+  request.located = place.located;
+  if (request.located.found && asked.as_text) return print_hits(found, asked);
+  if (request.located.found && !asked.open.empty()) return open_hit(found, asked);
   request.named = "the search for " + quoted(asked.query) + " in " + scope_in_words(asked.scope);
-  request.answer = [&] { return scope_as_json(asked, request.located); };
-  request.obstacle_to_text =
-      "there is no display, and what a search finds cannot be shown as text yet. "
-      "'olh topics DOC' lists the topics of a manual.";
+  request.answer = [&] {
+    nlohmann::json answer = scope_as_json(asked, request.located);
+    answer["results"] = found ? as_json(*found) : nlohmann::json::array();
+    return answer;
+  };
+  if (!found) request.obstacle_to_text = std::string("there is no display, ") + kNoIndex;
+  request.text = [&] { return as_text(*found, asked.query); };
   request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {
@@ -97,6 +156,13 @@ int search(const SearchArguments& asked) {
   return carry_out(request, asked.options, roots);
 }
 
+std::string refusal_of_number(const std::string& number) {
+  const bool is_good = !number.empty() && number.size() < 4 &&
+                       number.find_first_not_of("0123456789") == std::string::npos &&
+                       number.find_first_not_of('0') != std::string::npos;
+  return is_good ? "" : "'" + number + "' is no number of a result.";
+}
+
 }  // namespace
 
 void add_search_command(const Verb& olh) {
@@ -104,6 +170,11 @@ void add_search_command(const Verb& olh) {
   SearchArguments& asked = verb.action(search);
   verb.option("QUERY", asked.query, "The words to look for").required();
   verb.option("SCOPE", asked.scope, "An HTML manual, a portal, or orvane");
+  const Option text = verb.flag("--text", asked.as_text, "List the results as text, also where there is a display");
+  verb.option("--open", asked.open, "Show the result of that number")
+      .refused_by(refusal_of_number)
+      .value_named("NUMBER")
+      .excludes(text);
   add_show_options(verb, asked.options);
 }
 

@@ -84,11 +84,30 @@ class Showing(Verbs):
             begin = time.monotonic()
             done = self.olh(*words.split(), code=code, **adapters)
             self.assertRegex(done.stdout, rf"\A{shown}")
-            self.assertEqual("cannot be shown as text yet" in done.stderr, code == 2)
+            self.assertEqual("no search index" in done.stderr, code == 2)
             self.assertLess(time.monotonic() - begin, 1.9, "nobody looks after a start for two seconds")
         (self.bin / "w3m").write_text("#!/bin/sh\nexit 1\n")
         done = self.olh("show", "guide", **adapters)
         self.assertEqual((done.returncode, done.stderr.count("cannot be read")), (2, 1))
+
+    def test_results_as_text(self):
+        """From the index that dmerge makes: hits with a number, and one of them is shown."""
+        rows = [["intro", "", "Introduction", "The zebra stands in the first section."], ["intro", "stripes", "Stripes", "A zebra has stripes, as all zebras have."]]
+        write(self.docs / "htmldocs/guide/QELdata/QELSearchText.js", "".join(f"QELAddText({json.dumps(row)});\n" for row in rows))
+        self.make_lists(self.docs)
+        no_display = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None}
+        for words, variables in (("--text zebras guide", {}), ("zebras", no_display)):
+            self.assertRegex(self.olh("search", *words.split(), code=0, **variables).stdout,
+                             r'^1 page for "zebras"\.\n\n1\. .*\n   \S*/guide/\S+\n   .*zebra')
+        found = self.json("search", "--print", "stripes")["results"]
+        self.assertEqual([(one["document"], one["topic"], one["heading"]) for one in found], [("guide", "intro", "Stripes")])
+        self.assertEqual(self.json("search", "--print", "paper")["results"][0]["document"], "paper_only.pdf")
+        self.assertIsNone(self.json("search", "--print", "intro")["results"][0]["heading"])
+        self.olh("search", "--open", "1", "stripes", code=0)
+        self.assertIn("#context=&topic=intro", self.opened()[0])
+        for words in ("--text unicorns", "--open 2 stripes", "--text zebras group_td"):
+            self.olh("search", *words.split(), code=4)
+        self.olh("search", "--open", "0", "stripes", code=64)
 
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
         nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}

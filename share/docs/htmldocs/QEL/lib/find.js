@@ -5,7 +5,7 @@
 // and the texts of what is shown. Nothing else is loaded.
 var olhFind = (function () {
   'use strict';
-  var NEAR = 3, MOST_WORDS = 16, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100;
+  var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100;
   var PAIRED = /[\u0e00-\u0eff\u1000-\u109f\u1780-\u17ff\u3005-\u3007\u3040-\u30ff\u31f0-\u31ff\u3400-\u4dbf\u4e00-\u9fff\uac00-\ud7af\uf900-\ufaff\uff66-\uff9f\u{20000}-\u{3ffff}]/u;
   var WORD = /[\p{L}\p{M}\p{N}_]/u;
 
@@ -22,7 +22,7 @@ var olhFind = (function () {
   }
 
   function add(words, word) {
-    if (word && bytes(word) <= 64 && words.indexOf(word) < 0) words.push(word);
+    if (words.length < MOST_PARTS && word && bytes(word) <= 64 && words.indexOf(word) < 0) words.push(word);
   }
 
   // "Olh|Help|Call", "HTML|Page", but "PDFs".

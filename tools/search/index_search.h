@@ -3,8 +3,8 @@
 // Knows    which pages answer a query, by which of their sections, and in which order.
 // Not      where pieces come from, and how hits are shown.
 // For      olh; QEL/lib/find.js is the same for the pages, and gives the same hits in the same order.
-#ifndef OLH_TOOLS_SEARCH_FIND_H
-#define OLH_TOOLS_SEARCH_FIND_H
+#ifndef OLH_TOOLS_SEARCH_INDEX_SEARCH_H
+#define OLH_TOOLS_SEARCH_INDEX_SEARCH_H
 
 #include <functional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "find.h"
+#include "index_search.h"
 
 #include <algorithm>
 #include <bit>
