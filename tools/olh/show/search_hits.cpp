@@ -86,10 +86,10 @@ std::optional<SearchHits> search_hits(const std::string& root, const std::string
 }
 
 std::vector<std::string> documents_of_portal(const std::string& root, const std::string& portal) {
+  std::string list = root + "/tomedecks/";
+  list.append(portal).append("/js/doclist.js");
   std::vector<std::string> names;
-  for (const ListedItem& item :
-       items_in_list(olh_viewers::content_of(root + "/tomedecks/" + portal + "/js/doclist.js")))
-    names.push_back(item.name);
+  for (const ListedItem& item : items_in_list(olh_viewers::content_of(list))) names.push_back(item.name);
   return names;
 }
 
