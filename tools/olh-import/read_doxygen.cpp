@@ -62,7 +62,7 @@ std::string text_of_child(Element above, std::string_view name) {
 
 // The text of an element without that of some classes in it, and with plain blanks.
 std::string text_without(Element element, std::initializer_list<std::string_view> classes) {
-  struct Gathering : Visitor {
+  struct GatheringWithout : Visitor {
     bool enter(Element inner) override {
       return std::ranges::none_of(left_out, [inner](std::string_view one) { return inner.has_class(one); });
     }
