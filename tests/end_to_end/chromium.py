@@ -89,12 +89,14 @@ class Browser:
         return done["result"].get("value")
 
     def wait(self, condition):
-        """Waits until a condition holds in the page; returns its value."""
+        """Waits until a condition holds in the page; returns its value. What is not there yet may be asked for: a condition
+        that throws does not hold."""
         ends = time.monotonic() + PATIENCE
         while True:
             try:
-                return self.value("new Promise((done, fail) => { const ends = Date.now() + %d, look = () => { const value = (%s);"
-                                  " value ? done(value) : Date.now() > ends ? fail(new Error('in vain')) : setTimeout(look, 10); };"
+                return self.value("new Promise((done, fail) => { const ends = Date.now() + %d, look = () => {"
+                                  " let value, thrown = 'in vain'; try { value = (%s); } catch (error) { thrown = error; }"
+                                  " value ? done(value) : Date.now() > ends ? fail(new Error(thrown)) : setTimeout(look, 10); };"
                                   " look(); })" % (max(0, ends - time.monotonic()) * 1000, condition))
             except Failed as failure:  # the page has gone on: look in the next one
                 if "navigat" not in str(failure) and "context" not in str(failure):
