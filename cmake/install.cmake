@@ -48,13 +48,19 @@ endif()
 install(FILES share/environment/60-olh.conf DESTINATION lib/environment.d COMPONENT olh)
 install(FILES share/environment/olh.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh)
 
-# The documentation root of a session, at its place for good.
-set(OLH_DOC_ROOT ${CMAKE_INSTALL_FULL_DATADIR}/olh/docs)
-foreach(file 60-olh-doc.conf olh-doc.sh)
-  configure_file(share/environment/${file}.in ${PROJECT_BINARY_DIR}/${file} @ONLY)
-endforeach()
+# The documentation root of a session, below the prefix that "cmake --install" is given. A package is installed elsewhere
+# while it is made: debian/finish.cmake names its root.
+install(CODE "
+  cmake_path(APPEND CMAKE_INSTALL_PREFIX ${CMAKE_INSTALL_DATADIR}/olh/docs OUTPUT_VARIABLE OLH_DOC_ROOT)
+  foreach(file 60-olh-doc.conf olh-doc.sh)
+    configure_file(${PROJECT_SOURCE_DIR}/share/environment/\${file}.in ${PROJECT_BINARY_DIR}/\${file} @ONLY)
+  endforeach()" COMPONENT olh-doc)
 install(FILES ${PROJECT_BINARY_DIR}/60-olh-doc.conf DESTINATION lib/environment.d COMPONENT olh-doc)
 install(FILES ${PROJECT_BINARY_DIR}/olh-doc.sh DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/profile.d COMPONENT olh-doc)
+
+# Fish does not read what other login shells do.
+install(FILES share/environment/olh.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_conf.d COMPONENT olh)
+install(FILES share/environment/olh-doc.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_conf.d COMPONENT olh-doc)
 
 # The completions of three shells, each in the folder where that shell looks; they ask the first file.
 install(PROGRAMS share/completions/candidates.sh DESTINATION ${CMAKE_INSTALL_DATADIR}/olh COMPONENT olh)

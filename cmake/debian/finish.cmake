@@ -1,8 +1,14 @@
 # Run by CPack between installing and packing: makes each package's tree the way Debian's rules want it.
 #   /usr/etc        goes to /etc, where shells look
+#   session files   name the root where the package puts it
 #   manual pages    are compressed, without a name or time in them
 #   /usr/share/doc/PACKAGE gets the copyright and the change logs, ours and Debian's
 set(source ${CMAKE_CURRENT_LIST_DIR}/../..)
+set(OLH_DOC_ROOT /usr/share/olh/docs)
+foreach(file 60-olh-doc.conf olh-doc.sh)
+  file(GLOB_RECURSE installed ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/olh-doc/${file})
+  configure_file(${source}/share/environment/${file}.in ${installed} @ONLY)
+endforeach()
 string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
 foreach(package IN LISTS CPACK_COMPONENTS_ALL)
   set(tree ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${package})

@@ -1,5 +1,6 @@
 """The files that give a session its viewers and the last of its roots: they choose where nothing is chosen, and only then."""
 import os
+import shutil
 import unittest
 
 from scene import PROJECT, Scene, run, write
@@ -29,22 +30,29 @@ class Session(Scene):
                 values = dict(line.split("=", 1) for line in printed.splitlines() if "=" in line)
                 self.assertEqual([values.get(name) for name in names], wanted)
 
-    def check_login(self, names, rows, file):
+    def check_login(self, names, rows, file, shells=("sh", "zsh")):
         """A login shell reads the file with errors and unset variables being fatal."""
-        self.check(names, rows, "/bin/sh", "-euc", f". '{file}'; /usr/bin/env", HOME=None)
+        for shell in filter(shutil.which, shells):
+            options = ("-c",) if shell == "fish" else ("-euc",)
+            self.check(names, rows, shutil.which(shell), *options, f". '{file}'; /usr/bin/env", HOME=str(self.home))
 
     def test_viewers_after_login(self):
-        self.check_login(VIEWERS, [
+        rows = [
             ({}, "olh-browser", "olh-pdf-reader"), ({"QEL_HTML_BROWSER": "/opt/b"}, "/opt/b", "olh-pdf-reader"),
             ({"QEL_HTML_BROWSER": "b", "QEL_PDF_READER": "r"}, "b", "r"),
-            ({"QEL_PDF_READER": ""}, "olh-browser", ""), ({"QEL_HTML_BROWSER": ""}, "", "olh-pdf-reader"),
-            ({"PATH": "/nonexistent"}, None, None)], FILES / "olh.sh")  # the programs were removed
+            ({"QEL_PDF_READER": ""}, "olh-browser", ""), ({"QEL_HTML_BROWSER": ""}, "", "olh-pdf-reader")]
+        self.check_login(VIEWERS, rows, FILES / "olh.fish", shells=["fish"])
+        self.check_login(VIEWERS, [*rows, ({"PATH": "/nonexistent"}, None, None)], FILES / "olh.sh")  # the programs were removed
 
     def test_roots_after_login(self):
-        file, root = self.dir / "olh-doc.sh", self.root
-        self.check_login(ROOTS, [
-            ({}, str(root)), ({ROOTS[0]: "/r:/s"}, f"/r:/s:{root}"), ({ROOTS[0]: ""}, ""),
-            ({ROOTS[0]: f"{root}:/r"}, f"{root}:/r")], self.put_in_place("olh-doc.sh.in", file, root))
+        root = self.dir / "share/olh/docs"
+        root.mkdir(parents=True)
+        rows = [({}, str(root)), ({ROOTS[0]: "/r:/s"}, f"/r:/s:{root}"), ({ROOTS[0]: ""}, ""),
+                ({ROOTS[0]: f"{root}:/r"}, f"{root}:/r")]
+        fish = self.put_in_place("olh-doc.fish", self.dir / "share/fish/vendor_conf.d/olh-doc.fish", root)
+        self.check_login(ROOTS, rows, fish, shells=["fish"])
+        file = self.dir / "olh-doc.sh"
+        self.check_login(ROOTS, rows, self.put_in_place("olh-doc.sh.in", file, root))
         self.check_login(ROOTS, [({}, None)], self.put_in_place("olh-doc.sh.in", file, "/nonexistent"))
 
     @unittest.skipUnless(os.access(GENERATOR, os.X_OK), "there is no systemd")

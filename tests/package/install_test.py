@@ -15,6 +15,8 @@ class Install(unittest.TestCase):
         self.assertTrue((lib / "libolh.so.4").is_symlink())
         self.assertEqual({path.name for path in (tree / "include/olh").iterdir()},
                          {path.name for path in (PROJECT / "include/olh").iterdir()})
+        for file in ("olh-doc.sh", "60-olh-doc.conf"):
+            self.assertIn(f"{place}/first/share/olh/docs", next(tree.rglob(file)).read_text())
         environment = {**os.environ, "PKG_CONFIG_PATH": f"{lib}/pkgconfig", "LD_LIBRARY_PATH": str(lib), "HOME": str(place),
                        "QEL_DOC_PATH": str(write(place / "root/htmldocs/guide/index.htm", "guide").parents[2])}
         by_hand = place / "by-pkg-config"

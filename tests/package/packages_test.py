@@ -85,6 +85,8 @@ class Packages(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": str(self.dir), "LD_LIBRARY_PATH": str(usr.parent / LIBRARIES),
                        "QEL_DOC_PATH": str(usr / "share/olh/docs")}
         self.assertIn("/usr/share/olh/docs/htmldocs/olh_manual/index.htm", run(usr / "bin/olh", "where", "olh_manual", env=environment))
+        for file in ("etc/profile.d/olh-doc.sh", "usr/lib/environment.d/60-olh-doc.conf"):
+            self.assertRegex((usr.parent / file).read_text(), '[":}]/usr/share/olh/docs')
         recorder, browser = usr / "bin/olh-recorder", self.dir / "browser"
         run(recorder, "make", browser)
         run("python3", usr / "share/doc/libolh-dev/examples/help_demo.py",
