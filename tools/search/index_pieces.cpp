@@ -10,8 +10,6 @@ using nlohmann::json;
 
 namespace {
 
-constexpr std::uint32_t kMostSections = 1U << 24;
-
 std::string text_at(const json& row, std::size_t at) {
   return row.is_array() && at < row.size() && row[at].is_string() ? row[at].get<std::string>() : "";
 }
@@ -32,7 +30,7 @@ std::string text_of(const json& value) { return value.is_string() ? value.get<st
 std::vector<std::uint32_t> sums_of(const std::string& packed) {
   std::vector<std::uint32_t> sums = {0};
   for (PackedNumbers numbers(packed); !numbers.at_end();)
-    sums.push_back(std::min(sums.back() + std::min(numbers.next(), kMostSections), kMostSections));
+    sums.push_back(std::min(sums.back() + std::min(numbers.next(), kMostSections + 1), kMostSections + 1));
   return sums;
 }
 
@@ -80,9 +78,9 @@ std::optional<IndexHead> head_in(std::string_view script) {
     pages += head.manuals.back().pages;
   }
   const auto is_name = [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z'); };
-  const bool holds = pages + 1 == head.first_sections.size() && head.first_of_texts.back() == head.sections &&
-                     std::ranges::is_sorted(head.first_words) && !head.folder.empty() &&
-                     std::ranges::all_of(head.folder, is_name);
+  const bool holds = head.sections <= kMostSections && pages + 1 == head.first_sections.size() &&
+                     head.first_of_texts.back() == head.sections && std::ranges::is_sorted(head.first_words) &&
+                     !head.folder.empty() && std::ranges::all_of(head.folder, is_name);
   if (!holds) return std::nullopt;
   return head;
 }

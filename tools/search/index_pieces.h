@@ -1,6 +1,6 @@
 // The pieces of a search index, as they are written in scripts: a call with a name and a value.
 //
-// Knows    their form, and what of it must hold. Whatever a file says, nothing larger than the file comes of it.
+// Knows    their form, and what of it must hold.
 // Not      what a search makes of them (index_search), and where they lie.
 // For      index_search; olh-index writes them.
 #ifndef OLH_TOOLS_SEARCH_INDEX_PIECES_H
@@ -18,6 +18,8 @@ namespace olh_search {
 // Below the root: the head, and beside it the folder that it names, with all other pieces.
 inline constexpr const char* kIndexFolder = "htmldocs/QEL/search";
 inline constexpr int kIndexVersion = 1;
+// Of an index; one that says that it has more is none.
+inline constexpr std::uint32_t kMostSections = 1U << 22;
 
 // What a script says; the value, nothing when it is no such script.
 std::string script_of_piece(const std::string& name, const nlohmann::json& value);

@@ -207,7 +207,7 @@ var olhFind = (function () {
       return loading.get(name);
     }
     return piece('head').then(function (head) {
-      if (!head || head.version !== 1) return null;
+      if (!head || head.version !== 1 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
       var index = {
         base: base, manuals: [], firstWords: head.first_words, common: head.common.split(' '),
         firstSections: sums(head.sections_of_pages), firstOfTexts: sums(head.sections_of_texts),
