@@ -32,11 +32,6 @@ bool is_frame(Element element) {
   return std::ranges::any_of(kFrameClasses, [element](std::string_view word) { return element.has_class(word); });
 }
 
-int heading_level(Element element) {
-  const std::string_view name = element.name();
-  return name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6' ? name[1] - '0' : 0;
-}
-
 std::string place_of(Element element) {
   const std::string id = element.attribute("id");
   return id.empty() && element.is("a") ? element.attribute("name") : id;
@@ -79,7 +74,7 @@ class Gathering : public Visitor {
     if (const std::string place = place_of(element); !place.empty() && is_one_of(element.name(), kWithPlace))
       pending_ = place;
     leave(element);
-    const int level = heading_level(element);
+    const int level = element.heading_level();
     if (level != 0) take_heading(element, level);
     return level == 0;
   }
@@ -143,6 +138,14 @@ void take_places(HtmlPage& page) {
   }
 }
 
+bool leads_elsewhere(const Markup& markup) {
+  const Element root = markup.root();
+  for (Element at = root; at; at = at.next_within(root))
+    if (at.is("meta") && olh_viewers::lower_case(at.attribute("http-equiv")) == "refresh")
+      return olh_viewers::lower_case(at.attribute("content")).find("url=") != std::string::npos;
+  return false;
+}
+
 }  // namespace
 
 bool is_page_name(std::string_view name) {
@@ -151,7 +154,8 @@ bool is_page_name(std::string_view name) {
 }
 
 HtmlPage read_html_page(const std::string& name, std::string_view bytes) {
-  HtmlPage page = {name, "", {}, {}, Markup::page(bytes), {}};
+  HtmlPage page = {name, "", {}, {}, Markup::page(bytes), false, {}};
+  page.is_redirect = leads_elsewhere(page.markup);
   page.main = main_of(page.markup);
   take_places(page);
   Gathering gathering(page);
@@ -171,6 +175,8 @@ LinkTarget target_of_link(std::string_view from_page, std::string_view href) {
   const std::filesystem::path from = std::filesystem::path(from_page).parent_path();
   std::string page = (from / olh_viewers::decoded(path)).lexically_normal().string();
   if (page.starts_with("..") || page.starts_with('/')) return {};
+  if (page == ".") page.clear();
+  if (page.empty() || page.ends_with('/')) page += "index.html";
   return {page, place};
 }
 

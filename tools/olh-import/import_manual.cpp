@@ -144,6 +144,7 @@ class Import {
     const std::optional<std::string> bytes = pages_->read(name);
     if (!bytes) return unread_.push_back(name);
     const HtmlPage page = read_html_page(name, *bytes);
+    if (page.is_redirect) return;
     if (page.markup.is_cut()) manual_.notes.push_back(name + " is nested too deeply and only read in part");
     titles_.add(page);
     text_.add(page);

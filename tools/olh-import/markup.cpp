@@ -117,6 +117,11 @@ Element Element::parent() const {
   return above != nullptr && above->type == XML_ELEMENT_NODE ? Element(above) : Element();
 }
 
+int Element::heading_level() const {
+  const std::string_view name = this->name();
+  return name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6' ? name[1] - '0' : 0;
+}
+
 Element Element::first_child() const {
   const xmlNode* node = node_ == nullptr ? nullptr : node_->children;
   while (node != nullptr && node->type != XML_ELEMENT_NODE) node = node->next;
@@ -168,6 +173,23 @@ void visit_nested(Element top, std::string_view nesting, const std::function<voi
     int depth_ = 0;
   } nested(top, nesting, take);
   visit(top, nested);
+}
+
+std::string text_without(Element element, std::initializer_list<std::string_view> classes) {
+  struct GatheringWithout : Visitor {
+    bool enter(Element inner) override {
+      return std::ranges::none_of(left_out, [inner](std::string_view one) { return inner.has_class(one); });
+    }
+    void text(std::string_view more) override { all += more; }
+    std::initializer_list<std::string_view> left_out;
+    std::string all;
+  } gathering;
+  gathering.left_out = classes;
+  visit(element, gathering);
+  constexpr std::string_view kHardBlank = "\u00a0";
+  for (std::size_t at = 0; (at = gathering.all.find(kHardBlank, at)) != std::string::npos;)
+    gathering.all.replace(at, kHardBlank.size(), " ");
+  return folded_space(gathering.all);
 }
 
 Markup Markup::page(std::string_view bytes) {

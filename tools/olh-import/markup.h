@@ -11,6 +11,7 @@
 #include <libxml/tree.h>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +34,9 @@ class Element {
   std::string attribute(const char* name) const;
   // Whether the attribute "class" has this word.
   bool has_class(std::string_view word) const;
+  // 1 to 6 for a heading of a page, else 0.
+  int heading_level() const;
+  bool is_heading() const { return heading_level() != 0; }
   // All text in it, white space folded to single blanks and none at the ends.
   std::string text() const;
 
@@ -82,6 +86,9 @@ void visit(Element top, Visitor& visitor);
 
 // Calls `take` with each element below `top`, and with how many elements of the name `nesting` it lies in below `top`.
 void visit_nested(Element top, std::string_view nesting, const std::function<void(Element, int)>& take);
+
+// The text of an element without that of some classes in it, and with plain blanks.
+std::string text_without(Element element, std::initializer_list<std::string_view> classes);
 
 // Text with its white space folded to single blanks, and none at the ends.
 std::string folded_space(std::string_view text);

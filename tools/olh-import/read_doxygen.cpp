@@ -1,6 +1,5 @@
 // Doxygen: a tag file names classes, members, files, groups and anchors with their places; without one, its pages do.
 #include <algorithm>
-#include <initializer_list>
 #include <map>
 
 #include "reader.h"
@@ -58,24 +57,6 @@ std::string text_of_child(Element above, std::string_view name) {
   Element child = above.first_child();
   while (child && !child.is(name)) child = child.next_sibling();
   return child ? child.text() : "";
-}
-
-// The text of an element without that of some classes in it, and with plain blanks.
-std::string text_without(Element element, std::initializer_list<std::string_view> classes) {
-  struct GatheringWithout : Visitor {
-    bool enter(Element inner) override {
-      return std::ranges::none_of(left_out, [inner](std::string_view one) { return inner.has_class(one); });
-    }
-    void text(std::string_view more) override { all += more; }
-    std::initializer_list<std::string_view> left_out;
-    std::string all;
-  } gathering;
-  gathering.left_out = classes;
-  visit(element, gathering);
-  constexpr std::string_view kHardBlank = "\u00a0";
-  for (std::size_t at = 0; (at = gathering.all.find(kHardBlank, at)) != std::string::npos;)
-    gathering.all.replace(at, kHardBlank.size(), " ");
-  return folded_space(gathering.all);
 }
 
 // The scope that members of a compound are written with: "Eigen::Matrix::".

@@ -13,14 +13,15 @@ std::unique_ptr<Reader> doxygen_reader();
 std::unique_ptr<Reader> devhelp_reader();
 std::unique_ptr<Reader> eclipse_reader();
 std::unique_ptr<Reader> html_help_reader();
+std::unique_ptr<Reader> texinfo_reader();
 std::unique_ptr<Reader> plain_reader();
 
 namespace {
 
 // In the order in which they are asked: what is told by a file of its own comes before what only pages tell, and plain
-// pages, which are everything, come last.
+// pages, which are everything, come last. Texinfo also writes projects for HTML Help, which say less than its pages.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    sphinx_reader, doxygen_reader, devhelp_reader, html_help_reader, eclipse_reader, plain_reader,
+    sphinx_reader, doxygen_reader, devhelp_reader, texinfo_reader, html_help_reader, eclipse_reader, plain_reader,
 };
 
 }  // namespace

@@ -38,6 +38,15 @@ inline bool is_whole_utf8(std::string_view text) {
   return true;
 }
 
+// A character of the first 65,536, which most are in.
+inline std::string utf8_of(unsigned number) {
+  const auto byte = [](unsigned first, unsigned bits) { return static_cast<char>(first | bits); };
+  const char last = byte(0x80, number & 0x3F);
+  if (number < 0x80) return {byte(0, number)};
+  if (number < 0x800) return {byte(0xC0, number >> 6), last};
+  return {byte(0xE0, number >> 12 & 0xF), byte(0x80, number >> 6 & 0x3F), last};
+}
+
 }  // namespace olh_import
 
 #endif
