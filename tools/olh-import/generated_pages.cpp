@@ -9,6 +9,7 @@ namespace olh_import {
 namespace {
 
 constexpr std::size_t kPagesAsked = 4;  // for their generator; a folder may hold a page or two of another
+constexpr int kChildrenAsked = 4;       // for the title of what they lie in: there may be a million
 constexpr std::string_view kFolderPage = "index.html";
 
 std::string generator_of(const Markup& page) {
@@ -115,9 +116,11 @@ void add_items(Element top, const std::string& page, std::vector<Chapter>& conte
 
 std::string title_of_label(Element label) {
   const Element around = label.is("a") || label.is("span") ? label.parent() : label;
-  if (around.is("dt")) return around.text();
-  const Element title = first_of_class(around, "title");
-  return title ? title.text() : "";
+  if (around.is("dt")) return around.first_child() == label ? around.text() : "";
+  Element child = around.first_child();
+  for (int asked = 0; child && asked < kChildrenAsked && !child.has_class("title"); ++asked)
+    child = child.next_sibling();
+  return child.has_class("title") ? child.text() : "";
 }
 
 void shorten_page_titles(Manual& manual, const std::string& added) {

@@ -28,7 +28,8 @@ Element first_of_class(Element top, std::string_view wanted, std::string_view na
 // pages are left out; captions before lists are headings over them.
 void add_items(Element top, const std::string& page, std::vector<Chapter>& contents);
 
-// The title of what an author has given a name of its own: the term, or the title of the figure, table or section.
+// The title of what an author has given a name of its own: the term, or the title of the figure, table or example; ""
+// without one.
 std::string title_of_label(Element label);
 
 // Titles of pages without what generators add to each, as in "Menus - The manual".

@@ -14,14 +14,20 @@ std::unique_ptr<Reader> devhelp_reader();
 std::unique_ptr<Reader> eclipse_reader();
 std::unique_ptr<Reader> html_help_reader();
 std::unique_ptr<Reader> texinfo_reader();
+std::unique_ptr<Reader> docbook_reader();
+std::unique_ptr<Reader> asciidoc_reader();
+std::unique_ptr<Reader> mdbook_reader();
+std::unique_ptr<Reader> mkdocs_reader();
 std::unique_ptr<Reader> plain_reader();
 
 namespace {
 
 // In the order in which they are asked: what is told by a file of its own comes before what only pages tell, and plain
-// pages, which are everything, come last. Texinfo also writes projects for HTML Help, which say less than its pages.
+// pages, which are everything, come last. Some also write tables for others, which say less: MkDocs an inventory of
+// Sphinx, Texinfo a project for HTML Help.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    sphinx_reader, doxygen_reader, devhelp_reader, texinfo_reader, html_help_reader, eclipse_reader, plain_reader,
+    mkdocs_reader,  sphinx_reader, doxygen_reader, devhelp_reader,  texinfo_reader, html_help_reader,
+    eclipse_reader, mdbook_reader, docbook_reader, asciidoc_reader, plain_reader,
 };
 
 }  // namespace
