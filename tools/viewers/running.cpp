@@ -1,11 +1,14 @@
 #include "running.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
+#include <thread>
 
 #include "child.h"
 #include "files.h"
@@ -18,6 +21,7 @@ namespace {
 // A ping answers at once: a bus that does not is left out. Before a page is given away there is more time.
 constexpr int kMillisecondsForBus = 500;
 constexpr int kMillisecondsBeforeHandOver = 1500;
+constexpr std::chrono::seconds kLongestStart(10);
 
 // ---- the processes of this user, as the system shows them below /proc ----
 
@@ -84,12 +88,41 @@ int process_of_lock(const std::string& lock) {
   return std::atoi(text.c_str() + separator + 1);
 }
 
-int process_of_locks(const Traces& traces) {
+// A lock that a living process holds, and that process.
+struct HeldLock {
+  std::string path;
+  int process = 0;  // 0: there is none
+};
+
+HeldLock held_lock(const Traces& traces) {
   for (const std::string& pattern : traces.locks)
     for (const std::string& lock : paths_of(pattern))
       if (const int process = process_of_lock(lock); process > 0 && name_of(process).starts_with(traces.process))
-        return process;
-  return 0;
+        return {lock, process};
+  return {};
+}
+
+int process_of_locks(const Traces& traces) { return held_lock(traces).process; }
+
+// Whether the Firefox with that lock has no window yet: a page that it is given then is lost. It writes down beside its lock
+// how far it has come; what stands there from its last run is older than the lock.
+bool is_starting(const std::string& lock) {
+  const std::string progress = lock.substr(0, lock.find_last_of('/') + 1) + "sessionCheckpoints.json";
+  struct stat locked = {};
+  struct stat written = {};
+  if (lstat(lock.c_str(), &locked) != 0 || stat(progress.c_str(), &written) != 0) return false;
+  return written.st_mtime < locked.st_mtime ||
+         content_of(progress).find("\"sessionstore-windows-restored\":true") == std::string::npos;
+}
+
+// Whether it has come so far in time.
+bool ends_starting(const std::string& lock) {
+  const auto end = std::chrono::steady_clock::now() + kLongestStart;
+  while (is_starting(lock)) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  return true;
 }
 
 // ---- the session bus ----
@@ -130,6 +163,8 @@ bool is_running(const Program& program) {
 std::string objection_to_hand_over(const Program& program) {
   const int process = program.needs_session_bus ? process_of_running(program) : 0;
   if (process == 0) return "";
+  if (const HeldLock lock = held_lock(program.traces); lock.process != 0 && !ends_starting(lock.path))
+    return "it has not finished starting";
   const std::string bus = variable_of_process(process, kBusVariable);
   if (!bus.empty()) use_session_bus(bus);
   if (!has_session_bus()) return "it was started without a session bus";

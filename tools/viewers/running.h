@@ -16,7 +16,7 @@ namespace olh_viewers {
 // none.
 bool is_running(const Program& program);
 
-// Why it, which runs, cannot be given a page: the end of a sentence, "" when it can. One that takes pages over the session
+// Why it, which runs, cannot be given a page: the end of a sentence, "" when it can. One that is starting is waited for. One that takes pages over the session
 // bus listens on the bus it was started with, whichever the caller has: from here on that one is used.
 std::string objection_to_hand_over(const Program& program);
 

@@ -7,6 +7,7 @@ import shutil
 import signal
 import socket
 import subprocess
+import threading
 from pathlib import Path
 
 from scene import BUILD, DOCS, MANUAL, RECORDER, Scene, run, wait_until, write
@@ -82,6 +83,7 @@ class Adapters(Scene):
         lock = self.home / {"chromium": ".config/chromium/SingletonLock", "firefox": ".mozilla/firefox/a.default/lock"}[name]
         lock.parent.mkdir(parents=True)
         lock.symlink_to(f"{socket.gethostname()}-{process.pid}" if name == "chromium" else f"127.0.1.1:+{process.pid}")
+        return lock
 
     def pings(self, name, **environment):
         return self.browser("-remote", "ping()", OLH_BROWSER_PROGRAM=name, **environment).returncode == 0
@@ -151,6 +153,20 @@ class Adapters(Scene):
                 self.assertIn(f"firefox runs already and cannot be given the page: {why}.", self.browser(*words, code=1).stderr)
             listing.unlink(missing_ok=True)
         self.assertFalse(given.exists())
+
+    def test_a_firefox_that_is_starting_is_given_the_page_when_its_windows_are_there(self):
+        lock = self.locked("firefox", DBUS_SESSION_BUS_ADDRESS="unix:path=/its/own")
+        progress = write(lock.with_name("sessionCheckpoints.json"), '{"profile-after-change":true}')
+        seen = self.dir / "seen"
+        self.script("firefox", f"exec /bin/cp {progress} {seen}")
+        self.script("dbus-send", "echo 'string \"org.mozilla.firefox.L2hvbWU_\"'")
+        come_so_far = threading.Timer(0.5, write, (progress, '{"sessionstore-windows-restored":true}'))
+        come_so_far.start()
+        self.browser("http://h/")
+        self.assertIn("windows-restored", seen.read_text())
+        # What its last run has written means nothing.
+        os.utime(progress, (1, 1))
+        self.assertIn("it has not finished starting", self.browser("http://h/", code=1).stderr)
 
     def test_the_line_of_every_browser(self):
         plain, forms = "file:///d/index.htm#context=&topic=b", {}
