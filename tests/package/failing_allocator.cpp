@@ -43,8 +43,11 @@ void* __wrap_realloc(void* block, std::size_t size) { return may_allocate() ? __
 char* __wrap_strdup(const char* text) { return may_allocate() ? __real_strdup(text) : nullptr; }
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return may_allocate() ? __real_malloc(size > 0 ? size : 1) : nullptr;
+}
 void* operator new(std::size_t size) {
-  void* block = may_allocate() ? __real_malloc(size > 0 ? size : 1) : nullptr;
+  void* block = operator new(size, std::nothrow);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
