@@ -18,7 +18,7 @@ namespace olh {
 
 namespace {
 
-constexpr unsigned kFirstForeignDescriptor = 3;
+constexpr int kFirstForeignDescriptor = 3;
 constexpr const char* kShell = "/bin/sh";
 
 // A set of signals as the kernel has it.
