@@ -25,6 +25,7 @@ struct Weights {
 constexpr Weights kWeights[] = {{6, 4, 0.5}, {6, 4, 0.5}, {4, 3, 0.4}, {0.5, 30, 0.5}, {1, 120, 0.6}};
 constexpr double kSaturation = 1.6;
 constexpr double kSymbolInText = 0.4;  // of a symbol's share where it is only mentioned
+constexpr double kMeaning = 0.5;       // of another word's share that means the same
 
 constexpr std::size_t kLongestPart = 4000;  // bytes of text that count as one section
 constexpr std::size_t kLongestHeading = 400;
@@ -71,11 +72,14 @@ void IndexMaker::add(const IndexedManual& manual) {
 
 void IndexMaker::take_words(std::string_view text, Field field, Found& found) {
   olh_search::each_word(text, [&](const olh_search::Symbol& symbol) {
-    for (const std::string& whole : symbol.wholes) found.words.push_back({vocabulary_.stem_of(whole), field, true});
+    for (const std::string& whole : symbol.wholes)
+      found.words.push_back({vocabulary_.stem_of(whole), field, true, false});
     for (const std::string& part : symbol.parts) {
       ++found.lengths[field];
       const StemNumber stem = vocabulary_.stem_of(part);
-      if (field != kText || !vocabulary_.is_common(stem)) found.words.push_back({stem, field, false});
+      if (field != kText || !vocabulary_.is_common(stem)) found.words.push_back({stem, field, false, false});
+      for (const StemNumber meaning : vocabulary_.meanings_of(stem))
+        found.words.push_back({meaning, field, false, true});
     }
   });
 }
@@ -92,6 +96,7 @@ void IndexMaker::each_stem(Found& found, Call call) {
           weights.weight /
           (1 - weights.by_length + weights.by_length * found.lengths[at->field] / weights.usual_words);
       share.is_symbol |= at->is_symbol;
+      share.is_meaning |= at->is_meaning;
     }
     call(stem, share);
   }
@@ -102,11 +107,13 @@ std::uint32_t IndexMaker::share_of_section(const Share& found) {
   const double named = found.of_fields[kHeading] + found.of_fields[kName];
   if (found.is_symbol && named > 0) return kMostInOneCharacter;
   const double part = saturated(named + found.of_fields[kLink] + found.of_fields[kText]);
-  return share(found.is_symbol ? part * kSymbolInText : part, 1, kMostInOneCharacter);
+  const double counts = found.is_symbol ? kSymbolInText : found.is_meaning ? kMeaning : 1;
+  return share(part * counts, 1, kMostInOneCharacter);
 }
 
 std::uint32_t IndexMaker::share_of_page(const Share& found) {
   const double part = saturated(found.of_fields[kTitle] + found.of_fields[kLink]);
+  if (found.is_meaning) return share(part * kMeaning, 1, kShareOfLinks);
   return found.of_fields[kTitle] > 0 ? share(part, kShareOfLinks + 1, kMostInOneCharacter)
                                      : share(part, 1, kShareOfLinks);
 }

@@ -37,6 +37,7 @@ class IndexMaker {
     StemNumber stem;
     Field field;
     bool is_symbol;
+    bool is_meaning;
   };
   struct Found {
     std::vector<Occurrence> words;
@@ -46,6 +47,7 @@ class IndexMaker {
   struct Share {
     std::array<double, kFields> of_fields{};
     bool is_symbol = false;
+    bool is_meaning = false;
   };
 
   void take_words(std::string_view text, Field field, Found& found);

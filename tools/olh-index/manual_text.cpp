@@ -16,9 +16,10 @@ namespace {
 
 constexpr const char* kTexts = "QELdata/QELSearchText.js";
 constexpr std::size_t kMostBytesOfTexts = std::size_t{256} * 1024 * 1024;
+constexpr std::size_t kFewestTails = 5;
 constexpr std::size_t kMostPages = 50000;
-constexpr std::size_t kMostLinks = 20;          // different texts
-constexpr std::size_t kBytesOfLanguage = 2048;  // of a page; <html lang> stands at its beginning
+constexpr std::size_t kMostLinks = 20;      // different texts
+constexpr std::size_t kBytesOfHead = 2048;  // of a page, in which its language and keywords stand
 
 template <typename Take>
 void each_line(std::string_view text, Take take) {
@@ -41,7 +42,7 @@ std::vector<std::string> row_in(std::string_view line, std::string_view call) {
 }
 
 std::string language_of_page(std::string_view page) {
-  page = page.substr(0, kBytesOfLanguage);
+  page = page.substr(0, kBytesOfHead);
   for (std::size_t at = page.find(" lang="); at != std::string_view::npos; at = page.find(" lang=", at + 1)) {
     std::string_view value = page.substr(at + 6);
     if (!value.empty() && (value[0] == '"' || value[0] == '\'')) value.remove_prefix(1);
@@ -49,6 +50,16 @@ std::string language_of_page(std::string_view page) {
     return std::string(value.substr(0, end));
   }
   return "";
+}
+
+// What a page says that it is about: <meta name="keywords" content="...">.
+std::string_view keywords_of_page(std::string_view page) {
+  constexpr std::string_view kKeywords = "<meta name=\"keywords\" content=\"";
+  page = page.substr(0, kBytesOfHead);
+  const std::size_t at = page.find(kKeywords);
+  if (at == std::string_view::npos) return {};
+  page.remove_prefix(at + kKeywords.size());
+  return page.substr(0, page.find('"'));
 }
 
 // Pages in the order of the table; the places of a page stand together.
@@ -84,6 +95,22 @@ class Pages {
     topic.has_text = true;
   }
 
+  // A tail that nearly all titles have, "(GNU Octave)" for example, says nothing of a page.
+  void cut_tails() {
+    std::unordered_map<std::string, std::size_t> tails;
+    for (const Page& page : manual_.pages) {
+      const std::size_t begin = start_of_tail(page.title);
+      if (begin != std::string::npos) ++tails[page.title.substr(begin)];
+    }
+    for (const auto& [tail, count] : tails) {
+      if (count < kFewestTails || 2 * count < manual_.pages.size()) continue;
+      for (Page& page : manual_.pages) {
+        cut(page.title, tail);
+        for (Section& section : page.sections) cut(section.heading, tail);
+      }
+    }
+  }
+
   // A topic without a text of its own is the section at its place; else it is found by its title.
   void add_titles() {
     for (const Topic& topic : topic_list_) {
@@ -98,6 +125,16 @@ class Pages {
   }
 
  private:
+  static std::size_t start_of_tail(const std::string& title) {
+    std::size_t begin = std::string::npos;
+    for (const std::string_view sign : {" (", " - ", " | ", " \u2014 ", " \u2013 "})
+      begin = std::min(begin, title.find(sign, 1));
+    return begin;
+  }
+  static void cut(std::string& title, const std::string& tail) {
+    if (title.size() > tail.size() && title.ends_with(tail)) title.resize(title.size() - tail.size());
+  }
+
   struct Topic {
     std::string name;
     std::size_t page;
@@ -136,6 +173,7 @@ void take_topics(std::string_view table, std::string_view texts, const std::stri
     if (const std::vector<std::string> row = row_in(line, "QELAddText("); row.size() >= 4) pages.add_passage(row);
   });
   pages.add_titles();
+  pages.cut_tails();
 }
 
 void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
@@ -154,7 +192,11 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
     if (kind != ".htm" && kind != ".html") continue;
     ++files;
     const std::string name = at->path().string().substr(folder.size() + 1);
-    each_link(name, olh_viewers::content_of(at->path().string()), [&](const Link& link) {
+    const std::string markup = olh_viewers::content_of(at->path().string());
+    if (const auto page = texts.find(name); page != texts.end())
+      if (const std::string_view keywords = keywords_of_page(markup); !keywords.empty())
+        page->second->emplace_back(keywords);
+    each_link(name, markup, [&](const Link& link) {
       auto found = link.place.empty() ? texts.end() : texts.find(link.page + "#" + link.place);
       if (found == texts.end()) found = texts.find(link.page);
       if (found == texts.end()) return;

@@ -28,6 +28,8 @@ class Stems {
   // Whether a word says too little to be looked for in running text.
   bool is_common(std::string_view word) const;
 
+  bool is_english() const { return is_english_; }
+
   // The common words of all languages so far, with a blank between two.
   std::string common_words() const;
 

@@ -2,25 +2,49 @@
 
 #include <algorithm>
 
+#include "index_pieces.h"
 #include "packed_numbers.h"
+#include "synonyms.h"
 
 namespace olh_index {
 
 void Vocabulary::set_language(const std::string& language) {
+  if (language == words_language_) return;
+  words_language_ = language;
   language_.set_language(language);
   words_.clear();
+  if (language_.is_english() && !has_meanings_) add_english_meanings();
+}
+
+StemNumber Vocabulary::new_stem(bool is_common) {
+  stems_.emplace_back();
+  common_.push_back(is_common);
+  meanings_.emplace_back();
+  return static_cast<StemNumber>(stems_.size() - 1);
+}
+
+void Vocabulary::add_english_meanings() {
+  has_meanings_ = true;
+  for (const std::string_view line : english_synonyms()) {
+    const StemNumber meaning = new_stem(false);
+    for (const std::string& word : olh_search::words_with_blanks(line)) {
+      meanings_[stem_of(word)].push_back(meaning);
+      all_words_[word].push_back(meaning);
+    }
+  }
 }
 
 StemNumber Vocabulary::stem_of(const std::string& word) {
   if (const auto known = words_.find(word); known != words_.end()) return known->second;
   const auto [found, is_new] =
       stem_numbers_.try_emplace(language_.stem_of(word), static_cast<StemNumber>(stems_.size()));
-  if (is_new) {
-    stems_.emplace_back();
-    common_.push_back(language_.is_common(word));
-  }
+  if (is_new) new_stem(language_.is_common(word));
   std::vector<StemNumber>& of_word = all_words_[word];
-  if (std::ranges::find(of_word, found->second) == of_word.end()) of_word.push_back(found->second);
+  const auto add = [&of_word](StemNumber stem) {
+    if (std::ranges::find(of_word, stem) == of_word.end()) of_word.push_back(stem);
+  };
+  add(found->second);
+  std::ranges::for_each(meanings_[found->second], add);
   words_.emplace(word, found->second);
   return found->second;
 }

@@ -40,6 +40,7 @@ class Piece {
     nlohmann::json all = nlohmann::json::array();
     for (const auto& [number, texts] : groups_) {
       const Stem& stem = vocabulary_->stem(number);
+      if (stem.postings.empty() && stem.titles.empty()) continue;
       all.push_back({texts, olh_search::weight_of_word(sections, stem.sections), stem.postings, stem.titles});
     }
     return all;

@@ -21,7 +21,7 @@ struct RankedPage {
   std::uint32_t page = 0;
   std::uint32_t section = 0;  // the one that answers best
   std::uint32_t words = 0;    // which of the words the page has, a bit for each
-  std::uint32_t points = 0;
+  std::uint64_t points = 0;
 };
 
 struct LookedForWord {

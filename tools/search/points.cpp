@@ -42,7 +42,7 @@ const ManualInIndex& manual_of_page(const IndexHead& head, std::uint32_t page) {
 }
 
 Points::Points(const IndexHead& head, const std::vector<std::string>& manuals, std::size_t words)
-    : head_(head), words_(words), words_of_manuals_(head.manuals.size()), sections_(head.sections) {
+    : head_(head), weights_(words), words_of_manuals_(head.manuals.size()), sections_(head.sections) {
   for (const ManualInIndex& manual : head.manuals)
     is_searched_.insert(is_searched_.end(), manual.pages,
                         manuals.empty() || std::ranges::find(manuals, manual.name) != manuals.end());
@@ -63,6 +63,10 @@ bool Points::are_given_by(const WordGroup& group) const {
 }
 
 void Points::add(const WordGroup& group, std::uint32_t bit) {
+  if (bit != 0) {
+    std::uint32_t& weight = weights_[static_cast<std::size_t>(std::countr_zero(bit))];
+    weight = std::max(weight, group.weight);
+  }
   each_posting(group.titles, [&](std::uint32_t page, std::uint32_t share) {
     if (!is_searched(page)) return page < pages_.size();
     OfPage& of_page = pages_[page];
@@ -98,6 +102,13 @@ void Points::add_titles_of_manuals(const std::string& word, std::uint32_t bit) {
   }
 }
 
+// How much words count together, of which each has a bit.
+std::uint32_t Points::weight_of(std::uint32_t words) const {
+  std::uint32_t sum = 0;
+  for (std::size_t at = 0; at < weights_.size(); ++at) sum += (words >> at & 1U) * weights_[at];
+  return sum;
+}
+
 RankedPage Points::ranked_page(std::uint32_t page, std::uint32_t of_manual) const {
   const OfPage& of_page = pages_[page];
   const std::uint32_t first = head_.first_sections[page];
@@ -106,10 +117,10 @@ RankedPage Points::ranked_page(std::uint32_t page, std::uint32_t of_manual) cons
       sections_[first].points + of_page.title / 2;  // what a title says stands at the page's beginning
   for (std::uint32_t at = first + 1; at < head_.first_sections[page + 1]; ++at)
     if (sections_[at].points > most) most = sections_[best = at].points;
-  const auto in_title = static_cast<std::uint32_t>(std::popcount(of_page.words_in_title));
-  const std::uint32_t points =
+  const std::uint32_t words = of_page.words | of_manual;
+  const std::uint64_t points =
       kOfSection * sections_[best].points + kOfTitle * of_page.title + kOfSections * of_page.sections;
-  return {page, best, of_page.words | of_manual, points * (static_cast<std::uint32_t>(words_) + in_title)};
+  return {page, best, words, points * weight_of(words) * (weight_of(~0U) + weight_of(of_page.words_in_title))};
 }
 
 std::vector<RankedPage> Points::ranked() const {
@@ -119,17 +130,17 @@ std::vector<RankedPage> Points::ranked() const {
     for (const std::uint32_t end = page + head_.manuals[manual].pages; page < end; ++page) {
       if (pages_[page].words == 0 || head_.first_sections[page] == head_.first_sections[page + 1]) continue;
       const RankedPage one = ranked_page(page, words_of_manuals_[manual]);
-      if (2 * static_cast<std::size_t>(std::popcount(one.words)) >= words_) ranked.push_back(one);
+      if (2 * static_cast<std::size_t>(std::popcount(one.words)) >= weights_.size()) ranked.push_back(one);
     }
   std::ranges::stable_sort(ranked, [this](const RankedPage& a, const RankedPage& b) {
-    const int more = words_ > kFewWords ? 0 : std::popcount(a.words) - std::popcount(b.words);
+    const int more = weights_.size() > kFewWords ? 0 : std::popcount(a.words) - std::popcount(b.words);
     return more != 0 ? more > 0 : a.points > b.points;
   });
   return ranked;
 }
 
 std::vector<std::uint32_t> Points::sections_with_all(std::uint32_t page) const {
-  const std::uint32_t all = (1U << words_) - 1;
+  const std::uint32_t all = (1U << weights_.size()) - 1;
   std::vector<std::uint32_t> sections;
   for (std::uint32_t at = head_.first_sections[page]; at < head_.first_sections[page + 1]; ++at)
     if (sections_[at].words == all ||

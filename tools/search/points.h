@@ -44,6 +44,7 @@ class Points {
  private:
   bool is_searched(std::uint32_t page) const { return page < is_searched_.size() && is_searched_[page]; }
   RankedPage ranked_page(std::uint32_t page, std::uint32_t of_manual) const;
+  std::uint32_t weight_of(std::uint32_t words) const;
 
   struct OfPage {
     std::uint32_t title = 0;     // points of the words of the title, and of links to the page
@@ -57,7 +58,7 @@ class Points {
     std::uint32_t words = 0;
   };
   const IndexHead& head_;
-  std::size_t words_;
+  std::vector<std::uint32_t> weights_;  // of each word
   std::vector<bool> is_searched_;
   std::vector<std::uint32_t> page_of_section_;
   std::vector<std::uint32_t> words_of_manuals_;

@@ -235,6 +235,7 @@ var olhFind = (function () {
     var pages = index.firstSections.length - 1;
     this.index = index;
     this.count = count;
+    this.weights = new Array(count).fill(0);
     this.searched = new Uint8Array(pages);
     index.manuals.forEach(function (manual) {
       if (!manuals || manuals.indexOf(manual.name) >= 0) this.searched.fill(1, manual.first, manual.end);
@@ -258,7 +259,8 @@ var olhFind = (function () {
   };
 
   Points.prototype.add = function (group, bit) {
-    var points = this, last = 0, most = 0, weight = group[1];
+    var points = this, last = 0, most = 0, weight = group[1], number = 31 - Math.clz32(bit);
+    if (bit) this.weights[number] = Math.max(this.weights[number], weight);
     postings(group[3], function (page, share) {
       if (!points.searched[page]) return page < points.searched.length;
       points.title[page] += weight * share;
@@ -289,8 +291,13 @@ var olhFind = (function () {
     }, this);
   };
 
+  // How much words count together, of which each has a bit.
+  Points.prototype.weightOf = function (words) {
+    return this.weights.reduce(function (sum, weight, at) { return sum + (words >> at & 1) * weight; }, 0);
+  };
+
   Points.prototype.ranked = function () {
-    var points = this, first = this.index.firstSections, found = [];
+    var points = this, whole = this.weightOf(~0), first = this.index.firstSections, found = [];
     this.index.manuals.forEach(function (manual, number) {
       for (var page = manual.first; page < manual.end; page++) {
         if (!points.words[page] || first[page] === first[page + 1]) continue;
@@ -299,7 +306,7 @@ var olhFind = (function () {
         var words = points.words[page] | points.ofManual[number];
         if (2 * bits(words) < points.count) continue;
         var sum = 5 * points.section[best] + 5 * points.title[page] + 2 * points.sections[page];
-        found.push({ page: page, section: best, words: words, points: sum * (points.count + bits(points.inTitle[page])), manual: manual });
+        found.push({ page: page, section: best, words: words, points: sum * points.weightOf(words) * (whole + points.weightOf(points.inTitle[page])), manual: manual });
       }
     });
     return found.sort(function (a, b) {
