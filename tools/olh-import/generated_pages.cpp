@@ -9,11 +9,17 @@ namespace olh_import {
 namespace {
 
 constexpr std::size_t kPagesAsked = 4;  // for their generator; a folder may hold a page or two of another
-constexpr int kChildrenAsked = 4;       // for the title of what they lie in: there may be a million
+constexpr std::size_t kLargestHead = 65536;
+constexpr int kChildrenAsked = 4;  // for the title of what they lie in: there may be a million
 constexpr std::string_view kFolderPage = "index.html";
 
-std::string generator_of(const Markup& page) {
-  const Element root = page.root();
+// As much of a page as says what it is. The rest is parsed once, when it is read.
+Markup head_of(const SourceTree& pages, const std::string& page) {
+  return Markup::page(pages.read(page).value_or("").substr(0, kLargestHead));
+}
+
+std::string generator_of(const Markup& head) {
+  const Element root = head.root();
   for (Element at = root; at; at = at.next_within(root))
     if (at.is("meta") && olh_viewers::lower_case(at.attribute("name")) == "generator")
       return olh_viewers::lower_case(at.attribute("content"));
@@ -87,7 +93,7 @@ std::string page_made_by(const SourceTree& pages, std::initializer_list<std::str
   for (const std::string& name : pages.names())
     if (asked.size() < kPagesAsked && is_page_name(name)) asked.push_back(name);
   const auto is_wanted = [&](const std::string& name) {
-    const std::string generator = generator_of(Markup::page(pages.read(name).value_or("")));
+    const std::string generator = generator_of(head_of(pages, name));
     return std::ranges::any_of(programs, [&](std::string_view program) { return generator.starts_with(program); });
   };
   const auto found = std::ranges::find_if(asked, is_wanted);
@@ -95,8 +101,8 @@ std::string page_made_by(const SourceTree& pages, std::initializer_list<std::str
 }
 
 std::string start_named_in(const SourceTree& pages, const std::string& page) {
-  const Markup markup = Markup::page(pages.read(page).value_or(""));
-  const Element root = markup.root();
+  const Markup head = head_of(pages, page);
+  const Element root = head.root();
   for (Element at = root; at; at = at.next_within(root))
     if (at.is("link") && (at.attribute("rel") == "home" || at.attribute("rel") == "start"))
       return target_of_entry(page, at.attribute("href")).page;
@@ -121,6 +127,12 @@ std::string title_of_label(Element label) {
   for (int asked = 0; child && asked < kChildrenAsked && !child.has_class("title"); ++asked)
     child = child.next_sibling();
   return child.has_class("title") ? child.text() : "";
+}
+
+void add_label(Element anchor, const std::string& page, const Reader& reader, Manual& manual) {
+  const std::string id = anchor.attribute(anchor.attribute("id").empty() ? "name" : "id");
+  if (!id.empty() && reader.is_place(id) && anchor.attribute("href").empty())
+    manual.topics.push_back({id, page, id, title_of_label(anchor), Rank::kLabel});
 }
 
 void shorten_page_titles(Manual& manual, const std::string& added) {

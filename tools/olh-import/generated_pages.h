@@ -32,6 +32,9 @@ void add_items(Element top, const std::string& page, std::vector<Chapter>& conte
 // without one.
 std::string title_of_label(Element label);
 
+// A topic for a link that leads nowhere, but has a name that the reader takes for a place: an author gave it.
+void add_label(Element anchor, const std::string& page, const Reader& reader, Manual& manual);
+
 // Titles of pages without what generators add to each, as in "Menus - The manual".
 void shorten_page_titles(Manual& manual, const std::string& added);
 

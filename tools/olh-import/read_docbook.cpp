@@ -35,19 +35,13 @@ class DocbookReader : public Reader {
   void read_page(const HtmlPage& page, Manual& manual) override {
     if (page.name == manual.start) add_items(first_of_class(page.main, "toc"), page.name, manual.contents);
     for (Element at = page.main; at; at = at.next_within(page.main)) {
-      if (at.is("a")) take_label(at, page.name, manual);
+      if (at.is("a")) add_label(at, page.name, *this, manual);
       if (at.is("div") && at.has_class("index")) take_index(at, page.name, manual);
     }
   }
 
  private:
   static std::string stylesheet_page(const SourceTree& pages) { return page_made_by(pages, {"docbook"}); }
-
-  static void take_label(Element anchor, const std::string& page, Manual& manual) {
-    const std::string id = anchor.attribute(anchor.attribute("id").empty() ? "name" : "id");
-    if (id.empty() || is_numbered_id(id) || !anchor.attribute("href").empty()) return;
-    manual.topics.push_back({id, page, id, title_of_label(anchor), Rank::kLabel});
-  }
 
   // An entry is "word, LINK, LINK", with those that lie in it in a list of their own.
   static void take_index(Element index, const std::string& page, Manual& manual) {

@@ -18,6 +18,7 @@ std::unique_ptr<Reader> docbook_reader();
 std::unique_ptr<Reader> asciidoc_reader();
 std::unique_ptr<Reader> mdbook_reader();
 std::unique_ptr<Reader> mkdocs_reader();
+std::unique_ptr<Reader> latex2html_reader();
 std::unique_ptr<Reader> plain_reader();
 
 namespace {
@@ -26,8 +27,8 @@ namespace {
 // pages, which are everything, come last. Some also write tables for others, which say less: MkDocs an inventory of
 // Sphinx, Texinfo a project for HTML Help.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    mkdocs_reader,  sphinx_reader, doxygen_reader, devhelp_reader,  texinfo_reader, html_help_reader,
-    eclipse_reader, mdbook_reader, docbook_reader, asciidoc_reader, plain_reader,
+    mkdocs_reader,  sphinx_reader, doxygen_reader, devhelp_reader,  texinfo_reader,    html_help_reader,
+    eclipse_reader, mdbook_reader, docbook_reader, asciidoc_reader, latex2html_reader, plain_reader,
 };
 
 }  // namespace
