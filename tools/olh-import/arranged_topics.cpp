@@ -55,10 +55,11 @@ class Arranging {
     made_.lines.push_back({written_name(name), address, carried_topic_title(title_at_(topic))});
   }
 
-  std::string free_name(const std::string& wanted) const {
+  // Numbers that were tried for a name are not tried again: a page may have a million places without a letter.
+  std::string free_name(const std::string& wanted) {
     std::string name = wanted;
-    for (int number = 2; olh_viewers::normal_topic(name).empty() || is_taken(name); ++number)
-      name = wanted + "-" + std::to_string(number);
+    int& number = numbers_.try_emplace(wanted, 2).first->second;
+    while (olh_viewers::normal_topic(name).empty() || is_taken(name)) name = wanted + "-" + std::to_string(number++);
     return name;
   }
   bool is_taken(const std::string& name) const { return lines_of_names_.contains(olh_viewers::normal_topic(name)); }
@@ -66,6 +67,7 @@ class Arranging {
   const SourceTree& pages_;
   const std::function<std::string(const Topic&)>& title_at_;
   std::unordered_map<std::string, std::size_t> lines_of_names_;
+  std::unordered_map<std::string, int> numbers_;  // the next one to try behind a name
   ArrangedTopics made_;
   std::vector<std::string> without_page_;
   std::vector<std::string> too_long_;

@@ -138,10 +138,12 @@ void take_places(HtmlPage& page) {
   }
 }
 
+// What is there for readers without scripts does not count.
 bool leads_elsewhere(const Markup& markup) {
   const Element root = markup.root();
   for (Element at = root; at; at = at.next_within(root))
-    if (at.is("meta") && olh_viewers::lower_case(at.attribute("http-equiv")) == "refresh")
+    if (at.is("meta") && !at.parent().is("noscript") &&
+        olh_viewers::lower_case(at.attribute("http-equiv")) == "refresh")
       return olh_viewers::lower_case(at.attribute("content")).find("url=") != std::string::npos;
   return false;
 }

@@ -42,7 +42,8 @@ HtmlPage read_html_page(const std::string& name, std::string_view bytes);
 // Whether a file is a page, by its name.
 bool is_page_name(std::string_view name);
 
-// Where a link in a page leads: the page's name (of a folder, that of its index.html) and the place in it. Both "" when it leads out of the folder of pages.
+// Where a link in a page leads: the page's name (of a folder, that of its index.html) and the place in it. Both "" when it
+// leads out of the folder of pages.
 struct LinkTarget {
   std::string page;
   std::string place;

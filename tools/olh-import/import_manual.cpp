@@ -38,8 +38,10 @@ Source source_of(const std::vector<std::string>& named) {
     if (is_folder && !source.tree.folder().empty())
       throw Refusal(kWrongUse,
                     "a manual is made of one folder, not of " + source.tree.folder() + " and " + one + ".");
-    is_folder ? static_cast<void>(source.tree = SourceTree(fs::canonical(one).string()))
-              : source.files.push_back(one);
+    if (is_folder)
+      source.tree = SourceTree(fs::canonical(one).string());
+    else
+      source.files.push_back(one);
   }
   return source;
 }
@@ -89,11 +91,15 @@ class Import {
   std::string place() const { return asked_.root + "/htmldocs/" + asked_.name; }
 
   // Only what an import has brought gives way to another.
-  void make_output() {
+  void refuse_what_others_brought() const {
     std::error_code failed;
     const bool is_there = fs::symlink_status(place(), failed).type() != fs::file_type::not_found;
     if (is_there && olh_viewers::origin_of(place()) != "import")
       throw Refusal(kCannotWrite, place() + " is there already, and olh import has not brought it.");
+  }
+
+  void make_output() {
+    refuse_what_others_brought();
     if (!asked_.dry_run &&
         olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "prepare-root", asked_.root}) != 0)
       throw Refusal(kCannotWrite, "nothing is imported.");
@@ -175,7 +181,9 @@ class Import {
     outcome.topics = topics.lines.size();
     outcome.same_names = std::move(topics.same_names);
     outcome.notes = notes(topics.notes);
-    if (!asked_.dry_run) out_->take_place();
+    if (asked_.dry_run) return outcome;
+    refuse_what_others_brought();  // it may have come meanwhile
+    out_->take_place();
     return outcome;
   }
 

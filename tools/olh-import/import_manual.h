@@ -1,7 +1,7 @@
 // The import of one manual, from the source to its place in a root.
 //
 // Knows    the order of the steps: nothing of the root changes before all of them are done.
-// Not      what kinds of sources there are (readers), what a person is told of it (import_command).
+// Not      what kinds of sources there are (readers), what a person is told of it (main).
 // For      main.
 #ifndef OLH_IMPORT_IMPORT_MANUAL_H
 #define OLH_IMPORT_IMPORT_MANUAL_H

@@ -15,7 +15,7 @@ constexpr const char* kHead =
     "<meta charset=\"utf-8\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; script-src 'self'; style-src 'self'; "
-    "img-src 'self' data:; connect-src 'self'; form-action 'self'; base-uri 'none'\">\n"
+    "img-src 'self' data:; connect-src 'self'; frame-src 'self'; form-action 'self'; base-uri 'none'\">\n"
     "<link rel=\"icon\" href=\"../QEL/lib/favicon.svg\">\n"
     "<title>Contents - ";
 constexpr const char* kBody =
@@ -33,8 +33,8 @@ constexpr const char* kEnd =
 
 std::string chapter_line(const Chapter& chapter) {
   const std::string title = as_markup(clean_text(chapter.title, kLongestTitle));
-  if (chapter.page.empty()) return "<li>" + title;
-  return "<li><a href=\"" + address_of(chapter.page, chapter.place) + "\">" + title + "</a>";
+  if (chapter.page.empty()) return "<li dir=\"auto\">" + title;
+  return "<li dir=\"auto\"><a href=\"" + address_of(chapter.page, chapter.place) + "\">" + title + "</a>";
 }
 
 // Lists in lists. A depth goes down by one at most, however far it says.
@@ -63,7 +63,7 @@ std::string topic_table_file(const std::string& title, const std::vector<TableLi
 
 std::string start_page_file(const std::string& title, const std::vector<Chapter>& contents) {
   const std::string text = as_markup(title);
-  return kHead + text + kBody + text + "</a></header>\n<main id=\"topic\">\n<h1>" + text +
+  return kHead + text + kBody + text + "</a></header>\n<main id=\"topic\">\n<h1 dir=\"auto\">" + text +
          "</h1>\n<p class=\"note\" id=\"missing\" role=\"status\"></p>\n<nav class=\"contents\" "
          "aria-label=\"Contents\">" +
          contents_list(contents) + "</nav>\n" + kEnd;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,12 +23,29 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kWorkshop = ".olh-import-";
+constexpr const char* kBefore = "before";  // in it: the manual that gives way, under its name
 
 [[noreturn]] void refuse(const std::string& file) {
   throw Refusal(kCannotWrite, file + " cannot be written: " + std::strerror(errno) + ".");
 }
 
-// A file that is being written; gone when it was not finished.
+// Signals wait while it lives.
+class NoSignals {
+ public:
+  NoSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_SETMASK, &all, &before_);
+  }
+  ~NoSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  NoSignals(const NoSignals&) = delete;
+  NoSignals& operator=(const NoSignals&) = delete;
+
+ private:
+  sigset_t before_ = {};
+};
+
+// A file that is being written. One that is not finished goes with the folder that it is in.
 class NewFile {
  public:
   explicit NewFile(const std::string& path)
@@ -92,6 +110,13 @@ int locked(const std::string& directory) {
   return -1;
 }
 
+// A manual that was on its way out when an import ended goes back, unless there is one of its name.
+void put_back(const fs::path& workshop, const fs::path& directory) {
+  std::error_code ignored;
+  for (const fs::directory_entry& manual : fs::directory_iterator(workshop / kBefore, ignored))
+    fs::rename(manual.path(), directory / manual.path().filename(), ignored);
+}
+
 // What interrupted imports have left: nobody holds a lock on it.
 void clear_away_left_behind(const fs::path& directory) {
   std::error_code ignored;
@@ -99,6 +124,7 @@ void clear_away_left_behind(const fs::path& directory) {
     if (!entry.path().filename().string().starts_with(kWorkshop)) continue;
     const int lock = locked(entry.path());
     if (lock < 0) continue;
+    put_back(entry.path(), directory);
     fs::remove_all(entry.path(), ignored);
     close(lock);
   }
@@ -111,6 +137,7 @@ OutputFolder::OutputFolder(const std::string& place) : place_(place) {
   clear_away_left_behind(directory);
   // Another import could clear it away before the lock is there.
   for (int tries = 0; tries < 10 && lock_ < 0; ++tries) {
+    if (!workshop_.empty()) rmdir(workshop_.c_str());
     workshop_ = (directory / (std::string(kWorkshop) + "XXXXXX")).string();
     if (mkdtemp(workshop_.data()) == nullptr) refuse(directory.string());
     lock_ = locked(workshop_);
@@ -149,15 +176,18 @@ void OutputFolder::link(const std::string& target, const std::string& name) cons
   if (symlink(target.c_str(), (path_ + "/" + name).c_str()) != 0) refuse(path_ + "/" + name);
 }
 
-// A file system that cannot exchange two folders has none at this place for a moment.
+// A file system that cannot exchange two folders has none at this place for a moment. No signal that can wait comes then;
+// of an import that ends all the same, the next one puts back what was there.
 void OutputFolder::take_place() {
   if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE) == 0) return;
   if (rename(path_.c_str(), place_.c_str()) == 0) return;
-  const std::string before = workshop_ + "/before";
-  if (rename(place_.c_str(), before.c_str()) != 0) refuse(place_);
+  const NoSignals uninterrupted;
+  const std::string room = workshop_ + "/" + kBefore;
+  const std::string before = room + "/" + fs::path(place_).filename().string();
+  if (mkdir(room.c_str(), 0700) != 0 || rename(place_.c_str(), before.c_str()) != 0) refuse(place_);
   if (rename(path_.c_str(), place_.c_str()) == 0) return;
   const Refusal failure(kCannotWrite, place_ + " cannot be replaced: " + std::strerror(errno) + ".");
-  if (rename(before.c_str(), place_.c_str()) != 0) refuse(place_);
+  put_back(workshop_, fs::path(place_).parent_path());
   throw failure;
 }
 

@@ -75,7 +75,10 @@ struct Walk {
     const int fd = open_below(top, name, kToRead);
     const bool leads_to_file = fd >= 0 && is_regular(fd);
     if (fd >= 0) close(fd);
-    leads_to_file ? names.push_back(name) : static_cast<void>(++links_left_out);
+    if (leads_to_file)
+      names.push_back(name);
+    else
+      ++links_left_out;
   }
 
   void look_into(const std::string& below) {

@@ -136,3 +136,12 @@ class Import(Verbs):
             self.assertEqual(bool(list(self.manual.parent.glob(".olh-import-*"))), end == signal.SIGKILL)
         self.run_import()
         self.assertEqual(list(self.manual.parent.glob(".olh-import-*")), [])
+
+    def test_a_manual_that_an_ended_import_had_moved_aside_is_put_back(self):
+        self.run_import()
+        before = self.files(self.manual)
+        room = self.manual.parent / ".olh-import-left/before"
+        room.mkdir(parents=True)
+        self.manual.rename(room / "product")
+        self.olh("import", self.root, "other", self.source, code=0)
+        self.assertEqual(self.files(self.manual), before)

@@ -2,8 +2,8 @@
 // topic; without a topic the page shows the contents. Needs page.js.
 (function () {
   'use strict';
-  var places = new Map(), table, single = olh.asked().single;
-  if (single === 'true' || single === 'popup') document.documentElement.dataset.single = single;
+  var places = new Map(), table, single = { 'true': 'true', popup: 'popup' }[olh.asked().single];
+  if (single) document.documentElement.dataset.single = single;
 
   // The topic table, QELdata/QELAllData.js, is made of calls of these two. Of equal names the first one counts.
   window.QELAddBookVar = function () {};
@@ -11,6 +11,23 @@
     var name = olh.topicName(row[0]);
     if (!places.has(name)) places.set(name, row[1]);
   };
+
+  // A topic alone: its page in a frame, with a style that hides what its generator put around the text. From file:// no page
+  // may reach into another one: there the page comes whole.
+  function showAlone(place) {
+    var frame = olh.element('iframe', { 'class': 'alone', title: 'The topic', src: place });
+    frame.addEventListener('load', function () {
+      var inner = frame.contentDocument;
+      if (!inner) return;
+      var style = inner.createElement('link');
+      style.rel = 'stylesheet';
+      style.href = new URL('../QEL/lib/imported_alone.css', location.href).href;
+      style.onload = function () { if (inner.location.hash) inner.location.replace(inner.location.href); };
+      inner.head.append(style);
+      document.title = inner.title || document.title;
+    });
+    document.body.replaceChildren(frame);
+  }
 
   // Goes to the topic that the address names. The address of the request is replaced, so that "back" leaves the manual.
   function follow() {
@@ -20,7 +37,7 @@
     table = table || olh.script('QELdata/QELAllData.js');
     table.then(function (isThere) {
       var place = places.get(olh.topicName(wanted));
-      if (place) return location.replace(place);
+      if (place) return single && location.protocol !== 'file:' ? showAlone(place) : location.replace(place);
       say.textContent = isThere ? 'There is no topic "' + olh.shown(wanted) + '" in this manual. This is what it holds:'
         : 'The list of topics is missing. "olh import" writes it.';
     });
