@@ -22,7 +22,7 @@
  *     killed may leave NAME.new, which goes when the list is next replaced.
  *     A symbolic link in a list's place stays one if its owner is root or the caller; else the list takes its place.
  *     A directory of which the names break off in an error ends the run: half of them make no list.
- *  4. Only regular files are read; anything else in a file's place counts as unreadable where it is read, and as
+ *  4. Only regular files are read; anything else in a file's place is unreadable where it is read, and is
  *     there where only its being there counts (the script of a portal, a PDF that a portal names). Lines are read
  *     in pieces of at most 2047 bytes, at bytes: a NUL is a byte of its line, but ends a title or name that holds it.
  *  5. The records and their strings belong to the library, each from malloc; lists grow at their heads. Whoever
@@ -124,7 +124,7 @@ OLH_API void dmerge_free(void) OLH_NOEXCEPT;
 
 OLH_API extern char* doc_root;                   /* the root, cleaned with cleanPath */
 OLH_API extern char* releaseName;                /* for the basic page; null: none was found */
-OLH_API extern OlhDmergeCallback dmergeCallback; /* null: nobody is told */
+OLH_API extern OlhDmergeCallback dmergeCallback; /* null: nobody is called */
 
 OLH_API extern LibListEntry* lleHead; /* the documents of the root */
 OLH_API extern int numLleEntries;
@@ -218,7 +218,7 @@ OLH_API int compare_entries(const void* a, const void* b) OLH_NOEXCEPT;
 /* Writes LibraryAvailable.js. Returns DMERGE_RESULT_OK (0) or DMERGE_RESULT_UNWRITABLE (21). */
 OLH_API int writeLibAvail(const char* root) OLH_NOEXCEPT;
 
-/* Adds a file that is there to registeredFilesHead and tells the callback. Returns the callback's result; 0 without
+/* Adds a file that is there to registeredFilesHead and calls the callback. Returns the callback's result; 0 without
  * a callback, and when the file cannot be read. */
 OLH_API int registerNewFile(char* path) OLH_NOEXCEPT;
 

@@ -16,7 +16,7 @@
  *     nothing, and those of the debug lines and the trace log do not): the documentation roots
  *     (QEL_OVERRIDE_DOC_PATH, QEL_DOC_PATH, QEL_PRODUCT_DOC_PATH, TRV_HOME, QEL_HOME, OLH_SYSTEM_DOC_PATH), the
  *     trace log (OLH_LOG_HELP), the viewer order (QEL_DOC_TYPE) and the display type (QEL_OLH_DISPLAY_TYPE).
- *  6. Calls block. A documentation root behind http:// is asked over the network, without a time limit of the
+ *  6. Calls block. A documentation root on a web server is asked over the network, without a time limit of the
  *     library's own unless the variable OLH_PROBE_TIMEOUT gives one (in seconds, for each question: connection and
  *     reply together, without the name look-up); starting a viewer takes about two seconds.
  *  7. All state is process-wide and unguarded: call from one thread at a time. A library built with the CMake
@@ -98,7 +98,7 @@ enum {
  *                             "qeldoc_notfound.pdf", else the support portal's page was shown
  *   OLH_RESULT_IO          5  a local PDF, and the PDF reader is unknown or did not open it
  *   OLH_RESULT_NO_PROGRAM  7  found, but no browser is known: the bookcase "_bk_qel.pdf" was tried, and PDF now
- *                             leads the viewer order; for a PDF behind a URL the portal was tried instead
+ *                             leads the viewer order; for a PDF on a web server the portal was tried instead
  *
  * Changes the current viewer to the kind of document it showed. Reads OLH_DEBUG again.
  */
@@ -108,15 +108,15 @@ OLH_API int OlhHelpCall(const char* docName, const char* tag, int displayType) O
 OLH_API int OlhDocGotoTag(const char* docName, const char* tag) OLH_NOEXCEPT;
 
 /*
- * Tells whether OlhHelpCall would find the document and, in an HTML manual on this machine, the topic.
- * Shows nothing. For a PDF or a portal the tag is not looked at; of a manual behind a URL no topic is known.
+ * Checks whether OlhHelpCall would find the document and, in an HTML manual on this machine, the topic.
+ * Shows nothing. For a PDF or a portal the tag is not looked at; of a manual on a web server no topic is known.
  *
  * Returns
  *   OLH_RESULT_OK         0  found
  *   OLH_RESULT_INVALID    3  no document name
  *   OLH_RESULT_NOT_FOUND  4  no such document
- *   OLH_RESULT_NO_TOPIC   6  the document is there, the topic is not in its topic table, or the manual lies
- *                            behind a URL and a topic was asked for
+ *   OLH_RESULT_NO_TOPIC   6  the document is there, the topic is not in its topic table, or the manual is on a
+ *                            web server and a topic was asked for
  *
  * Changes the current viewer to the kind of document it found. Reads OLH_DEBUG again.
  */
@@ -146,10 +146,10 @@ OLH_API int OlhTomeDeck(const char* portal, const char* tag) OLH_NOEXCEPT;
  *
  * Returns
  *   OLH_RESULT_OK          0  shown
- *   OLH_RESULT_FAILED      2  found behind a URL, but the browser did not take it
+ *   OLH_RESULT_FAILED      2  found on a web server, but the browser did not take it
  *   OLH_RESULT_NOT_FOUND   4  not found; "qeldoc_notfound.pdf" or the support portal was shown
  *   OLH_RESULT_IO          5  found, but the PDF reader is unknown or did not open it
- *   OLH_RESULT_NO_PROGRAM  7  found behind a URL, but no browser is known
+ *   OLH_RESULT_NO_PROGRAM  7  found on a web server, but no browser is known
  *
  * Changes the current viewer to what it showed.
  */
@@ -198,7 +198,7 @@ OLH_API int OlhSetViewer(OlhViewer viewer, int start) OLH_NOEXCEPT;
 OLH_API int OlhSetViewerOrder(const char* order) OLH_NOEXCEPT;
 
 /*
- * Tells whether a viewer runs. A PDF reader always counts as not running; a browser is asked.
+ * Checks whether a viewer runs. A PDF reader always counts as not running; a browser is asked.
  *
  * Returns
  *   OLH_RESULT_OK      0  running

@@ -1,6 +1,6 @@
 /*
  * The lower level of libolh: string helpers, diagnostics, the documentation locator and the viewer launchers.
- * A host needs none of it to show help (olh.h does that); it serves tools that look into the road of a help
+ * A host needs none of it to show help (olh.h does that); it serves tools that look into the steps of a help
  * request. The conventions of olh.h hold here too.
  */
 #ifndef OLH_SUPPORT_H
@@ -92,7 +92,7 @@ OLH_API const char* GetOlhDocPath(void) OLH_NOEXCEPT;
  * out receives the location and is emptied when nothing is found (untouched when an argument is null or the
  * name is empty); viewerPath receives the viewer program that the root prescribes, "" without one. */
 
-/* A PDF: below "pdfdocs" or "system_admin_docs" of a root; behind a URL root the HTML form is the substitute. */
+/* A PDF: below "pdfdocs" or "system_admin_docs" of a root; on a web server the HTML form is the substitute. */
 OLH_API int FindPdfDoc(char* out, const char* name, char* viewerPath) OLH_NOEXCEPT;
 
 /* An HTML manual's start page, as a URL; the PDF of the same root is the substitute. */
@@ -168,7 +168,7 @@ OLH_API int exitViewer(void) OLH_NOEXCEPT;
  */
 OLH_API int SetIniFile(int key, const char* value, int file) OLH_NOEXCEPT;
 
-/* Reads the three values. A key that is absent leaves its buffer as it was; a program that is no executable is
+/* Reads the three values. A key that is absent leaves its buffer as it was; a program that is not executable is
  * read as "". Returns 0, or 4 when there is no file (the two programs are emptied). */
 OLH_API int ReadIniFile(char* fileName, char* altDocPath, char* htmlBrowser, char* pdfReader) OLH_NOEXCEPT;
 

@@ -1,12 +1,12 @@
 #!/bin/sh
-# What may stand at a place of an olh command line: one candidate a line, with a tab and a description where there is one.
+# What may be at a place of an olh command line: one candidate a line, with a tab and a description where there is one.
 # The completions of bash, zsh and fish ask this. Usage: candidates.sh OLH WORD...
 #
 # The last WORD is the one being typed, which may be empty; of "--option=value" the candidates are values. Exit status 3
 # asks for the names of files, 4 for those of programs.
 #
 # The program itself is asked: its --help for verbs, options and arguments, its lists for documents and topics. A time
-# limit keeps a documentation root behind a URL from holding up the person who types.
+# limit keeps a documentation root on a web server from holding up the person who types.
 set -u
 olh=$1
 shift

@@ -70,7 +70,7 @@ std::string served_address(const std::string& url, std::string& said) {
   const std::string address = server_address(state, said);
   const std::string token = address.empty() ? "" : state.token_of(root);
   if (token.empty()) {
-    if (said.empty()) said = "olh-serve cannot be told of " + root;
+    if (said.empty()) said = "olh-serve cannot be given " + root;
     return "";
   }
   return address + served_path({token, root}, url);

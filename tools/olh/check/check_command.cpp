@@ -12,13 +12,13 @@ namespace olh {
 namespace {
 
 constexpr const char* kExamples =
-    "Of a root behind a URL it looks at what can be told from here.\n"
+    "Of a root on a web server it checks what can be read from here.\n"
     "Examples:\n"
     "  olh check /usr/share/olh/docs\n"
     "  echo olh_manual quick_start >tags.txt\n"
     "  olh check --tags tags.txt /usr/share/olh/docs   also every document and tag that a program uses:\n"
     "                                                  lines \"DOC\" or \"DOC TAG\", \"#\" begins a comment\n"
-    "Exit code: 0 nothing to complain about, 1 warnings, 2 errors, 64 wrong use.\n";
+    "Exit code: 0 no problems, 1 warnings, 2 errors, 64 wrong use.\n";
 
 constexpr int kClean = 0;
 constexpr int kWarnings = 1;
@@ -84,7 +84,7 @@ void print_as_text(const std::string& root, const std::string& contents, const F
   const std::string total = counted(how_many(findings, Level::kError), "error", "errors") + ", " +
                             counted(how_many(findings, Level::kWarning), "warning", "warnings");
   say(root + ": " + (contents.empty() ? "" : contents + "; ") +
-      (exit_code_of(findings) == kClean ? "nothing to complain about" : total) + ".");
+      (exit_code_of(findings) == kClean ? "no problems" : total) + ".");
 }
 
 void print_as_json(const std::string& root, const Findings& findings) {
@@ -128,7 +128,7 @@ int check(const Arguments& asked) {
 }  // namespace
 
 void add_check_command(const Verb& olh) {
-  const Verb verb = olh.verb("check", "Tell what would disappoint a reader of a documentation root", kExamples);
+  const Verb verb = olh.verb("check", "Check a documentation root for problems", kExamples);
   Arguments& asked = verb.action(check);
   verb.option("ROOT", asked.root, "The directory or http:// URL of the documentation root").required();
   verb.option("--tags", asked.tags, "The documents and tags that a program uses, one a line")

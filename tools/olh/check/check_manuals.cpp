@@ -50,7 +50,7 @@ void check_topic(const CheckedManual& manual, const olh_viewers::TableTopic& top
   const auto [first, is_first] = first_lines.try_emplace(normal, topic.line);
   if (!is_first)
     findings.warning(manual.table,
-                     topic_called(topic) + " stands in line " + std::to_string(first->second) +
+                     topic_called(topic) + " is in line " + std::to_string(first->second) +
                          " already, and a help call only finds that one",
                      topic.line);
   if (topic.page.empty()) findings.error(manual.table, topic_called(topic) + " names no page", topic.line);
@@ -100,7 +100,7 @@ void check_start_pages(const CheckedRoot& root, Findings& findings) {
       findings.error(manual.directory + "/index.htm", "is not there, but the lists name the manual");
     } else if (root.has(manual.directory + "/" + own_name)) {
       findings.warning(manual.directory, "has the start page " + own_name +
-                                             ", which is not found once the root lies behind a URL; " +
+                                             ", which is not found once the root is on a web server; " +
                                              "call it index.htm");
     } else if (has_wrong_start_page(root.path, manual.name)) {
       findings.error(manual.directory, kWrongStartPage);

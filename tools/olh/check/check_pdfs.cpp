@@ -39,7 +39,7 @@ void check_destinations(const CheckedRoot& root, Findings& findings) {
     const std::string pdf = manual.topics.empty() ? "" : root.pdf_named(manual.name);
     if (pdf.empty()) continue;
     if (root.is_web) {
-      findings.note(pdf, "lies behind a URL: its named destinations cannot be told");
+      findings.note(pdf, "is on a web server: its named destinations cannot be checked");
     } else if (!can_read) {
       findings.warning(pdf, std::string("could not be looked into: ") + kInstallPdfinfo);
     } else {

@@ -26,13 +26,14 @@ void check_served_lists(const CheckedRoot& root, Findings& findings) {
                      "cannot be read, so that pages list no documents and these were not checked");
   if (!listed_portals(root.path))
     findings.warning(kInstalledPortals, "cannot be read, so that pages list no portals and these were not checked");
-  findings.note(root.path, "lies behind a URL: whether its lists are true, and what they leave out, cannot be told");
+  findings.note(root.path,
+                "is on a web server: whether its lists are up to date, and what they leave out, cannot be checked");
 }
 
 void check_program(const std::string& file, const char* key, Findings& findings) {
   const std::string program = written_value(file, key);
   if (!program.empty() && exe_exists(program.c_str()) == 0)
-    findings.warning(kOptions, std::string(key) + " names " + program + ", which is no executable on this machine");
+    findings.warning(kOptions, std::string(key) + " names " + program + ", which is not executable on this machine");
 }
 
 // Names in lower case, with the spellings in use and where each of them stands.
@@ -77,7 +78,7 @@ void check_options(const CheckedRoot& root, Findings& findings) {
   if (root.is_web || path_exists(file.c_str()) == 0) return;
   for (const SpoiltFile& one : root.search.spoilt)
     if (one.file == file)
-      findings.error(kOptions, one.reason + ". The whole file counts for nothing until that is mended", one.line);
+      findings.error(kOptions, one.reason + ". The whole file is ignored until that is fixed", one.line);
   for (const char* key : {"QEL_HTML_BROWSER", "QEL_PDF_READER"}) check_program(file, key, findings);
   for (const JudgedRoot& one : root.search.rejected)
     if (one.options_file == file)

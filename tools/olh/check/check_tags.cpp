@@ -43,7 +43,7 @@ class TagCheck {
     if (located.root.empty())
       return error(use, "\"" + use.document + "\" is only found in the working directory, at " + located.location);
     if (use.tag.empty()) return;
-    if (located.kind == OLH_VIEWER_TOMEDECK) return note(use, "the tabs of a portal cannot be told");
+    if (located.kind == OLH_VIEWER_TOMEDECK) return note(use, "the tabs of a portal cannot be checked");
     if (located.kind == OLH_VIEWER_HTML) check_topic(use, located, result);
     check_destination(use, located);
   }
@@ -70,7 +70,7 @@ class TagCheck {
     const std::string pdf =
         located.kind == OLH_VIEWER_PDF ? located.location : pdf_beside_manual(use.document, located.root);
     if (pdf.empty()) return;
-    if (is_web_root(pdf)) return note(use, "the named destinations of " + pdf + " cannot be told");
+    if (is_web_root(pdf)) return note(use, "the named destinations of " + pdf + " cannot be checked");
     const auto places = olh_viewers::destinations_of(pdf);
     if (!places) return warning(use, pdf + " could not be looked into: " + why_unread());
     const std::string wanted = destination_of(use.tag);

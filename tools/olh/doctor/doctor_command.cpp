@@ -13,7 +13,7 @@ namespace olh {
 namespace {
 
 constexpr const char* kExamples =
-    "Each step says what is right, what is not, what cannot be told, and the command that mends it.\n"
+    "Each step reports what works, what does not, what cannot be checked, and the command that fixes it.\n"
     "Examples:\n"
     "  olh doctor                           this machine\n"
     "  olh doctor olh_manual quick_start    and whether that document and topic can be shown\n"
@@ -94,7 +94,7 @@ class Report {
   static void print(const Diagnosis& diagnosis) {
     const std::string word = word_for(diagnosis.state);
     say_marked("  ", word, std::string(12 - word.size(), ' ') + diagnosis.sentence, colour_of(diagnosis.state));
-    if (!diagnosis.cure.empty()) say("              mend with: " + diagnosis.cure);
+    if (!diagnosis.cure.empty()) say("              fix with: " + diagnosis.cure);
   }
   std::size_t count(State state) const { return counts_[static_cast<std::size_t>(state)]; }
 
@@ -115,7 +115,7 @@ int doctor(const Arguments& asked) {
 }  // namespace
 
 void add_doctor_command(const Verb& olh) {
-  const Verb verb = olh.verb("doctor", "Tell what keeps help from the screen, and what mends it", kExamples);
+  const Verb verb = olh.verb("doctor", "Find out why help is not shown, and how to fix it", kExamples);
   Arguments& asked = verb.action(doctor);
   verb.option("DOC", asked.document, "A document that has to be found");
   verb.option("TAG", asked.tag, "A topic, destination or tab of it");

@@ -21,7 +21,7 @@ Diagnosis of_destination(const std::string& file, const std::string& tag) {
       return {State::kProblem, "There is no destination " + named + ": it opens at page 1.",
               command_line({"olh", "topics", file})};
     default:
-      return {State::kCannotTell, "Whether there is a destination " + named + " cannot be told."};
+      return {State::kCannotTell, "Whether there is a destination " + named + " cannot be checked."};
   }
 }
 
@@ -30,7 +30,7 @@ Diagnosis of_tag(const Machine& machine, const Located& located, int result) {
   if (located.kind == OLH_VIEWER_PDF && is_url(located.location.c_str()) == 0)
     return of_destination(located.location, machine.tag);
   if (located.kind != OLH_VIEWER_HTML || !located.location.starts_with("file://"))
-    return {State::kCannotTell, "Whether there is a place " + at + " cannot be told."};
+    return {State::kCannotTell, "Whether there is a place " + at + " cannot be checked."};
   if (result == OLH_RESULT_OK) return {State::kOk, "There is a topic " + at + "."};
   return {State::kProblem, "There is no topic " + at + ": it opens at its start.",
           command_line({"olh", "topics", machine.document})};

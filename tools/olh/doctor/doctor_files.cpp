@@ -22,8 +22,7 @@ std::string cure_for(const SpoiltFile& spoilt) {
 }
 
 Diagnosis of_spoilt(const SpoiltFile& spoilt) {
-  return {State::kProblem,
-          place_of(spoilt.file, spoilt.line) + ": " + spoilt.reason + ". The whole file counts for nothing.",
+  return {State::kProblem, place_of(spoilt.file, spoilt.line) + ": " + spoilt.reason + ". The whole file is ignored.",
           cure_for(spoilt)};
 }
 

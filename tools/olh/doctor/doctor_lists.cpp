@@ -17,12 +17,12 @@ bool has_lists(const std::string& root) {
 
 Diagnosis of_root(const std::string& root) {
   if (is_url(root.c_str()) == 1)
-    return {State::kCannotTell, root + " is an address: 'olh dmerge --check' tells where its files lie."};
+    return {State::kCannotTell, root + " is an address: run 'olh dmerge --check' where its files are."};
   if (!has_lists(root)) return {State::kOk, root + " has no portal and needs no lists."};
   const ListTrial check = try_lists(root);
   if (check.run.result != DMERGE_RESULT_OK)
     return {State::kWarning, "The lists of " + root + " cannot be made: " + check.failure};
-  if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are true."};
+  if (check.changes.empty()) return {State::kOk, "The lists of " + root + " are up to date."};
   std::vector<std::string> files;
   for (const ListChange& change : check.changes)
     files.push_back(change.is_unreadable ? change.file + " " + state_of(change) : change.file);
@@ -43,7 +43,7 @@ Diagnoses check_lists_of_roots(const Machine& machine) {
       diagnoses.push_back(
           {State::kCannotTell,
            "The lists of " + root.path +
-               " cannot be told: a directory of it cannot be read, or there is no room for a trial."});
+               " cannot be checked: a directory of it cannot be read, or there is no room for a trial."});
     }
   }
   if (diagnoses.empty())

@@ -46,7 +46,7 @@ Diagnosis of_root(const SearchRoot& root) {
   const std::string named = root.path + " (" + root.source + ")";
   if (is_url(root.path.c_str()) != 1) return {State::kOk, named};
   const std::optional<double> time = probe_time(root.path);
-  if (!time) return {State::kCannotTell, named + ": how long it takes to answer cannot be told."};
+  if (!time) return {State::kCannotTell, named + ": how long it takes to answer cannot be measured."};
   if (*time < kSlow) return {State::kOk, named + " answers in " + milliseconds(*time) + "."};
   return {State::kWarning,
           named + " takes " + milliseconds(*time) + " to answer, and every lookup asks several times.", kLimit};
@@ -125,7 +125,7 @@ Diagnoses check_answering_roots(std::string& host_roots) {
     diagnoses.push_back({State::kProblem,
                          waiting->path + " (" + origin(*waiting) + ") " + no_answer_in_time() +
                              ", and every program that asks for help waits for it; \"" + kLimit +
-                             "\" limits each wait. What follows is told without " + left_out.what + ".",
+                             "\" limits each wait. The rest of this report leaves out " + left_out.what + ".",
                          waiting->options_file.empty() ? left_out.cure : cure_in(waiting->options_file)});
   }
   return diagnoses;

@@ -45,7 +45,7 @@ struct Tool {
 };
 
 constexpr std::array kTools = {
-    Tool{"pdfinfo", "poppler-utils", "whether a PDF has a destination, and on which page, cannot be told"},
+    Tool{"pdfinfo", "poppler-utils", "whether a PDF has a destination, and on which page, cannot be checked"},
     Tool{"pdftotext", "poppler-utils", "a PDF cannot be shown where there is no display"},
     Tool{"w3m", "w3m", "a page cannot be shown where there is no display"}};
 

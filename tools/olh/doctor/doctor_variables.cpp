@@ -54,7 +54,7 @@ std::size_t distance(std::string_view one, std::string_view other) {
 
 Diagnosis of_unknown(const std::string& name) {
   if (name == kAlternate)
-    return {State::kWarning, name + " is a key of qel_doc_options.ini; as a variable it counts for nothing.",
+    return {State::kWarning, name + " is a key of qel_doc_options.ini; as a variable it is ignored.",
             "olh alt-path \"$" + name + "\""};
   std::string_view nearest = kKnown.front();
   for (const std::string_view known : kKnown)
@@ -86,14 +86,14 @@ bool is_positive_number(const std::string& value) {
 
 Diagnosis of_known(const std::string& name, const std::string& value) {
   if (value.size() >= OLH_BUFFER_SIZE)
-    return {State::kProblem, name + " holds more than 4,095 characters and counts as not set.", "unset " + name};
+    return {State::kProblem, name + " holds more than 4,095 characters and is treated as unset.", "unset " + name};
   const auto in_vain = [&](const char* why, const std::string& cure) {
     return Diagnosis{State::kWarning, name + " is " + command_line({value}) + ", " + why, cure};
   };
   if (name == "QEL_DOC_TYPE" && !is_order(value))
-    return in_vain("which names neither html nor pdf and counts for nothing.", "export QEL_DOC_TYPE=html:pdf");
+    return in_vain("which names neither html nor pdf and is ignored.", "export QEL_DOC_TYPE=html:pdf");
   if (name == "QEL_OLH_DISPLAY_TYPE" && !is_display_type(value))
-    return in_vain("none of normal, topic and popup, and counts for nothing.", "unset " + name);
+    return in_vain("none of normal, topic and popup, and is ignored.", "unset " + name);
   if (name == "OLH_PROBE_TIMEOUT" && !is_positive_number(value))
     return in_vain("which is no positive number, and is ignored.", "export OLH_PROBE_TIMEOUT=2");
   if (name == olh_viewers::kServeVariable && value != "auto" && value != "always" && value != "never")

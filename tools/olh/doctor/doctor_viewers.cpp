@@ -25,7 +25,7 @@ std::string cure_for(const ViewerSource& source, const ViewerKind& kind) {
 void add_vain_choices(Diagnoses& diagnoses, const ViewerKind& kind, const std::vector<ViewerSource>& sources) {
   const auto add = [&](const std::string& from, const std::string& value, const std::string& cure) {
     diagnoses.push_back(
-        {State::kWarning, from + " names " + value + ", which is no executable and counts for nothing.", cure});
+        {State::kWarning, from + " names " + value + ", which is not executable and is ignored.", cure});
   };
   for (const ViewerSource& source : sources)
     if (!source.value.empty() && source.program.empty()) add(source.from, source.value, cure_for(source, kind));
@@ -60,7 +60,7 @@ Diagnosis of_program(const ViewerKind& kind, const ChosenViewer& used) {
     return {State::kProblem, describe(used) + ": " + misunderstanding(kind, used.program) + alone, kSetup};
   if (known_program(used.program) != nullptr) return {State::kOk, describe(used)};
   return {State::kCannotTell,
-          describe(used) + ": whether it understands the library's command lines cannot be told." + alone};
+          describe(used) + ": whether it understands the library's command lines is unknown." + alone};
 }
 
 // How a destination is reached in the reader that the adapter opens.
@@ -70,7 +70,7 @@ Diagnosis of_destinations(const Driven& driven) {
   if (row == nullptr && olh_viewers::is_browser(reader) && olh_viewers::way_to(reader).is_served)
     return {State::kOk, olh_viewers::name_of(reader) + " is served PDFs, and opens them at a destination."};
   if (row == nullptr)
-    return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination cannot be told."};
+    return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination is unknown."};
   if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination."};
   if (!row->at_page.empty() && can_read_destinations())
     return {State::kOk, driven.program + " knows no destinations; it opens the page that pdfinfo finds."};

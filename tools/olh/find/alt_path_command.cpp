@@ -102,7 +102,7 @@ int alt_path(const AltPathArguments& asked) {
 
 void add_alt_path_command(const Verb& olh) {
   const Verb verb =
-      olh.verb("alt-path", "Show or set where a documentation tree sends its readers first", kAltPathExamples);
+      olh.verb("alt-path", "Show or set the roots that are searched before a documentation tree", kAltPathExamples);
   const auto asked = std::make_shared<AltPathArguments>();
   const Option paths = verb.option("PATHS", asked->paths, "Directories or http:// URLs, separated by ':'");
   const Option json = verb.flag("--json", asked->json, "Answer as JSON (without PATHS)").excludes(paths);

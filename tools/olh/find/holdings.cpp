@@ -24,6 +24,10 @@ bool is_there(const std::string& path) { return path_exists(path.c_str()) == 1; 
 
 // ---- in a directory: what the lookups would find ----
 
+std::string portal_page(const std::string& root, const std::string& name) {
+  return root + "/tomedecks/" + name + "/index.html";
+}
+
 bool has_start_page(const std::string& root, const std::string& manual) {
   const std::string directory = root + "/htmldocs/" + manual + "/";
   return is_there(directory + "index.htm") || is_there(directory + manual + ".htm");
@@ -58,7 +62,20 @@ void add_pdfs(Holdings& found, ByName& all) {
 
 void add_portals(Holdings& found, ByName& all) {
   for (const std::string& name : names_in("tomedecks", found, &Holdings::portals_known))
-    if (is_there(found.root + "/tomedecks/" + name + "/index.html")) holding(all, name).portal = true;
+    if (is_there(portal_page(found.root, name))) holding(all, name).portal = true;
+}
+
+// The title of a portal that no list names, as the main one: that of its page.
+void add_titles_of_pages(const std::string& root, ByName& all) {
+  constexpr std::string_view kOpening = "<title>";
+  for (auto& [name, one] : all) {
+    if (!one.portal || !one.title.empty()) continue;
+    const std::string page = olh_viewers::content_of(portal_page(root, name));
+    const std::size_t begin = page.find(kOpening);
+    const std::size_t end = page.find("</title>", begin);
+    if (begin == std::string::npos || end == std::string::npos) continue;
+    one.title = page.substr(begin + kOpening.size(), end - begin - kOpening.size());
+  }
 }
 
 // ---- from the lists ----
@@ -131,6 +148,7 @@ Holdings holdings_of(const std::string& root) {
     add_portals(found, all);
   }
   add_titles(documents, portals, all);
+  if (!is_web_root(root)) add_titles_of_pages(root, all);
   for (auto& [name, one] : all) found.all.push_back(std::move(one));
   return found;
 }

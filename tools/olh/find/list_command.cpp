@@ -11,7 +11,7 @@ namespace olh {
 namespace {
 
 constexpr const char* kListExamples =
-    "Of a root behind a URL only its own lists can tell, which 'olh dmerge' makes.\n"
+    "Of a root on a web server only its lists are read, which 'olh dmerge' makes.\n"
     "Examples:\n"
     "  olh list                          each root with its documents; what an earlier root shadows is marked\n"
     "  olh list --root /usr/share/olh/docs --json\n"
@@ -55,7 +55,7 @@ std::string unknown_part(const Holdings& root) {
   if (!root.portals_known) parts.emplace_back("portals");
   if (parts.empty()) return "";
   if (!is_web_root(root.root)) return "may hold more " + enumeration(parts);
-  return "cannot tell which " + enumeration(parts) + " it holds: its lists cannot be read";
+  return "unknown which " + enumeration(parts) + " it holds: its lists cannot be read";
 }
 
 void print_root(const Holdings& root, std::size_t number, std::size_t width) {

@@ -41,7 +41,7 @@ void complain_missing(const std::string& what, const std::string& looked_for, co
 void complain_about_roots(const SearchRoots& roots);
 
 inline constexpr const char* kNoRoot =
-    "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' tells what was tried.";
+    "no documentation root is known. Set QEL_DOC_PATH, or give --root PATH; 'olh paths' prints what was tried.";
 
 }  // namespace olh
 

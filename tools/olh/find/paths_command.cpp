@@ -93,7 +93,7 @@ int paths(const PathsArguments& asked) {
 }  // namespace
 
 void add_paths_command(const Verb& olh) {
-  const Verb verb = olh.verb("paths", "Tell where documents are searched", kPathsExamples);
+  const Verb verb = olh.verb("paths", "Print the directories and web addresses that are searched", kPathsExamples);
   PathsArguments& asked = verb.action(paths);
   add_root_option(verb, asked.root);
   add_json_option(verb, asked.json);

@@ -46,15 +46,15 @@ void print_as_text(int result, const TestArguments& asked, const Located& locate
   std::string line = "Found: " + located.location;
   if (topic == Presence::kYes) line += ", with the topic \"" + asked.tag + "\"";
   if (topic == Presence::kCannotTell && !asked.tag.empty())
-    line += "; whether it holds \"" + asked.tag + "\" cannot be told from here";
+    line += "; whether it holds \"" + asked.tag + "\" cannot be checked from here";
   if (result == OLH_RESULT_OK) say(line + ".");
 }
 
 void explain_failure(int result, const TestArguments& asked, const Located& located, const SearchRoots& roots) {
   if (result != OLH_RESULT_NO_TOPIC) return void(complain_not_found(asked.document, roots));
   if (topic_answer(result, asked, located) == Presence::kCannotTell)
-    return complain("found " + located.location + ", but it lies behind a URL: whether it holds \"" + asked.tag +
-                    "\" cannot be told from here.");
+    return complain("found " + located.location + ", but it is on a web server: whether it holds \"" + asked.tag +
+                    "\" cannot be checked from here.");
   complain("found " + located.location + ", but no topic \"" + asked.tag + "\" in its topic table, " +
            olh_viewers::kTopicTable + " beside that page.");
 }
@@ -71,7 +71,7 @@ int test(const TestArguments& asked) {
 }  // namespace
 
 void add_test_command(const Verb& olh) {
-  const Verb verb = olh.verb("test", "Tell whether a document and a topic are there", kTestExamples);
+  const Verb verb = olh.verb("test", "Test whether a document and a topic exist", kTestExamples);
   TestArguments& asked = verb.action(test);
   add_document(verb, asked.document);
   verb.option("TAG", asked.tag, "A topic of an HTML manual");

@@ -52,7 +52,7 @@ Topics topics_of_manual(const std::string& location) {
 }
 
 Topics topics_of_pdf(const std::string& file) {
-  if (is_web_root(file)) return {{}, "it lies behind a URL: its named destinations cannot be told from here"};
+  if (is_web_root(file)) return {{}, "it is on a web server: its named destinations cannot be read from here"};
   const auto places = olh_viewers::destinations_of(file);
   if (!places) return {{}, can_read_destinations() ? "pdfinfo cannot read it" : kInstallPdfinfo};
   Topics topics;

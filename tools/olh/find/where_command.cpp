@@ -14,7 +14,7 @@ constexpr const char* kWhereExamples =
     "Examples:\n"
     "  olh where olh_manual         the location, its kind and its root\n"
     "  olh where --all olh_manual   every place that is tried, in order:\n"
-    "                               * is shown, + is there too, - is not, ? cannot be told\n"
+    "                               * is opened, + exists too, - does not exist, ? is unknown\n"
     "  olh where --json olh_td\n"
     "Exit code: 0 found, 3 no name, 4 not found, 64 wrong use.\n";
 
@@ -70,7 +70,9 @@ nlohmann::json places_as_json(const std::vector<Tried>& list) {
   return places;
 }
 
-void print_places(const std::vector<Tried>& list) {
+void print_places(const std::string& document, const std::vector<Tried>& list) {
+  say("Every place that is tried for " + quoted(document) +
+      ", in order (* is opened, + exists too, - does not exist, ? is unknown):");
   for (const Tried& tried : list) {
     const char mark = tried.wins                                ? '*'
                       : tried.presence == Presence::kYes        ? '+'
@@ -95,7 +97,7 @@ int where(const WhereArguments& asked) {
     if (asked.all) answer["places"] = places_as_json(try_all(asked, located, roots));
     say_json(answer);
   } else if (asked.all) {
-    print_places(try_all(asked, located, roots));
+    print_places(asked.document, try_all(asked, located, roots));
   } else if (located.found) {
     print_one(located);
   }
@@ -105,7 +107,7 @@ int where(const WhereArguments& asked) {
 }  // namespace
 
 void add_where_command(const Verb& olh) {
-  const Verb verb = olh.verb("where", "Tell where a document lies", kWhereExamples);
+  const Verb verb = olh.verb("where", "Find where a document is", kWhereExamples);
   WhereArguments& asked = verb.action(where);
   add_document(verb, asked.document);
   verb.flag("-a,--all", asked.all, "Every place that is tried, in order");

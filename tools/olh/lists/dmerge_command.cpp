@@ -22,7 +22,7 @@ constexpr const char* kDmergeExamples =
     "Examples:\n"
     "  olh dmerge docs                           of the root that 'olh new docs handbook' makes\n"
     "  olh dmerge --check /usr/share/olh/docs    which lists are out of date; nothing is written\n"
-    "Exit code: 0 the lists are made (--check: they are true), 1 --check: a list is out of date,\n"
+    "Exit code: 0 the lists are made (--check: they are up to date), 1 --check: a list is out of date,\n"
     "2 the portals cannot be listed, 4 no such root, 5 a list cannot be written, 64 wrong use.\n";
 
 constexpr int kOutOfDate = 1;
@@ -116,7 +116,7 @@ int check(const std::string& root, const DmergeArguments& asked) {
     for (const std::string& message : run.messages) say(message);
     if (!asked.quiet)
       for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
-    if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are true: " + totals(run) + ".");
+    if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are up to date: " + totals(run) + ".");
   }
   if (!asked.json) complain_of_titles(run);
   const auto can_be_compared = [](const ListChange& change) { return !change.is_unreadable; };
@@ -144,7 +144,8 @@ int dmerge_verb(const DmergeArguments& asked) {
 }  // namespace
 
 void add_dmerge_command(const Verb& olh) {
-  const Verb verb = olh.verb("dmerge", "Make the lists of a documentation root", kDmergeExamples);
+  const Verb verb =
+      olh.verb("dmerge", "Update the lists and the search index of a documentation root", kDmergeExamples);
   DmergeArguments& asked = verb.action(dmerge_verb);
   verb.option("ROOT", asked.root, "The directory of the documentation root");
   verb.flag("--check", asked.check, "Write nothing; say which lists are out of date");

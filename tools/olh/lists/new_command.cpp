@@ -128,7 +128,7 @@ int make_new(const NewArguments& given) {
 }  // namespace
 
 void add_new_command(const Verb& olh) {
-  const Verb verb = olh.verb("new", "Make a manual, and a documentation root for it", kNewExamples);
+  const Verb verb = olh.verb("new", "Create a manual, and a documentation root for it", kNewExamples);
   NewArguments& asked = verb.action(make_new);
   verb.option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
       .required()

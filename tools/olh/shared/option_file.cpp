@@ -118,15 +118,14 @@ std::vector<SpoiltFile> reader_complaints(const std::vector<std::string>& lines)
 }
 
 void complain_unwritten(const std::string& file) {
-  complain(file + (is_web_root(file) ? " lies behind a URL and cannot be written from here: change it on the "
+  complain(file + (is_web_root(file) ? " is on a web server and cannot be written from here: change it on the "
                                        "server."
                                      : " could not be written."));
 }
 
 void complain_about(const std::vector<SpoiltFile>& spoilt) {
   for (const SpoiltFile& one : spoilt)
-    complain(place_of(one.file, one.line) + ": " + one.reason +
-             ". The whole file counts for nothing until that is mended.");
+    complain(place_of(one.file, one.line) + ": " + one.reason + ". The whole file is ignored until that is fixed.");
 }
 
 bool refuse_change(const std::vector<SpoiltFile>& spoilt) {

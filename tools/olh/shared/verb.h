@@ -99,7 +99,7 @@ class CommandLine {
 
 // What many verbs share.
 inline void add_root_option(const Verb& verb, std::string& root) {
-  verb.option("--root", root, "Documentation roots to put in front, separated by ':'").value_named("PATHS");
+  verb.option("--root", root, "Documentation roots to search first, separated by ':'").value_named("PATHS");
 }
 inline Option add_json_option(const Verb& verb, bool& json) { return verb.flag("--json", json, "Answer as JSON"); }
 inline void add_document(const Verb& verb, std::string& document) {

@@ -22,7 +22,7 @@ int print(const bool& json) {
 }  // namespace
 
 void add_version_command(const Verb& olh) {
-  const Verb verb = olh.verb("version", "Tell the version",
+  const Verb verb = olh.verb("version", "Print the version",
                              "Examples:\n  olh version\n  olh version --json\nExit code: 0, 64 wrong use.\n");
   add_json_option(verb, verb.action(print));
 }

@@ -29,7 +29,7 @@ constexpr const char* kBookcaseExamples =
     "  olh bookcase\n"
     "  olh bookcase olh_manual quick_start\n"
     "  olh bookcase --print\n"
-    "Exit code: 0 shown, 2 the browser failed (a PDF behind a URL) or a viewer would show nothing, 4 no\n"
+    "Exit code: 0 shown, 2 the browser failed (a PDF on a web server) or a viewer would show nothing, 4 no\n"
     "such PDF, 5 the PDF reader failed, 7 no browser known, 64 wrong use.\n";
 
 constexpr const char* kBookcase = "_bk_qel.pdf";
@@ -87,7 +87,7 @@ std::string portal_as_text(const std::string& root, const std::string& portal) {
 
 void complain_of_file(const std::string& what, const std::string& file, const SearchRoots& roots) {
   complain_missing(
-      what, ": there is no " + file + " below " + enumeration(paths_of(roots)) + ". 'olh list' tells what there is.",
+      what, ": there is no " + file + " below " + enumeration(paths_of(roots)) + ". 'olh list' prints what there is.",
       roots);
   complain_about_roots(roots);
 }

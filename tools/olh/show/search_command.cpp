@@ -92,7 +92,7 @@ void complain_of_scope(const SearchArguments& asked, const Located& located, con
     complain_about_roots(roots);
   } else if (asked.scope.empty()) {
     complain("everything is searched through the portals, and there is no tomedecks/index.html below " +
-             enumeration(paths_of(roots)) + ". Name an HTML manual to search in; 'olh list' tells which there are.");
+             enumeration(paths_of(roots)) + ". Name an HTML manual to search in; 'olh list' prints what there is.");
   } else if (located.kind == OLH_VIEWER_PDF) {
     complain(quoted(asked.scope) + " is a PDF, which cannot be searched: name an HTML manual or a portal.");
   } else {

@@ -74,7 +74,7 @@ void explain_failure(int result, const ShowRequest& request, const ChosenViewer&
     complain(found + ", but no " + kind.label + " is known. Run 'olh setup', or set " + kind.key + ".");
   } else {
     complain(found + ", but " + describe(viewer) + " did not take it. '" + print_again(request) +
-             "' tells what it gets; 'olh setup' puts olh-browser and olh-pdf-reader in its place.");
+             "' prints what it gets; 'olh setup' puts olh-browser and olh-pdf-reader in its place.");
   }
   complain_about_roots(roots);
 }

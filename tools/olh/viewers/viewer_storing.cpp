@@ -17,7 +17,7 @@ std::string named(const ViewerSource& source) {
 std::string stale_choice(const ViewerKind& kind, const ChosenViewer& before) {
   const std::string written = written_value(user_option_file(), kind.key);
   if (written.empty() || before.choice == "option_file") return "";
-  return "; the file named " + written + ", which is no executable";
+  return "; the file named " + written + ", which is not executable";
 }
 
 void say_what_follows(const ViewerKind& kind, const SearchRoots& roots, const std::string& forgotten) {

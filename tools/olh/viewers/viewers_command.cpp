@@ -12,10 +12,10 @@ namespace olh {
 namespace {
 
 constexpr const char* kExamples =
-    "The first of four places that names an executable chooses: your option file, the variable, the\n"
-    "options file of the documentation tree, a search along PATH.\n"
+    "A viewer is chosen by the first of four places that names an executable program: your option file,\n"
+    "the variable, the options file of the documentation tree, a search along PATH.\n"
     "Examples:\n"
-    "  olh viewers                         what each of them says, and which one wins\n"
+    "  olh viewers                         what each place says, and which one wins\n"
     "  olh viewers set browser olh-browser\n"
     "  olh viewers set pdf olh-pdf-reader\n"
     "  olh viewers forget browser\n"
@@ -55,19 +55,23 @@ void print_row(const std::string& mark, const std::string& label, const std::str
   say("  " + mark + " " + padded(label, 13) + text);
 }
 
-void print_source(const ViewerSource& source, bool wins) {
-  std::string text = source.from.empty() ? "no documentation root is known" : source.from + ": ";
-  if (!source.from.empty()) text += source.value.empty() ? "nothing" : source.value;
-  if (!source.value.empty() && source.program.empty()) text += ", which is no executable and counts for nothing";
-  print_row(wins ? "*" : " ", label_of(source.choice), text);
+std::string words_of(const ViewerSource& source, const std::vector<SpoiltFile>& spoilt) {
+  for (const SpoiltFile& one : spoilt)
+    if (one.file == source.from) return "unreadable (" + one.reason + ")";
+  if (source.value.empty()) return "nothing";
+  return source.value + (source.program.empty() ? ", which is not executable and is ignored" : "");
 }
 
-void print_as_text(const ViewerStory& story) {
+void print_source(const ViewerSource& source, bool wins, const std::vector<SpoiltFile>& spoilt) {
+  print_row(wins ? "*" : " ", label_of(source.choice),
+            source.from.empty() ? "no documentation root is known" : source.from + ": " + words_of(source, spoilt));
+}
+
+void print_as_text(const ViewerStory& story, const std::vector<SpoiltFile>& spoilt) {
   say_marked(padded(story.kind->word, 16), describe(story.in_use));
-  for (const ViewerSource& source : story.sources) print_source(source, source.choice == story.in_use.choice);
+  for (const ViewerSource& source : story.sources) print_source(source, source.choice == story.in_use.choice, spoilt);
   const std::string asked = story.asked == story.in_use.program ? "" : " (" + story.asked + ", which is asked first)";
-  if (!story.asked.empty())
-    print_row(" ", "runs", (!story.runs ? "cannot tell" : *story.runs ? "yes" : "no") + asked);
+  if (!story.asked.empty()) print_row(" ", "runs", (!story.runs ? "unknown" : *story.runs ? "yes" : "no") + asked);
   if (!story.is_adapter) return;
   print_row(" ", "opens",
             story.driven.program.empty() ? "nothing: it finds no program"
@@ -98,17 +102,18 @@ int tell(const bool& json) {
   std::vector<ViewerStory> stories;
   stories.reserve(kViewerKinds.size());
   for (const ViewerKind& kind : kViewerKinds) stories.push_back(story_of(kind, roots));
+  std::vector<SpoiltFile> spoilt = roots.spoilt;
+  for (SpoiltFile& one : user_file_faults()) spoilt.push_back(std::move(one));
   nlohmann::json answer;
   for (const ViewerStory& story : stories) {
     answer[story.kind->word] = as_json(story);
-    if (!json) print_as_text(story);
+    if (!json) print_as_text(story, spoilt);
   }
   if (json) say_json(answer);
   for (const ViewerStory& story : stories)
     if (!story.in_use.program.empty() && misunderstands(*story.kind, story.in_use.program))
       complain(misunderstanding_note(*story.kind, story.in_use.program));
-  complain_about(roots.spoilt);
-  complain_about(user_file_faults());
+  complain_about(spoilt);
   return OLH_RESULT_OK;
 }
 
@@ -139,7 +144,7 @@ int set(const Change& change) {
   if (program.empty()) {
     const bool is_path = change.program.find('/') != std::string::npos;
     return failure(OLH_RESULT_NO_PROGRAM, quoted(change.program) +
-                                              (is_path ? " is no executable" : " is in no directory of PATH") +
+                                              (is_path ? " is not executable" : " is in no directory of PATH") +
                                               "; nothing is changed.");
   }
   if (const int refused = objection(change, roots); refused != OLH_RESULT_OK) return refused;
@@ -166,13 +171,13 @@ Change& add_change(const Verb& verb, int (*work)(const Change&)) {
 }  // namespace
 
 void add_viewers_command(const Verb& olh) {
-  const Verb verb = olh.verb("viewers", "Tell and choose the programs that show documents", kExamples);
+  const Verb verb = olh.verb("viewers", "Show or choose the browser and the PDF reader", kExamples);
   add_json_option(verb, verb.action(tell));
   verb.take_one_verb_at_most();
   const Verb choose = verb.verb("set", "Choose a program", kExitCodes);
   Change& change = add_change(choose, set);
   choose.option("PROGRAM", change.program, "An executable: its path, or a name to look for along PATH").required();
-  add_change(verb.verb("forget", "Choose none any more", kExitCodes), forget);
+  add_change(verb.verb("forget", "Remove a choice", kExitCodes), forget);
 }
 
 }  // namespace olh

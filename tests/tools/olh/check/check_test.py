@@ -32,7 +32,7 @@ class Check(Verbs):
         url = self.serve(self.docs)
         self.assertEqual([f[:2] for f in self.found(root=url, code=0)], [("note", "lists")])
         done = self.olh("check", f"{self.docs}/")
-        self.assertEqual(done.stdout, f"{self.docs}: 1 manual, 1 PDF, 1 portal; nothing to complain about.\n")
+        self.assertEqual(done.stdout, f"{self.docs}: 1 manual, 1 PDF, 1 portal; no problems.\n")
 
     def test_a_directory_that_breaks_off_is_an_error(self):
         for name in ("htmldocs", "pdfdocs", "tomedecks"):

@@ -42,7 +42,7 @@ class Doctor(Verbs):
         printed = self.answer("doctor", "guide", "intro")
         for said in (f"{self.browser_adapter} (QEL_HTML_BROWSER) opens {self.firefox} --new-tab URL (OLH_BROWSER_PROGRAM).",
                      f"{self.firefox} reads pages from the disk.", f"{self.evince} opens a PDF at a destination.", "The display answers.", "There is a session bus.",
-                     f"The lists of {self.docs} are true.", 'There is a topic "intro"', "\nNothing is wrong.\n"):
+                     f"The lists of {self.docs} are up to date.", 'There is a topic "intro"', "\nNothing is wrong.\n"):
             self.assertIn(said, printed)
 
     @needs_pdfs
@@ -58,8 +58,8 @@ class Doctor(Verbs):
         nothing = {**{name: None for name in self.variables}, "HOME": str(self.home), "OLH_SYSTEM_DOC_PATH": "", "PATH": "/nowhere"}
         done = self.olh("doctor", "guide", code=2, **nothing)
         self.assertEqual(done.stderr, "")
-        for said in ("No documentation root is known", "No PDF reader is known", "mend with: olh setup", "There is no display",
-                     "pdfinfo is not installed", "mend with: apt-get install w3m", "qpdf is not installed; the tools that", "Without a documentation root there are no lists",
+        for said in ("No documentation root is known", "No PDF reader is known", "fix with: olh setup", "There is no display",
+                     "pdfinfo is not installed", "fix with: apt-get install w3m", "qpdf is not installed; the tools that", "Without a documentation root there are no lists",
                      '"guide" cannot be found without a documentation root'):
             self.assertIn(said, done.stdout)
 
@@ -105,7 +105,7 @@ class Doctor(Verbs):
             ([("variables", "warning", "none of auto, always and never", "export OLH_SERVE=auto")], {"OLH_SERVE": "yes"}),
             ([("pdf", "problem", "No PDF reader", "olh setup")], {"QEL_PDF_READER": None}),
             ([("pdf", "problem", "it refuses the PDF", "olh setup")], {"QEL_PDF_READER": evince}),
-            ([("pdf", "cannot tell", "at a destination cannot be told", None)], {"OLH_PDF_PROGRAM": str(unknown)}),
+            ([("pdf", "cannot tell", "at a destination is unknown", None)], {"OLH_PDF_PROGRAM": str(unknown)}),
             ([("pdf", "warning", "knows no destinations: every PDF opens at page 1", "apt-get install evince")],
              {"OLH_PDF_PROGRAM": str(falkon)}),
             ([("session", "warning", "There is no display", None)], {"WAYLAND_DISPLAY": None}),

@@ -29,11 +29,12 @@ class List(Verbs):
         for file in ("htmldocs/old_style/old_style.htm", "htmldocs/no_start_page/chapter.htm", "pdfdocs/guide.pdf",
                      "system_admin_docs/admin.pdf", "pdfdocs/LOUD.PDF", "pdfdocs/notes.txt", "tomedecks/no_page_td/js/doclist.js"):
             write(self.docs / file)
+        write(self.docs / "tomedecks/unlisted_td/index.html", "<title>Named by its page</title>")
         self.make_lists(self.docs)
         self.assertEqual(self.listed(), [(str(self.docs), {
             "LOUD.PDF": (None, ["pdf"], None), "admin": (None, ["pdf"], None), "guide": ("The guide", ["html", "pdf"], None),
             "group_td": ("The group", ["portal"], None), "old_style": (None, ["html"], None),
-            "paper_only": ("paper_only.pdf", ["pdf"], None)})])
+            "paper_only": ("paper_only.pdf", ["pdf"], None), "unlisted_td": ("Named by its page", ["portal"], None)})])
 
     @needs_docs
     def test_the_root_of_olh_itself_is_the_last_unless_that_is_refused(self):
@@ -116,7 +117,7 @@ class List(Verbs):
         self.assertEqual((answer["documents_known"], answer["portals_known"]), (True, False))
         self.assertEqual({d["name"]: d["kinds"] for d in answer["documents"]}, {"guide": ["html", "pdf"], "paper_only": ["pdf"]})
         shutil.rmtree(self.docs / "htmldocs/QEL")
-        self.assertIn("cannot tell which documents and portals it holds", self.olh("list", QEL_DOC_PATH=url).stdout)
+        self.assertIn("unknown which documents and portals it holds", self.olh("list", QEL_DOC_PATH=url).stdout)
 
     def test_a_list_that_arrives_cut_short_tells_nothing(self):
         url = self.serve(self.docs, CutShort)

@@ -56,7 +56,7 @@ class Topics(Verbs):
             ("group_td", 5, "a portal has tabs", {}),
             ("paper_only", 5, "pdfinfo cannot read it", {}),
             ("paper_only", 5, "install", {"PATH": "/nowhere"}),
-            ("paper_only", 5, "lies behind a URL", {"QEL_DOC_PATH": url}),
+            ("paper_only", 5, "is on a web server", {"QEL_DOC_PATH": url}),
             ("missing", 4, 'no document "missing" below', {}),
             ("", 3, "a document's name is needed", {}),
         ]:

@@ -67,7 +67,7 @@ class Dmerge(Verbs):
         self.assertIn(f"'olh dmerge {self.docs}'", done.stderr)
         self.assertEqual(self.files_of(self.docs), before)
         self.dmerge("--quiet")
-        self.assertIn("are true", self.dmerge("--check").stdout)
+        self.assertIn("are up to date", self.dmerge("--check").stdout)
         flag = self.docs / LISTS[-1]
         flag.write_text(flag.read_text()[:-1])
         self.assertIn(LISTS[-1], self.dmerge("--check", code=1).stdout, "only the last line feed is missing")

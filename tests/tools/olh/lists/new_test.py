@@ -35,7 +35,7 @@ class New(Verbs):
     def test_the_root_is_clean_and_the_manual_opens(self):
         self.make("--title", "Tom's handbook (R+D)")
         self.assertEqual(self.olh("check", self.root, code=0).stdout, f"{self.root}: 2 manuals, {len(self.pdfs())} "
-                         f"PDF{'' if self.pdfs() else 's'}, 1 portal; nothing to complain about.\n")
+                         f"PDF{'' if self.pdfs() else 's'}, 1 portal; no problems.\n")
         shown = self.json("show", "--print", "--root", self.root, "handbook", "first-topic")
         self.assertTrue(shown["url"].endswith("/handbook/index.htm#context=&topic=first-topic"), shown)
         self.olh("show", "--root", self.root, "handbook", code=0)

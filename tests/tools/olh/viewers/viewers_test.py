@@ -33,8 +33,10 @@ class Viewers(Verbs):
             with self.subTest(wins=wins):
                 self.assertEqual(self.winner(**environment), wins)
         said = self.olh("viewers").stdout
-        self.assertIn(f"{self.file}: /gone, which is no executable and counts for nothing", said)
+        self.assertIn(f"{self.file}: /gone, which is not executable and is ignored", said)
         self.assertIn(f"* variable     QEL_HTML_BROWSER: {self.browser}", said)
+        self.file.write_text("spoilt\n")
+        self.assertIn(f"{self.file}: unreadable (no KEY=", self.olh("viewers").stdout)
         nothing = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None, "QEL_DOC_PATH": None, "PATH": "/nowhere"}
         self.assertEqual(self.winner("pdf", **nothing), (None, None, None))
 
@@ -83,7 +85,7 @@ class Viewers(Verbs):
         spoilt = "no key here\n"
         for words, code, sentence, variables in [
             ("set browser missing", 7, '"missing" is in no directory of PATH', {}),
-            ("set browser /missing", 7, '"/missing" is no executable', {}),
+            ("set browser /missing", 7, '"/missing" is not executable', {}),
             ("set pdf other --tree", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
             ("forget pdf --tree", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
             ("set word other", 64, "word", {}),
