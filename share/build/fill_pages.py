@@ -6,7 +6,8 @@ usage: fill_pages.py MANUAL_DIRECTORY INCLUDE_DIRECTORY PROGRAM_DIRECTORY VERSIO
 A line of a page
     <!-- made here: WHAT SOURCE -->
 is replaced; WHAT is "opening", "overview", "types" or "reference" of a header, "help" of a program, "contents" of the
-manual, or "picture", a name below pictures/ and what is to be seen, of which there is one in light and one in dark. The code of the pages gets its colours; @VERSION@ in the topic table becomes the version, @POLICY@ in a page what a
+manual, "changes" or "paragraphs" of a file at the top of the project, "picture", a name below pictures/ and what is to be
+seen, of which there is one in light and one in dark, or "names", which come last since all other pages have them. The code of the pages gets its colours; @VERSION@ in the topic table becomes the version, @POLICY@ in a page what a
 web server should send as the policy of the pages.
 """
 
@@ -22,6 +23,7 @@ import colour_code
 import frame_pages
 import help_reference
 import manual_pages
+import name_index
 
 MARKER = re.compile(r"^<!-- made here: (\w+) (\S.*?) -->\n", re.M)
 
@@ -50,7 +52,28 @@ def webp_size(file):
     return width & 0x3FFF, height & 0x3FFF
 
 
+def paragraphs(file):
+    return "".join(f"<p>{html.escape(part.strip(), quote=False)}</p>\n" for part in re.split(r"\n\s*\n", file.read_text(encoding="utf-8")))
+
+
+def changes(file):
+    """The versions of a changelog: a heading, paragraphs, and a list of what has changed."""
+
+    def words(text):
+        return re.sub(r"`([^`]*)`", r"<code>\1</code>", html.escape(" ".join(text.split()), quote=False))
+
+    made = ""
+    for version in file.read_text(encoding="utf-8").split("\n## ")[1:]:
+        title, body = version.split("\n", 1)
+        before, *items = re.split(r"^- ", body, flags=re.M)
+        rows = "".join(f"<li>{words(item)}</li>\n" for item in items)
+        place = "version_" + re.sub(r"\W+", "_", title.split()[0])
+        made += f'<h2 id="{place}">{words(title)}</h2>\n<p>{words(before)}</p>\n<ul>\n{rows}</ul>\n'
+    return made
+
+
 def main(manual, include, programs, version):
+    project = Path(include).parent
     makers = {
         "contents": lambda _: contents(manual),
         "picture": lambda source: picture(manual, *source.split(" ", 1)),
@@ -58,9 +81,12 @@ def main(manual, include, programs, version):
         "opening": lambda source: c_reference.opening(Path(include, source)),
         "types": lambda source: c_reference.types(Path(include, source)),
         "reference": lambda source: c_reference.reference(Path(include, source)),
+        "changes": lambda source: changes(project / source),
+        "paragraphs": lambda source: paragraphs(project / source),
+        "names": lambda _: name_index.index(manual),
         "help": lambda source: help_reference.reference(Path(programs, source)),
     }
-    for page in Path(manual).glob("*.htm"):
+    for page in sorted(Path(manual).glob("*.htm"), key=lambda one: "<!-- made here: names " in one.read_text(encoding="utf-8")):
         text = page.read_text(encoding="utf-8")
         filled = text.replace("@POLICY@", frame_pages.POLICY + "; frame-ancestors 'self'")
         filled = colour_code.colour(MARKER.sub(lambda found: makers[found[1]](found[2]), filled))

@@ -123,6 +123,14 @@ class Manual(Documents):
         self.assertEqual(set(re.findall(">(olh-[a-z-]+)</h2>", topic("commands"))), programs)
         self.assertIn("--dry-run", topic("commands"))
 
+    def test_the_index_has_everything_that_has_a_name(self):
+        listed = {html.unescape(name) for name in re.findall(r"<code>(.*?)</code>", topic("name_index"))}
+        messages = re.findall(r"<tr><td><code>(\.\.\.ValidURL: failed: [^<]*)</code>", topic("messages"))
+        commands = {"olh show", "olh-browser", "--json", "-q,--quiet", "OLH_RESULT_NO_TOPIC", "OLH_DISPLAY_POPUP", *messages}
+        self.assertEqual((names_in_version_script() | variables() - {"QEL_ALT_DOC_PATH"} | commands) - listed, set())
+        for page_name, place in set(re.findall(r'href="([^"#]*)#([^"]*)"', re.search("<main.*?</main>", topic("name_index"), re.S)[0])):
+            self.assertIn(f' id="{place}"', (MANUAL / page_name).read_text())
+
     def test_every_message_is_told_of(self):
         told = [words(message) for message in re.findall(r"<code>(.*?)</code>", topic("messages"), re.S)]
         said = re.findall(r'"(olh_docList::\w+: failed: [^"]*|OlhBrowser::\w+: failed: [^"]*|startViewer: pdf viewer not [^"]*)\\n"', code("src"))

@@ -16,8 +16,8 @@ ASKED = [
     (["show", "olh_manual", "quick_start"], MANUAL + "#context=&topic=quick_start", "Quick start"),
     (["show", "olh_manual", "Option_Files!"], MANUAL + "#context=&topic=Option_Files", "Option files"),
     (["show", "olh_manual", "no_such"], MANUAL + "#context=&topic=no_such", "The libolh manual"),
-    (["show", "--display", "topic", "olh_manual", "viewers"], MANUAL + "#context=&topic=viewers&single=true", "Viewers of today"),
-    (["show", "--display", "popup", "olh_manual", "viewers"], MANUAL + "#context=&topic=viewers&single=popup", "Viewers of today"),
+    (["show", "--display", "topic", "olh_manual", "viewers"], MANUAL + "#context=&topic=viewers&single=true", "Browsers and PDF readers"),
+    (["show", "--display", "popup", "olh_manual", "viewers"], MANUAL + "#context=&topic=viewers&single=popup", "Browsers and PDF readers"),
     (["show", "qel_html_help", "qel_help_002"], "/htmldocs/qel_html_help/index.htm#context=&topic=qel_help_002",
      "Choosing the browser and the PDF reader"),
     (["portal"], "/tomedecks/index.html", "Documentation"),
@@ -40,9 +40,9 @@ HOSTILE = ["""<script>hit()</script></title><img src=x onerror=hit()>"><svg onlo
 # Addresses below the root with a place for text from outside, and when the page has done with it.
 SHOWING = "document.querySelector('[role=status]')?.textContent"
 PLACES = [
-    (MANUAL + "#context=%s&topic=viewers", "document.querySelector('h1')?.textContent == 'Viewers of today'"),
+    (MANUAL + "#context=%s&topic=viewers", "document.querySelector('h1')?.textContent == 'Browsers and PDF readers'"),
     (MANUAL + "#context=&topic=%s", f"{SHOWING}.includes('no topic')"),
-    (MANUAL + "#context=&topic=viewers&single=%s", "document.querySelector('h1')?.textContent == 'Viewers of today'"),
+    (MANUAL + "#context=&topic=viewers&single=%s", "document.querySelector('h1')?.textContent == 'Browsers and PDF readers'"),
     ("/htmldocs/qelhelp.htm#context=%s&query=viewer&tab=2&src=doc", "document.querySelector('#found li')"),
     ("/htmldocs/qelhelp.htm#context=olh_manual&query=%s&tab=2&src=doc", "document.querySelector('section [role=status]')?.textContent"),
     ("/index.html#query=%s&tab=search", "document.querySelector('section [role=status]')?.textContent"),
@@ -101,7 +101,7 @@ class Addresses(Pages):
     def test_the_next_request_in_the_same_page(self):
         """A running browser may be given another topic while the manual is open."""
         self.browser.go(f"{self.disk}{MANUAL}#context=&topic=viewers")
-        self.heading("Viewers of today")
+        self.heading("Browsers and PDF readers")
         self.browser.value("location.hash = '#context=&topic=environment'")
         self.heading("Environment variables")
 
@@ -124,7 +124,7 @@ class Addresses(Pages):
         for single in ("true", "popup"):
             for base in self.linked_copies():
                 self.browser.go(f"{base}{MANUAL}#context=&topic=viewers&single={single}")
-                self.heading("Viewers of today")
+                self.heading("Browsers and PDF readers")
                 for way, heading in ways:
                     with self.subTest(base=base, single=single, way=way):
                         self.browser.value("location.href = document.querySelector('.place')?.href ?? '#place'; window.left = true")
@@ -137,7 +137,7 @@ class Addresses(Pages):
                 self.browser.go(f"{base}{MANUAL}#context=&topic=no_such&single={single}")
                 self.browser.wait(f"location.search == '?single={single}' && {SHOWING}.includes('no topic')")
         self.browser.go(f"{self.disk}{MANUAL}#context=&topic=viewers")
-        self.heading("Viewers of today")
+        self.heading("Browsers and PDF readers")
         self.browser.wait("document.querySelector('.turn')")
         self.assertGreaterEqual(self.visible(frame), 4)
 
@@ -146,7 +146,7 @@ class Addresses(Pages):
             for single, query in (("", ""), ("&single=true", "?single=true"), ("&single=popup", "?single=popup")):
                 with self.subTest(base=base, single=single):
                     self.browser.go(f"{base}{MANUAL}#context=&topic=placed{single}")
-                    self.heading("Viewers of today")
+                    self.heading("Browsers and PDF readers")
                     self.assertEqual(self.browser.value("location.href"), f"{base}/htmldocs/olh_manual/viewers.htm{query}#another_program")
                     self.browser.wait("document.getElementById('another_program').getBoundingClientRect().top < innerHeight")
 

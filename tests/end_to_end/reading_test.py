@@ -148,9 +148,9 @@ class Reading(Pages):
         self.browser.press("Enter")
         self.heading("Search in The libolh manual")
         self.browser.wait("document.querySelector('#found li')")
-        self.tab_to("Viewers of today")
+        self.tab_to("Browsers and PDF readers")
         self.browser.press("Enter")
-        self.heading("Viewers of today")
+        self.heading("Browsers and PDF readers")
 
     def test_the_portal_by_keyboard_alone(self):
         self.open("index.html")
@@ -232,7 +232,7 @@ class Reading(Pages):
         self.browser.call("Emulation.setScriptExecutionDisabled", value=True)
         self.addCleanup(self.browser.call, "Emulation.setScriptExecutionDisabled", value=False)
         self.browser.go(f"{self.disk}/htmldocs/olh_manual/viewers.htm")
-        self.assertEqual(self.texts("h1"), ["Viewers of today"])
+        self.assertEqual(self.texts("h1"), ["Browsers and PDF readers"])
         self.assertEqual(self.texts(".toc a"), [title for _, _, title in TOPICS])
         self.assertEqual(self.browser.value("[...document.querySelectorAll('link[rel=prev], .turn a')].map(one => one.getAttribute('href'))"),
                          ["option_files.htm", "option_files.htm", "root_layout.htm"])

@@ -57,14 +57,14 @@ class SearchInThePage(Pages):
 
     def test_the_best_comes_first(self):
         for words, first in (("option files", "Option files"), ("SEARCH PATH", "Search path and roots"),
-                             ("OlhSetViewerOrder", "Entry points"), ("writeLibAvail", "The lower level")):
+                             ("OlhSetViewerOrder", "Function reference"), ("writeLibAvail", "Lower-level functions")):
             for base in (self.disk, self.web):
                 found = self.search(base, words)
                 self.assertEqual(found[0], first, words)
 
     def test_what_is_missing_and_what_was_meant_is_said(self):
-        self.assertEqual(self.search(self.disk, "nginx alias")[0], "Serving a root over HTTP")
-        self.assertEqual(self.search(self.disk, "nginx zweitausendsechs")[0], "Serving a root over HTTP")
+        self.assertEqual(self.search(self.disk, "nginx alias")[0], "Serve documentation from a web server")
+        self.assertEqual(self.search(self.disk, "nginx zweitausendsechs")[0], "Serve documentation from a web server")
         self.assertIn('"zweitausendsechs" is nowhere.', self.texts("section [role=status]")[0])
         self.assertIn("Without: zweitausendsechs", self.texts("#found .without")[0])
         self.assertIn("Environment variables", self.search(self.disk, "enviroment"))
@@ -102,7 +102,7 @@ class SearchInThePage(Pages):
         self.search(self.web, "OlhSetViewerOrder")
         self.assertEqual(self.texts("#found .place")[0], "OlhSetViewerOrder")
         self.browser.value("document.querySelector('#found a').click()")
-        self.heading("Entry points")
+        self.heading("Function reference")
         self.browser.wait("Math.abs(document.getElementById('OlhSetViewerOrder').getBoundingClientRect().top) < 200")
 
     def test_the_terminal_finds_the_same_in_the_same_order(self):
@@ -143,7 +143,7 @@ class SearchInThePage(Pages):
         self.search(self.disk, "nginx")
         self.browser.value("document.getElementById('query').value = 'zathura'; document.querySelector('main form').requestSubmit()")
         self.browser.wait("document.querySelector('section [role=status]')?.textContent.includes('\"zathura\"')")
-        self.assertIn("Viewers of today", self.texts("#found > li > a"))
+        self.assertIn("Browsers and PDF readers", self.texts("#found > li > a"))
 
     def test_pages_are_read_where_no_text_was_made(self):
         """Behind a web server a manual can be searched before anybody has run search_text.py or olh dmerge over it; each page is

@@ -1,0 +1,45 @@
+"""Everything in a manual that has a name, from its filled pages: functions, constants, variables, commands, options and
+messages, each with a link to where it is described."""
+
+import html
+import re
+from pathlib import Path
+
+KINDS = {  # kind: pages, and patterns of a place ("" for that of the heading before it) and of one name or several in <code>
+    "Functions, types and variables": [("entry_points.htm", r'<h3 id="()\w+">(\w+)</h3>'), ("lower_level.htm", r'<h3 id="()\w+">(\w+)</h3>')],
+    "Constants": [("entry_points.htm", r"<tr><td>()<code>(OLH_\w+)</code></td><td>\d+</td>")],
+    "Environment variables": [("environment.htm", r'<dt id="(\w+)"><code>(\w+)</code>')],
+    "Commands": [("commands.htm", r'<h2 id="(run_\w+)">(.*?)</h2>')],
+    "Options": [("commands.htm", r"<tr><td>()<code>(-[-\w,]+)[^<]*</code></td>")],
+    "Messages": [("messages.htm", r"<tr><td>()(<code>(?:(?!</td>).)*</code>)</td>")],
+}
+
+
+def found(manual, page, pattern):
+    """(name, address) of what a pattern finds in a page."""
+    text = Path(manual, page).read_text(encoding="utf-8")
+    for match in re.finditer(pattern, text, re.S):
+        place = match[1] or re.findall(r'<h[1-4] id="([^"]*)"', text[: match.end()])[-1]
+        for name in re.findall("<code>(.*?)</code>", match[2], re.S) or [match[2]]:
+            yield " ".join(html.unescape(name).split()), f"{page}#{place}"
+
+
+def index(manual):
+    """A list for each kind of name. An option has a link to each command that has it, everything else one to its description."""
+    made = ""
+    titles = {address: name for name, address in found(manual, *KINDS["Commands"][0])}
+    for kind, places in KINDS.items():
+        names = {}
+        for page, pattern in places:
+            for name, address in found(manual, page, pattern):
+                names.setdefault(name, {})[address] = None
+        rows = ""
+        for name in sorted(names, key=lambda one: (one.lstrip("-.").lower(), one)):
+            shown = f"<code>{html.escape(name, quote=False)}</code>"
+            if kind == "Options":
+                commands = [f'<a href="{address}">{titles[address]}</a>' for address in names[name]]
+                rows += f"<li>{shown}: {', '.join(commands)}</li>\n"
+            else:
+                rows += f'<li><a href="{next(iter(names[name]))}">{shown}</a></li>\n'
+        made += f'<h2 id="names_{kind.split()[0].strip(",").lower()}">{kind}</h2>\n<ul>\n{rows}</ul>\n'
+    return made
