@@ -5,8 +5,9 @@ import html
 import re
 from pathlib import Path
 
+ENTRY = r'<a href="#((?:c_)?\w+)"><code>(\w+)</code></a>'  # what the table of all functions leads to
 KINDS = {  # kind: pages, and patterns of a place ("" for that of the heading before it) and of one name or several in <code>
-    "Functions, types and variables": [("entry_points.htm", r'<h3 id="()\w+">(\w+)</h3>'), ("lower_level.htm", r'<h3 id="()\w+">(\w+)</h3>')],
+    "Functions and variables": [("entry_points.htm", ENTRY), ("lower_level.htm", ENTRY)],
     "Constants": [("entry_points.htm", r"<tr><td>()<code>(OLH_\w+)</code></td><td>\d+</td>")],
     "Environment variables": [("environment.htm", r'<dt id="(\w+)"><code>(\w+)</code>')],
     "Commands": [("commands.htm", r'<h2 id="(run_\w+)">(.*?)</h2>')],
