@@ -5,7 +5,7 @@ namespace olh_index {
 namespace {
 
 // A word may stand in two.
-constexpr std::string_view kEnglish[] = {
+constexpr std::string_view kEnglishSynonyms[] = {
     "add append insert",
     "argument parameter option switch flag",
     "begin start getting tutorial introduction",
@@ -71,6 +71,6 @@ constexpr std::string_view kEnglish[] = {
 
 }  // namespace
 
-std::span<const std::string_view> english_synonyms() { return kEnglish; }
+std::span<const std::string_view> english_synonyms() { return kEnglishSynonyms; }
 
 }  // namespace olh_index
