@@ -5,6 +5,11 @@
 
 namespace {
 
+TEST(Strings, PathsHaveTheSlashOfUnix) {
+  EXPECT_EQ(PATHSLASH, '/');
+  EXPECT_EQ(NONPATHSLASH, '\\');
+}
+
 TEST(Strings, AreChangedInPlace) {
   using Operation = void (*)(char*) noexcept;
   const std::tuple<Operation, const char*, const char*> table[] = {
