@@ -1,11 +1,10 @@
 // Sphinx: the inventory objects.inv names every object, label, option and term with its place; toctrees give contents.
-#include <zlib.h>
-
 #include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
 
+#include "inflated.h"
 #include "reader.h"
 #include "refusal.h"
 #include "url.h"
@@ -27,25 +26,6 @@ std::string_view next_line(std::string_view& rest) {
 // What a line says behind these words; "" for another line.
 std::string said_in(std::string_view line, std::string_view words) {
   return line.starts_with(words) ? std::string(line.substr(words.size())) : "";
-}
-
-// What a zlib stream holds, as far as it makes sense; nothing when it is more than a table may be.
-std::optional<std::string> inflated(std::string_view packed) {
-  z_stream stream = {};
-  if (inflateInit(&stream) != Z_OK) return std::nullopt;
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
-  stream.avail_in = static_cast<uInt>(packed.size());
-  std::string text;
-  char block[65536];
-  int state = Z_OK;
-  while (state == Z_OK && text.size() <= kLargestTable) {
-    stream.next_out = reinterpret_cast<Bytef*>(block);
-    stream.avail_out = sizeof block;
-    state = inflate(&stream, Z_NO_FLUSH);
-    text.append(block, sizeof block - stream.avail_out);
-  }
-  inflateEnd(&stream);
-  return text.size() > kLargestTable ? std::nullopt : std::optional(std::move(text));
 }
 
 // NAME DOMAIN:ROLE PRIORITY ADDRESS TITLE, where NAME may hold blanks: the fields behind it are found from the first
@@ -106,7 +86,7 @@ class SphinxReader : public Reader {
     const std::string version = said_in(next_line(rest), "# Version: ");
     manual.title = version.empty() ? project : project + " " + version;
     next_line(rest);
-    const std::optional<std::string> entries = inflated(rest);
+    const std::optional<std::string> entries = inflated(rest, kLargestTable);
     if (!entries) throw Refusal(kNoSource, "objects.inv unpacks to more than an inventory holds.");
     for (std::string_view lines = *entries; !lines.empty();)
       if (const auto entry = entry_in(next_line(lines))) take(*entry, manual);

@@ -46,6 +46,8 @@ struct Source {
   // of the folder. "" without one. read_file reads it.
   std::string find(std::string_view end) const;
   std::optional<std::string> read_file(const std::string& found, std::size_t most = kLargestPage) const;
+  // Where it lies, without a link on the way, for libraries that open files themselves; "" when it cannot be read.
+  std::string path_of(const std::string& found) const;
 };
 
 // What kind of name a topic has: of equal names the one with the smaller rank is kept. Hosts ask for names of the first

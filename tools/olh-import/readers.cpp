@@ -1,5 +1,8 @@
 // The table of all kinds of sources.
+#include <unistd.h>
+
 #include <algorithm>
+#include <filesystem>
 
 #include "files.h"
 #include "reader.h"
@@ -19,6 +22,7 @@ std::unique_ptr<Reader> asciidoc_reader();
 std::unique_ptr<Reader> mdbook_reader();
 std::unique_ptr<Reader> mkdocs_reader();
 std::unique_ptr<Reader> latex2html_reader();
+std::unique_ptr<Reader> qt_help_reader();
 std::unique_ptr<Reader> plain_reader();
 
 namespace {
@@ -27,8 +31,9 @@ namespace {
 // pages, which are everything, come last. Some also write tables for others, which say less: MkDocs an inventory of
 // Sphinx, Texinfo a project for HTML Help.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    mkdocs_reader,  sphinx_reader, doxygen_reader, devhelp_reader,  texinfo_reader,    html_help_reader,
-    eclipse_reader, mdbook_reader, docbook_reader, asciidoc_reader, latex2html_reader, plain_reader,
+    mkdocs_reader,   sphinx_reader,     doxygen_reader, devhelp_reader, qt_help_reader,
+    texinfo_reader,  html_help_reader,  eclipse_reader, mdbook_reader,  docbook_reader,
+    asciidoc_reader, latex2html_reader, plain_reader,
 };
 
 }  // namespace
@@ -49,6 +54,17 @@ std::string Source::find(std::string_view end) const {
 std::optional<std::string> Source::read_file(const std::string& found, std::size_t most) const {
   const bool was_named = std::ranges::find(files, found) != files.end();
   return was_named ? olh_viewers::text_of_file(found, most) : tree.read(found, most);
+}
+
+// The tree says which file a name means, and the descriptor where that is.
+std::string Source::path_of(const std::string& found) const {
+  std::error_code failed;
+  if (std::ranges::find(files, found) != files.end()) return std::filesystem::canonical(found, failed).string();
+  const int fd = tree.open(found);
+  if (fd < 0) return "";
+  const std::filesystem::path path = std::filesystem::canonical("/proc/self/fd/" + std::to_string(fd), failed);
+  close(fd);
+  return path.string();
 }
 
 }  // namespace olh_import

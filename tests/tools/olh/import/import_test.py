@@ -5,6 +5,7 @@ import signal
 import subprocess
 import zlib
 
+from databases import database
 from scene import BUILD, needs_docs, wait_until, write
 from verbs import Verbs
 
@@ -115,6 +116,15 @@ class Import(Verbs):
                                 (version + header + zlib.compress(bytes(300 << 20)), 4)):
             (self.source / "objects.inv").write_bytes(inventory)
             self.run_import(code=code)
+
+    def test_databases_that_are_none_never_end_or_lack_a_table_are_refused(self):
+        endless = "AS WITH RECURSIVE n(Id) AS (SELECT 1 UNION ALL SELECT Id FROM n) SELECT * FROM n;"
+        tables = "".join(f"CREATE TABLE {name} (Id);" for name in ("FolderTable", "FileNameTable", "FileDataTable", "ContentsTable"))
+        help_file = self.dir / "made.qch"
+        for content in (b"", b"no database" * 99, database(tables), database(f"{tables} CREATE VIEW IndexTable {endless}"),
+                        database(f"{tables} CREATE TABLE IndexTable (Id);")[:5000]):
+            help_file.write_bytes(content)
+            self.run_import(code=4, source=help_file)
 
     def test_a_linked_manual_stays_where_it_lies(self):
         self.run_import("--link")

@@ -1,0 +1,19 @@
+// What zlib has packed, unpacked within bounds.
+//
+// For      the readers.
+#ifndef OLH_IMPORT_INFLATED_H
+#define OLH_IMPORT_INFLATED_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace olh_import {
+
+// What a zlib stream holds, as far as it makes sense; nothing when it is more than `most`.
+std::optional<std::string> inflated(std::string_view packed, std::size_t most);
+
+}  // namespace olh_import
+
+#endif
