@@ -8,8 +8,6 @@
 
 namespace olh_import {
 
-std::unique_ptr<Reader> sphinx_reader();
-
 namespace {
 
 constexpr const char* kSearchIndex = "search/search_index.json";

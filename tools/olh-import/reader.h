@@ -110,6 +110,9 @@ class Reader {
   virtual void finish(Manual&) {}
 };
 
+// The reader of Sphinx' inventory, which other generators write, too.
+std::unique_ptr<Reader> sphinx_reader();
+
 // The reader for a source; a Refusal when there is no page in it.
 std::unique_ptr<Reader> reader_for(const Source& source);
 

@@ -11,7 +11,6 @@
 
 namespace olh_import {
 
-std::unique_ptr<Reader> sphinx_reader();
 std::unique_ptr<Reader> doxygen_reader();
 std::unique_ptr<Reader> devhelp_reader();
 std::unique_ptr<Reader> eclipse_reader();
