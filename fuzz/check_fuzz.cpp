@@ -3,7 +3,7 @@
 #include <charconv>
 #include <set>
 
-#include "destinations.h"
+#include "destination_names.h"
 #include "fuzz.h"
 #include "script_line.h"
 #include "script_lists.h"
@@ -52,8 +52,8 @@ void try_input(const std::string& input) {
   const std::vector<std::string> parts = parts_of(input, 2);
   check_lists(parts[1]);
   check_web(parts[1], parts[0].size() + 1);
-  if (const auto tag = olh::tag_for(parts[1]))
-    expect(olh::destination_of(*tag) == parts[1], "a tag asks for its destination");
+  if (const auto tag = olh_viewers::tag_for(parts[1]))
+    expect(olh_viewers::destination_of(*tag) == parts[1], "a tag asks for its destination");
   answer_with("");
   const bool is_asked = olh::web_text(parts[1]).has_value() || !web.sent.empty();
   if (is_asked)

@@ -50,6 +50,8 @@ PdfPlace place_of_destination(const std::string& file, const std::string& destin
   return listing ? place_in_listing(*listing, destination) : PdfPlace();
 }
 
+bool can_read_destinations() { return !find_program("pdfinfo").empty(); }
+
 std::optional<int> page_count(const std::string& file) {
   const std::optional<std::string> facts = information(file, {"pdfinfo"});
   const std::size_t at = facts ? facts->find("Pages:") : std::string::npos;

@@ -33,6 +33,10 @@ std::optional<std::vector<NamedPlace>> destinations_of(const std::string& file);
 std::vector<NamedPlace> places_in_listing(const std::string& listing);
 PdfPlace place_in_listing(const std::string& listing, const std::string& destination);
 
+// Whether destinations can be read at all, and a sentence's end that says what to do when they cannot.
+bool can_read_destinations();
+inline constexpr const char* kInstallPdfinfo = "pdfinfo is not installed; it is in the package poppler-utils";
+
 // How many pages there are; nothing when that cannot be told.
 std::optional<int> page_count(const std::string& file);
 

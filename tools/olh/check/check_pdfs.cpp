@@ -2,6 +2,7 @@
 #include <set>
 
 #include "checks.h"
+#include "destination_names.h"
 #include "find.h"
 #include "pdf_places.h"
 #include "shared.h"
@@ -17,8 +18,8 @@ std::vector<std::string> topics_without_place(const CheckedManual& manual,
   for (const olh_viewers::NamedPlace& place : places) there.insert(place.name);
   std::vector<std::string> without;
   for (const olh_viewers::TableTopic& topic : manual.topics)
-    if (!there.contains(destination_of(topic.name)))
-      without.push_back("\"" + topic.name + "\" (" + destination_of(topic.name) + ")");
+    if (!there.contains(olh_viewers::destination_of(topic.name)))
+      without.push_back("\"" + topic.name + "\" (" + olh_viewers::destination_of(topic.name) + ")");
   return without;
 }
 
@@ -34,14 +35,14 @@ void check_destinations_of(const CheckedRoot& root, const CheckedManual& manual,
 }  // namespace
 
 void check_destinations(const CheckedRoot& root, Findings& findings) {
-  const bool can_read = can_read_destinations();
+  const bool can_read = olh_viewers::can_read_destinations();
   for (const CheckedManual& manual : root.manuals) {
     const std::string pdf = manual.topics.empty() ? "" : root.pdf_named(manual.name);
     if (pdf.empty()) continue;
     if (root.is_web) {
       findings.note(pdf, "is on a web server: its named destinations cannot be checked");
     } else if (!can_read) {
-      findings.warning(pdf, std::string("could not be looked into: ") + kInstallPdfinfo);
+      findings.warning(pdf, std::string("could not be looked into: ") + olh_viewers::kInstallPdfinfo);
     } else {
       check_destinations_of(root, manual, pdf, findings);
     }

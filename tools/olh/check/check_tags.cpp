@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "checks.h"
+#include "destination_names.h"
 #include "find.h"
 #include "olh/support.h"
 #include "pdf_places.h"
@@ -73,7 +74,7 @@ class TagCheck {
     if (is_web_root(pdf)) return note(use, "the named destinations of " + pdf + " cannot be checked");
     const auto places = olh_viewers::destinations_of(pdf);
     if (!places) return warning(use, pdf + " could not be looked into: " + why_unread());
-    const std::string wanted = destination_of(use.tag);
+    const std::string wanted = olh_viewers::destination_of(use.tag);
     if (std::ranges::find(*places, wanted, &olh_viewers::NamedPlace::name) != places->end()) return;
     const std::string sentence = "there is no named destination \"" + wanted + "\" in " + pdf;
     if (located.kind == OLH_VIEWER_PDF) return error(use, sentence);
@@ -85,7 +86,9 @@ class TagCheck {
     return relative.empty() ? "" : place_in_root(root, relative);
   }
 
-  static std::string why_unread() { return can_read_destinations() ? "pdfinfo cannot read it" : kInstallPdfinfo; }
+  static std::string why_unread() {
+    return olh_viewers::can_read_destinations() ? "pdfinfo cannot read it" : olh_viewers::kInstallPdfinfo;
+  }
 
   void error(const Use& use, const std::string& sentence) { findings_.error(root_.tags_file, sentence, use.line); }
   void warning(const Use& use, const std::string& sentence) {

@@ -1,4 +1,5 @@
 // One document, and the manual of this program as a sample: whether a help call gets them on the screen.
+#include "destination_names.h"
 #include "doctor_checks.h"
 #include "find.h"
 #include "olh/support.h"
@@ -11,7 +12,7 @@ namespace olh {
 namespace {
 
 Diagnosis of_destination(const std::string& file, const std::string& tag) {
-  const std::string destination = destination_of(tag);
+  const std::string destination = olh_viewers::destination_of(tag);
   const std::string named = quoted(destination) + " of " + file;
   const olh_viewers::PdfPlace place = olh_viewers::place_of_destination(file, destination);
   switch (place.found) {

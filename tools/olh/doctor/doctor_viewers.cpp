@@ -6,6 +6,7 @@
 #include "doctor_checks.h"
 #include "files.h"
 #include "find.h"
+#include "pdf_places.h"
 #include "served_address.h"
 #include "shared.h"
 #include "viewers.h"
@@ -72,7 +73,7 @@ Diagnosis of_destinations(const Driven& driven) {
   if (row == nullptr)
     return {State::kCannotTell, "Whether " + driven.program + " can open a PDF at a destination is unknown."};
   if (!row->at_destination.empty()) return {State::kOk, driven.program + " opens a PDF at a destination."};
-  if (!row->at_page.empty() && can_read_destinations())
+  if (!row->at_page.empty() && olh_viewers::can_read_destinations())
     return {State::kOk, driven.program + " knows no destinations; it opens the page that pdfinfo finds."};
   if (!row->at_page.empty())
     return {State::kWarning,

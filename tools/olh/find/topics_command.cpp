@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "destination_names.h"
 #include "find.h"
 #include "pdf_places.h"
 #include "shared.h"
@@ -54,10 +55,12 @@ Topics topics_of_manual(const std::string& location) {
 Topics topics_of_pdf(const std::string& file) {
   if (is_web_root(file)) return {{}, "it is on a web server: its named destinations cannot be read from here"};
   const auto places = olh_viewers::destinations_of(file);
-  if (!places) return {{}, can_read_destinations() ? "pdfinfo cannot read it" : kInstallPdfinfo};
+  if (!places)
+    return {{}, olh_viewers::can_read_destinations() ? "pdfinfo cannot read it" : olh_viewers::kInstallPdfinfo};
   Topics topics;
   for (const olh_viewers::NamedPlace& place : *places)
-    topics.all.push_back({tag_for(place.name).value_or(""), "", std::to_string(place.page), place.page, place.name});
+    topics.all.push_back(
+        {olh_viewers::tag_for(place.name).value_or(""), "", std::to_string(place.page), place.page, place.name});
   return topics;
 }
 

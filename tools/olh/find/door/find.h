@@ -4,7 +4,6 @@
 #ifndef OLH_TOOLS_FIND_H
 #define OLH_TOOLS_FIND_H
 
-#include "../destinations.h"
 #include "../holdings.h"
 #include "../locate.h"
 #include "../places.h"

@@ -1,10 +1,8 @@
-#include "destinations.h"
+#include "destination_names.h"
 
 #include <algorithm>
 
-#include "files.h"
-
-namespace olh {
+namespace olh_viewers {
 
 namespace {
 
@@ -29,6 +27,4 @@ std::optional<std::string> tag_for(std::string_view destination) {
   return !tag.empty() && destination_of(tag) == destination ? std::optional(tag) : std::nullopt;
 }
 
-bool can_read_destinations() { return !olh_viewers::find_program("pdfinfo").empty(); }
-
-}  // namespace olh
+}  // namespace olh_viewers
