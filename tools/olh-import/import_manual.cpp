@@ -90,19 +90,8 @@ class Import {
  private:
   std::string place() const { return asked_.root + "/htmldocs/" + asked_.name; }
 
-  // Only what an import has brought gives way to another.
-  void refuse_what_others_brought() const {
-    std::error_code failed;
-    const bool is_there = fs::symlink_status(place(), failed).type() != fs::file_type::not_found;
-    if (is_there && olh_viewers::origin_of(place()) != "import")
-      throw Refusal(kCannotWrite, place() + " is there already, and olh import has not brought it.");
-  }
-
   void make_output() {
-    refuse_what_others_brought();
-    if (!asked_.dry_run &&
-        olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "prepare-root", asked_.root}) != 0)
-      throw Refusal(kCannotWrite, "nothing is imported.");
+    make_room(asked_, place(), olh_viewers::origin_of(place()));
     out_.emplace(asked_.dry_run ? (fs::temp_directory_path() / asked_.name).string() : place());
   }
 
@@ -174,15 +163,15 @@ class Import {
   }
 
   ImportOutcome finish() {
-    ImportOutcome outcome = {reader_->kind(), title(), titles_.pages().size(), 0, {}, {}};
+    ImportOutcome outcome = {reader_->kind(), title(), titles_.pages().size(), {}, {}, {}};
     ArrangedTopics topics =
         arranged_topics(std::move(manual_.topics), *pages_, [this](const Topic& topic) { return titles_.at(topic); });
     write_files(outcome.title, topics.lines);
-    outcome.topics = topics.lines.size();
+    for (const TableLine& line : topics.lines) outcome.topics.push_back(line.name);
     outcome.same_names = std::move(topics.same_names);
     outcome.notes = notes(topics.notes);
     if (asked_.dry_run) return outcome;
-    refuse_what_others_brought();  // it may have come meanwhile
+    refuse_what_others_brought(place(), olh_viewers::origin_of(place()));  // it may have come meanwhile
     out_->take_place();
     return outcome;
   }
@@ -252,6 +241,19 @@ class Import {
 };
 
 }  // namespace
+
+void refuse_what_others_brought(const std::string& place, const std::string& brought_by) {
+  std::error_code failed;
+  const bool is_there = fs::symlink_status(place, failed).type() != fs::file_type::not_found;
+  if (is_there && brought_by != "import")
+    throw Refusal(kCannotWrite, place + " is there already, and olh import has not brought it.");
+}
+
+void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by) {
+  refuse_what_others_brought(place, brought_by);
+  if (!asked.dry_run && olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "prepare-root", asked.root}) != 0)
+    throw Refusal(kCannotWrite, "nothing is imported.");
+}
 
 ImportOutcome import_manual(const ImportRequest& asked,
                             const std::function<void(std::size_t, std::size_t)>& progress) {

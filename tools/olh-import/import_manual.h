@@ -28,10 +28,16 @@ struct ImportOutcome {
   std::string kind;  // of the source
   std::string title;
   std::size_t pages = 0;
-  std::size_t topics = 0;
+  std::vector<std::string> topics;  // their names; of a PDF, tags
   std::vector<SameName> same_names;
   std::vector<std::string> notes;  // sentences
 };
+
+// Only what an import has brought gives way to another.
+void refuse_what_others_brought(const std::string& place, const std::string& brought_by);
+
+// The same, before a document is brought to its place in the root; and the root gets what its pages read.
+void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by);
 
 // `progress` hears of each page. Throws a Refusal.
 ImportOutcome import_manual(const ImportRequest& asked,

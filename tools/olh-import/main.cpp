@@ -10,7 +10,7 @@
 
 #include "child.h"
 #include "files.h"
-#include "import_manual.h"
+#include "import_document.h"
 #include "manual_name.h"
 #include "refusal.h"
 #include "visible.h"
@@ -18,6 +18,7 @@
 
 namespace {
 
+using olh_import::DocumentOutcome;
 using olh_import::ImportOutcome;
 using olh_import::ImportRequest;
 using olh_import::Refusal;
@@ -25,11 +26,13 @@ using olh_import::Refusal;
 constexpr const char* kExamples =
     "The manual of Debian's package python3-doc:\n"
     "  olh import ROOT python_doc /usr/share/doc/python3.11/html\n"
+    "Its pages and its PDF, which gets a destination for each of its places:\n"
+    "  olh import ROOT octave /usr/share/doc/octave/octave.html /usr/share/doc/octave/octave.pdf\n"
     "A manual of that name that an earlier import has brought is replaced in one step.\n"
     "Examples:\n"
     "  olh import docs second_handbook docs/htmldocs/handbook\n"
     "  olh import --dry-run docs third docs/htmldocs/handbook    what it would bring; nothing is changed\n"
-    "Exit code: 0 imported, 4 a source cannot be read or holds no page, 5 ROOT cannot be written or has\n"
+    "Exit code: 0 imported, 4 a source cannot be read, holds no page or is damaged, 5 ROOT cannot be written or has\n"
     "a manual of that name that olh import has not brought, 64 wrong use.\n";
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -55,25 +58,33 @@ void end_progress() {
   if (isatty(STDERR_FILENO) == 1) std::fputs("\r\033[K", stderr);
 }
 
-nlohmann::json as_json(const ImportRequest& asked, const ImportOutcome& outcome) {
+nlohmann::json as_json(const ImportOutcome& outcome) {
   nlohmann::json same = nlohmann::json::array();
   for (const olh_import::SameName& one : outcome.same_names)
     same.push_back({{"name", one.name}, {"kept", one.kept}, {"left_out", one.left_out}});
-  return {{"root", asked.root},     {"name", asked.name},     {"kind", outcome.kind},
-          {"title", outcome.title}, {"pages", outcome.pages}, {"topics", outcome.topics},
-          {"same_names", same},     {"notes", outcome.notes}, {"dry_run", asked.dry_run}};
+  return {{"kind", outcome.kind},   {"title", outcome.title},
+          {"pages", outcome.pages}, {"topics", outcome.topics.size()},
+          {"same_names", same},     {"notes", outcome.notes}};
 }
 
-void print_outcome(const ImportRequest& asked, const ImportOutcome& outcome, bool json) {
-  if (json) {
-    std::printf("%s\n",
-                as_json(asked, outcome).dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
-    return;
-  }
+void print_outcome(const ImportRequest& asked, const ImportOutcome& outcome) {
   for (const std::string& note : outcome.notes) say(stderr, "note: " + note + ".");
   say(stdout, asked.root + (asked.dry_run ? " would hold " : " holds ") + asked.name + ", \"" + outcome.title +
-                  "\": " + std::to_string(outcome.pages) + " pages, " + std::to_string(outcome.topics) +
+                  "\": " + std::to_string(outcome.pages) + " pages, " + std::to_string(outcome.topics.size()) +
                   " topics, from " + outcome.kind + ".");
+}
+
+// A document in both forms answers with the one of its pages, and in it the one of its PDF.
+void print_document(const ImportRequest& asked, const DocumentOutcome& document, bool json) {
+  if (!json) {
+    for (const auto& outcome : {document.manual, document.pdf})
+      if (outcome) print_outcome(asked, *outcome);
+    return;
+  }
+  nlohmann::json answer = as_json(document.manual ? *document.manual : *document.pdf);
+  if (document.manual && document.pdf) answer["pdf"] = as_json(*document.pdf);
+  answer.update({{"root", asked.root}, {"name", asked.name}, {"dry_run", asked.dry_run}});
+  std::printf("%s\n", answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
 }
 
 // The generator's own messages and complaints go where a person reads them.
@@ -83,9 +94,9 @@ int make_lists(const std::string& root) {
 
 int import(const ImportRequest& asked, bool json) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
-  const ImportOutcome outcome = import_manual(asked, show_progress);
+  const DocumentOutcome document = import_document(asked, show_progress);
   end_progress();
-  print_outcome(asked, outcome, json);
+  print_document(asked, document, json);
   std::fflush(stdout);
   return asked.dry_run || make_lists(asked.root) == 0 ? olh_import::kDone : olh_import::kCannotWrite;
 }
@@ -101,7 +112,7 @@ int run(int argc, char** argv) {
       ->required()
       ->type_name("")
       ->check(olh_viewers::refusal_of_manual_name);
-  app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them")
+  app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them; its PDF")
       ->required()
       ->type_name("");
   app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT");

@@ -176,6 +176,10 @@ void OutputFolder::link(const std::string& target, const std::string& name) cons
   if (symlink(target.c_str(), (path_ + "/" + name).c_str()) != 0) refuse(path_ + "/" + name);
 }
 
+void OutputFolder::put(const std::string& name, const std::string& at) const {
+  if (rename((path_ + "/" + name).c_str(), at.c_str()) != 0) refuse(at);
+}
+
 // A file system that cannot exchange two folders has none at this place for a moment. No signal that can wait comes then;
 // of an import that ends all the same, the next one puts back what was there.
 void OutputFolder::take_place() {

@@ -32,6 +32,8 @@ class OutputFolder {
   bool copy(const SourceTree& from, const std::string& name, const std::string& to) const;
   void link(const std::string& target, const std::string& name) const;
 
+  // Puts one file of it at a place, in one step.
+  void put(const std::string& name, const std::string& at) const;
   // Puts the folder in its place. What was there before is gone afterwards.
   void take_place();
 

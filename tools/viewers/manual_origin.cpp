@@ -1,16 +1,31 @@
 #include "manual_origin.h"
 
+#include <string_view>
+
 #include "files.h"
 
 namespace olh_viewers {
 
-std::string origin_mark(const std::string& verb, const std::string& more) { return "olh " + verb + "\n" + more; }
+namespace {
 
-std::string origin_of(const std::string& manual_folder) {
-  const std::string mark = content_of(path_in(manual_folder, kOriginFile));
+std::string verb_in(const std::string& mark) {
   for (const char* verb : {"import", "new"})
     if (mark.starts_with(origin_mark(verb))) return verb;
   return "";
 }
+
+}  // namespace
+
+std::string origin_mark(const std::string& verb, const std::string& more) { return "olh " + verb + "\n" + more; }
+
+std::string origin_of(const std::string& manual_folder) {
+  return verb_in(content_of(path_in(manual_folder, kOriginFile)));
+}
+
+std::string origin_file_of_pdf(const std::string& pdf) {
+  return pdf.substr(0, pdf.size() - std::string_view(".pdf").size()) + ".origin.txt";
+}
+
+std::string origin_of_pdf(const std::string& pdf) { return verb_in(content_of(origin_file_of_pdf(pdf))); }
 
 }  // namespace olh_viewers

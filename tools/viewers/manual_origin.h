@@ -17,6 +17,10 @@ std::string origin_mark(const std::string& verb, const std::string& more = "");
 // "import" or "new"; "" for a manual that something else brought.
 std::string origin_of(const std::string& manual_folder);
 
+// The mark of a PDF is a file beside it: "guide.origin.txt" of "guide.pdf".
+std::string origin_file_of_pdf(const std::string& pdf);
+std::string origin_of_pdf(const std::string& pdf);
+
 }  // namespace olh_viewers
 
 #endif

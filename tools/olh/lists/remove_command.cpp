@@ -47,15 +47,41 @@ void remove_folder(const fs::path& folder) {
   if (failed) throw std::runtime_error(folder.string() + ": " + failed.message());
 }
 
-int remove_manual(const RemoveArguments& asked, const std::string& root) {
-  const std::string folder = root + "/htmldocs/" + asked.name;
+// A form of a document, and what brought it; "" for something else.
+struct Form {
+  std::string place;
+  std::string brought_by;
+  bool is_pdf = false;
+};
+
+std::vector<Form> forms_of(const std::string& root, const std::string& name) {
+  const std::string folder = root + "/htmldocs/" + name;
+  const std::string pdf = root + "/pdfdocs/" + name + ".pdf";
+  std::vector<Form> forms = {{folder, olh_viewers::origin_of(folder)}, {pdf, olh_viewers::origin_of_pdf(pdf), true}};
+  std::error_code ignored;
+  std::erase_if(forms, [&](const Form& form) { return is_nothing(form.place, ignored); });
+  return forms;
+}
+
+void remove_form(const Form& form) {
+  if (!form.is_pdf) return remove_folder(form.place);
   std::error_code failed;
-  if (is_nothing(folder, failed)) return failure(OLH_RESULT_NOT_FOUND, root + " has no manual " + asked.name + ".");
-  if (!asked.force && olh_viewers::origin_of(folder).empty())
+  fs::remove(form.place, failed);
+  if (failed) throw std::runtime_error(form.place + ": " + failed.message());
+  fs::remove(olh_viewers::origin_file_of_pdf(form.place), failed);
+}
+
+// What something else has brought stays beside what goes.
+int remove_manual(const RemoveArguments& asked, const std::string& root) {
+  std::vector<Form> forms = forms_of(root, asked.name);
+  if (forms.empty()) return failure(OLH_RESULT_NOT_FOUND, root + " has no manual " + asked.name + ".");
+  const std::string first = forms.front().place;
+  if (!asked.force) std::erase_if(forms, [](const Form& form) { return form.brought_by.empty(); });
+  if (forms.empty())
     return failure(OLH_RESULT_IO,
-                   folder + " was not brought by olh import or olh new. --force removes it all the same.");
+                   first + " was not brought by olh import or olh new. --force removes it all the same.");
   try {
-    remove_folder(folder);
+    for (const Form& form : forms) remove_form(form);
   } catch (const std::runtime_error& error) {
     return failure(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");
   }

@@ -1,0 +1,130 @@
+"""olh import with a PDF: what it adds for the library, what stays as it was, and what it refuses."""
+import gzip
+import os
+import re
+import subprocess
+
+from scene import needs_docs, run, write
+from verbs import Verbs
+
+PAGE = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 200] /Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> /Contents {} 0 R >>"
+TEXT = "<< /Length 42 >> stream\nBT /F 20 Tf 20 100 Td (Text of a page) Tj ET\nendstream".replace("42", "44")
+XMP = ("<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description rdf:about='' "
+       "xmlns:pdf='http://ns.adobe.com/pdf/1.3/' pdf:Producer='Kept'/></rdf:RDF></x:xmpmeta>")
+# The objects behind the catalog: two pages, an outline of five lines.
+BODY = ["<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>", PAGE.format(5), PAGE.format(6), TEXT, TEXT, "<< /Type /Outlines /First 8 0 R >>",
+        "<< /Title (Setting up \\(Linux\\)) /A << /S /GoTo /D [4 0 R /Fit] >> /First 9 0 R /Next 11 0 R >>",
+        "<< /Title <FEFF65E5672C> /Dest [4 0 R /XYZ 0 50 0] /Next 10 0 R >>", "<< /Title (Chapter_1) /Dest [4 0 R /Fit] >>",
+        "<< /Title (chapter1) /Dest /chapter.1 /Next 12 0 R >>", "<< /Title (Elsewhere) /A << /S /URI /URI (https://example.com/) >> >>"]
+CATALOG = ("<< /Type /Catalog /Pages 2 0 R /Outlines 7 0 R /Dests << /chapter.1 [3 0 R /Fit] >> "
+           "/Names << /Dests << /Names [(M8.newlink.intro) [4 0 R /Fit] (a\\377) [4 0 R /Fit]] >> >> {} >>")
+ADDED = {"M8.newlink.chapter1": 1, "M8.newlink.a": 2, "M8.newlink.Setting.up.Linux": 2, "M8.newlink.page.2": 2, "M8.newlink.Chapter1": 2}
+
+
+def pdf(body=BODY, catalog=CATALOG.format("/Metadata 13 0 R"), more=(f"<< /Type /Metadata /Subtype /XML /Length {len(XMP)} >> stream\n{XMP}\nendstream",)):
+    """A PDF of these objects, its catalog the first, and a title for a person."""
+    objects = [catalog, *body, *more, "<< /Title (A \\(small\\) guide & more) >>"]
+    made, places = bytearray(b"%PDF-1.7\n"), []
+    for number, value in enumerate(objects, 1):
+        places.append(len(made))
+        made += f"{number} 0 obj {value} endobj\n".encode("latin-1")
+    table = "".join(f"{place:010} 00000 n \n" for place in places)
+    return bytes(made) + f"xref\n0 {len(objects) + 1}\n0000000000 65535 f \n{table}trailer << /Root 1 0 R /Info {len(objects)} 0 R /Size {len(objects) + 1} >>\nstartxref\n{len(made)}\n%%EOF\n".encode()
+
+
+def without(number, value):
+    return pdf([value if at == number else one for at, one in enumerate(BODY, 2)])
+
+
+@needs_docs
+class ImportPdf(Verbs):
+    def setUp(self):
+        super().setUp()
+        self.source = self.dir / "guide.pdf"
+        self.source.write_bytes(pdf())
+        self.root = self.dir / "root"
+        self.made = self.root / "pdfdocs/product.pdf"
+
+    def run_import(self, *sources, code=0, **variables):
+        return self.olh("import", self.root, "product", *(sources or [self.source]), code=code, **variables)
+
+    def names_of(self, file):
+        return {name: int(page) for page, name in re.findall(r'^ *(\d+) \[.*\] "(.*)"$', run("pdfinfo", "-dests", file), re.M)}
+
+    def look_of(self, file):
+        return subprocess.run(["pdftoppm", "-r", "40", file], capture_output=True, check=True).stdout, run("pdftotext", file, "-")
+
+    def lists(self):
+        return (self.root / "tomedecks/qel_td/js/LibList.js").read_text()
+
+    def test_names_and_a_title_are_added_and_nothing_else_changes(self):
+        said = self.run_import().stderr
+        self.assertEqual(self.names_of(self.made), {**self.names_of(self.source), **ADDED})
+        for told in ("left out: 1 (Elsewhere)", "named after their page: 1 (page 2)"):
+            self.assertIn(told, said)
+        self.assertNotIn("cannot tell", said)
+        self.assertEqual(self.look_of(self.made), self.look_of(self.source))
+        run("qpdf", "--check", self.made)
+        self.assertIn(b"Kept", self.made.read_bytes())
+        self.assertIn('"A (small) guide \uff06 more","product","pdf"', self.lists())
+        self.olh("test", "--root", self.root, "product", "chapter1", code=0)
+        first = self.made.read_bytes()
+        # What lacks nothing stays byte for byte, compressed or not; another title is all that changes.
+        self.source.write_bytes(first)
+        packed = self.dir / "packed.pdf.gz"
+        packed.write_bytes(gzip.compress(first))
+        for source in (self.source, packed):
+            self.run_import(source)
+            self.assertEqual(self.made.read_bytes(), first)
+        self.run_import("--title", "Mine", self.source)
+        self.assertIn('"Mine","product","pdf"', self.lists())
+        self.assertEqual(self.names_of(self.made), self.names_of(self.source))
+
+    def test_equal_names_are_told_and_the_first_stays(self):
+        write(self.source, pdf([one.replace("Elsewhere", "intro").replace("/A << /S /URI /URI (https://example.com/) >>", "/Dest [3 0 R /Fit]") for one in BODY]).decode("latin-1"))
+        same = self.json("import", self.root, "product", self.source)["same_names"]
+        self.assertIn({"name": "intro", "kept": "page 2", "left_out": "page 1"}, same)
+
+    def test_pages_and_a_pdf_are_one_document_and_tags_of_one_form_alone_are_told(self):
+        write(self.dir / "pages/index.html", "<h1 id='chapter1'>Start</h1><h2 id='html_only'>Mine</h2>")
+        answer = self.json("import", self.root, "product", self.dir / "pages", self.source)
+        self.assertIn("topics that the PDF has no place for: 2 (index, html_only)", answer["pdf"]["notes"])
+        self.assertIn("tags of the PDF that are no topics of the pages: 4 (intro, a, Setting up Linux, ...)", answer["pdf"]["notes"])
+        self.assertIn('["Start","product"]', self.lists())
+        self.assertIn("no place for: 2", self.run_import(self.dir / "pages").stderr)
+        self.olh("remove", self.root, "product", code=0)
+        self.assertEqual([path for path in self.root.rglob("*product*")], [])
+
+    def test_a_link_is_as_it_is_and_what_others_brought_stays(self):
+        self.assertIn("linked as it is, without the names of 5 places", self.run_import("--link", self.source).stderr)
+        self.assertEqual(os.readlink(self.made), str(self.source))
+        self.run_import("--dry-run", self.source)
+        self.assertTrue(self.made.is_symlink())
+        self.olh("remove", self.root, "product", code=0)
+        self.assertTrue(self.source.exists())
+        self.made.write_bytes(b"mine")
+        self.run_import(code=5)
+        self.olh("remove", self.root, "product", code=5)
+        self.assertEqual(self.made.read_bytes(), b"mine")
+
+    def test_what_is_encrypted_damaged_or_monstrous_is_refused_with_a_sentence(self):
+        run("qpdf", "--encrypt", "", "owner", "256", "--", self.source, self.dir / "encrypted.pdf")
+        run("qpdf", "--encrypt", "user", "owner", "256", "--", self.source, self.dir / "locked.pdf")
+        deep = [f"<< /Type /Pages /Kids [{number + 1} 0 R] /Count 1 >>" for number in range(2, 5000)]
+        lines = [f"<< /Title (l) /Dest [3 0 R /Fit] /Next {number + 1} 0 R >>" for number in range(14, 250014)]
+        refused = {"encrypted": (None, "is encrypted"), "locked": (None, "is encrypted"), "empty": (b"", "is damaged"), "text": (b"no PDF", "is damaged"),
+                   "cut": (pdf()[:900], "is damaged"), "page_loop": (without(2, "<< /Type /Pages /Kids [2 0 R] /Count 1 >>"), "runs in a circle"),
+                   "deep": (pdf(deep + [PAGE.format(5)]), "nested too deeply"),
+                   "line_loop": (without(10, "<< /Title (x) /Dest [3 0 R /Fit] /Next 8 0 R >>"), "outline runs in a circle"),
+                   "lines": (pdf([one.replace("/Next 12 0 R", "/Next 14 0 R") for one in BODY], more=("null", *lines)), "too large a"),
+                   "name_loop": (pdf(catalog="<< /Pages 2 0 R /Names << /Dests 13 0 R >> >>", more=("<< /Kids [13 0 R] >>",)), "runs in a circle"),
+                   "no_page": (without(2, "<< /Type /Pages /Kids [] /Count 0 >>"), "has no page")}
+        for name, (content, sentence) in refused.items():
+            with self.subTest(name=name):
+                file = self.dir / f"{name}.pdf"
+                if content is not None:
+                    file.write_bytes(content)
+                said = self.run_import(file, code=4).stderr
+                self.assertIn(sentence, said)
+                self.assertEqual(said.count("\n"), 1)
+        self.assertFalse(self.root.exists())

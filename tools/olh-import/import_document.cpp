@@ -1,0 +1,78 @@
+#include "import_document.h"
+
+#include <algorithm>
+#include <set>
+
+#include "bounds.h"
+#include "destination_names.h"
+#include "files.h"
+#include "import_pdf.h"
+#include "notes.h"
+#include "refusal.h"
+#include "topic_table.h"
+
+namespace olh_import {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+Names topics_in_root(const ImportRequest& asked) {
+  const std::string table = asked.root + "/htmldocs/" + asked.name + "/" + olh_viewers::kTopicTable;
+  Names names;
+  for (const auto& topic : olh_viewers::topics_in_table(olh_viewers::text_of_file(table, kLargestTable).value_or("")))
+    names.push_back(topic.name);
+  return names;
+}
+
+Names tags_in_root(const ImportRequest& asked) {
+  const std::set<std::string> tags = tags_of_pdf(asked.root, asked.name);
+  return {tags.begin(), tags.end()};
+}
+
+// Those of `names` for which nothing of `others` has the same form.
+Names without_partner(const Names& names, const Names& others, std::string (*form)(std::string_view)) {
+  std::set<std::string> there;
+  for (const std::string& other : others) there.insert(form(other));
+  Names alone;
+  std::ranges::copy_if(names, std::back_inserter(alone),
+                       [&](const std::string& name) { return !there.contains(form(name)); });
+  return alone;
+}
+
+// What a host could ask for in one form of the document and not in the other.
+void compare(DocumentOutcome& document, const ImportRequest& asked) {
+  const Names topics = document.manual ? document.manual->topics : topics_in_root(asked);
+  const Names tags = document.pdf ? document.pdf->topics : tags_in_root(asked);
+  if (topics.empty() || tags.empty()) return;
+  std::vector<std::string>& notes = document.pdf ? document.pdf->notes : document.manual->notes;
+  tell(notes, "topics that the PDF has no place for", without_partner(topics, tags, olh_viewers::destination_of));
+  tell(notes, "tags of the PDF that are no topics of the pages",
+       without_partner(tags, topics, olh_viewers::normal_topic));
+}
+
+}  // namespace
+
+DocumentOutcome import_document(const ImportRequest& asked,
+                                const std::function<void(std::size_t, std::size_t)>& progress) {
+  ImportRequest pages = asked;
+  const auto pdfs = std::ranges::stable_partition(pages.sources, [](const std::string& source) {
+    return !is_pdf_name(source) || !olh_viewers::is_regular_file(source);
+  });
+  if (pdfs.size() > 1)
+    throw Refusal(kWrongUse, "a document has one PDF, and not " + pdfs[0] + " and " + pdfs[1] + ".");
+  std::optional<PdfImport> pdf;
+  if (!pdfs.empty()) pdf.emplace(asked, pdfs.front());
+  pages.sources.erase(pdfs.begin(), pdfs.end());
+  if (pages.sources.empty() && !asked.start.empty()) throw Refusal(kWrongUse, "a PDF begins with its first page.");
+  DocumentOutcome document;
+  if (!pages.sources.empty()) document.manual = import_manual(pages, progress);
+  if (pdf) {
+    pdf->take_place();
+    document.pdf = pdf->outcome();
+  }
+  compare(document, asked);
+  return document;
+}
+
+}  // namespace olh_import

@@ -1,0 +1,43 @@
+// The import of a PDF: read and refused first, brought to its place later.
+//
+// Knows    where a PDF and its mark of origin lie in a root, and what a linked one does without.
+// Not      what is in a PDF (pdf_file, pdf_names).
+// For      import_document.
+#ifndef OLH_IMPORT_IMPORT_PDF_H
+#define OLH_IMPORT_IMPORT_PDF_H
+
+#include <optional>
+#include <set>
+#include <string>
+
+#include "import_manual.h"
+#include "output_folder.h"
+
+namespace olh_import {
+
+// Whether a file is taken for a PDF: "guide.pdf", "guide.pdf.gz".
+bool is_pdf_name(std::string_view name);
+
+class PdfImport {
+ public:
+  // Reads the PDF, and puts it together beside its place. Throws a Refusal.
+  PdfImport(const ImportRequest& asked, const std::string& file);
+
+  const ImportOutcome& outcome() const { return outcome_; }
+  void take_place();
+
+ private:
+  void put_together(const std::string& file);
+
+  const ImportRequest& asked_;
+  std::string place_;
+  std::optional<OutputFolder> out_;
+  ImportOutcome outcome_;
+};
+
+// The tags that lead to a place in a PDF of the root; none where there is no such PDF, or it cannot be read.
+std::set<std::string> tags_of_pdf(const std::string& root, const std::string& name);
+
+}  // namespace olh_import
+
+#endif

@@ -1,0 +1,233 @@
+#include "pdf_file.h"
+
+#include <algorithm>
+#include <new>
+#include <qpdf/Buffer.hh>
+#include <qpdf/QPDFExc.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/QPDFWriter.hh>
+#include <set>
+#include <utility>
+
+#include "bounds.h"
+#include "carried_text.h"
+#include "markup.h"
+#include "refusal.h"
+#include "xmp_title.h"
+
+namespace olh_import {
+
+namespace {
+
+constexpr std::size_t kNamesOfALeaf = 64;
+
+// A node that is still to be looked at, and how many lie above it.
+struct Node {
+  QPDFObjectHandle object;
+  int depth = 0;
+};
+
+QPDFObjectHandle value_of(QPDFObjectHandle dictionary, const char* key) {
+  return dictionary.isDictionary() ? dictionary.getKey(key) : QPDFObjectHandle::newNull();
+}
+
+std::vector<QPDFObjectHandle> items_of(QPDFObjectHandle array) {
+  return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
+}
+
+// The last one first, so that they are taken in their order.
+void push_kids(QPDFObjectHandle kids, int depth, std::vector<Node>& to_do) {
+  const std::vector<QPDFObjectHandle> items = items_of(std::move(kids));
+  for (auto kid = items.rbegin(); kid != items.rend(); ++kid) to_do.push_back({*kid, depth + 1});
+}
+
+std::string text_of(QPDFObjectHandle string) {
+  return string.isString() ? folded_space(clean_text(string.getUTF8Value(), kLongestName + 1)) : "";
+}
+
+// "section.1" of (section.1) and of /section.1.
+std::string name_in(QPDFObjectHandle value) {
+  if (value.isName()) return value.getName().substr(1);
+  return value.isString() ? value.getStringValue() : "";
+}
+
+std::string bytes_of(Buffer& buffer) { return {reinterpret_cast<const char*>(buffer.getBuffer()), buffer.getSize()}; }
+
+}  // namespace
+
+PdfFile::PdfFile(std::string bytes, std::string file) : bytes_(std::move(bytes)), file_(std::move(file)) {
+  parsing([this] {
+    pdf_.setSuppressWarnings(true);
+    pdf_.setAttemptRecovery(false);
+    pdf_.processMemoryFile(file_.c_str(), bytes_.data(), bytes_.size());
+    if (pdf_.isEncrypted()) refuse("is encrypted: nothing can be added to it");
+    if (pdf_.getXRefTable().size() > kMostPdfObjects) refuse("has too many objects");
+    catalog_ = pdf_.getRoot();
+    read_pages();
+    read_names();
+    read_outline();
+    read_title();
+  });
+}
+
+void PdfFile::refuse(const std::string& why) const { throw Refusal(kNoSource, file_ + " " + why + "."); }
+
+// What the parser complains of, as a sentence; it would go on after most of it, and leave something out.
+template <typename Action>
+void PdfFile::parsing(Action action) {
+  std::string complaint;
+  try {
+    action();
+    if (pdf_.anyWarnings()) complaint = pdf_.getWarnings().front().getMessageDetail();
+  } catch (const Refusal&) {
+    throw;
+  } catch (const QPDFExc& error) {
+    if (error.getErrorCode() == qpdf_e_password) refuse("is encrypted: nothing can be added to it");
+    complaint = error.getMessageDetail();
+  } catch (const std::bad_alloc&) {
+    refuse("takes too much memory");
+  } catch (const std::exception& error) {
+    complaint = error.what();
+  }
+  if (!complaint.empty()) refuse("is damaged, or no PDF (" + clean_text(complaint, kLongestTitle) + ")");
+}
+
+// Calls `take` with each dictionary that hangs below one, and with what it is to add the next ones to. Nothing nests on
+// the stack; what runs in a circle, or is larger than anybody writes, is refused.
+template <typename Take>
+void PdfFile::walk(const char* what, const QPDFObjectHandle& top, Take take) {
+  std::set<QPDFObjGen> seen;
+  std::vector<Node> to_do = {{top, 0}};
+  while (!to_do.empty()) {
+    Node node = std::move(to_do.back());
+    to_do.pop_back();
+    if (!node.object.isDictionary()) continue;
+    if (node.object.isIndirect() && !seen.insert(node.object.getObjGen()).second)
+      refuse(std::string("is damaged: its ") + what + " runs in a circle");
+    if (node.depth > kDeepestPdfTree) refuse(std::string("is damaged: its ") + what + " is nested too deeply");
+    if (seen.size() > kMostPdfPlaces || to_do.size() > kMostPdfPlaces) refuse(std::string("has too large a ") + what);
+    take(node.object, node.depth, to_do);
+  }
+}
+
+void PdfFile::read_pages() {
+  walk("page tree", value_of(catalog_, "/Pages"), [this](QPDFObjectHandle node, int depth, std::vector<Node>& to_do) {
+    const QPDFObjectHandle kids = value_of(node, "/Kids");
+    if (QPDFObjectHandle(kids).isArray()) return push_kids(kids, depth, to_do);
+    pages_.emplace(node.getObjGen(), static_cast<int>(++page_count_));
+  });
+  if (page_count_ == 0) refuse("has no page");
+}
+
+// From a dictionary, and from a tree: a file may have either, or both. The first of equal names counts.
+void PdfFile::read_names() {
+  QPDFObjectHandle dictionary = value_of(catalog_, "/Dests");
+  if (dictionary.isDictionary())
+    for (const auto& [name, value] : dictionary.getDictAsMap()) values_.emplace(name.substr(1), value);
+  const QPDFObjectHandle tree = value_of(value_of(catalog_, "/Names"), "/Dests");
+  walk("tree of names", tree, [this](const QPDFObjectHandle& node, int depth, std::vector<Node>& to_do) {
+    push_kids(value_of(node, "/Kids"), depth, to_do);
+    const std::vector<QPDFObjectHandle> pairs = items_of(value_of(node, "/Names"));
+    for (std::size_t at = 0; at + 1 < pairs.size(); at += 2)
+      if (QPDFObjectHandle(pairs[at]).isString()) values_.emplace(name_in(pairs[at]), pairs[at + 1]);
+    if (values_.size() > kMostPdfPlaces) refuse("names too many places");
+  });
+  for (const auto& [name, value] : values_) {
+    const std::string text = QPDFObjectHandle::newString(name).getUTF8Value();
+    named_.push_back(place(clean_text(text, kLongestName + 1), value));
+  }
+}
+
+void PdfFile::read_outline() {
+  const QPDFObjectHandle first = value_of(value_of(catalog_, "/Outlines"), "/First");
+  walk("outline", first, [this](const QPDFObjectHandle& entry, int depth, std::vector<Node>& to_do) {
+    to_do.push_back({value_of(entry, "/Next"), depth});
+    to_do.push_back({value_of(entry, "/First"), depth + 1});
+    const QPDFObjectHandle action = value_of(entry, "/A");
+    const bool goes_there = value_of(action, "/S").isNameAndEquals("/GoTo");
+    outline_.push_back(
+        place(text_of(value_of(entry, "/Title")), goes_there ? value_of(action, "/D") : value_of(entry, "/Dest")));
+  });
+}
+
+// A name leads where the file has that name lead. A target is an array that begins with a page.
+PdfPlace PdfFile::place(std::string name, QPDFObjectHandle target) const {
+  PdfPlace made = {std::move(name), 0, {}, ""};
+  if (const auto known = values_.find(name_in(target)); known != values_.end()) target = known->second;
+  if (target.isDictionary()) target = target.getKey("/D");
+  constexpr int kMostItems = 8;
+  if (!target.isArray() || target.getArrayNItems() == 0 || target.getArrayNItems() > kMostItems) return made;
+  const auto page = pages_.find(target.getArrayItem(0).getObjGen());
+  if (page == pages_.end()) return made;
+  made.page = page->second;
+  made.target = target;
+  made.where = target.unparseResolved();
+  return made;
+}
+
+void PdfFile::read_title() {
+  QPDFObjectHandle metadata = value_of(catalog_, "/Metadata");
+  if (metadata.isStream()) xmp_ = bytes_of(*metadata.getStreamData());
+  title_ = folded_space(title_in_xmp(xmp_));
+  const bool is_plain = metadata.isStream() && !metadata.getDict().hasKey("/Filter");
+  has_visible_title_ = is_plain && !title_.empty() && xmp_.find("<pdf:Title>" + title_ + "<") != std::string::npos;
+  if (title_.empty()) title_ = text_of(value_of(pdf_.getTrailer().getKey("/Info"), "/Title"));
+}
+
+void PdfFile::add_name(const std::string& name, const PdfPlace& place) {
+  QPDFObjectHandle target = place.target;
+  if (!target.isIndirect()) target = target.shallowCopy();
+  values_.emplace(name, target);
+  // Some readers look into the dictionary alone where there is one.
+  QPDFObjectHandle dictionary = value_of(catalog_, "/Dests");
+  if (dictionary.isDictionary()) dictionary.replaceKey("/" + name, target);
+  has_new_names_ = true;
+}
+
+// All names in one tree of two storeys.
+void PdfFile::write_name_tree() {
+  QPDFObjectHandle leaves = QPDFObjectHandle::newArray();
+  for (auto next = values_.begin(); next != values_.end();) {
+    QPDFObjectHandle pairs = QPDFObjectHandle::newArray();
+    const std::string first = next->first;
+    std::string last;
+    for (std::size_t count = 0; count < kNamesOfALeaf && next != values_.end(); ++count, ++next) {
+      last = next->first;
+      pairs.appendItem(QPDFObjectHandle::newString(last));
+      pairs.appendItem(next->second);
+    }
+    QPDFObjectHandle leaf = QPDFObjectHandle::newDictionary();
+    leaf.replaceKey("/Limits", QPDFObjectHandle::newArray(
+                                   {QPDFObjectHandle::newString(first), QPDFObjectHandle::newString(last)}));
+    leaf.replaceKey("/Names", pairs);
+    leaves.appendItem(pdf_.makeIndirectObject(leaf));
+  }
+  QPDFObjectHandle tree = QPDFObjectHandle::newDictionary();
+  tree.replaceKey("/Kids", leaves);
+  QPDFObjectHandle names = value_of(catalog_, "/Names");
+  if (!names.isDictionary()) catalog_.replaceKey("/Names", names = QPDFObjectHandle::newDictionary());
+  names.replaceKey("/Dests", pdf_.makeIndirectObject(tree));
+}
+
+void PdfFile::set_title(const std::string& title) {
+  QPDFObjectHandle metadata = QPDFObjectHandle::newStream(&pdf_, xmp_with_title(xmp_, title));
+  metadata.getDict().replaceKey("/Type", QPDFObjectHandle::newName("/Metadata"));
+  metadata.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/XML"));
+  catalog_.replaceKey("/Metadata", metadata);
+}
+
+std::string PdfFile::written() {
+  std::string made;
+  parsing([&] {
+    if (has_new_names_) write_name_tree();
+    QPDFWriter writer(pdf_);
+    writer.setOutputMemory();
+    writer.setStreamDataMode(qpdf_s_preserve);
+    writer.setDeterministicID(true);
+    writer.write();
+    made = bytes_of(*writer.getBufferSharedPointer());
+  });
+  return made;
+}
+
+}  // namespace olh_import

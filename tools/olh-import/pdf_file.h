@@ -1,0 +1,75 @@
+// A PDF as what it says of itself (places that it names, outline, title), and the same file with more names and another
+// title.
+//
+// Knows    the parser (qpdf), how much of a PDF is believed, and the two forms in which a PDF names places.
+// Not      which names the library asks for (pdf_names), how a title is written (xmp_title).
+// Owns     the document; a PdfPlace lives as long.
+// For      import_pdf, pdf_names.
+#ifndef OLH_IMPORT_PDF_FILE_H
+#define OLH_IMPORT_PDF_FILE_H
+
+#include <map>
+#include <qpdf/QPDF.hh>
+#include <string>
+#include <vector>
+
+namespace olh_import {
+
+// Where a name, or a line of the outline, leads.
+struct PdfPlace {
+  std::string name;         // UTF-8
+  int page = 0;             // from 1; 0: to no page of this document
+  QPDFObjectHandle target;  // the explicit destination
+  std::string where;        // the same for equal targets
+};
+
+class PdfFile {
+ public:
+  // A Refusal for one that is encrypted or damaged, and for what is none. `file` is how a person calls it.
+  PdfFile(std::string bytes, std::string file);
+  PdfFile(const PdfFile&) = delete;
+  PdfFile& operator=(const PdfFile&) = delete;
+
+  std::size_t pages() const { return page_count_; }
+  const std::vector<PdfPlace>& named() const { return named_; }      // in the order of their bytes
+  const std::vector<PdfPlace>& outline() const { return outline_; }  // in reading order
+  // What its metadata say, "" without a word; whether the list generator sees just that.
+  const std::string& title() const { return title_; }
+  bool has_visible_title() const { return has_visible_title_; }
+
+  void add_name(const std::string& name, const PdfPlace& place);
+  void set_title(const std::string& title);
+  // The file with what was added. A Refusal when it turns out to be damaged.
+  std::string written();
+
+ private:
+  template <typename Action>
+  void parsing(Action action);
+  template <typename Take>
+  void walk(const char* what, const QPDFObjectHandle& top, Take take);
+  [[noreturn]] void refuse(const std::string& why) const;
+  void read_pages();
+  void read_names();
+  void read_outline();
+  void read_title();
+  PdfPlace place(std::string name, QPDFObjectHandle target) const;
+  void write_name_tree();
+
+  std::string bytes_;
+  std::string file_;
+  QPDF pdf_;
+  QPDFObjectHandle catalog_;
+  std::size_t page_count_ = 0;
+  std::map<QPDFObjGen, int> pages_;
+  std::map<std::string, QPDFObjectHandle> values_;  // of all names, by their bytes
+  std::vector<PdfPlace> named_;
+  std::vector<PdfPlace> outline_;
+  std::string xmp_;
+  std::string title_;
+  bool has_visible_title_ = false;
+  bool has_new_names_ = false;
+};
+
+}  // namespace olh_import
+
+#endif
