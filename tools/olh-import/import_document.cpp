@@ -56,14 +56,15 @@ void compare(DocumentOutcome& document, const ImportRequest& asked) {
 DocumentOutcome import_document(const ImportRequest& asked,
                                 const std::function<void(std::size_t, std::size_t)>& progress) {
   ImportRequest pages = asked;
-  const auto pdfs = std::ranges::stable_partition(pages.sources, [](const std::string& source) {
-    return !is_pdf_name(source) || !olh_viewers::is_regular_file(source);
-  });
+  const auto first_pdf = std::stable_partition(
+      pages.sources.begin(), pages.sources.end(),
+      [](const std::string& source) { return !is_pdf_name(source) || !olh_viewers::is_regular_file(source); });
+  const Names pdfs(first_pdf, pages.sources.end());
   if (pdfs.size() > 1)
     throw Refusal(kWrongUse, "a document has one PDF, and not " + pdfs[0] + " and " + pdfs[1] + ".");
   std::optional<PdfImport> pdf;
   if (!pdfs.empty()) pdf.emplace(asked, pdfs.front());
-  pages.sources.erase(pdfs.begin(), pdfs.end());
+  pages.sources.erase(first_pdf, pages.sources.end());
   if (pages.sources.empty() && !asked.start.empty()) throw Refusal(kWrongUse, "a PDF begins with its first page.");
   DocumentOutcome document;
   if (!pages.sources.empty()) document.manual = import_manual(pages, progress);

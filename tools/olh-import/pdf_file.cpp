@@ -36,8 +36,8 @@ std::vector<QPDFObjectHandle> items_of(QPDFObjectHandle array) {
 }
 
 // The last one first, so that they are taken in their order.
-void push_kids(QPDFObjectHandle kids, int depth, std::vector<Node>& to_do) {
-  const std::vector<QPDFObjectHandle> items = items_of(std::move(kids));
+void push_kids(const QPDFObjectHandle& kids, int depth, std::vector<Node>& to_do) {
+  const std::vector<QPDFObjectHandle> items = items_of(kids);
   for (auto kid = items.rbegin(); kid != items.rend(); ++kid) to_do.push_back({*kid, depth + 1});
 }
 
