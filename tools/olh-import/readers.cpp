@@ -11,10 +11,12 @@
 
 namespace olh_import {
 
+std::unique_ptr<Reader> docset_reader();
 std::unique_ptr<Reader> doxygen_reader();
 std::unique_ptr<Reader> devhelp_reader();
 std::unique_ptr<Reader> eclipse_reader();
 std::unique_ptr<Reader> html_help_reader();
+std::unique_ptr<Reader> java_help_reader();
 std::unique_ptr<Reader> texinfo_reader();
 std::unique_ptr<Reader> docbook_reader();
 std::unique_ptr<Reader> asciidoc_reader();
@@ -27,12 +29,12 @@ std::unique_ptr<Reader> plain_reader();
 namespace {
 
 // In the order in which they are asked: what is told by a file of its own comes before what only pages tell, and plain
-// pages, which are everything, come last. Some also write tables for others, which say less: MkDocs an inventory of
-// Sphinx, Texinfo a project for HTML Help.
+// pages, which are everything, come last. Some also have tables for others, which say less: MkDocs an inventory of
+// Sphinx, Texinfo a project for HTML Help, a docset whatever its pages came with.
 constexpr std::unique_ptr<Reader> (*kReaders[])() = {
-    mkdocs_reader,   sphinx_reader,     doxygen_reader, devhelp_reader, qt_help_reader,
-    texinfo_reader,  html_help_reader,  eclipse_reader, mdbook_reader,  docbook_reader,
-    asciidoc_reader, latex2html_reader, plain_reader,
+    mkdocs_reader,  sphinx_reader,  docset_reader,    doxygen_reader,    devhelp_reader,
+    qt_help_reader, texinfo_reader, html_help_reader, java_help_reader,  eclipse_reader,
+    mdbook_reader,  docbook_reader, asciidoc_reader,  latex2html_reader, plain_reader,
 };
 
 }  // namespace

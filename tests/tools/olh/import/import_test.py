@@ -120,11 +120,13 @@ class Import(Verbs):
     def test_databases_that_are_none_never_end_or_lack_a_table_are_refused(self):
         endless = "AS WITH RECURSIVE n(Id) AS (SELECT 1 UNION ALL SELECT Id FROM n) SELECT * FROM n;"
         tables = "".join(f"CREATE TABLE {name} (Id);" for name in ("FolderTable", "FileNameTable", "FileDataTable", "ContentsTable"))
-        help_file = self.dir / "made.qch"
-        for content in (b"", b"no database" * 99, database(tables), database(f"{tables} CREATE VIEW IndexTable {endless}"),
-                        database(f"{tables} CREATE TABLE IndexTable (Id);")[:5000]):
-            help_file.write_bytes(content)
-            self.run_import(code=4, source=help_file)
+        docset = self.dir / "made.docset"
+        write(docset / "Resources/Documents/a.html", "<h1>Page</h1>")
+        for content in (b"", b"no database" * 99, database(tables), database(f"{tables} CREATE VIEW IndexTable {endless} CREATE VIEW searchIndex {endless}"),
+                        database(f"{tables} CREATE TABLE IndexTable (Id); CREATE TABLE searchIndex (Id);")[:5000]):
+            for file, source in ((self.dir / "made.qch", self.dir / "made.qch"), (docset / "Resources/docSet.dsidx", docset)):
+                file.write_bytes(content)
+                self.run_import(code=4, source=source)
 
     def test_a_linked_manual_stays_where_it_lies(self):
         self.run_import("--link")
