@@ -20,6 +20,7 @@ QELAddTopic(["option_files","option_files.htm","Option files","For users"]);
 QELAddTopic(["viewers","viewers.htm","Browsers and PDF readers","For users"]);
 QELAddTopic(["root_layout","root_layout.htm","Layout of a documentation root","For administrators"]);
 QELAddTopic(["import","import.htm","Import an existing manual","For administrators"]);
+QELAddTopic(["packaging","packaging.htm","Package a product's manuals","For administrators"]);
 QELAddTopic(["topics","topics.htm","Topics, destinations and tabs","For administrators"]);
 QELAddTopic(["pdfs","pdfs.htm","PDFs: destinations and titles","For administrators"]);
 QELAddTopic(["web_server","web_server.htm","Serve documentation from a web server","For administrators"]);
