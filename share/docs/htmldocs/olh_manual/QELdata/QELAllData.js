@@ -6,6 +6,7 @@ QELAddTopic(["quick_start","quick_start.htm","Quick start","Start here"]);
 QELAddTopic(["install","install.htm","Install and uninstall","Start here"]);
 QELAddTopic(["tour","tour.htm","What your users see","Start here"]);
 QELAddTopic(["how_help_travels","how_help_travels.htm","How a help request works","Start here"]);
+QELAddTopic(["coming_from","coming_from.htm","Coming from another help system","Start here"]);
 QELAddTopic(["host_c","host_c.htm","Show help from C or C++","For developers"]);
 QELAddTopic(["host_python","host_python.htm","Show help from Python","For developers"]);
 QELAddTopic(["other_languages","other_languages.htm","Tcl, Perl, the shell and other languages","For developers"]);
