@@ -8,6 +8,7 @@
 #include "child.h"
 #include "display.h"
 #include "files.h"
+#include "page_places.h"
 #include "pdf_places.h"
 #include "topic_page.h"
 #include "url.h"
@@ -40,16 +41,29 @@ std::string fetch(const std::string& url) {
   return output_of(w3m({"-dump_source", url})).value_or("");
 }
 
-std::optional<std::string> text_of_page(const std::string& url) {
-  Words form = w3m({"-o", "display_link_number=1", "-dump", "-cols", columns()});
+// A page as lines of text, by a form of w3m's: -dump, or -halfdump, which leaves tags with places in the same lines.
+std::optional<std::string> page_as(const char* form, const std::string& url) {
+  Words words = w3m({"-o", "display_link_number=1", form, "-cols", columns()});
   if (!is_file_url(url)) {
-    form.push_back(url);
-    return output_of(form);
+    words.push_back(url);
+    return output_of(words);
   }
-  form.insert(form.end(), {"-T", "text/html"});
+  words.insert(words.end(), {"-T", "text/html"});
   const std::string file = file_of(url);
   const std::string folder = file.substr(0, file.rfind('/') + 1);
-  return is_readable_file(file) ? output_of(form, file, kMillisecondsForText, folder) : std::nullopt;
+  return is_readable_file(file) ? output_of(words, file, kMillisecondsForText, folder) : std::nullopt;
+}
+
+// The text of a page from a place on ("": all of it). `is_there` says whether the place was found.
+std::optional<std::string> text_from_place(const std::string& url, const std::string& place, bool& is_there) {
+  std::optional<std::string> text = page_as("-dump", url);
+  if (!text || place.empty()) return text;
+  const std::optional<std::size_t> before = lines_before_place(page_as("-halfdump", url).value_or(""), place);
+  is_there = before.has_value();
+  std::size_t from = 0;
+  for (std::size_t lines = before.value_or(0); lines != 0 && from < text->size(); --lines)
+    from = std::min(text->find('\n', from), text->size() - 1) + 1;
+  return text->substr(from);
 }
 
 void print(const std::string& heading, const std::string& text, WhyText why, bool caller_waits) {
@@ -76,11 +90,15 @@ int show_page_as_text(const std::string& url, WhyText why, bool caller_waits, co
   const TextPage page = page_without_scripts(url, fetch);
   if (!page.missing.empty())
     trace.complain("the topic \"" + page.missing + "\" is not in the manual's topic table; this is its start page.");
-  const std::optional<std::string> text = text_of_page(page.url);
+  const std::string fragment = decoded(fragment_of(page.url));
+  const std::string place = fragment.find('=') == std::string::npos ? fragment : "";  // "context=..." is for scripts
+  bool is_there = true;
+  const std::optional<std::string> text = text_from_place(page.url, place, is_there);
   if (!text || text->empty()) {
     trace.complain("the page " + page.url + " cannot be read.");
     return kExitFailed;
   }
+  if (!is_there) trace.complain("the place \"" + place + "\" is not found; this is the beginning of its page.");
   trace.note("text of " + page.url);
   print(page.url, *text, why, caller_waits);
   return kExitShown;

@@ -1,7 +1,8 @@
 // A page or a PDF's place as text on the terminal.
 //
-// Knows    how w3m makes text of a page, its links numbered below it, and pdftotext of a PDF. w3m never opens a file itself:
-//          it gets the page's bytes, and in the page's folder finds where the links lead.
+// Knows    how w3m makes text of a page, its links numbered below it, and pdftotext of a PDF; that the text begins at the
+//          place asked for. w3m never opens a file itself: it gets the page's bytes, and in the page's folder finds where
+//          the links lead.
 // For      both adapters, where there is no display or the person wants text.
 #ifndef OLH_TOOLS_VIEWERS_TEXT_VIEW_H
 #define OLH_TOOLS_VIEWERS_TEXT_VIEW_H

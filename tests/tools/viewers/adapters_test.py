@@ -275,6 +275,10 @@ class Adapters(Scene):
         self.assertTrue(done.stdout.startswith("[No display, so here is the text of file:///"), done.stdout[:80])
         self.assertIn("Search path and roots", done.stdout)
         self.assertRegex(done.stdout, rf"\nReferences:\n\n\[1\] file://{MANUAL}/index.htm\n")
+        for place, first in (("#OLH_DEBUG", "OLH_DEBUG"), ("#none", "[1]The libolh manual"), ("#a=b", "[1]The libolh manual")):
+            done = self.browser("--text", f"file://{MANUAL}/environment.htm{place}", code=0)
+            self.assertEqual(done.stdout.split("\n")[2], first)
+            self.assertEqual('the place "none" is not found' in done.stderr, place == "#none", done.stderr)
         self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None).stdout, "", "text is there at once")
         done = self.browser("--text", f"file://{MANUAL}/index.htm#context=&topic=nothing")
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)

@@ -80,7 +80,7 @@ void check_topic_page(const CheckedRoot& root, const CheckedManual& manual, cons
                           topic.line);
   const std::string place = olh_viewers::decoded(olh_viewers::fragment_of(topic.page));
   if (place.empty()) return;
-  if (!page.places) page.places = places_in_page(text_in_root(root.path, page.path).value_or(""));
+  if (!page.places) page.places = olh_viewers::places_in_page(text_in_root(root.path, page.path).value_or(""));
   if (!page.places->contains(place))
     findings.warning(manual.table,
                      "the page " + page.path + " has no place \"" + place + "\" for " + topic_called(topic) +
