@@ -139,6 +139,7 @@ class Import {
     const std::optional<std::string> bytes = pages_->read(name);
     if (!bytes) return unread_.push_back(name);
     const HtmlPage page = read_html_page(name, *bytes);
+    take_language(page);
     if (page.is_redirect) return;
     if (page.markup.is_cut()) manual_.notes.push_back(name + " is nested too deeply and only read in part");
     titles_.add(page);
@@ -153,6 +154,16 @@ class Import {
     take_headings(page);
     if (manual_.topics.size() > kMostTopics)
       throw Refusal(kNoSource, "the source has more than " + std::to_string(kMostTopics) + " topics.");
+  }
+
+  // The start page's language, else that of the first page that has one.
+  void take_language(const HtmlPage& page) {
+    for (const char* element : {"html", "body"}) {
+      const std::string language = page.markup.first(element).attribute("lang");
+      if (language.empty() || (!language_.empty() && page.name != manual_.start)) continue;
+      language_ = language;
+      return;
+    }
   }
 
   void take_headings(const HtmlPage& page) {
@@ -190,7 +201,7 @@ class Import {
       const auto found = names.find(address_of(page, ""));
       return found == names.end() ? "" : found->second;
     });
-    out_->write("index.htm", start_page_file(title, contents()));
+    out_->write("index.htm", start_page_file(title, language_, contents()));
     out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark("import", origin()));
   }
 
@@ -234,6 +245,7 @@ class Import {
   bool is_unpacked_ = false;
   Manual manual_;
   std::unordered_map<std::string, std::vector<std::size_t>> topics_of_pages_;
+  std::string language_;
   Titles titles_;
   SearchText text_;
   std::vector<std::string> unread_;

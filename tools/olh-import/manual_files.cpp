@@ -1,6 +1,7 @@
 #include "manual_files.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "carried_text.h"
 
@@ -8,9 +9,10 @@ namespace olh_import {
 
 namespace {
 
+constexpr std::size_t kLongestLanguage = 35;
+
 constexpr const char* kHead =
-    "<!DOCTYPE html>\n"
-    "<html lang=\"en\">\n"
+    "\">\n"
     "<head>\n"
     "<meta charset=\"utf-8\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
@@ -30,6 +32,18 @@ constexpr const char* kEnd =
     "</main>\n"
     "</body>\n"
     "</html>\n";
+
+constexpr const char* kMain =
+    "</h1>\n"
+    "<p class=\"note\" id=\"missing\" role=\"status\"></p>\n"
+    "<noscript><p class=\"note\">If a program sent you here, the topic that it meant is in the address. Opening it "
+    "needs JavaScript; without it, choose from the contents below.</p></noscript>\n"
+    "<nav class=\"contents\" aria-label=\"Contents\">";
+
+bool is_language(std::string_view text) {
+  const auto is_part = [](unsigned char c) { return std::isalnum(c) != 0 || c == '-'; };
+  return !text.empty() && text.size() <= kLongestLanguage && std::ranges::all_of(text, is_part);
+}
 
 std::string chapter_line(const Chapter& chapter) {
   const std::string title = as_markup(clean_text(chapter.title, kLongestTitle));
@@ -61,12 +75,12 @@ std::string topic_table_file(const std::string& title, const std::vector<TableLi
   return made;
 }
 
-std::string start_page_file(const std::string& title, const std::vector<Chapter>& contents) {
+std::string start_page_file(const std::string& title, const std::string& language,
+                            const std::vector<Chapter>& contents) {
   const std::string text = as_markup(title);
-  return kHead + text + kBody + text + "</a></header>\n<main id=\"topic\">\n<h1 dir=\"auto\">" + text +
-         "</h1>\n<p class=\"note\" id=\"missing\" role=\"status\"></p>\n<nav class=\"contents\" "
-         "aria-label=\"Contents\">" +
-         contents_list(contents) + "</nav>\n" + kEnd;
+  return "<!DOCTYPE html>\n<html lang=\"" + (is_language(language) ? language : "en") + kHead + text + kBody + text +
+         "</a></header>\n<main id=\"topic\">\n<h1 dir=\"auto\">" + text + kMain + contents_list(contents) +
+         "</nav>\n" + kEnd;
 }
 
 }  // namespace olh_import

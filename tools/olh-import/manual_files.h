@@ -16,8 +16,10 @@ namespace olh_import {
 // QELdata/QELAllData.js.
 std::string topic_table_file(const std::string& title, const std::vector<TableLine>& lines);
 
-// index.htm: the contents, and the script that leads to a topic.
-std::string start_page_file(const std::string& title, const std::vector<Chapter>& contents);
+// index.htm: the contents, and the script that leads to a topic. Whatever is no code of a language ("de-AT") is "en": the
+// script's own sentences are English.
+std::string start_page_file(const std::string& title, const std::string& language,
+                            const std::vector<Chapter>& contents);
 
 }  // namespace olh_import
 

@@ -56,6 +56,13 @@ class Import(Verbs):
         self.assertEqual([path.name for path in self.manual.parent.iterdir() if "product" in path.name or path.name[0] == "."], [])
         self.assertNotIn("product", self.lists())
 
+    def test_the_start_page_says_the_language_of_the_manual(self):
+        write(self.source / "z.htm", '<html lang="fr"><h1>Annexe</h1>')
+        for start, language in (('<html lang="de-AT">', "de-AT"), ("", "fr"), ('<html lang="de&quot; x">', "en")):
+            write(self.source / "index.htm", start + "<h1>Handbuch</h1>")
+            self.run_import()
+            self.assertIn(f'<html lang="{language}">', (self.manual / "index.htm").read_text())
+
     def test_what_something_else_brought_stays(self):
         guide = self.docs / "htmldocs/guide"
         before = self.files(self.docs)
