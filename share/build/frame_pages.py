@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes the frame of a manual into its pages, in place, for readers without JavaScript: previous and next, foot, the way
-back, contents; and into their heads the policy, the icon, previous and next. Run again, it writes the frame anew.
+back, contents; and into their heads the policy, the icon, previous and next. Short code is marked, so that it stays in one
+line. Run again, it writes all of that anew.
 
 usage: frame_pages.py MANUAL_DIRECTORY
 
@@ -21,6 +22,7 @@ POLICY = ("default-src 'none'; script-src 'self'; style-src 'self'; img-src 'sel
 HEAD = f'<meta http-equiv="Content-Security-Policy" content="{POLICY}">\n<link rel="icon" href="../QEL/lib/favicon.svg">\n'
 
 WRITTEN = "<!-- frame -->\n{}<!-- /frame -->\n"
+SHORT = '<code class="short">'  # as reading.js marks it
 OLD = re.compile(r"<!-- frame -->\n.*?<!-- /frame -->\n", re.S)
 
 
@@ -57,28 +59,38 @@ def foot(manual, title, before, after):
             f"<p>{text(words)}</p></footer>\n")
 
 
+def short_code(found):
+    return SHORT + found[1] + "</code>" if len(html.unescape(found[1])) <= 24 else found[0]
+
+
 def framed(markup, manual, topics, at):
-    """A page with its frame; at is the number of its first topic, or None."""
+    """A page with its frame; at is the number of its first topic, -1 for the start page, None for a page outside the order."""
+
+    def topic(number):
+        return topics[number] if 0 <= number < len(topics) else None
+
     title = manual_pages.title(manual)
-    here = None if at is None else topics[at]
-    before, after = (topics[at - 1] if at else None, topics[at + 1] if at is not None and at + 1 < len(topics) else None)
+    here, before, after = [None] * 3 if at is None else map(topic, (at, at - 1, at + 1))
     head = "" if 'http-equiv="Content-Security-Policy"' in markup else HEAD
     head += "".join(f'<link rel="{way}" href="{html.escape(one.page)}">\n' for way, one in (("prev", before), ("next", after)) if one)
     markup = markup.replace("<title>", WRITTEN.format(head) + "<title>", 1) if head else markup
     below = trail(title, here)
     if here:
         markup = markup.replace("<body>", '<body class="framed">', 1)
-        below = foot(manual, title, before, after) + below + contents(topics, here)
+        below += contents(topics, here)
+    if at is not None:
+        below = foot(manual, title, before, after) + below
     return markup.replace("</main>\n", "</main>\n" + WRITTEN.format(below), 1)
 
 
 def main(manual):
     topics = manual_pages.topics(manual)
-    pages = [topic.page.partition("#")[0] for topic in topics]
+    numbers = {topic.page.partition("#")[0]: at for at, topic in reversed(list(enumerate(topics)))}
+    numbers.setdefault("index.htm", -1)
     for page in sorted(Path(manual).glob("*.htm")):
         read = page.read_text(encoding="utf-8")
-        markup = OLD.sub("", read).replace('<body class="framed">', "<body>")
-        markup = framed(markup, manual, topics, pages.index(page.name) if page.name in pages else None)
+        markup = OLD.sub("", read).replace('<body class="framed">', "<body>").replace(SHORT, "<code>")
+        markup = re.sub(r"<code>([^<]+)</code>", short_code, framed(markup, manual, topics, numbers.get(page.name)))
         if markup != read:
             page.write_text(markup, encoding="utf-8")
 

@@ -15,7 +15,7 @@ CPP = [cached("CMAKE_CXX_COMPILER"), "-std=c++17", "-x", "c++"]
 
 
 def topic(name):
-    return (MANUAL / f"{name}.htm").read_text()
+    return (MANUAL / f"{name}.htm").read_text().replace('<code class="short">', "<code>")
 
 
 def page(name):

@@ -125,7 +125,8 @@ class SearchInThePage(Pages):
     def test_scopes(self):
         help_only = self.search(self.disk, "documents", IN_MANUAL.replace("olh_manual", "qel_html_help"))
         self.assertTrue(help_only)
-        self.assertEqual(set(self.texts("#found .from")), {"General help"})
+        found_in = set(self.browser.value("[...document.querySelectorAll('#found a')].map(one => one.href.split('/').at(-2))"))
+        self.assertEqual((found_in, self.texts("#found .from")), ({"qel_html_help"}, []))
         self.assertGreater(len(self.search(self.disk, "documents")), len(help_only))
         self.search(self.disk, "documents", "index.html#tomedeck=olh_td&query=%s&tab=search")
         self.assertEqual(set(self.texts("#found .from")), {"General help", "The libolh manual"})

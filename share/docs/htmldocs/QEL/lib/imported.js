@@ -32,6 +32,7 @@
   // Goes to the topic that the address names. The address of the request is replaced, so that "back" leaves the manual.
   function follow() {
     var wanted = olh.asked().topic, say = document.getElementById('missing');
+    if (!say) return;  // a topic is shown alone in its place
     say.textContent = '';
     if (!wanted) return;
     table = table || olh.script('QELdata/QELAllData.js');

@@ -108,6 +108,16 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
         document.scrollingElement.scrollWidth <= innerWidth) link.click();
   }
 
+  // The foot, as far as the page does not bring it along, and its keys.
+  function turnPages(topic) {
+    if (!document.querySelector('.foot')) document.querySelector('main').after(foot(topic));
+    addEventListener('keydown', turnByKey);
+    document.querySelectorAll('.turn a').forEach(function (link) {
+      link.title = (link.rel === 'prev' ? 'Left' : 'Right') + ' arrow key';
+      link.setAttribute('aria-keyshortcuts', link.rel === 'prev' ? 'ArrowLeft' : 'ArrowRight');
+    });
+  }
+
   // What is too wide for the screen can be scrolled with the keyboard.
   function reachable() {
     document.querySelectorAll('pre, .wide').forEach(function (box) {
@@ -127,28 +137,22 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
   function pdfLink(topic) {
     olh.script('../QEL/lib/LibList.js').then(function () {
       if (typeof mPDFList === 'undefined' || mPDFList.indexOf(manual) < 0) return;
-      var place = 'M8.newlink.' + topic.id.replace(/ /g, '.').replace(/[^A-Za-z0-9.]/g, '');
-      document.querySelector('.trail').append(olh.element('a', { href: '../../pdfdocs/' + manual + '.pdf#nameddest=' + place }, 'This topic in the PDF'));
+      var place = 'M8.newlink.' + topic.id.replace(/[^A-Za-z0-9 ]/g, '').replace(/ /g, '.'), pdf = encodeURIComponent(manual) + '.pdf';
+      document.querySelector('.trail').append(olh.element('a', { href: '../../pdfdocs/' + pdf + '#nameddest=' + place }, 'This topic in the PDF'));
     });
   }
 
-  // The frame around a topic, as far as the page does not bring it along.
-  function surround(topic) {
-    var main = document.querySelector('main'), wide = matchMedia('(min-width: 60rem)');
+  // The contents beside a topic, as far as the page does not bring them along.
+  function surround() {
+    var wide = matchMedia('(min-width: 60rem)');
     document.body.classList.add('framed');
-    main.before(document.querySelector('.toc') || contents());
-    if (!document.querySelector('.foot')) main.after(foot(topic));
+    document.querySelector('.trail').before(document.querySelector('.toc') || contents());
     var toc = document.querySelector('.toc'), fit = function () { toc.firstElementChild.open = wide.matches; };
     fit();
     wide.addEventListener('change', fit);
     keepContentsWhereTheyWere(toc);
     markTopic(toc);
     addEventListener('hashchange', function () { markTopic(toc); });
-    addEventListener('keydown', turnByKey);
-    document.querySelectorAll('.turn a').forEach(function (link) {
-      link.title = (link.rel === 'prev' ? 'Left' : 'Right') + ' arrow key';
-      link.setAttribute('aria-keyshortcuts', link.rel === 'prev' ? 'ArrowLeft' : 'ArrowRight');
-    });
   }
 
   function frame() {
@@ -162,9 +166,11 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     olh.toBar(olh.searchField('Search this manual', function (words) {
       return '../qelhelp.htm#context=' + encodeURIComponent(manual) + '&query=' + words + '&tab=2&src=doc';
     }, { base: '../../', names: [manual] }));
-    if (topic) surround(topic);
     document.querySelector('main').before(document.querySelector('.trail') || trail(topic));
-    if (topic) pdfLink(topic);
+    if (topic || here === 'index.htm') turnPages(topic);
+    if (!topic) return;
+    surround();
+    pdfLink(topic);
   }
 
   readSingle();

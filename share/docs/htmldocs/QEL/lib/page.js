@@ -73,7 +73,7 @@ var olh = (function () {
   // A field in the bar that goes to the page of results: place is its address up to the words. What is found is shown
   // below it meanwhile, of scope (search_panel.js), once somebody is there.
   function searchField(what, place, scope) {
-    var field = element('input', { type: 'search', name: 'query', 'aria-label': what, placeholder: 'Search' });
+    var field = element('input', { type: 'search', name: 'query', 'aria-label': what, 'aria-keyshortcuts': '/', placeholder: 'Search' });
     var form = element('form', { role: 'search' }, field);
     field.addEventListener('focus', function () {
       needed(['find.js', 'search.js', 'search_panel.js']).then(function () { olhPanel.attach(form, field, scope); });

@@ -26,6 +26,10 @@
     var list = olh.element('ul', { 'class': 'list' }, all.map(function (row) {
       return olh.element('li', {}, olh.element('a', { href: encodeURIComponent(row[1]) + '/index.htm' }, row[0]));
     }));
+    var back = document.querySelector('.trail ol');
+    back.replaceChildren.apply(back, [back.firstElementChild].concat(chosen.map(function (row) {
+      return olh.element('li', {}, olh.element('a', { href: encodeURIComponent(row[1]) + '/index.htm' }, row[0]));
+    })));
     var title = !searching ? 'Manuals' : chosen.length ? 'Search in ' + chosen[0][0] : 'Search in all manuals';
     main.replaceChildren(olh.element('h1', {}, title), say, search, olh.element('h2', {}, 'All manuals'), list);
     document.title = title;

@@ -31,15 +31,18 @@
     box.append(pre, button);
   }
 
-  // "On this page", which marks the heading that is read.
+  // "On this page", which marks the heading that is read: beside the text where there is room, else closed above it.
   function onThisPage(main) {
     var headings = Array.from(main.querySelectorAll('h2[id]'));
     if (headings.length < 3 || document.documentElement.dataset.single) return;
     var links = headings.map(function (heading) { return olh.element('a', { href: '#' + heading.id }, heading.textContent); });
-    var box = olh.element('nav', { 'class': 'here', 'aria-label': 'On this page' }, [olh.element('p', {}, 'On this page'),
-      olh.element('ul', {}, links.map(function (link) { return olh.element('li', {}, link); }))]);
-    main.after(box);
-    var asked = false;
+    var list = olh.element('ul', {}, links.map(function (link) { return olh.element('li', {}, link); }));
+    var fold = olh.element('details', {}, [olh.element('summary', {}, 'On this page'), list]);
+    var box = olh.element('nav', { 'class': 'here', 'aria-label': 'On this page' }, fold);
+    main.before(box);
+    var wide = matchMedia('(min-width: 1100px)'), asked = false, fit = function () { fold.open = wide.matches; };
+    fit();
+    wide.addEventListener('change', fit);
     function mark() {
       asked = false;
       var atEnd = innerHeight + scrollY >= document.scrollingElement.scrollHeight - 2 && scrollY > 0;

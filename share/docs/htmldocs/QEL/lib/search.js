@@ -154,11 +154,11 @@ var olhSearch = (function () {
     return parts[0] + '?mark=' + marks.map(encodeURIComponent).join('%20') + (parts.length > 1 ? '#' + parts[1] : '');
   }
 
-  // A row of the list. What of the words is not in the page is said.
-  function hitRow(hit, answer, marks) {
+  // A row of the list, with its manual where there are several. What of the words is not in the page is said.
+  function hitRow(hit, answer, marks, isOnly) {
     var missing = answer.words.filter(function (word, i) { return !(hit.words >> i & 1); }).map(function (word) { return word.asked; });
     var heading = hit.anchor && hit.heading !== hit.title ? [olh.element('span', { 'class': 'place' }, olhFind.nodes(olhFind.excerpt(hit.heading, marks))), ': '] : [];
-    return olh.element('li', {}, [olh.element('a', { href: addressOf(hit, marks) }, hit.title), olh.element('span', { 'class': 'from' }, hit.manual.title),
+    return olh.element('li', {}, [olh.element('a', { href: addressOf(hit, marks) }, hit.title), isOnly ? '' : olh.element('span', { 'class': 'from' }, hit.manual.title),
       olh.element('p', {}, heading.concat(olhFind.nodes(olhFind.excerpt(hit.text, marks)))),
       missing.length ? olh.element('p', { 'class': 'without' }, 'Without: ' + missing.join(', ')) : '']);
   }
@@ -169,7 +169,7 @@ var olhSearch = (function () {
     async function show() {
       var hits = await olhFind.hits(index, answer, next, SHOWN);
       if (overtaken()) return;
-      hits.forEach(function (hit) { list.append(hitRow(hit, answer, marks)); });
+      hits.forEach(function (hit) { list.append(hitRow(hit, answer, marks, names && names.length === 1)); });
       next += SHOWN;
       more.hidden = next >= answer.pages.length;
     }
