@@ -54,6 +54,7 @@ struct Call {
   bool may_answer(long result) const {
     return results.empty() || std::find(results.begin(), results.end(), result) != results.end();
   }
+  bool starts_reader() const { return std::string_view(name).starts_with("OlhAcro") && takes('b'); }
   // Whether it is an entry point of olh.h that tells its result in the trace log.
   bool is_traced() const {
     const std::string_view text = name;
@@ -184,6 +185,8 @@ const std::vector<Call> kCalls = {OLH_CALL((0, 2, 3, 4, 5, 7), OlhHelpCall, a, b
                                   OLH_CALL((0, 2, 7), OlhBrowserGetPath, x, a),
                                   OLH_CALL((0), OlhBrowserSetPath, nullptr),
                                   OLH_CALL((2), OlhAcroIsViewerRunning),
+                                  OLH_CALL((0, 2), OlhAcroViewerStart, nullptr, a, b, y),
+                                  OLH_CALL((0, 5), OlhAcroDocOpen, a, b, y),
                                   OLH_CALL((0, 2, 7), OlhAcroGetViewerPath, x, a),
                                   OLH_CALL((0), OlhAcroSetPath, nullptr)};
 
@@ -216,6 +219,9 @@ TEST_P(HostileArguments, ComeBack) {
     pairs.emplace_back("guide", text);
   }
   if (!GetParam().takes('a')) pairs.resize(1);
+  // Each start of a reader is watched for two seconds.
+  if (GetParam().starts_reader())
+    pairs = {{nullptr, nullptr}, {longest.c_str(), too_long.c_str()}, {"-rf", "'\"`$(x)\n"}};
   const bool fills = GetParam().takes('x') || GetParam().takes('y');
   std::string log = dir + "/log";
   StartOlhLog(log.data());
