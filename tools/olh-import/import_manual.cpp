@@ -1,5 +1,7 @@
 #include "import_manual.h"
 
+#include <fnmatch.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -28,9 +30,14 @@ constexpr const char* kPages = "pages";
 constexpr const char* kStartPages[] = {"index.html",    "index.htm", "index.xhtml", "default.htm",
                                        "contents.html", "toc.html",  "README.html"};
 
-Source source_of(const std::vector<std::string>& named) {
+bool matches_one(const std::vector<std::string>& patterns, const std::string& name) {
+  return std::ranges::any_of(patterns,
+                             [&](const std::string& one) { return fnmatch(one.c_str(), name.c_str(), 0) == 0; });
+}
+
+Source source_of(const ImportRequest& asked) {
   Source source;
-  for (const std::string& one : named) {
+  for (const std::string& one : asked.sources) {
     std::error_code failed;
     const bool is_folder = fs::is_directory(one, failed);
     if (!is_folder && !olh_viewers::is_regular_file(one))
@@ -43,6 +50,8 @@ Source source_of(const std::vector<std::string>& named) {
     else
       source.files.push_back(one);
   }
+  if (!asked.wanted.empty())
+    source.tree.keep([&](const std::string& name) { return !is_page_name(name) || matches_one(asked.wanted, name); });
   return source;
 }
 
@@ -74,7 +83,7 @@ class Titles {
 class Import {
  public:
   Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress)
-      : asked_(asked), progress_(progress), source_(source_of(asked.sources)), reader_(reader_for(source_)) {}
+      : asked_(asked), progress_(progress), source_(source_of(asked)), reader_(reader_for(source_)) {}
 
   ImportOutcome run() {
     make_output();
@@ -96,6 +105,14 @@ class Import {
   }
 
   void find_pages() {
+    if (asked_.wanted.empty()) find_folder();  // pages that are named lie where their names say
+    if (!folder_.names().empty()) pages_ = &folder_;
+    if (std::ranges::none_of(pages_->names(), is_page_name))
+      throw Refusal(kNoSource, "there is no page in this " + std::string(reader_->kind()) + " source.");
+    if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
+  }
+
+  void find_folder() {
     const std::string folder = reader_->folder(source_);
     if (reader_->unpack(source_, *out_)) {
       is_unpacked_ = true;
@@ -103,10 +120,6 @@ class Import {
     } else if (!folder.empty()) {
       folder_ = SourceTree(source_.tree.folder() + "/" + folder);
     }
-    if (!folder_.names().empty()) pages_ = &folder_;
-    if (std::ranges::none_of(pages_->names(), is_page_name))
-      throw Refusal(kNoSource, "there is no page in this " + std::string(reader_->kind()) + " source.");
-    if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
   }
 
   void choose_start() {
@@ -182,7 +195,7 @@ class Import {
     outcome.same_names = std::move(topics.same_names);
     outcome.notes = notes(topics.notes);
     if (asked_.dry_run) return outcome;
-    refuse_what_others_brought(place(), olh_viewers::origin_of(place()));  // it may have come meanwhile
+    refuse_what_others_brought(asked_, place(), olh_viewers::origin_of(place()));  // it may have come meanwhile
     out_->take_place();
     return outcome;
   }
@@ -202,7 +215,7 @@ class Import {
       return found == names.end() ? "" : found->second;
     });
     out_->write("index.htm", start_page_file(title, language_, contents()));
-    out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark("import", origin()));
+    out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark(asked_.verb, origin()));
   }
 
   std::string origin() const {
@@ -254,17 +267,22 @@ class Import {
 
 }  // namespace
 
-void refuse_what_others_brought(const std::string& place, const std::string& brought_by) {
+void refuse_what_others_brought(const ImportRequest& asked, const std::string& place, const std::string& brought_by) {
   std::error_code failed;
   const bool is_there = fs::symlink_status(place, failed).type() != fs::file_type::not_found;
-  if (is_there && brought_by != "import")
-    throw Refusal(kCannotWrite, place + " is there already, and olh import has not brought it.");
+  if (is_there && !brought_by.starts_with(asked.verb))
+    throw Refusal(kCannotWrite, place + " is there already, and olh " + asked.verb + " has not brought it.");
+}
+
+void prepare_root(const std::string& root, const olh_viewers::Words& options) {
+  olh_viewers::Words words = {olh_viewers::find_beside("olh"), "prepare-root", root};
+  words.insert(words.end(), options.begin(), options.end());
+  if (olh_viewers::run_and_wait(words) != 0) throw Refusal(kCannotWrite, "nothing is imported.");
 }
 
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by) {
-  refuse_what_others_brought(place, brought_by);
-  if (!asked.dry_run && olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "prepare-root", asked.root}) != 0)
-    throw Refusal(kCannotWrite, "nothing is imported.");
+  refuse_what_others_brought(asked, place, brought_by);
+  if (!asked.dry_run) prepare_root(asked.root);
 }
 
 ImportOutcome import_manual(const ImportRequest& asked,

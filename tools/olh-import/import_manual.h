@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "arranged_topics.h"
+#include "manual_origin.h"
+#include "words.h"
 
 namespace olh_import {
 
@@ -18,8 +20,10 @@ struct ImportRequest {
   std::string root;  // an absolute path
   std::string name;
   std::vector<std::string> sources;
-  std::string title;  // "": the source's own
-  std::string start;  // "": the source's own
+  std::string title;                          // "": the source's own
+  std::string start;                          // "": the source's own
+  std::vector<std::string> wanted;            // patterns of pages, in which "*" goes for "/" too; none: every page
+  std::string verb = olh_viewers::kByImport;  // for the mark of origin
   bool link = false;
   bool dry_run = false;
 };
@@ -33,8 +37,11 @@ struct ImportOutcome {
   std::vector<std::string> notes;  // sentences
 };
 
-// Only what an import has brought gives way to another.
-void refuse_what_others_brought(const std::string& place, const std::string& brought_by);
+// Only what an import has brought gives way to another; what a person has imported does not give way to a registration.
+void refuse_what_others_brought(const ImportRequest& asked, const std::string& place, const std::string& brought_by);
+
+// A root with what pages of manuals read; made if it is not there. With "--portals", also what shows portals.
+void prepare_root(const std::string& root, const olh_viewers::Words& options = {});
 
 // The same, before a document is brought to its place in the root; and the root gets what its pages read.
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by);

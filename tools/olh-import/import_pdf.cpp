@@ -22,6 +22,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr std::string_view kFirstBytes = "%PDF-";
+constexpr std::size_t kSearchedForFirstBytes = 1024;
+
 // What this program may take while a PDF is read: what is packed in one may be without end.
 class MemoryBound {
  public:
@@ -63,8 +66,16 @@ std::string place_of_pdf(const std::string& root, const std::string& name) {
   return root + "/pdfdocs/" + name + ".pdf";
 }
 
-std::string title_of(const PdfFile& pdf, const ImportRequest& asked) {
-  const std::string title = carried_title(asked.title.empty() ? pdf.title() : asked.title);
+std::string needed_bytes(const std::string& file) {
+  std::optional<std::string> bytes = unpacked(file);
+  if (!bytes) throw Refusal(kNoSource, file + " cannot be read, or is too large.");
+  return std::move(*bytes);
+}
+
+bool is_compressed(const std::string& file) { return olh_viewers::lower_case(file).ends_with(".gz"); }
+
+std::string title_of(const ImportRequest& asked, const std::string& own) {
+  const std::string title = carried_title(asked.title.empty() ? own : asked.title);
   return title.empty() ? asked.name : title;
 }
 
@@ -81,17 +92,25 @@ PdfImport::PdfImport(const ImportRequest& asked, const std::string& file)
   put_together(file);
 }
 
+PdfImport::PdfImport(const ImportRequest& asked, const std::string& file, Unread)
+    : asked_(asked), place_(place_of_pdf(asked.root, asked.name)) {
+  const std::string bytes = needed_bytes(file);
+  if (bytes.find(kFirstBytes) > kSearchedForFirstBytes) throw Refusal(kNoSource, file + " is no PDF.");
+  outcome_.kind = "PDF";
+  outcome_.title = title_of(asked, "");
+  lay_ready(file, !is_compressed(file), bytes);
+}
+
 void PdfImport::put_together(const std::string& file) {
-  const std::optional<std::string> bytes = unpacked(file);
-  if (!bytes) throw Refusal(kNoSource, file + " cannot be read, or is too large.");
-  PdfFile pdf(*bytes, file);
+  const std::string bytes = needed_bytes(file);
+  PdfFile pdf(bytes, file);
   PdfNames names = names_for_library(pdf);
-  outcome_ = {"PDF", title_of(pdf, asked_), pdf.pages(), std::move(names.known_tags), std::move(names.same_names),
-              {}};
+  outcome_ = {
+      "PDF", title_of(asked_, pdf.title()), pdf.pages(), std::move(names.known_tags), std::move(names.same_names),
+      {}};
   outcome_.notes = std::move(names.notes);
   const bool needs_title = !pdf.has_visible_title() || pdf.title() != outcome_.title;
-  const bool is_packed = olh_viewers::lower_case(file).ends_with(".gz");
-  if (asked_.link && is_packed) throw Refusal(kNoSource, file + " is compressed: it can only be copied.");
+  if (asked_.link && is_compressed(file)) throw Refusal(kNoSource, file + " is compressed: it can only be copied.");
   if (asked_.link && !names.added.empty())
     outcome_.notes.push_back(file + " is linked as it is, without the names of " +
                              std::to_string(names.added.size()) + " places: import it without --link");
@@ -102,19 +121,22 @@ void PdfImport::put_together(const std::string& file) {
   }
   if (needs_title) pdf.set_title(outcome_.title);
   const bool changes = !asked_.link && (needs_title || !names.added.empty());
-  const std::string made = changes ? pdf.written() : *bytes;
+  lay_ready(file, asked_.link, changes ? pdf.written() : bytes);
+}
+
+void PdfImport::lay_ready(const std::string& file, bool link, const std::string& bytes) {
   make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
   if (asked_.dry_run) return;
   std::error_code failed;
   fs::create_directory(fs::path(place_).parent_path(), failed);
   out_.emplace(place_);
-  out_->write("mark", olh_viewers::origin_mark("import", clean_text(file, kLargestPage) + "\n"));
-  asked_.link ? out_->link(fs::canonical(file).string(), "pdf") : static_cast<void>(out_->write("pdf", made));
+  out_->write("mark", olh_viewers::origin_mark(asked_.verb, clean_text(file, kLargestPage) + "\n"));
+  link ? out_->link(fs::canonical(file).string(), "pdf") : static_cast<void>(out_->write("pdf", bytes));
 }
 
 void PdfImport::take_place() {
   if (!out_) return;
-  refuse_what_others_brought(place_, olh_viewers::origin_of_pdf(place_));  // it may have come meanwhile
+  refuse_what_others_brought(asked_, place_, olh_viewers::origin_of_pdf(place_));  // it may have come meanwhile
   out_->put("mark", olh_viewers::origin_file_of_pdf(place_));
   out_->put("pdf", place_);
 }

@@ -22,12 +22,16 @@ class PdfImport {
  public:
   // Reads the PDF, and puts it together beside its place. Throws a Refusal.
   PdfImport(const ImportRequest& asked, const std::string& file);
+  // The same for one that cannot be read or changed: as it is, linked where it is not compressed.
+  struct Unread {};
+  PdfImport(const ImportRequest& asked, const std::string& file, Unread);
 
   const ImportOutcome& outcome() const { return outcome_; }
   void take_place();
 
  private:
   void put_together(const std::string& file);
+  void lay_ready(const std::string& file, bool link, const std::string& bytes);
 
   const ImportRequest& asked_;
   std::string place_;

@@ -10,6 +10,7 @@
 
 #include "child.h"
 #include "files.h"
+#include "import_doc_base.h"
 #include "import_document.h"
 #include "manual_name.h"
 #include "refusal.h"
@@ -18,16 +19,25 @@
 
 namespace {
 
+using olh_import::DocBaseOutcome;
+using olh_import::DocBaseRequest;
 using olh_import::DocumentOutcome;
 using olh_import::ImportOutcome;
 using olh_import::ImportRequest;
 using olh_import::Refusal;
+
+// What the administrator registers, and what packages do.
+constexpr const char* kRegistrations = "/etc/doc-base/documents:/usr/share/doc-base";
 
 constexpr const char* kExamples =
     "The manual of Debian's package python3-doc:\n"
     "  olh import ROOT python_doc /usr/share/doc/python3.11/html\n"
     "Its pages and its PDF, which gets a destination for each of its places:\n"
     "  olh import ROOT octave /usr/share/doc/octave/octave.html /usr/share/doc/octave/octave.pdf\n"
+    "Every manual that a Debian system has registered; its sections become portals. Run it again after packages "
+    "have\n"
+    "changed:\n"
+    "  olh import ROOT --doc-base\n"
     "A manual of that name that an earlier import has brought is replaced in one step.\n"
     "Examples:\n"
     "  olh import docs second_handbook docs/htmldocs/handbook\n"
@@ -38,7 +48,9 @@ constexpr const char* kExamples =
 volatile std::sig_atomic_t interrupted = 0;
 
 // Ends the import, so that what it has put together goes, and then the program by the same signal.
-struct Interruption {};
+struct Interruption {
+  const char* sentence = "interrupted; nothing has changed.";
+};
 
 void say(FILE* where, const std::string& line) { std::fprintf(where, "%s\n", olh_viewers::visible(line).c_str()); }
 
@@ -67,11 +79,19 @@ nlohmann::json as_json(const ImportOutcome& outcome) {
           {"same_names", same},     {"notes", outcome.notes}};
 }
 
-void print_outcome(const ImportRequest& asked, const ImportOutcome& outcome) {
-  for (const std::string& note : outcome.notes) say(stderr, "note: " + note + ".");
-  say(stdout, asked.root + (asked.dry_run ? " would hold " : " holds ") + asked.name + ", \"" + outcome.title +
+void print_brought(const std::string& root, bool dry_run, const std::string& name, const ImportOutcome& outcome) {
+  say(stdout, root + (dry_run ? " would hold " : " holds ") + name + ", \"" + outcome.title +
                   "\": " + std::to_string(outcome.pages) + " pages, " + std::to_string(outcome.topics.size()) +
                   " topics, from " + outcome.kind + ".");
+}
+
+void print_outcome(const ImportRequest& asked, const ImportOutcome& outcome) {
+  for (const std::string& note : outcome.notes) say(stderr, "note: " + note + ".");
+  print_brought(asked.root, asked.dry_run, asked.name, outcome);
+}
+
+void print_json(const nlohmann::json& answer) {
+  std::printf("%s\n", answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
 }
 
 // A document in both forms answers with the one of its pages, and in it the one of its PDF.
@@ -84,7 +104,7 @@ void print_document(const ImportRequest& asked, const DocumentOutcome& document,
   nlohmann::json answer = as_json(document.manual ? *document.manual : *document.pdf);
   if (document.manual && document.pdf) answer["pdf"] = as_json(*document.pdf);
   answer.update({{"root", asked.root}, {"name", asked.name}, {"dry_run", asked.dry_run}});
-  std::printf("%s\n", answer.dump(2, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
+  print_json(answer);
 }
 
 // The generator's own messages and complaints go where a person reads them.
@@ -92,44 +112,87 @@ int make_lists(const std::string& root) {
   return olh_viewers::run_and_wait({olh_viewers::find_beside("olh"), "dmerge", "--quiet", root});
 }
 
+// The lists and the index are made once, of all that came.
+int end_import(const std::string& root, bool dry_run) {
+  std::fflush(stdout);
+  return dry_run || make_lists(root) == 0 ? olh_import::kDone : olh_import::kCannotWrite;
+}
+
 int import(const ImportRequest& asked, bool json) {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
   const DocumentOutcome document = import_document(asked, show_progress);
   end_progress();
   print_document(asked, document, json);
-  std::fflush(stdout);
-  return asked.dry_run || make_lists(asked.root) == 0 ? olh_import::kDone : olh_import::kCannotWrite;
+  return end_import(asked.root, asked.dry_run);
+}
+
+void print_registered(const DocBaseRequest& asked, const DocBaseOutcome& outcome) {
+  for (const std::string& problem : outcome.problems) say(stderr, "note: " + problem + ".");
+  for (const std::string& place : outcome.removed) say(stdout, place + " is gone: it is not registered any more.");
+  for (const DocBaseOutcome::Document& one : outcome.documents)
+    print_brought(asked.root, asked.dry_run, one.name, one.outcome);
+}
+
+void print_registered_as_json(const DocBaseRequest& asked, const DocBaseOutcome& outcome) {
+  nlohmann::json documents = nlohmann::json::array();
+  for (const DocBaseOutcome::Document& one : outcome.documents) {
+    documents.push_back(as_json(one.outcome));
+    documents.back().update({{"name", one.name}, {"section", one.section}});
+  }
+  print_json({{"root", asked.root},
+              {"dry_run", asked.dry_run},
+              {"documents", documents},
+              {"problems", outcome.problems},
+              {"removed", outcome.removed},
+              {"portals", outcome.portals}});
+}
+
+int import_registered(const DocBaseRequest& asked, bool json) {
+  DocBaseOutcome outcome;
+  try {
+    outcome = import_doc_base(asked, show_progress);
+  } catch (const Interruption&) {
+    throw Interruption{"interrupted; what was imported so far stays, and is listed by the next run."};
+  }
+  end_progress();
+  json ? print_registered_as_json(asked, outcome) : print_registered(asked, outcome);
+  return end_import(asked.root, asked.dry_run);
 }
 
 int run(int argc, char** argv) {
   ImportRequest asked;
+  std::string registrations;
   bool json = false;
   CLI::App app("Bring in a manual that another program made: every page and place becomes a topic.", "olh import");
   app.add_option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
       ->required()
       ->type_name("");
-  app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")
-      ->required()
-      ->type_name("")
-      ->check(olh_viewers::refusal_of_manual_name);
-  app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them; its PDF")
-      ->required()
-      ->type_name("");
-  app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT");
-  app.add_option("--start", asked.start, "The page that the manual begins with, else its own")->type_name("PAGE");
-  app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them");
+  CLI::Option* const of_one[] = {
+      app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")
+          ->type_name("")
+          ->check(olh_viewers::refusal_of_manual_name),
+      app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them; its PDF")
+          ->type_name(""),
+      app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT"),
+      app.add_option("--start", asked.start, "The page that the manual begins with, else its own")->type_name("PAGE"),
+      app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them")};
+  CLI::Option* const of_all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", registrations,
+                                           "Import all manuals that this machine has registered with doc-base");
+  for (CLI::Option* const option : of_one) of_all->excludes(option);
   app.add_flag("--dry-run", asked.dry_run, "Change nothing; say what would be brought");
   app.add_flag("--json", json, "Answer as JSON");
   app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
   app.footer(kExamples);
   try {
     app.parse(argc, argv);
+    if (registrations.empty() && asked.sources.empty()) throw CLI::RequiredError("NAME and SOURCE, or --doc-base");
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? olh_import::kDone : olh_import::kWrongUse;
   }
   std::filesystem::path root = std::filesystem::absolute(asked.root).lexically_normal();
   asked.root = (root.has_filename() ? root : root.parent_path()).string();
-  return import(asked, json);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
+  if (registrations.empty()) return import(asked, json);
+  return import_registered({asked.root, olh_viewers::pieces_of(registrations, ':'), asked.dry_run}, json);
 }
 
 }  // namespace
@@ -137,9 +200,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return run(argc, argv);
-  } catch (const Interruption&) {
+  } catch (const Interruption& interruption) {
     end_progress();
-    complain(0, "interrupted; nothing has changed.");
+    complain(0, interruption.sentence);
     std::signal(interrupted, SIG_DFL);
     return std::raise(interrupted);
   } catch (const Refusal& refusal) {

@@ -180,6 +180,10 @@ void OutputFolder::put(const std::string& name, const std::string& at) const {
   if (rename((path_ + "/" + name).c_str(), at.c_str()) != 0) refuse(at);
 }
 
+void OutputFolder::take_away(const std::string& at) const {
+  if (rename(at.c_str(), (path_ + "/" + fs::path(at).filename().string()).c_str()) != 0) refuse(at);
+}
+
 // A file system that cannot exchange two folders has none at this place for a moment. No signal that can wait comes then;
 // of an import that ends all the same, the next one puts back what was there.
 void OutputFolder::take_place() {

@@ -36,6 +36,8 @@ class OutputFolder {
   void put(const std::string& name, const std::string& at) const;
   // Puts the folder in its place. What was there before is gone afterwards.
   void take_place();
+  // Takes in what is at a place beside it, so that it goes with this folder; in one step, too.
+  void take_away(const std::string& at) const;
 
  private:
   std::string place_;

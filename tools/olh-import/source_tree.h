@@ -8,6 +8,7 @@
 #ifndef OLH_IMPORT_SOURCE_TREE_H
 #define OLH_IMPORT_SOURCE_TREE_H
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,10 @@ class SourceTree {
   bool has(std::string_view name) const;
   // Those whose names end so, in any case of letters (".hhp"). What lies nearest to the folder itself comes first.
   std::vector<std::string> ending_in(std::string_view end) const;
+  // Only these of them from now on.
+  void keep(const std::function<bool(const std::string& name)>& is_wanted) {
+    std::erase_if(names_, [&](const std::string& name) { return !is_wanted(name); });
+  }
   // Links that lead out of the folder, or to other folders: they are no files of it.
   std::size_t links_left_out() const { return links_left_out_; }
 

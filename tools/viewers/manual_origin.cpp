@@ -9,7 +9,7 @@ namespace olh_viewers {
 namespace {
 
 std::string verb_in(const std::string& mark) {
-  for (const char* verb : {"import", "new"})
+  for (const char* verb : {kByImport, kByDocBase, kByNew})
     if (mark.starts_with(origin_mark(verb))) return verb;
   return "";
 }

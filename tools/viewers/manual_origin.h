@@ -11,10 +11,15 @@ namespace olh_viewers {
 
 inline constexpr const char* kOriginFile = "QELdata/QELOrigin.txt";
 
+// What brings manuals.
+inline constexpr const char* kByImport = "import";
+inline constexpr const char* kByDocBase = "import --doc-base";
+inline constexpr const char* kByNew = "new";
+
 // The text of the mark: the verb in its first line, then what a person may want to know.
 std::string origin_mark(const std::string& verb, const std::string& more = "");
 
-// "import" or "new"; "" for a manual that something else brought.
+// One of these three; "" for a manual that something else brought.
 std::string origin_of(const std::string& manual_folder);
 
 // The mark of a PDF is a file beside it: "guide.origin.txt" of "guide.pdf".

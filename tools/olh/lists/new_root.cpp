@@ -116,7 +116,7 @@ void fill_in_manual(const ShippedPages& shipped, const fs::path& directory, cons
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(pages))
     if (entry.is_regular_file())
       fill_in(entry.path(), directory / entry.path().lexically_relative(pages), fillings_for(shipped, manual));
-  write_page(directory / olh_viewers::kOriginFile, olh_viewers::origin_mark("new"));
+  write_page(directory / olh_viewers::kOriginFile, olh_viewers::origin_mark(olh_viewers::kByNew));
 }
 
 void make_its_lists(const std::string& root) {
@@ -166,9 +166,12 @@ void make_bare_root(const fs::path& root, const ShippedPages& pages) {
                    [&](const fs::path& made) { copy_page(pages.docs / kPortalDocuments, made / kPortalDocuments); });
 }
 
-void complete_root(const fs::path& root, const ShippedPages& pages) {
+void complete_root(const fs::path& root, const ShippedPages& pages, bool with_portals) {
   try {
     copy_wanted(pages.docs, root, kFrame);
+    if (!with_portals) return;
+    copy_wanted(pages.docs, root, kWanted);
+    copy_page(pages.docs / kPortalDocuments, root / kPortalDocuments);
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error(reason_of(error));
   }

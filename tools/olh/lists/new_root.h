@@ -41,9 +41,10 @@ inline constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js"
 // a std::runtime_error says why.
 void make_root(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
 
-// Makes `root` without a manual, as above; or puts into a root that is there what the pages of a manual read and it lacks.
+// Makes `root` without a manual, as above; or puts into a root that is there what the pages of a manual read and it lacks,
+// and what else every root wants, portals first of all.
 void make_bare_root(const std::filesystem::path& root, const ShippedPages& pages);
-void complete_root(const std::filesystem::path& root, const ShippedPages& pages);
+void complete_root(const std::filesystem::path& root, const ShippedPages& pages, bool with_portals);
 
 // Puts the manual into `root`, which is one and must not have it, with what its pages read and the root lacks, and makes
 // the root's lists anew. What is there stays as it is; a std::runtime_error says what failed.

@@ -1,5 +1,6 @@
 // olh remove ROOT NAME: takes away a manual that olh import or olh new has brought.
-// olh prepare-root ROOT, for olh-import: a root that has what the pages of a manual read.
+// olh prepare-root ROOT, for olh-import: a root that has what the pages of a manual read; with --portals, all that every
+// root wants.
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -101,15 +102,20 @@ int remove(const RemoveArguments& asked) {
   return result;
 }
 
-int prepare_root(const std::string& given) {
-  const std::string root = path_of_root(given);
+struct PrepareArguments {
+  std::string root;
+  bool portals = false;
+};
+
+int prepare_root(const PrepareArguments& asked) {
+  const std::string root = path_of_root(asked.root);
   const auto pages = shipped_pages();
   std::error_code failed;
   const bool is_new = is_nothing(root, failed);
   if (!is_new && !is_root_directory(root)) return failure(OLH_RESULT_IO, no_root(root));
   if (!pages) return failure(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
   try {
-    is_new ? make_bare_root(root, *pages) : complete_root(root, *pages);
+    is_new ? make_bare_root(root, *pages) : complete_root(root, *pages, asked.portals);
     return OLH_RESULT_OK;
   } catch (const std::runtime_error& error) {
     return failure(OLH_RESULT_IO, root + (is_new ? " cannot be made: " : ": ") + error.what() + ".");
@@ -131,7 +137,9 @@ void add_remove_command(const Verb& olh) {
 
 void add_prepare_root_command(const Verb& olh) {
   const Verb verb = olh.hidden_verb("prepare-root");
-  verb.option("ROOT", verb.action(prepare_root), "").required().refused_by(refusal_of_root);
+  PrepareArguments& asked = verb.action(prepare_root);
+  verb.option("ROOT", asked.root, "").required().refused_by(refusal_of_root);
+  verb.flag("--portals", asked.portals, "");
 }
 
 }  // namespace olh
