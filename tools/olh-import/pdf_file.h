@@ -8,6 +8,12 @@
 #ifndef OLH_IMPORT_PDF_FILE_H
 #define OLH_IMPORT_PDF_FILE_H
 
+// What qpdf says of JSON is needed nowhere here, and clang 14 cannot read it with the standard library of GCC 12.
+#if defined(__clang__) && __clang_major__ < 15
+#define JSON_HH
+class JSON;
+#endif
+
 #include <map>
 #include <qpdf/QPDF.hh>
 #include <string>
