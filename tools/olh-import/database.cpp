@@ -46,6 +46,8 @@ void Database::for_each(const std::string& query, const std::function<void(const
       const void* const bytes =
           is_blob ? sqlite3_column_blob(prepared, column) : sqlite3_column_text(prepared, column);
       const auto size = static_cast<std::size_t>(sqlite3_column_bytes(prepared, column));
+      if (size > bytes_left_) throw Refusal(kNoSource, path_ + " holds too much.");
+      bytes_left_ -= size;
       row[static_cast<std::size_t>(column)] =
           bytes == nullptr ? std::string_view() : std::string_view(static_cast<const char*>(bytes), size);
     }

@@ -41,6 +41,7 @@ class Database {
 
   std::string path_;
   int steps_left_ = kMostSteps;
+  mutable std::size_t bytes_left_ = kLargestPacked;  // of all rows: they may lie in each other
   std::unique_ptr<sqlite3, Close> connection_;
 };
 

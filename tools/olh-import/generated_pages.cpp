@@ -132,7 +132,7 @@ std::string title_of_label(Element label) {
 void add_label(Element anchor, const std::string& page, const Reader& reader, Manual& manual) {
   const std::string id = anchor.attribute(anchor.attribute("id").empty() ? "name" : "id");
   if (!id.empty() && reader.is_place(id) && anchor.attribute("href").empty())
-    manual.topics.push_back({id, page, id, title_of_label(anchor), Rank::kLabel});
+    manual.add_topic({id, page, id, title_of_label(anchor), Rank::kLabel});
 }
 
 void shorten_page_titles(Manual& manual, const std::string& added) {

@@ -15,8 +15,8 @@ constexpr std::string_view kPageEndings[] = {".html", ".htm", ".xhtml"};
 constexpr std::string_view kNoText[] = {"script", "style", "template", "noscript", "svg",  "math",
                                         "title",  "nav",   "footer",   "button",   "form", "select"};
 constexpr std::string_view kFrameRoles[] = {"navigation", "search", "banner", "contentinfo", "complementary"};
-constexpr std::string_view kFrameClasses[] = {"sphinxsidebar", "related",   "headerlink",   "header-anchor",
-                                              "navheader",     "navfooter", "anchorjs-link"};
+constexpr std::string_view kFrameClasses[] = {"sphinxsidebar", "related",   "headerlink",    "header-anchor",
+                                              "navheader",     "navfooter", "anchorjs-link", "nav-panel"};
 // Elements whose text does not go on in the same line.
 constexpr std::string_view kInLine[] = {
     "a", "abbr", "b",    "bdi",   "bdo",  "cite", "code", "dfn",    "em", "font", "i",   "ins", "kbd",     "mark",
@@ -25,9 +25,17 @@ constexpr std::string_view kWithPlace[] = {"section", "div", "article", "a", "sp
 
 bool is_one_of(std::string_view word, const auto& words) { return std::ranges::count(words, word) != 0; }
 
+// The links to the next nodes that makeinfo writes; other generators have their titles in such an element.
+bool is_header_of_links(Element element) {
+  if (!element.is("div") || !element.has_class("header")) return false;
+  Element link = element;
+  while (link && !link.is("a")) link = link.next_within(element);
+  return !link.attribute("accesskey").empty();
+}
+
 // What belongs to the frame and not to the text.
 bool is_frame(Element element) {
-  if (is_one_of(element.name(), kNoText)) return true;
+  if (is_one_of(element.name(), kNoText) || is_header_of_links(element)) return true;
   if (is_one_of(element.attribute("role"), kFrameRoles)) return true;
   return std::ranges::any_of(kFrameClasses, [element](std::string_view word) { return element.has_class(word); });
 }

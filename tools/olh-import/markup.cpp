@@ -2,6 +2,7 @@
 
 #include <libxml/HTMLparser.h>
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 #include <libxml/xmlerror.h>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kPageOptions =
     HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | HTML_PARSE_COMPACT;
+constexpr unsigned kDeepestElement = 1024;  // a browser stops at 512; generators leave elements open that it closes
 constexpr int kXmlOptions = XML_PARSE_RECOVER | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET |
                             XML_PARSE_COMPACT | XML_PARSE_NOCDATA;
 
@@ -52,6 +54,9 @@ const char* wider_than(std::string_view encoding) {
 }
 
 xmlDoc* parsed_page(std::string_view bytes, const char* encoding, bool* is_cut) {
+#if LIBXML_VERSION < 21400  // later ones have a bound like this by themselves
+  xmlParserMaxDepth = kDeepestElement;
+#endif
   htmlParserCtxtPtr context = htmlNewParserCtxt();
   if (context == nullptr) return nullptr;
   xmlDoc* const document =

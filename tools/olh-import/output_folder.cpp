@@ -100,6 +100,7 @@ std::string made_room_for(const fs::path& directory, std::string_view name) {
   const fs::path file = directory / name;
   std::error_code failed;
   fs::create_directories(file.parent_path(), failed);
+  if (failed) throw Refusal(kCannotWrite, file.parent_path().string() + " cannot be made: " + failed.message() + ".");
   return file.string();
 }
 

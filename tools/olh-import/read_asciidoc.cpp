@@ -35,7 +35,7 @@ class AsciidocReader : public Reader {
 
   void finish(Manual& manual) override {
     for (const std::string& page : order_.pages(manual)) {
-      manual.contents.push_back({0, "", page, ""});
+      manual.add_chapter({0, "", page, ""});
       std::ranges::copy(sections_[page], std::back_inserter(manual.contents));
     }
     tell_headings_apart(manual);
@@ -53,7 +53,7 @@ class AsciidocReader : public Reader {
     const std::string id = element.attribute("id");
     const bool is_label = !id.empty() && is_place(id) && !is_made_of_heading(id) && !element.is_heading() &&
                           element.attribute("href").empty();
-    if (is_label) manual.topics.push_back({id, page, id, title_of_label(element), Rank::kLabel});
+    if (is_label) manual.add_topic({id, page, id, title_of_label(element), Rank::kLabel});
   }
 
   // A page has a list of its sections if its author wants one; AsciiDoc leaves it to a script to fill.

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "reader.h"
-#include "refusal.h"
 
 namespace olh_import {
 
@@ -52,7 +51,7 @@ class DevhelpReader : public Reader {
       manual.notes.push_back(file + " is read, and none of the other books: " + std::to_string(others - 1));
     manual.title = book.attribute("title");
     const LinkTarget start = target_of_link("", book.attribute("link"));
-    if (!start.page.empty()) manual.contents.push_back({0, manual.title, start.page, start.place});
+    if (!start.page.empty()) manual.add_chapter({0, manual.title, start.page, start.place});
     add_below(markup.first("chapters"), 0, manual.contents);
     for (Element at = markup.first("functions"); at; at = at.next_within(book))
       if (at.is("keyword")) take(at, manual);
@@ -79,10 +78,9 @@ class DevhelpReader : public Reader {
   }
 
   static void take(Element keyword, Manual& manual) {
-    if (manual.topics.size() >= kMostTopics) throw Refusal(kNoSource, "the book names too many topics.");
     const LinkTarget target = target_of_link("", keyword.attribute("link"));
     const std::string title = keyword.attribute("name");
-    manual.topics.push_back({name_of_keyword(title, target.place), target.page, target.place, title, Rank::kObject});
+    manual.add_topic({name_of_keyword(title, target.place), target.page, target.place, title, Rank::kObject});
   }
 };
 

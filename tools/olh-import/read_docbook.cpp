@@ -54,7 +54,7 @@ class DocbookReader : public Reader {
       if (link) word.resize(std::min(word.find(", " + link.text()), word.size()));
       const LinkTarget target = target_of_entry(page, link.attribute("href"));
       const std::string& name = keywords.next(std::max(depth - 1, 0), word);
-      if (!target.page.empty()) manual.topics.push_back({name, target.page, target.place, name, Rank::kKeyword});
+      if (!target.page.empty()) manual.add_topic({name, target.page, target.place, name, Rank::kKeyword});
     });
   }
 };

@@ -72,10 +72,8 @@ class DocsetReader : public Reader {
     const Database index(source.path_of(file));
     const auto take = [&manual](const Database::Row& row) {
       const LinkTarget target = target_in_docset(row[2], row[3]);
-      const std::string name(row[0].substr(0, kLongestName + 1));
-      if (manual.topics.size() >= kMostTopics) throw Refusal(kNoSource, "the docset names too many topics.");
-      if (!target.page.empty())
-        manual.topics.push_back({name, target.page, target.place, name, rank_of_type(row[1])});
+      const std::string name(row[0]);
+      if (!target.page.empty()) manual.add_topic({name, target.page, target.place, name, rank_of_type(row[1])});
     };
     const bool is_older = !index.has_table("searchIndex");
     if (is_older && !index.has_table("ZTOKEN"))
@@ -94,7 +92,7 @@ class DocsetReader : public Reader {
   void read_page(const HtmlPage& page, Manual& manual) override { order_.take(page, manual); }
 
   void finish(Manual& manual) override {
-    for (const std::string& page : order_.pages(manual)) manual.contents.push_back({0, "", page, ""});
+    for (const std::string& page : order_.pages(manual)) manual.add_chapter({0, "", page, ""});
   }
 
  private:

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "reader.h"
-#include "refusal.h"
 
 namespace olh_import {
 
@@ -130,7 +129,7 @@ class DoxygenReader : public Reader {
         std::stable_partition(chapters.begin(), chapters.end(),
                               [](const Chapter& one) { return one.page == kMainPage; });
       else if (!chapters.empty())
-        manual.contents.push_back({0, part->title, "", ""});
+        manual.add_chapter({0, part->title, "", ""});
       manual.contents.insert(manual.contents.end(), chapters.begin(), chapters.end());
     }
   }
@@ -154,8 +153,7 @@ class DoxygenReader : public Reader {
   }
 
   static void add(Manual& manual, Topic topic) {
-    if (manual.topics.size() >= kMostTopics) throw Refusal(kNoSource, "the tag file names too many topics.");
-    if (!topic.name.empty() && !topic.page.empty()) manual.topics.push_back(std::move(topic));
+    if (!topic.name.empty() && !topic.page.empty()) manual.add_topic(std::move(topic));
   }
 
   // What an author names (groups, pages, anchors) comes before what the code defines.

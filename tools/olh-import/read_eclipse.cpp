@@ -72,8 +72,8 @@ class PluginTables {
       const LinkTarget target = id.empty() ? LinkTarget() : first_target(plugin, at);
       if (target.page.empty()) continue;
       const std::string title = at.attribute("title");
-      if (!before.empty()) manual_.topics.push_back({before + id, target.page, target.place, title, Rank::kContext});
-      manual_.topics.push_back({id, target.page, target.place, title, Rank::kContext});
+      if (!before.empty()) manual_.add_topic({before + id, target.page, target.place, title, Rank::kContext});
+      manual_.add_topic({id, target.page, target.place, title, Rank::kContext});
     }
   }
 
@@ -86,7 +86,7 @@ class PluginTables {
       const std::string label = markup.root().attribute("label");
       if (manual_.title.empty()) manual_.title = label;
       if (manual_.start.empty()) manual_.start = target.page;
-      if (tocs.size() > 1) manual_.contents.push_back({0, label, target.page, target.place});
+      if (tocs.size() > 1) manual_.add_chapter({0, label, target.page, target.place});
       add_chapters(toc.plugin, toc.file, tocs.size() > 1 ? 1 : 0);
     }
   }
@@ -117,7 +117,7 @@ class PluginTables {
       Element topic = at.first_child();
       while (topic && !topic.is("topic")) topic = topic.next_sibling();
       const LinkTarget target = target_of_entry(plugin, topic.attribute("href"));
-      if (!target.page.empty()) manual_.topics.push_back({name, target.page, target.place, "", Rank::kKeyword});
+      if (!target.page.empty()) manual_.add_topic({name, target.page, target.place, "", Rank::kKeyword});
     });
   }
 
@@ -130,7 +130,7 @@ class PluginTables {
       depth += above;
       if (at.is("topic")) {
         const LinkTarget target = target_of_entry(plugin, at.attribute("href"));
-        manual_.contents.push_back({depth, at.attribute("label"), target.page, target.place});
+        manual_.add_chapter({depth, at.attribute("label"), target.page, target.place});
       }
       if (at.is("link")) add_chapters(plugin, file_of(plugin, at.attribute("toc")), depth);
       if (at.is("anchor"))

@@ -164,7 +164,7 @@ class HtmlHelpTables {
   std::string file_at(const std::string& name) const { return target_at(project_, name).page; }
 
   void add(const std::string& name, const LinkTarget& target, Rank rank) {
-    if (!target.page.empty()) manual_.topics.push_back({name, target.page, target.place, "", rank});
+    if (!target.page.empty()) manual_.add_topic({name, target.page, target.place, "", rank});
   }
 
   // What an object of a table says: its values of each name, in their order.
@@ -189,8 +189,7 @@ class HtmlHelpTables {
     for_each_entry(table,
                    [&](int depth, const std::vector<std::string>& names, const std::vector<std::string>& files) {
                      const LinkTarget target = files.empty() ? LinkTarget() : target_at(table, files.front());
-                     if (!names.empty())
-                       manual_.contents.push_back({depth, names.front(), target.page, target.place});
+                     if (!names.empty()) manual_.add_chapter({depth, names.front(), target.page, target.place});
                    });
   }
 

@@ -82,7 +82,7 @@ class HelpSets {
       const std::string id = at.is("mapID") ? at.attribute("target") : "";
       const LinkTarget target = id.empty() ? LinkTarget() : target_from(file, at.attribute("url"));
       if (!is_page_name(target.page) || !targets_.try_emplace(id, target).second) continue;
-      manual.topics.push_back({id, target.page, target.place, "", Rank::kContext});
+      manual.add_topic({id, target.page, target.place, "", Rank::kContext});
     }
   }
 
@@ -97,10 +97,10 @@ class HelpSets {
     visit_nested(view.root(), view.root().is("toc") ? "tocitem" : "indexitem", [&](Element at, int depth) {
       const LinkTarget target = target_of_id(at.attribute("target"));
       const std::string text = at.attribute("text");
-      if (at.is("tocitem")) manual.contents.push_back({depth, text, target.page, target.place});
+      if (at.is("tocitem")) manual.add_chapter({depth, text, target.page, target.place});
       if (!at.is("indexitem")) return;
       const std::string& name = keywords.next(depth, text);
-      if (!target.page.empty()) manual.topics.push_back({name, target.page, target.place, "", Rank::kKeyword});
+      if (!target.page.empty()) manual.add_topic({name, target.page, target.place, "", Rank::kKeyword});
     });
   }
 

@@ -48,7 +48,7 @@ class Latex2htmlReader : public Reader {
     const LinkTarget target = target_of_entry(page, link.attribute("href"));
     if (target.place.empty() || !is_counted_place(target.place)) return;
     const std::string word = link.text();
-    manual.topics.push_back({word, target.page, target.place, word, Rank::kKeyword});
+    manual.add_topic({word, target.page, target.place, word, Rank::kKeyword});
   }
 };
 

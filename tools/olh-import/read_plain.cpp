@@ -19,7 +19,7 @@ class PlainReader : public Reader {
   void read_page(const HtmlPage& page, Manual& manual) override { order_.take(page, manual); }
 
   void finish(Manual& manual) override {
-    for (const std::string& page : order_.pages(manual)) manual.contents.push_back({0, "", page, ""});
+    for (const std::string& page : order_.pages(manual)) manual.add_chapter({0, "", page, ""});
   }
 
  private:

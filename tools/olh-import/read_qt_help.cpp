@@ -62,16 +62,14 @@ class QtStream {
 
 // A keyword is found by its identifier, which is unique, and by the words of the index.
 void add_qt_keyword(Manual& manual, std::string_view identifier, std::string_view words, const LinkTarget& target) {
-  if (manual.topics.size() >= kMostTopics) throw Refusal(kNoSource, "the help names too many topics.");
-  if (!identifier.empty())
-    manual.topics.push_back({std::string(identifier), target.page, target.place, "", Rank::kContext});
-  if (!words.empty()) manual.topics.push_back({std::string(words), target.page, target.place, "", Rank::kKeyword});
+  if (!identifier.empty()) manual.add_topic({std::string(identifier), target.page, target.place, "", Rank::kContext});
+  if (!words.empty()) manual.add_topic({std::string(words), target.page, target.place, "", Rank::kKeyword});
 }
 
 void add_qt_section(Manual& manual, int depth, const std::string& title, const LinkTarget& target) {
   if (manual.title.empty()) manual.title = title;
   if (manual.start.empty()) manual.start = target.page;
-  manual.contents.push_back({depth, title, target.page, target.place});
+  manual.add_chapter({depth, title, target.page, target.place});
 }
 
 // One packed help. With a folder, its pages lie there, and its names begin there.
@@ -92,20 +90,24 @@ class PackedHelp {
   void unpack(const OutputFolder& out, std::set<std::string>& written, std::size_t& room,
               std::vector<std::string>& left_out) const {
     help_.for_each("SELECT Id, Data FROM FileDataTable", [&](const Database::Row& row) {
-      const auto file = files_.find(row[0]);
-      if (file == files_.end() || !written.insert(file->second).second) return;
-      // The length before the stream says what a stranger wants: the stream is counted.
-      const std::optional<std::string> bytes =
-          inflated(row[1].substr(std::min<std::size_t>(4, row[1].size())), std::min(room, kLargestPage));
-      if (!bytes || !out.write("pages/" + file->second, *bytes)) return left_out.push_back(file->second);
-      room -= bytes->size();
+      const auto [first, last] = files_.equal_range(row[0]);
+      for (auto file = first; file != last; ++file) {
+        if (!written.insert(file->second).second) continue;
+        // The length before the stream says what a stranger wants: the stream is counted.
+        const std::optional<std::string> bytes =
+            inflated(row[1].substr(std::min<std::size_t>(4, row[1].size())), std::min(room, kLargestPage));
+        if (bytes && out.write("pages/" + file->second, *bytes))
+          room -= bytes->size();
+        else
+          left_out.push_back(file->second);
+      }
     });
   }
 
   void read(Manual& manual) const {
     help_.for_each("SELECT Identifier, Name, FileId, Anchor FROM IndexTable", [&](const Database::Row& row) {
-      const auto file = files_.find(row[2]);
-      if (file != files_.end()) add_qt_keyword(manual, row[0], row[1], {file->second, std::string(row[3])});
+      const auto [file, last] = files_.equal_range(row[2]);
+      if (file != last) add_qt_keyword(manual, row[0], row[1], {file->second, std::string(row[3])});
     });
     help_.for_each("SELECT Data FROM ContentsTable", [&](const Database::Row& row) {
       QtStream stream(row[0]);
@@ -120,7 +122,7 @@ class PackedHelp {
  private:
   Database help_;
   std::string folder_;
-  std::map<std::string, std::string, std::less<>> files_;  // names by their numbers
+  std::multimap<std::string, std::string, std::less<>> files_;  // names by their numbers: each may have several
 };
 
 class QtHelpReader : public Reader {

@@ -114,12 +114,11 @@ class SphinxReader : public Reader {
 
  private:
   void take(const Entry& entry, Manual& manual) {
-    if (manual.topics.size() >= kMostTopics) throw Refusal(kNoSource, "objects.inv names too many topics.");
     if (entry.role == "std:doc") return;  // pages have topics anyway
     std::string address(entry.address);
     if (address.ends_with('$')) address.replace(address.size() - 1, 1, entry.name);
     const LinkTarget target = target_of_link("", address);
-    manual.topics.push_back({std::string(entry.name), target.page, target.place, title_of(entry), rank_of(entry)});
+    manual.add_topic({std::string(entry.name), target.page, target.place, title_of(entry), rank_of(entry)});
   }
 
   // Entries for pages, and the captions over them.

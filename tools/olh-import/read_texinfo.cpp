@@ -68,7 +68,7 @@ class TexinfoReader : public Reader {
       if (id.starts_with(kEntry)) take_entry(at, id, page.name, manual);
       if (is_node(at, id)) node = id;
       if (node.empty() || !at.is_heading()) continue;
-      manual.topics.push_back({name_in(node), page.name, node, text_without_link(at), Rank::kLabel});
+      manual.add_topic({name_in(node), page.name, node, text_without_link(at), Rank::kLabel});
       node.clear();
     }
   }
@@ -109,7 +109,7 @@ class TexinfoReader : public Reader {
     const std::string name = name_in(std::string_view(id).substr(kEntry.size()));
     std::string title = element.is("dt") ? text_without_link(element) : name;
     if (title.starts_with(": ")) title.erase(0, 2);
-    manual.topics.push_back({name, page, id, title, Rank::kKeyword});
+    manual.add_topic({name, page, id, title, Rank::kKeyword});
   }
 
   std::set<std::string, std::less<>> entries_;  // their identifiers

@@ -78,8 +78,11 @@ struct Chapter {
   std::string place;
 };
 
-// What is known of a manual; readers add to it.
+// What is known of a manual; readers add to it. A Refusal when there is no end to it.
 struct Manual {
+  void add_topic(Topic topic);
+  void add_chapter(Chapter chapter);
+
   std::string title;  // "" takes that of the start page
   std::string start;  // the page that the source itself begins with; "": index.html and the like are tried
   std::vector<Topic> topics;

@@ -45,6 +45,22 @@ std::unique_ptr<Reader> reader_for(const Source& source) {
   throw Refusal(kNoSource, source.tree.folder() + " holds no page: a manual is a folder of HTML pages.");
 }
 
+// Texts that are too long stay so, and are cut: what becomes of them is the business of who writes them.
+void Manual::add_topic(Topic topic) {
+  if (topics.size() >= kMostTopics)
+    throw Refusal(kNoSource, "the source has more than " + std::to_string(kMostTopics) + " topics.");
+  for (std::string* const text : {&topic.name, &topic.page, &topic.place, &topic.title})
+    if (text->size() > kLongestAddress) text->resize(kLongestAddress + 1);
+  topics.push_back(std::move(topic));
+}
+
+void Manual::add_chapter(Chapter chapter) {
+  if (contents.size() >= kMostTopics)
+    throw Refusal(kNoSource, "the contents have more than " + std::to_string(kMostTopics) + " lines.");
+  chapter.title.resize(std::min(chapter.title.size(), kLongestTitle + 1));
+  contents.push_back(std::move(chapter));
+}
+
 std::string Source::find(std::string_view end) const {
   for (const std::string& file : files)
     if (olh_viewers::lower_case(file).ends_with(end)) return file;

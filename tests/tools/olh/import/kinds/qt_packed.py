@@ -19,7 +19,7 @@ def packed_help(folder, files, keywords, sections):
     contents = b"".join(struct.pack(">i", depth) + text(file) + text(title) for depth, file, title in sections)
     return database(
         TABLES, ("FolderTable", [(1, folder, 1)]), ("ContentsTable", [(1, 1, contents)]),
-        ("FileNameTable", [(1, name, number, "") for number, (name, _) in enumerate(files)]),
+        ("FileNameTable", [(1, name, number, "") for number, (name, _) in enumerate(files)] + [(1, "same.html", 1, "")]),
         ("FileDataTable", [(number, struct.pack(">I", len(content)) + zlib.compress(content)) for number, (_, content) in enumerate(files)]),
         ("IndexTable", [(None, words, identifier, 1, file, place) for words, identifier, file, place in keywords]))
 
@@ -43,7 +43,9 @@ TOPICS = [
     ("dlg_print", "pages/more/index.html", "More"),
     ("parent", "pages/core/index.html#parent", "Object *parent()"),
     ("core/index", "pages/core/index.html", "Core"),
+    ("core/same", "pages/core/same.html", "Core"),
     ("more/index", "pages/more/index.html", "More"),
+    ("more/same", "pages/more/same.html", "more/same.html"),
 ]
 CONTENTS = [(0, "pages/core/index.html", "Core \U0001f600\ufffd"), (1, "pages/core/index.html#parent", "Parent"),
             (0, "pages/more/index.html", "More"), (1, None, "Strange")]
