@@ -4,10 +4,12 @@ var olhPanel = (function () {
   'use strict';
   var SHOWN = 6;
 
-  function option(hit, answer, marks, number) {
+  // A result, with its manual where there are several.
+  function option(hit, marks, number, isOnly) {
     var heading = hit.anchor && hit.heading !== hit.title ? olh.element('span', { 'class': 'place' }, hit.heading) : '';
-    return olh.element('li', { role: 'option', id: 'hit-' + number, 'aria-selected': 'false' },
-      olh.element('a', { href: olhSearch.addressOf(hit, marks), tabindex: '-1' }, [olh.element('span', { 'class': 'title' }, hit.title), heading,
+    return olh.element('li', { role: 'none' },
+      olh.element('a', { role: 'option', id: 'hit-' + number, 'aria-selected': 'false', href: olhSearch.addressOf(hit, marks), tabindex: '-1' }, [olh.element('span', { 'class': 'title' }, hit.title), heading,
+        isOnly ? '' : olh.element('span', { 'class': 'from' }, hit.manual.title),
         olh.element('span', { 'class': 'excerpt' }, olhFind.nodes(olhFind.excerpt(hit.text, marks)))]));
   }
 
@@ -27,9 +29,9 @@ var olhPanel = (function () {
 
     function choose(number) {
       chosen = number;
-      Array.from(list.children).forEach(function (one, i) { one.setAttribute('aria-selected', String(i === number)); });
+      Array.from(list.children).forEach(function (one, i) { one.firstElementChild.setAttribute('aria-selected', String(i === number)); });
       if (number < 0) return field.removeAttribute('aria-activedescendant');
-      field.setAttribute('aria-activedescendant', list.children[number].id);
+      field.setAttribute('aria-activedescendant', list.children[number].firstElementChild.id);
       list.children[number].scrollIntoView({ block: 'nearest' });
     }
 
@@ -39,7 +41,7 @@ var olhPanel = (function () {
       var answer = await olhFind.find(index, query, scope.names), hits = await olhFind.hits(index, answer, 0, SHOWN);
       if (mine !== turn) return;
       var marks = olhFind.marksOf(answer, query);
-      list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, answer, marks, i); }));
+      list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, marks, i, scope.names && scope.names.length === 1); }));
       say.textContent = olhSearch.outcome(index, answer, query, scope.names) + (answer.pages.length > hits.length ? ' Enter shows all.' : '');
       choose(-1);
       open(true);
