@@ -88,7 +88,7 @@ def main(manual, include, programs, version):
     }
     for page in sorted(Path(manual).glob("*.htm"), key=lambda one: "<!-- made here: names " in one.read_text(encoding="utf-8")):
         text = page.read_text(encoding="utf-8")
-        filled = text.replace("@POLICY@", frame_pages.POLICY + "; frame-ancestors 'self'")
+        filled = text.replace("@POLICY@", frame_pages.POLICY + "; frame-src 'self'; frame-ancestors 'self'")
         filled = colour_code.colour(MARKER.sub(lambda found: makers[found[1]](found[2]), filled))
         if filled != text:
             page.write_text(filled, encoding="utf-8")

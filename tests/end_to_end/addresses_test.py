@@ -5,7 +5,7 @@ import json
 import urllib.parse
 
 from pages import Pages
-from scene import DOCS
+from scene import DOCS, OLH, run, write
 
 MANUAL = "/htmldocs/olh_manual/index.htm"
 NOT_FOUND = "The document that you asked for was not found"
@@ -140,6 +140,15 @@ class Addresses(Pages):
         self.heading("Browsers and PDF readers")
         self.browser.wait("document.querySelector('.turn')")
         self.assertGreaterEqual(self.visible(frame), 4)
+
+    def test_a_topic_of_an_imported_manual_as_a_popup(self):
+        """On a web server with the headers of the manual, without what its generator put around the text; else the whole page."""
+        source = write(self.dir / "source/page.html", "<nav>Bar</nav><h1 id='start'>Start</h1>").parent
+        run(OLH, "import", self.dir / "bare", "imported", source)
+        nav = "(document.querySelector('iframe')?.contentDocument ?? document).querySelector('nav')"
+        for base, seen in ((f"{self.web}/bare", 0), ((self.dir / "bare").as_uri(), 1)):
+            self.browser.go(f"{base}/htmldocs/imported/index.htm#context=&topic=start&single=popup")
+            self.browser.wait(f"{nav}?.textContent == 'Bar' && {nav}.getClientRects().length == {seen}")
 
     def test_a_topic_that_is_a_place_of_a_page(self):
         for base in self.linked_copies():

@@ -94,7 +94,7 @@ class Reading(Pages):
             self.assertEqual([one for one in self.browser.requested() if not one.startswith((self.web + "/", "about:"))], [], page)
         self.assertGreater(len(wanted), 150)
         policy = urllib.request.urlopen(f"{self.web}/index.html").headers["Content-Security-Policy"]
-        self.assertEqual({policy}, {f"{one}; frame-ancestors 'self'" for one in policies})
+        self.assertEqual({policy}, {f"{one}; frame-src 'self'; frame-ancestors 'self'" for one in policies})
         self.browser.value("document.body.append(Object.assign(document.createElement('script'), { textContent: 'inside = true' }))")
         self.assertEqual(self.browser.value("typeof inside"), "undefined")
         places = subprocess.run(["pdfinfo", "-dests", DOCS / "pdfdocs/olh_manual.pdf"], capture_output=True, text=True).stdout
