@@ -1,7 +1,12 @@
 #include "page_places.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <string>
+#include <utility>
+
+#include "words.h"
 
 namespace olh_viewers {
 
@@ -27,12 +32,22 @@ std::string_view value_at(std::string_view rest) {
   return rest.substr(1, rest.find(rest[0], 1) - 1);
 }
 
+// As a browser reads it: the characters that generators of pages cannot write as they are.
+std::string unescaped(std::string_view value) {
+  constexpr std::array<std::pair<const char*, const char*>, 5> kEscapes = {
+      {{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}, {"&amp;", "&"}}};
+  std::string text(value);
+  if (text.find('&') == std::string::npos) return text;
+  for (const auto& [escape, character] : kEscapes) replace_all(text, escape, character);
+  return text;
+}
+
 // Calls `take` with each place and with where its value begins, until one is taken.
 void visit_places(std::string_view page, const std::function<bool(std::string_view, std::size_t)>& take) {
   for (std::size_t at = page.find('='); at != std::string_view::npos; at = page.find('=', at + 1)) {
     const std::string_view name = name_before(page, at);
     const bool is_place = name == "id" || name == "name" || name == "ID" || name == "NAME";
-    if (is_place && take(value_at(page.substr(at + 1)), at + 1)) return;
+    if (is_place && take(unescaped(value_at(page.substr(at + 1))), at + 1)) return;
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "check.h"
 #include "checks.h"
+#include "findings_in_short.h"
 #include "shared.h"
 
 namespace olh {
@@ -48,12 +49,9 @@ constexpr std::array kChecks = {NamedCheck{"start_pages", check_start_pages},
 struct Arguments {
   std::string root;
   std::string tags;
+  bool all = false;
   bool json = false;
 };
-
-const char* name_of(Level level) {
-  return level == Level::kError ? "error" : level == Level::kWarning ? "warning" : "note";
-}
 
 std::size_t how_many(const Findings& findings, Level level) {
   return static_cast<std::size_t>(std::ranges::count(findings.all(), level, &Finding::level));
@@ -66,11 +64,6 @@ int exit_code_of(const Findings& findings) {
 
 // ---- answers ----
 
-// "FILE is ...", or "FILE, line 3: ...".
-std::string sentence_of(const Finding& one) {
-  return place_of(one.file, one.line) + (one.line > 0 ? ": " : " ") + one.sentence + ".";
-}
-
 std::string contents_of(const CheckedRoot& root) {
   const auto number = [&](bool Holding::*form) {
     return static_cast<std::size_t>(std::ranges::count(root.holdings.all, true, form));
@@ -79,8 +72,19 @@ std::string contents_of(const CheckedRoot& root) {
          ", " + counted(number(&Holding::portal), "portal", "portals");
 }
 
-void print_as_text(const std::string& root, const std::string& contents, const Findings& findings) {
-  for (const Finding& one : findings.all()) say(padded(name_of(one.level), 9) + sentence_of(one));
+void print_findings(const Arguments& asked, const Findings& findings) {
+  if (asked.all) {
+    for (const Finding& one : findings.all()) say(line_of(one));
+    return;
+  }
+  const ShortFindings in_short = findings_in_short(findings);
+  for (const std::string& line : in_short.lines) say(line);
+  if (in_short.is_cut) say("With --all every problem is shown, and each in full.");
+}
+
+void print_as_text(const Arguments& asked, const std::string& root, const std::string& contents,
+                   const Findings& findings) {
+  print_findings(asked, findings);
   const std::string total = counted(how_many(findings, Level::kError), "error", "errors") + ", " +
                             counted(how_many(findings, Level::kWarning), "warning", "warnings");
   say(root + ": " + (contents.empty() ? "" : contents + "; ") +
@@ -96,8 +100,8 @@ void print_as_json(const std::string& root, const Findings& findings) {
   for (const Finding& one : findings.all())
     answer["findings"].push_back({{"level", name_of(one.level)},
                                   {"check", one.check},
-                                  {"file", one.file},
-                                  {"line", one.line > 0 ? nlohmann::json(one.line) : nlohmann::json()},
+                                  {"file", one.where.file},
+                                  {"line", line_or_null(one.where.line)},
                                   {"sentence", sentence_of(one)}});
   say_json(answer);
 }
@@ -109,8 +113,8 @@ int check(const Arguments& asked) {
   if (root) {
     findings.begin("root");
     for (const HalfRead& one : root->holdings.half_read)
-      findings.error(one.directory,
-                     "cannot be read to its end: " + one.reason + "; what else it holds was not checked");
+      findings.error({one.directory}, "cannot be read to its end: {}; what else it holds was not checked",
+                     one.reason);
     root->tags_file = asked.tags;
     for (const NamedCheck& one : kChecks) {
       findings.begin(one.name);
@@ -118,10 +122,10 @@ int check(const Arguments& asked) {
     }
   } else {
     findings.begin("root");
-    findings.error(asked.root, reason);
+    findings.error({asked.root}, reason);
   }
   const std::string name = root ? root->path : asked.root;
-  asked.json ? print_as_json(name, findings) : print_as_text(name, root ? contents_of(*root) : "", findings);
+  asked.json ? print_as_json(name, findings) : print_as_text(asked, name, root ? contents_of(*root) : "", findings);
   return exit_code_of(findings);
 }
 
@@ -134,6 +138,7 @@ void add_check_command(const Verb& olh) {
   verb.option("--tags", asked.tags, "The documents and tags that a program uses, one a line")
       .existing_file()
       .value_named("FILE");
+  verb.flag("--all", asked.all, "Show every problem; else of a long list a few examples, and how many more");
   add_json_option(verb, asked.json);
 }
 

@@ -16,8 +16,6 @@ namespace {
 constexpr std::string_view kTopicCall = "QELAddTopic";
 constexpr std::string_view kTitleCall = "QELAddBookVar(\"DocTitle\"";
 
-std::string topic_called(const olh_viewers::TableTopic& topic) { return "the topic " + quoted(topic.name); }
-
 // Whether a browser can run the line: its quotes pair and its brackets close.
 bool is_whole_call(std::string_view line) {
   std::size_t quotes = 0;
@@ -43,17 +41,16 @@ void check_topic(const CheckedManual& manual, const olh_viewers::TableTopic& top
                  std::map<std::string, int>& first_lines, Findings& findings) {
   const std::string normal = olh_viewers::normal_topic(topic.name);
   if (normal.empty()) {
-    findings.error(manual.table, topic_called(topic) + " has no letter or digit, so that no tag names it",
-                   topic.line);
+    findings.error({manual.table, topic.line}, "the topic \"{}\" has no letter or digit, so that no tag names it",
+                   topic.name);
     return;
   }
   const auto [first, is_first] = first_lines.try_emplace(normal, topic.line);
   if (!is_first)
-    findings.warning(manual.table,
-                     topic_called(topic) + " is in line " + std::to_string(first->second) +
-                         " already, and a help call only finds that one",
-                     topic.line);
-  if (topic.page.empty()) findings.error(manual.table, topic_called(topic) + " names no page", topic.line);
+    findings.warning({manual.table, topic.line},
+                     "the topic \"{}\" is in line {} already, and a help call only finds that one", topic.name,
+                     std::to_string(first->second));
+  if (topic.page.empty()) findings.error({manual.table, topic.line}, "the topic \"{}\" names no page", topic.name);
 }
 
 // The file that a topic's page is in, below the manual; "" for the start page itself.
@@ -75,17 +72,15 @@ std::string path_of_page(const CheckedRoot& root, const std::string& page) {
 void check_topic_page(const CheckedRoot& root, const CheckedManual& manual, const olh_viewers::TableTopic& topic,
                       TopicPage& page, Findings& findings) {
   if (page.path.empty())
-    return findings.error(manual.table,
-                          "the page " + file_of_page(topic.page) + " of " + topic_called(topic) + " is not there",
-                          topic.line);
+    return findings.error({manual.table, topic.line}, "the page {} of the topic \"{}\" is not there",
+                          file_of_page(topic.page), topic.name);
   const std::string place = olh_viewers::decoded(olh_viewers::fragment_of(topic.page));
   if (place.empty()) return;
   if (!page.places) page.places = olh_viewers::places_in_page(text_in_root(root.path, page.path).value_or(""));
   if (!page.places->contains(place))
-    findings.warning(manual.table,
-                     "the page " + page.path + " has no place \"" + place + "\" for " + topic_called(topic) +
-                         ", so that it opens at its top",
-                     topic.line);
+    findings.warning({manual.table, topic.line},
+                     "the page {} has no place \"{}\" for the topic \"{}\", so that it opens at its top",
+                     file_of_page(topic.page), place, topic.name);
 }
 
 bool leads_away(const std::string& page) { return page.starts_with('/') || page.find("://") != std::string::npos; }
@@ -97,15 +92,15 @@ void check_start_pages(const CheckedRoot& root, Findings& findings) {
     const std::string own_name = manual.name + ".htm";
     if (root.has(manual.directory + "/index.htm")) continue;
     if (root.is_web) {
-      findings.error(manual.directory + "/index.htm", "is not there, but the lists name the manual");
+      findings.error({manual.directory + "/index.htm"}, "is not there, but the lists name the manual");
     } else if (root.has(manual.directory + "/" + own_name)) {
-      findings.warning(manual.directory, "has the start page " + own_name +
-                                             ", which is not found once the root is on a web server; " +
-                                             "call it index.htm");
+      findings.warning(
+          {manual.directory},
+          "has the start page {}, which is not found once the root is on a web server; call it index.htm", own_name);
     } else if (has_wrong_start_page(root.path, manual.name)) {
-      findings.error(manual.directory, kWrongStartPage);
+      findings.error({manual.directory}, kWrongStartPage);
     } else {
-      findings.error(manual.directory, "has no start page index.htm, so that no help call finds the manual");
+      findings.error({manual.directory}, "has no start page index.htm, so that no help call finds the manual");
     }
   }
 }
@@ -113,14 +108,15 @@ void check_start_pages(const CheckedRoot& root, Findings& findings) {
 void check_topic_tables(const CheckedRoot& root, Findings& findings) {
   for (const CheckedManual& manual : root.manuals) {
     if (!manual.script) {
-      findings.warning(manual.table,
+      findings.warning({manual.table},
                        "cannot be read, so that no help call finds a topic and the lists leave the manual out");
       continue;
     }
-    if (manual.topics.empty()) findings.warning(manual.table, "names no topic");
+    if (manual.topics.empty()) findings.warning({manual.table}, "names no topic");
     if (!has_title(*manual.script))
-      findings.warning(manual.table, "gives no title (QELAddBookVar(\"DocTitle\",\"...\")), so that lists show " +
-                                         quoted(manual.name));
+      findings.warning({manual.table},
+                       "gives no title (QELAddBookVar(\"DocTitle\",\"...\")), so that lists show \"{}\"",
+                       manual.name);
   }
 }
 
@@ -137,11 +133,11 @@ void check_topic_lines(const CheckedRoot& root, Findings& findings) {
       ++number;
       if (!calls_for_topic(line)) continue;
       if (!seen.contains(number)) {
-        findings.error(manual.table,
-                       "does not begin with QELAddTopic([\"NAME\", so that no help call finds this topic", number);
+        findings.error({manual.table, number},
+                       "does not begin with QELAddTopic([\"NAME\", so that no help call finds this topic");
       } else if (!is_whole_call(line)) {
-        findings.error(manual.table, "is no whole QELAddTopic([...]); call, so that pages cannot read the table",
-                       number);
+        findings.error({manual.table, number},
+                       "is no whole QELAddTopic([...]); call, so that pages cannot read the table");
       }
     }
   }
@@ -154,9 +150,9 @@ void check_topic_pages(const CheckedRoot& root, Findings& findings) {
       const std::string file = file_of_page(topic.page);
       if (file.empty()) continue;
       if (leads_away(file)) {
-        findings.warning(manual.table,
-                         topic_called(topic) + " leads out of the manual, to " + file + ", which was not looked for",
-                         topic.line);
+        findings.warning({manual.table, topic.line},
+                         "the topic \"{}\" leads out of the manual, to {}, which was not looked for", topic.name,
+                         file);
         continue;
       }
       const auto [known, is_new] = pages.try_emplace(file);

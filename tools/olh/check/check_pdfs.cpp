@@ -11,25 +11,16 @@ namespace olh {
 
 namespace {
 
-// The manual's topics that its PDF has no place for.
-std::vector<std::string> topics_without_place(const CheckedManual& manual,
-                                              const std::vector<olh_viewers::NamedPlace>& places) {
-  std::set<std::string> there;
-  for (const olh_viewers::NamedPlace& place : places) there.insert(place.name);
-  std::vector<std::string> without;
-  for (const olh_viewers::TableTopic& topic : manual.topics)
-    if (!there.contains(olh_viewers::destination_of(topic.name)))
-      without.push_back("\"" + topic.name + "\" (" + olh_viewers::destination_of(topic.name) + ")");
-  return without;
-}
-
 void check_destinations_of(const CheckedRoot& root, const CheckedManual& manual, const std::string& pdf,
                            Findings& findings) {
   const auto places = olh_viewers::destinations_of(place_in_root(root.path, pdf));
-  if (!places) return findings.error(pdf, "cannot be read by pdfinfo");
-  const std::vector<std::string> without = topics_without_place(manual, *places);
-  if (!without.empty())
-    findings.warning(pdf, "has no named destination for " + enumeration(without) + " of the manual of the same name");
+  if (!places) return findings.error({pdf}, "cannot be read by pdfinfo");
+  std::set<std::string> there;
+  for (const olh_viewers::NamedPlace& place : *places) there.insert(place.name);
+  for (const olh_viewers::TableTopic& topic : manual.topics)
+    if (const std::string wanted = olh_viewers::destination_of(topic.name); !there.contains(wanted))
+      findings.warning({pdf}, "has no named destination {} for the topic \"{}\" of the manual of the same name",
+                       wanted, topic.name);
 }
 
 }  // namespace
@@ -40,9 +31,9 @@ void check_destinations(const CheckedRoot& root, Findings& findings) {
     const std::string pdf = manual.topics.empty() ? "" : root.pdf_named(manual.name);
     if (pdf.empty()) continue;
     if (root.is_web) {
-      findings.note(pdf, "is on a web server: its named destinations cannot be checked");
+      findings.note({pdf}, "is on a web server: its named destinations cannot be checked");
     } else if (!can_read) {
-      findings.warning(pdf, std::string("could not be looked into: ") + olh_viewers::kInstallPdfinfo);
+      findings.warning({pdf}, "could not be looked into: {}", olh_viewers::kInstallPdfinfo);
     } else {
       check_destinations_of(root, manual, pdf, findings);
     }
@@ -56,7 +47,7 @@ void check_pdf_titles(const CheckedRoot& root, Findings& findings) {
   for (const ListedDocument& one : documents) {
     const bool by_file_name = ends_in_any_pdf(one.title) && without_pdf(one.title) == one.name;
     if (one.pdf && by_file_name)
-      findings.warning("pdfdocs/" + one.title,
+      findings.warning({"pdfdocs/" + one.title},
                        "has no title that the list generator sees, so that lists show its file name; name it in a "
                        "portal's js/doclist.js, or write an uncompressed pdf:Title into its metadata");
   }
@@ -66,9 +57,9 @@ void check_pdf_endings(const CheckedRoot& root, Findings& findings) {
   for (const char* directory : {"pdfdocs", "system_admin_docs"})
     for (const std::string& file : root.names_in(directory))
       if (ends_in_any_pdf(file) && !file.ends_with(".pdf"))
-        findings.warning(
-            std::string(directory) + "/" + file,
-            "does not end in .pdf as written, so that a help call only finds it by the name \"" + file + "\"");
+        findings.warning({std::string(directory) + "/" + file},
+                         "does not end in .pdf as written, so that a help call only finds it by the name \"{}\"",
+                         file);
 }
 
 }  // namespace olh

@@ -52,29 +52,29 @@ void check_portal_list(const CheckedRoot& root, Findings& findings) {
   for (const ListedItem& item : *listed) {
     names.insert(item.name);
     if (!root.has(script_of(item.name)))
-      findings.error(kInstalledPortals, "names the portal \"" + item.name + "\", which has no js/doclist.js",
-                     item.line);
+      findings.error({kInstalledPortals, item.line}, "names the portal \"{}\", which has no js/doclist.js",
+                     item.name);
   }
   for (const std::string& portal : portals_in(root))
     if (portal != kMainPortal && !names.contains(portal))
-      findings.warning(directory_of(portal), std::string("is a portal that ") + kInstalledPortals + " does not name");
+      findings.warning({directory_of(portal)}, "is a portal that {} does not name", kInstalledPortals);
 }
 
 void check_portal_files(const CheckedRoot& root, Findings& findings) {
   for (const std::string& portal : portals_in(root)) {
     const bool has_script = root.has(script_of(portal));
     if (!root.has(page_of(portal)))
-      findings.error(page_of(portal), "is not there, so that no help call finds the portal");
+      findings.error({page_of(portal)}, "is not there, so that no help call finds the portal");
     if (!has_script && !root.is_web)
-      findings.error(script_of(portal), "is not there, so that the portal has neither a name nor documents");
+      findings.error({script_of(portal)}, "is not there, so that the portal has neither a name nor documents");
     const bool is_read = has_script && (root.is_web || text_in_root(root.path, script_of(portal)));
     if (has_script && !is_read)
-      findings.error(script_of(portal), "cannot be read, so that the portal has neither a name nor documents");
+      findings.error({script_of(portal)}, "cannot be read, so that the portal has neither a name nor documents");
     if (is_read && !root.is_web && !has_name(root, portal))
-      findings.warning(script_of(portal),
+      findings.warning({script_of(portal)},
                        "gives no name (mTomeDeckName = \"...\"), so that no list shows the portal");
     if (!portal.ends_with("_td"))
-      findings.warning(directory_of(portal),
+      findings.warning({directory_of(portal)},
                        "does not end in _td, so that a help call does not take it for a portal");
   }
 }
@@ -87,8 +87,8 @@ void check_portal_documents(const CheckedRoot& root, Findings& findings) {
   for (const std::string& portal : portals_in(root))
     for (const ListedItem& item : items_in_list(text_in_root(root.path, script_of(portal)).value_or("")))
       if (item.name.find('/') == std::string::npos && !known.contains(document_named(item.name)))
-        findings.warning(script_of(portal), "names the document \"" + item.name + "\", which is not in this root",
-                         item.line);
+        findings.warning({script_of(portal), item.line}, "names the document \"{}\", which is not in this root",
+                         item.name);
 }
 
 }  // namespace olh

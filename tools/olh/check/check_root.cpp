@@ -15,25 +15,21 @@ namespace {
 
 constexpr const char* kOptions = "qel_doc_options.ini";
 
-std::string made_anew(const CheckedRoot& root) {
-  return "; '" + command_line({"olh", "dmerge", root.path}) + "' makes it anew";
-}
-
 // Behind a URL nothing can be tried: only whether the lists are there.
 void check_served_lists(const CheckedRoot& root, Findings& findings) {
   if (!listed_documents(root.path))
-    findings.warning(kPortalsLibraryList,
+    findings.warning({kPortalsLibraryList},
                      "cannot be read, so that pages list no documents and these were not checked");
   if (!listed_portals(root.path))
-    findings.warning(kInstalledPortals, "cannot be read, so that pages list no portals and these were not checked");
-  findings.note(root.path,
+    findings.warning({kInstalledPortals}, "cannot be read, so that pages list no portals and these were not checked");
+  findings.note({root.path},
                 "is on a web server: whether its lists are up to date, and what they leave out, cannot be checked");
 }
 
 void check_program(const std::string& file, const char* key, Findings& findings) {
   const std::string program = written_value(file, key);
   if (!program.empty() && exe_exists(program.c_str()) == 0)
-    findings.warning(kOptions, std::string(key) + " names " + program + ", which is not executable on this machine");
+    findings.warning({kOptions}, "{} names {}, which is not executable on this machine", key, program);
 }
 
 // Names in lower case, with the spellings in use and where each of them stands.
@@ -47,11 +43,10 @@ void add_spelling(Spellings& spellings, const std::string& name, const std::stri
 
 void tell_twins(const Spellings& spellings, Findings& findings) {
   for (const auto& [low, places] : spellings) {
-    if (places.size() < 2) continue;
-    std::vector<std::string> others;
-    for (auto place = std::next(places.begin()); place != places.end(); ++place) others.push_back(place->second);
-    findings.warning(places.begin()->second, "differs only in letter case from " + enumeration(others) +
-                                                 ", and a help call takes them for different documents");
+    for (auto other = std::next(places.begin()); other != places.end(); ++other)
+      findings.warning({places.begin()->second},
+                       "differs only in letter case from {}, and a help call takes them for different documents",
+                       other->second);
   }
 }
 
@@ -59,18 +54,21 @@ void tell_twins(const Spellings& spellings, Findings& findings) {
 
 void check_lists(const CheckedRoot& root, Findings& findings) {
   if (root.is_web) return check_served_lists(root, findings);
-  if (!root.trial) return findings.error(root.path, "cannot be listed: " + root.no_trial);
+  if (!root.trial) return findings.error({root.path}, "cannot be listed: {}", root.no_trial);
   if (!root.has("htmldocs") && !root.has("tomedecks")) return;  // no page would read a list
   if (root.trial->run.result != DMERGE_RESULT_OK)
     for (const std::string& message : root.trial->run.messages)
-      findings.warning(root.path, "cannot have its lists made; the generator says: " + message);
+      findings.warning({root.path}, "cannot have its lists made; the generator says: {}", message);
   for (const ListChange& change : root.trial->changes)
-    findings.warning(change.file, state_of(change) + (change.is_unreadable ? "" : made_anew(root)));
+    change.is_unreadable ? findings.warning({change.file}, state_of(change))
+                         : findings.warning({change.file}, state_of(change) + "; '{}' makes it anew",
+                                            command_line({"olh", "dmerge", root.path}));
 }
 
 void check_titles(const CheckedRoot& root, Findings& findings) {
   if (!root.trial) return;
-  for (const TitleWarning& one : title_warnings(root.trial->run)) findings.warning(one.file, one.sentence);
+  for (const TitleWarning& one : title_warnings(root.trial->run, root.path))
+    findings.warning({one.file, one.line}, one.what + " \"{}\"" + one.harm, one.text);
 }
 
 void check_options(const CheckedRoot& root, Findings& findings) {
@@ -78,12 +76,12 @@ void check_options(const CheckedRoot& root, Findings& findings) {
   if (root.is_web || path_exists(file.c_str()) == 0) return;
   for (const SpoiltFile& one : root.search.spoilt)
     if (one.file == file)
-      findings.error(kOptions, one.reason + ". The whole file is ignored until that is fixed", one.line);
+      findings.error({kOptions, one.line}, "{}. The whole file is ignored until that is fixed", one.reason);
   for (const char* key : {"QEL_HTML_BROWSER", "QEL_PDF_READER"}) check_program(file, key, findings);
   for (const JudgedRoot& one : root.search.rejected)
     if (one.options_file == file)
-      findings.warning(kOptions,
-                       "QEL_ALT_DOC_PATH names " + one.path + ", which is no documentation root: it " + one.reason);
+      findings.warning({kOptions}, "QEL_ALT_DOC_PATH names {}, which is no documentation root: it {}", one.path,
+                       one.reason);
 }
 
 void check_letter_case(const CheckedRoot& root, Findings& findings) {

@@ -37,14 +37,15 @@ class TagCheck {
     const Located located = locate(use.document, root_.search);
     const int result = OlhHelpTest(use.document.c_str(), use.tag.c_str());
     if (is_path_or_url(use.document)) {
-      if (result != OLH_RESULT_OK) return error(use, "\"" + use.document + "\" is not there");
-      return note(use, "\"" + use.document + "\" is a path or URL, which says nothing of this root");
+      if (result != OLH_RESULT_OK) return findings_.error(at(use), "\"{}\" is not there", use.document);
+      return findings_.note(at(use), "\"{}\" is a path or URL, which says nothing of this root", use.document);
     }
-    if (result == OLH_RESULT_NOT_FOUND) return error(use, "there is no document \"" + use.document + "\"");
+    if (result == OLH_RESULT_NOT_FOUND) return findings_.error(at(use), "there is no document \"{}\"", use.document);
     if (located.root.empty())
-      return error(use, "\"" + use.document + "\" is only found in the working directory, at " + located.location);
+      return findings_.error(at(use), "\"{}\" is only found in the working directory, at {}", use.document,
+                             located.location);
     if (use.tag.empty()) return;
-    if (located.kind == OLH_VIEWER_TOMEDECK) return note(use, "the tabs of a portal cannot be checked");
+    if (located.kind == OLH_VIEWER_TOMEDECK) return findings_.note(at(use), "the tabs of a portal cannot be checked");
     if (located.kind == OLH_VIEWER_HTML) check_topic(use, located, result);
     check_destination(use, located);
   }
@@ -56,14 +57,14 @@ class TagCheck {
     const std::string table = place_beside(located.location, olh_viewers::kTopicTable);
     if (root_.is_web) {
       const auto script = text_at(table);
-      if (!script) return error(use, "the topic table " + table + " cannot be read");
+      if (!script) return findings_.error(at(use), "the topic table {} cannot be read", table);
       const auto topics = olh_viewers::topics_in_table(*script);
       const std::string wanted = olh_viewers::normal_topic(use.tag);
       is_there = std::any_of(topics.begin(), topics.end(), [&](const olh_viewers::TableTopic& topic) {
         return olh_viewers::normal_topic(topic.name) == wanted;
       });
     }
-    if (!is_there) error(use, "there is no topic \"" + use.tag + "\" in " + table);
+    if (!is_there) findings_.error(at(use), "there is no topic \"{}\" in {}", use.tag, table);
   }
 
   // Of a document in both forms, a missing destination only meets those who prefer the PDF.
@@ -71,14 +72,14 @@ class TagCheck {
     const std::string pdf =
         located.kind == OLH_VIEWER_PDF ? located.location : pdf_beside_manual(use.document, located.root);
     if (pdf.empty()) return;
-    if (is_web_root(pdf)) return note(use, "the named destinations of " + pdf + " cannot be checked");
+    if (is_web_root(pdf)) return findings_.note(at(use), "the named destinations of {} cannot be checked", pdf);
     const auto places = olh_viewers::destinations_of(pdf);
-    if (!places) return warning(use, pdf + " could not be looked into: " + why_unread());
+    if (!places) return findings_.warning(at(use), "{} could not be looked into: {}", pdf, why_unread());
     const std::string wanted = olh_viewers::destination_of(use.tag);
     if (std::ranges::find(*places, wanted, &olh_viewers::NamedPlace::name) != places->end()) return;
-    const std::string sentence = "there is no named destination \"" + wanted + "\" in " + pdf;
-    if (located.kind == OLH_VIEWER_PDF) return error(use, sentence);
-    warning(use, sentence);
+    constexpr const char* kMissing = "there is no named destination \"{}\" in {}";
+    if (located.kind == OLH_VIEWER_PDF) return findings_.error(at(use), kMissing, wanted, pdf);
+    findings_.warning(at(use), kMissing, wanted, pdf);
   }
 
   std::string pdf_beside_manual(const std::string& document, const std::string& root) const {
@@ -90,11 +91,7 @@ class TagCheck {
     return olh_viewers::can_read_destinations() ? "pdfinfo cannot read it" : olh_viewers::kInstallPdfinfo;
   }
 
-  void error(const Use& use, const std::string& sentence) { findings_.error(root_.tags_file, sentence, use.line); }
-  void warning(const Use& use, const std::string& sentence) {
-    findings_.warning(root_.tags_file, sentence, use.line);
-  }
-  void note(const Use& use, const std::string& sentence) { findings_.note(root_.tags_file, sentence, use.line); }
+  FoundIn at(const Use& use) const { return {root_.tags_file, use.line}; }
 
   const CheckedRoot& root_;
   Findings& findings_;
@@ -105,7 +102,7 @@ class TagCheck {
 void check_tags(const CheckedRoot& root, Findings& findings) {
   if (root.tags_file.empty()) return;
   const std::optional<std::string> text = text_at(root.tags_file);
-  if (!text) return findings.error(root.tags_file, "cannot be read");
+  if (!text) return findings.error({root.tags_file}, "cannot be read");
   TagCheck check(root, findings);
   int number = 0;
   int uses = 0;
@@ -115,7 +112,7 @@ void check_tags(const CheckedRoot& root, Findings& findings) {
     ++uses;
     check.take(use);
   }
-  if (uses == 0) findings.warning(root.tags_file, "names no document");
+  if (uses == 0) findings.warning({root.tags_file}, "names no document");
 }
 
 }  // namespace olh

@@ -70,9 +70,8 @@ void print_as_json(const SearchRoots& roots, const std::vector<SpoiltFile>& spoi
                                   {"options_file", text_or_null(one.options_file)},
                                   {"reason", one.reason}});
   for (const SpoiltFile& one : spoilt)
-    answer["spoilt_option_files"].push_back({{"file", one.file},
-                                             {"line", one.line > 0 ? nlohmann::json(one.line) : nlohmann::json()},
-                                             {"reason", one.reason}});
+    answer["spoilt_option_files"].push_back(
+        {{"file", one.file}, {"line", line_or_null(one.line)}, {"reason", one.reason}});
   say_json(answer);
 }
 

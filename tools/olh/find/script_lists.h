@@ -15,6 +15,7 @@ namespace olh {
 
 inline constexpr const char* kPortalsLibraryList = "tomedecks/qel_td/js/LibList.js";
 inline constexpr const char* kManualsLibraryList = "htmldocs/QEL/lib/LibList.js";
+inline constexpr const char* kListOfPortals = "tomedecks/qel_td/js/tdklist.js";  // written by hand
 inline constexpr const char* kInstalledPortals = "tomedecks/qel_td/js/tdklist_installed.js";
 
 struct ListedDocument {

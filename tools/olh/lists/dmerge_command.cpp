@@ -56,15 +56,16 @@ std::string totals(const ListRun& run) {
 
 nlohmann::json run_as_json(const std::string& root, const ListRun& run) {
   nlohmann::json warnings = nlohmann::json::array();
-  for (const TitleWarning& one : title_warnings(run))
-    warnings.push_back({{"file", one.file}, {"sentence", one.sentence}});
+  for (const TitleWarning& one : title_warnings(run, root))
+    warnings.push_back({{"file", one.file}, {"line", line_or_null(one.line)}, {"sentence", sentence_of(one)}});
   return {{"root", root},           {"result", exit_code_of(run)}, {"libraries", run.libraries},
           {"pdfs", run.pdfs},       {"both_forms", run.both},      {"portals", run.portals},
           {"seconds", run.seconds}, {"messages", run.messages},    {"warnings", warnings}};
 }
 
-void complain_of_titles(const ListRun& run) {
-  for (const TitleWarning& one : title_warnings(run)) complain("warning: " + one.file + " " + one.sentence + ".");
+void complain_of_titles(const std::string& root, const ListRun& run) {
+  for (const TitleWarning& one : title_warnings(run, root))
+    complain("warning: " + sentence_at(one.file, one.line, sentence_of(one)));
 }
 
 // ---- making the lists ------------------------------------------------------------------------------------------
@@ -89,7 +90,7 @@ int make(const std::string& root, const DmergeArguments& asked) {
     if (!asked.quiet) say(totals(run));
   }
   if (!is_made) complain(sentence_about_failure(run));
-  if (!asked.json) complain_of_titles(run);
+  if (!asked.json) complain_of_titles(root, run);
   return exit_code_of(run);
 }
 
@@ -118,7 +119,7 @@ int check(const std::string& root, const DmergeArguments& asked) {
       for (const ListChange& change : trial.changes) say(change.file + " " + state_of(change) + ".");
     if (!asked.quiet && code == OLH_RESULT_OK) say("The lists of " + root + " are up to date: " + totals(run) + ".");
   }
-  if (!asked.json) complain_of_titles(run);
+  if (!asked.json) complain_of_titles(root, run);
   const auto can_be_compared = [](const ListChange& change) { return !change.is_unreadable; };
   if (code == kOutOfDate && !asked.quiet && std::ranges::any_of(trial.changes, can_be_compared))
     complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");

@@ -30,8 +30,6 @@ constexpr const char* kWanted[] = {
     "tomedecks/index.html", "tomedecks/common",     "tomedecks/qel_td"};
 // Those of them that the pages of a manual read.
 constexpr const char* kFrame[] = {"htmldocs/qelhelp.htm", "htmldocs/QEL"};
-// The portals that the project's own root may hold: the generator begins a list of its own where there is none.
-constexpr const char* kOwnPortals = "tomedecks/qel_td/js/tdklist.js";
 
 // A directory beside the new root, so that the root can be moved to its place in one step; gone with what is in it at
 // the end of the scope.
@@ -68,7 +66,7 @@ void copy_wanted(const fs::path& docs, const fs::path& root, std::span<const cha
     }
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(docs / wanted)) {
       const fs::path relative = entry.path().lexically_relative(docs);
-      const bool is_own = relative == kOwnPortals || relative == kPortalDocuments;
+      const bool is_own = relative == kListOfPortals || relative == kPortalDocuments;
       const bool is_index = relative.string().starts_with(kSearchIndex);
       if (entry.is_regular_file() && !is_own && !is_index && !is_generated_list(relative))
         copy_page(entry.path(), root / relative);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files.h"
 #include "shared.h"
 
 namespace olh {
@@ -13,38 +14,69 @@ bool is_more_than_text(char c) {
 
 namespace {
 
-class Warnings {
- public:
-  void look_at(const std::string& file, const std::string& how, const std::string& text) {
-    const auto found = std::find_if(text.begin(), text.end(), is_more_than_text);
-    if (found == text.end()) return;
-    all_.push_back({file, how + " \"" + text + "\": the lists take '" + visible(std::string(1, *found)) +
-                              "' as it is, and a page may run what is there as script"});
-  }
-  std::vector<TitleWarning> all_;
+struct TitleSource {
+  std::string file;
+  int line = 0;
 };
 
-// What gives a document its title.
-std::string source_of(const ListedDocument& one, const ListRun& run) {
-  if (one.html) return "htmldocs/" + one.name + "/QELdata/QELAllData.js";
-  const auto& portals = run.titled_by_portals;
-  return std::find(portals.begin(), portals.end(), one.name) != portals.end() ? "tomedecks/*/js/doclist.js"
-                                                                              : "pdfdocs/" + one.name + ".pdf";
+// The first line of the file that holds the mark, as the generator takes it.
+TitleSource line_with(std::string_view mark, const std::string& file, const std::string& root) {
+  const std::vector<std::string> lines = lines_of(text_in_root(root, file).value_or(""));
+  const auto found =
+      std::ranges::find_if(lines, [&](const std::string& line) { return line.find(mark) != std::string::npos; });
+  return {file, found == lines.end() ? 0 : static_cast<int>(found - lines.begin()) + 1};
+}
+
+// The line that lists a portal or document by this name with this title; line 0 where there is none.
+TitleSource item_in(const std::string& file, const std::string& name, const std::string& title,
+                    const std::string& root) {
+  for (const ListedItem& item : items_in_list(text_in_root(root, file).value_or("")))
+    if (item.name == name && item.title == title) return {file, item.line};
+  return {file};
+}
+
+std::string documents_of(const std::string& portal) { return "tomedecks/" + portal + "/js/doclist.js"; }
+
+TitleSource source_of_document(const ListedDocument& one, const ListRun& run, const std::string& root) {
+  if (one.html)
+    return line_with("QELAddBookVar(\"DocTitle\"", "htmldocs/" + one.name + "/QELdata/QELAllData.js", root);
+  if (std::ranges::find(run.titled_by_portals, one.name) != run.titled_by_portals.end())
+    for (const std::string& portal : olh_viewers::names_in(place_in_root(root, "tomedecks")).names)
+      if (const TitleSource item = item_in(documents_of(portal), one.name, one.title, root); item.line > 0)
+        return item;
+  return {"pdfdocs/" + one.name + ".pdf"};
+}
+
+// The list that is written by hand, else the portal's own script.
+TitleSource source_of_portal(const ListedItem& portal, const std::string& root) {
+  const TitleSource item = item_in(kListOfPortals, portal.name, portal.title, root);
+  return item.line > 0 ? item : line_with("mTomeDeckName = \"", documents_of(portal.name), root);
 }
 
 }  // namespace
 
-std::vector<TitleWarning> title_warnings(const ListRun& run) {
-  Warnings warnings;
+std::string sentence_of(const TitleWarning& one) { return one.what + " " + quoted(one.text) + one.harm; }
+
+std::vector<TitleWarning> title_warnings(const ListRun& run, const std::string& root) {
+  std::vector<TitleWarning> warnings;
+  const auto look_at = [&](const char* what, const std::string& text, const auto& source) {
+    const auto found = std::ranges::find_if(text, is_more_than_text);
+    if (found == text.end()) return;
+    const TitleSource from = source();
+    warnings.push_back({from.file, from.line, what, text,
+                        ": the lists take '" + visible(std::string(1, *found)) +
+                            "' as it is, and a page may run what is there as script"});
+  };
   for (const ListedDocument& one : run.documents) {
-    warnings.look_at(one.html ? "htmldocs/" + one.name : "pdfdocs/" + one.name + ".pdf", "is named", one.name);
+    look_at("is named", one.name,
+            [&] { return TitleSource{one.html ? "htmldocs/" + one.name : "pdfdocs/" + one.name + ".pdf"}; });
     const bool is_own_name = one.title == one.name || one.title == one.name + ".pdf";
-    if (!is_own_name) warnings.look_at(source_of(one, run), "gives the title", one.title);
+    if (!is_own_name) look_at("gives the title", one.title, [&] { return source_of_document(one, run, root); });
   }
   for (const ListedItem& portal : run.listed_portals)
-    warnings.look_at("tomedecks/" + portal.name + "/js/doclist.js", "gives the title", portal.title);
-  warnings.look_at("tomedecks/qel_td/js/tdklist.js", "gives the release name", run.release);
-  return warnings.all_;
+    look_at("gives the title", portal.title, [&] { return source_of_portal(portal, root); });
+  look_at("gives the release name", run.release, [&] { return line_with("mReleaseName", kListOfPortals, root); });
+  return warnings;
 }
 
 }  // namespace olh

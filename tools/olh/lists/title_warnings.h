@@ -15,15 +15,21 @@
 namespace olh {
 
 struct TitleWarning {
-  std::string file;      // below the root: what the title or name comes from
-  std::string sentence;  // goes on after the file's name, without the full stop
+  std::string file;  // below the root: what the title or name comes from
+  int line = 0;      // 0: the file as such
+  std::string what;  // "gives the title"
+  std::string text;
+  std::string harm;
 };
+
+// Goes on after the file's name, without the full stop.
+std::string sentence_of(const TitleWarning& one);
 
 // Whether a character means something in a script or a page.
 bool is_more_than_text(char c);
 
-// Of the documents, the portals and the release that a run has listed.
-std::vector<TitleWarning> title_warnings(const ListRun& run);
+// Of the documents, the portals and the release that a run has listed; `root` is where their lines are looked for.
+std::vector<TitleWarning> title_warnings(const ListRun& run, const std::string& root);
 
 }  // namespace olh
 

@@ -54,6 +54,10 @@ std::string place_of(const std::string& file, int line) {
   return line > 0 ? file + ", line " + std::to_string(line) : file;
 }
 
+std::string sentence_at(const std::string& file, int line, const std::string& rest) {
+  return place_of(file, line) + (line > 0 ? ": " : " ") + rest + ".";
+}
+
 std::size_t width_of(const std::string& text) {
   const auto begins_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins_character));
@@ -100,5 +104,7 @@ std::string enumeration(const std::vector<std::string>& items) {
 nlohmann::json text_or_null(const std::string& text) {
   return text.empty() ? nlohmann::json(nullptr) : nlohmann::json(text);
 }
+
+nlohmann::json line_or_null(int line) { return line > 0 ? nlohmann::json(line) : nlohmann::json(nullptr); }
 
 }  // namespace olh

@@ -39,6 +39,8 @@ std::string quoted(const std::string& text);
 std::string at_tag(const std::string& tag);
 // "FILE, line 3", or the file alone for 0.
 std::string place_of(const std::string& file, int line);
+// "FILE is ...", or "FILE, line 3: is ...".
+std::string sentence_at(const std::string& file, int line, const std::string& rest);
 // How many characters (of UTF-8) the text has.
 std::size_t width_of(const std::string& text);
 // The text with blanks behind it, up to that width.
@@ -54,6 +56,8 @@ std::string enumeration(const std::vector<std::string>& items);
 
 // The text, or JSON's null for "".
 nlohmann::json text_or_null(const std::string& text);
+// The number of a line, or JSON's null for 0.
+nlohmann::json line_or_null(int line);
 
 }  // namespace olh
 

@@ -18,7 +18,7 @@ class Check(Verbs):
         for page in ("intro.htm", "setting_up.htm"):
             write(self.docs / "htmldocs/guide" / page)
         write(self.docs / "pdfdocs/paper_only.pdf", PDF)
-        write(self.docs / "htmldocs/guide/setting_up.htm", '<h2 id="on disk">On a disk</h2><a class=x name=old>')
+        write(self.docs / "htmldocs/guide/setting_up.htm", '<h2 id="on disk">On a disk</h2><a class=x name=old><p id="a&lt;b&amp;c">')
         self.make_lists(self.docs)
 
     def found(self, *words, root=None, code, **variables):
@@ -27,6 +27,8 @@ class Check(Verbs):
         return [(f["level"], f["check"], f["file"], f["line"]) for f in answer["findings"]]
 
     def test_a_clean_root_on_the_disk_and_behind_a_url(self):
+        with open(self.docs / TABLE, "a") as table:
+            table.write('QELAddTopic(["odd","setting_up.htm#a%3Cb%26c","T"]);\n')
         self.assertEqual(self.found(code=0), [])
         self.assertEqual(self.found(code=0, QEL_DOC_PATH=None), [])
         url = self.serve(self.docs)
@@ -90,6 +92,21 @@ class Check(Verbs):
                 self.assertIn(finding, self.found(code=2 if finding[0] == "error" or leads_to_more else 1))
                 shutil.rmtree(self.docs)
                 whole.rename(self.docs)
+
+    def test_a_long_list_is_cut_to_a_screen_for_each_document(self):
+        rows = "".join(f'QELAddTopic(["t{n}","gone.htm","T"]);\nQELAddTopic(["t{n}","{"long" * 50}.htm","T"]);\n' for n in range(500))
+        write(self.docs / TABLE, 'QELAddBookVar("DocTitle","x");\n' + rows)
+        write(self.docs / "pdfdocs/guide.pdf", PDF)
+        write(self.docs / "pdfdocs/LOUD.PDF", PDF)
+        self.make_lists(self.docs)
+        shown = self.olh("check", self.docs, code=2).stdout.splitlines()
+        self.assertEqual([line.split()[1] for line in shown if " more like these" in line], ["995", "495", "995"])
+        self.assertEqual(len(shown), 3 * 6 + len(["LOUD.PDF", "--all", "total"]))
+        self.assertLess(max(map(len, shown)), 200)
+        everything = self.olh("check", "--all", self.docs, code=2).stdout.splitlines()
+        found = self.json("check", str(self.docs), code=2)["findings"]
+        self.assertEqual(everything[:-1], [f"{one['level']:9}{one['sentence']}" for one in found])
+        self.assertEqual(everything[-1], shown[-1])
 
     def test_faults_behind_a_url(self):
         (self.docs / "htmldocs/guide/setting_up.htm").unlink()

@@ -43,22 +43,26 @@ class Dmerge(Verbs):
         self.assertIn("1 library, 2 PDFs, ", self.dmerge(f"{self.docs}///").stdout)
 
     def test_titles_that_are_more_than_text_are_named_with_their_files(self):
-        titles = {"htmldocs/guide/QELdata/QELAllData.js": ("QELAddBookVar(\"DocTitle\",\"%s\");\n", "A <b>", "'<'"),
-                  "pdfdocs/a&b.pdf": ("%%PDF-1.4%s", "", "'&'"),
-                  "pdfdocs/esc.pdf": ("pdf:Title='%s'\n", "red\x1b[31m", "'\\x1b'"),
-                  "tomedecks/x_td/js/doclist.js": ("mTomeDeckName = \"%s\";\n", "a\\b", "'\\'"),
-                  "tomedecks/qel_td/js/tdklist.js": ("mReleaseName = \"%s\";\nEntry.fAddList( List );\n", "R&D", "'&'")}
-        for file, (line, title, _) in titles.items():
+        titles = {"htmldocs/guide/QELdata/QELAllData.js": ("\nQELAddBookVar(\"DocTitle\",\"%s\");\n", "A <b>", "'<'", 2),
+                  "pdfdocs/a&b.pdf": ("%%PDF-1.4%s", "", "'&'", None),
+                  "pdfdocs/esc.pdf": ("pdf:Title='%s'\n", "red\x1b[31m", "'\\x1b'", None),
+                  "tomedecks/x_td/js/doclist.js": ("mTomeDeckName = \"%s\";\n", "a\\b", "'\\'", 1),
+                  "tomedecks/y_td/js/doclist.js": ("// PDFs\nList.fAddItem( \"%s\", \"paper\" );\n", "<i>", "'<'", 2),
+                  "tomedecks/qel_td/js/tdklist.js": ("mReleaseName = \"%s\";\nEntry.fAddList( List );\n", "R&D", "'&'", 1)}
+        write(self.docs / "pdfdocs/paper.pdf", "%PDF-1.4\n")
+        for file, (line, title, _, _) in titles.items():
             write(self.docs / file, line % title)
         for arguments in ([], ["--check"]):
             said = self.dmerge(*arguments, str(self.docs)).stderr
-            for file, (_, _, sign) in titles.items():
-                self.assertRegex(said, f"warning: {re.escape(file)} .*{re.escape(sign)} as it is")
+            for file, (_, _, sign, line) in titles.items():
+                place = f"{file}, line {line}:" if line else file
+                self.assertRegex(said, f"warning: {re.escape(place)} .*{re.escape(sign)} as it is")
             self.assertNotIn("\x1b", said)
-        self.assertEqual(sorted(one["file"] for one in json.loads(self.dmerge("--json", str(self.docs)).stdout)["warnings"]),
-                         sorted(titles))
-        found = json.loads(self.olh("check", "--json", str(self.docs)).stdout)["findings"]
-        self.assertEqual(sorted(one["file"] for one in found if one["check"] == "titles"), sorted(titles))
+        places = sorted((file, line) for file, (_, _, _, line) in titles.items())
+        of_dmerge = json.loads(self.dmerge("--json", str(self.docs)).stdout)["warnings"]
+        of_check = [one for one in self.json("check", str(self.docs), code=2)["findings"] if one["check"] == "titles"]
+        for found in (of_dmerge, of_check):
+            self.assertEqual(sorted((one["file"], one["line"]) for one in found), places)
 
     def test_check_writes_nothing_and_says_what_would_change(self):
         before = self.files_of(self.docs)
