@@ -42,5 +42,5 @@ def index(manual):
                 rows += f"<li>{shown}: {', '.join(commands)}</li>\n"
             else:
                 rows += f'<li><a href="{next(iter(names[name]))}">{shown}</a></li>\n'
-        made += f'<h2 id="names_{kind.split()[0].strip(",").lower()}">{kind}</h2>\n<ul>\n{rows}</ul>\n'
+        made += f'<h2 id="names_{kind.split()[0].strip(",").lower()}">{kind}</h2>\n<ul class="names">\n{rows}</ul>\n'
     return made
