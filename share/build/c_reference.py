@@ -16,7 +16,7 @@ CODE = r'"([^"]*)"|\b((?:Olh[A-Z]|OLH_|QEL_|TRV_|DMERGE_)\w*|[\w/]*\w\.(?:ini|js
 
 
 def anchor(name):
-    """Where an entry stands. The topics of the manual have names of their own, which some functions have too."""
+    """The place of an entry. The topics of the manual have names of their own, which some functions have too."""
     return name if name.startswith("Olh") else "c_" + name
 
 
@@ -25,7 +25,7 @@ def spaces(text):
 
 
 def phrase(text, known=()):
-    """Running text: names and what stands in quotes become code, and a function that has an entry a link to it."""
+    """Running text: names and quoted text become code, and a function that has an entry a link to it."""
 
     def code(found):
         quoted, name = found[1], found[2]
@@ -45,7 +45,7 @@ def depth(line):
 
 
 def columns(lines):
-    """Rows of cells that stand two blanks or more apart; a line that is set in deeper continues the last cell."""
+    """Rows of cells with two blanks or more between them; a line that is indented more continues the last cell."""
     rows = []
     for line in lines:
         if depth(line) > depth(lines[0]):

@@ -5,7 +5,7 @@ line. Run again, it writes all of that anew.
 
 usage: frame_pages.py MANUAL_DIRECTORY
 
-The frame stands behind the topic, which comes first where there is only text. manual.js puts it in its place, and makes
+The frame comes after the topic, which comes first where there is only text. manual.js puts it in its place, and makes
 it on pages that bring none along.
 """
 

@@ -49,7 +49,7 @@ def columns(lines):
 
 
 def paragraph(text):
-    """Running text; what is set in columns, or indented, stands as it is."""
+    """Running text; what is in columns, or indented, is kept as it is."""
     if re.search(r"^  |\S  +\S", text, re.M):
         return f"<pre>{html.escape(textwrap.dedent(text.strip(chr(10))), quote=False)}</pre>\n"
     return f"<p>{html.escape(' '.join(text.split()), quote=False)}</p>\n"

@@ -30,7 +30,7 @@ def title(manual):
 
 
 def main_part(page):
-    """What stands inside a page's <main>."""
+    """What is inside a page's <main>."""
     return re.search(r"<main[^>]*>\n(.*)</main>", Path(page).read_text(encoding="utf-8"), re.DOTALL).group(1)
 
 

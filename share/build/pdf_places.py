@@ -56,7 +56,7 @@ class Document:
         self.last = self.header["maxobjectid"]
 
     def value(self, found):
-        """What stands behind a reference, or the value itself."""
+        """What a reference leads to, or the value itself."""
         return self.objects[f"obj:{found}"]["value"] if isinstance(found, str) and found.endswith(" R") else found
 
     def catalog(self):

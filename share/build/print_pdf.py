@@ -46,13 +46,13 @@ def named_for_the_library(places, headings):
     return named
 
 
-def mended(value, here):
+def repaired(value, here):
     """A PDF object with links by destination name led through the name tree, and links to neighbours made relative."""
     if isinstance(value, list):
-        return [mended(item, here) for item in value]
+        return [repaired(item, here) for item in value]
     if not isinstance(value, dict):
         return value
-    value = {key: mended(item, here) for key, item in value.items()}
+    value = {key: repaired(item, here) for key, item in value.items()}
     for key in ("/Dest", "/D"):
         if isinstance(value.get(key), str) and value[key].startswith("/"):
             value[key] = "u:" + destination(value[key][1:])
@@ -71,8 +71,8 @@ def main(chromium, qpdf, page, out):
         document = Document(printed, qpdf)
         here = page.parent.as_uri() + "/"
         for key, found in document.objects.items():
-            if "value" in found and mended(found["value"], here) != found["value"]:
-                document.changed[key] = {"value": mended(found["value"], here)}
+            if "value" in found and repaired(found["value"], here) != found["value"]:
+                document.changed[key] = {"value": repaired(found["value"], here)}
         document.set_names(named_for_the_library(document.names(), heading_texts(markup)))
         document.set_title(html.unescape(re.search(r"<title>(.*?)</title>", markup)[1]))
         document.write(out)

@@ -250,7 +250,7 @@ var olhFind = (function () {
     this.ofManual = index.manuals.map(function () { return 0; });
   }
 
-  // Whether a group of words stands anywhere in the manuals that are searched.
+  // Whether a group of words is anywhere in the manuals that are searched.
   Points.prototype.givenBy = function (group) {
     var found = false, points = this;
     postings(group[3], function (page) { found = points.searched[page] === 1; return !found; });

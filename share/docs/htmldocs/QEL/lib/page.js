@@ -10,7 +10,7 @@ var olh = (function () {
     });
   }
 
-  // "a=1&b=2" as an object. Of two equal keys the last one counts: what stands first may be a context or a portal
+  // "a=1&b=2" as an object. Of two equal keys the last one counts: what comes first may be a context or a portal
   // name, which arrives as it is and could hold an "&" of its own.
   function values(text) {
     var found = Object.create(null);
@@ -34,7 +34,7 @@ var olh = (function () {
     return made;
   }
 
-  // Loads a script; the promise tells whether it was there. Scripts load from file:// too, where fetch does not.
+  // Loads a script; the promise says whether it was there. Scripts load from file:// too, where fetch does not.
   function script(address) {
     return new Promise(function (resolve) {
       var loading = element('script', { src: address });

@@ -54,7 +54,7 @@ var olhSearch = (function () {
   function holds(text, word) { return text.toLowerCase().includes(word); }
 
   // How well a topic answers: every word must occur. A title counts for more than a name, that for more than a heading,
-  // that for more than text; words that stand together count for more than words apart.
+  // that for more than text; words next to each other count for more than words apart.
   function score(topic, wanted) {
     var sum = 0, all = topic.passages.map(function (passage) { return passage.text; }).join(' ').toLowerCase();
     for (var i = 0; i < wanted.length; i++) {
@@ -77,7 +77,7 @@ var olhSearch = (function () {
     return found;
   }
 
-  // The text around the first word that stands in it, with every wanted word marked.
+  // The text around the first word found in it, with every wanted word marked.
   function excerpt(text, wanted) {
     var low = text.toLowerCase(), phrase = low.indexOf(wanted.join(' ')), at = phrase >= 0 ? phrase : Math.min.apply(null, wanted.map(function (word) {
       return low.indexOf(word) < 0 ? low.length : low.indexOf(word);
