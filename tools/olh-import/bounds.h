@@ -11,6 +11,7 @@ namespace olh_import {
 inline constexpr std::size_t kMostFiles = 500'000;                   // of a source
 inline constexpr std::size_t kDeepestFolder = 64;                    // folders in folders
 inline constexpr std::size_t kLargestPage = 32 * 1024 * 1024;        // a page, or a file that a reader looks into
+inline constexpr std::size_t kMostElements = 1'000'000;              // of a page, its attributes among them
 inline constexpr std::size_t kLargestTable = 64 * 1024 * 1024;       // what a compressed table may become
 inline constexpr std::size_t kLargestPacked = std::size_t{1} << 31;  // what all files that a source has packed become
 inline constexpr int kMostSteps = 500'000'000;                       // of the database engine, over one database

@@ -154,7 +154,8 @@ class Import {
     const HtmlPage page = read_html_page(name, *bytes);
     take_language(page);
     if (page.is_redirect) return;
-    if (page.markup.is_cut()) manual_.notes.push_back(name + " is nested too deeply and only read in part");
+    if (page.markup.is_cut())
+      manual_.notes.push_back(name + " has too many elements, or too deep ones, and is only read in part");
     titles_.add(page);
     text_.add(page);
     for (const std::size_t at : topics_of_pages_[name]) {

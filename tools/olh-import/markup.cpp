@@ -1,12 +1,14 @@
 #include "markup.h"
 
 #include <libxml/HTMLparser.h>
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/xmlerror.h>
 
 #include <algorithm>
 
+#include "bounds.h"
 #include "utf8.h"
 #include "words.h"
 
@@ -53,12 +55,58 @@ const char* wider_than(std::string_view encoding) {
   return found == std::end(kWider) ? nullptr : found->meant;
 }
 
+// The parser compares each attribute with all that stand before it in its element. Whether that ends soon: every word of
+// a tag may be one, and one in quotes, where a ">" ends nothing, counts too.
+bool has_few_attributes(std::string_view bytes) {
+  constexpr std::size_t kMostComparisons = 1'000'000'000;
+  std::size_t comparisons = 0;
+  std::size_t words = 0;
+  bool is_in_tag = false;
+  char quote = '\0';
+  char last = '\0';  // that is no blank
+  for (const char c : bytes) {
+    const bool is_blank = c == ' ' || (c >= '\t' && c <= '\r');
+    if (!is_in_tag) {
+      is_in_tag = c == '<';
+      words = 0;
+    } else if (is_blank || c == '/') {
+      ++words;
+      if (comparisons + words * words > kMostComparisons) return false;
+    } else if (quote != '\0') {
+      if (c == quote) quote = '\0';
+    } else if ((c == '"' || c == '\'') && last == '=') {
+      quote = c;
+    } else if (c == '>') {
+      comparisons += words * words;
+      is_in_tag = false;
+    }
+    if (!is_blank) last = c;
+  }
+  return true;
+}
+
+// In place of the parser's own: stops where a page has more elements than anybody reads.
+void start_element(void* context, const xmlChar* name, const xmlChar** attributes) {
+  const auto parser = static_cast<htmlParserCtxtPtr>(context);
+  std::size_t& room = *static_cast<std::size_t*>(parser->_private);
+  std::size_t taken = 1;
+  for (const xmlChar** one = attributes; one != nullptr && *one != nullptr; one += 2) ++taken;
+  if (taken > room) return xmlStopParser(parser);
+  room -= taken;
+  xmlSAX2StartElement(context, name, attributes);
+}
+
 xmlDoc* parsed_page(std::string_view bytes, const char* encoding, bool* is_cut) {
 #if LIBXML_VERSION < 21400  // later ones have a bound like this by themselves
   xmlParserMaxDepth = kDeepestElement;
 #endif
   htmlParserCtxtPtr context = htmlNewParserCtxt();
   if (context == nullptr) return nullptr;
+  std::size_t room = kMostElements;
+  context->_private = &room;
+  context->sax->startElement = start_element;
+  context->sax->comment = nullptr;
+  context->sax->processingInstruction = nullptr;
   xmlDoc* const document =
       htmlCtxtReadMemory(context, bytes.data(), static_cast<int>(bytes.size()), nullptr, encoding, kPageOptions);
   *is_cut = context->disableSAX != 0 || context->instate == XML_PARSER_EOF;
@@ -198,16 +246,19 @@ std::string text_without(Element element, std::initializer_list<std::string_view
 }
 
 Markup Markup::page(std::string_view bytes) {
+  const bool is_bounded = has_few_attributes(bytes);
+  if (!is_bounded) bytes = bytes.substr(0, 0);
   bool is_cut = false;
   Markup markup(parsed_page(bytes, is_utf8(bytes) ? "UTF-8" : nullptr, &is_cut));
   if (const xmlDoc* document = markup.document_.get(); document != nullptr && !is_utf8(bytes))
     if (const char* wider = document->encoding == nullptr ? "WINDOWS-1252" : wider_than(text_of(document->encoding)))
       markup = Markup(parsed_page(bytes, wider, &is_cut));
-  markup.is_cut_ = is_cut;
+  markup.is_cut_ = is_cut || !is_bounded;
   return markup;
 }
 
 Markup Markup::xml(std::string_view bytes) {
+  if (!has_few_attributes(bytes)) bytes = bytes.substr(0, 0);
   return Markup(xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr, kXmlOptions));
 }
 

@@ -114,7 +114,10 @@ class Import(Verbs):
         write(self.source / "deep.html", "<h1>Deep</h1>" + "<div>" * 100000 + "<h2 id='end'>End</h2>")
         write(self.source / "ids.html", "".join(f"<h2 id='i{n}'>{n}</h2>" for n in range(50000)))
         write(self.source / "entities.html", '<!DOCTYPE a [<!ENTITY b "bbbbbbbb"><!ENTITY c "&b;&b;&b;">]><h1>&c;</h1>')
-        self.assertIn("deep.html is nested too deeply", self.run_import())
+        write(self.source / "attributes.html", "<h1 " + " ".join(f"a{n}" for n in range(40000)) + ">Attributes")
+        said = self.run_import()
+        for page in ("deep", "attributes"):
+            self.assertIn(f"{page}.html has too many elements", said)
         self.assertIn('"i49999"', (self.manual / "QELdata/QELAllData.js").read_text())
 
     def test_spoilt_inventories_are_passed_over_and_swollen_ones_refused(self):
