@@ -20,7 +20,7 @@ constexpr std::string_view kMadePlace = "//apple_ref/";  // what a place begins 
 constexpr std::string_view kEntryForPrograms = "<dash_entry_";
 
 // Without NOT INDEXED, the order would be that of an index of the table.
-constexpr const char* kSearchIndex = "SELECT name, type, path, '' FROM searchIndex NOT INDEXED";
+constexpr const char* kDocsetIndex = "SELECT name, type, path, '' FROM searchIndex NOT INDEXED";
 constexpr const char* kTokens =
     "SELECT ZTOKENNAME, ZTYPENAME, ZPATH, ZANCHOR FROM ZTOKEN NOT INDEXED"
     " JOIN ZTOKENMETAINFORMATION ON ZTOKEN.ZMETAINFORMATION = ZTOKENMETAINFORMATION.Z_PK"
@@ -78,7 +78,7 @@ class DocsetReader : public Reader {
     const bool is_older = !index.has_table("searchIndex");
     if (is_older && !index.has_table("ZTOKEN"))
       throw Refusal(kNoSource, file + " is no index of a docset: it has neither a searchIndex nor a ZTOKEN.");
-    index.for_each(is_older ? kTokens : kSearchIndex, take);
+    index.for_each(is_older ? kTokens : kDocsetIndex, take);
     const std::string described = (fs::path(folder_of(file)) / "../Info.plist").lexically_normal().string();
     const Markup description = Markup::xml(source.tree.read(described).value_or(""));
     manual.title = value_in(description, "CFBundleName");
