@@ -1,6 +1,7 @@
 #include "index_folder.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kMaking = "making-";
+constexpr const char* kMaking = "making-XXXXXX";
 constexpr std::uint64_t kPrime = 1099511628211U;
 
 [[noreturn]] void fail(const fs::path& path) {
@@ -45,7 +46,10 @@ void write_new(const fs::path& path, std::string_view text) {
 
 IndexFolder::IndexFolder(const fs::path& root) : folder_(root / olh_search::kIndexFolder) {
   fs::create_directories(folder_);
-  std::string pattern = (folder_ / (std::string(kMaking) + "XXXXXX")).string();
+  lock_ = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (lock_ < 0) fail(folder_);
+  flock(lock_, LOCK_EX);  // a file system without locks has none to wait for
+  std::string pattern = (folder_ / kMaking).string();
   if (mkdtemp(pattern.data()) == nullptr) fail(folder_);
   making_ = pattern;
   fs::permissions(making_, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
@@ -55,6 +59,7 @@ IndexFolder::IndexFolder(const fs::path& root) : folder_(root / olh_search::kInd
 IndexFolder::~IndexFolder() {
   std::error_code ignored;
   fs::remove_all(making_, ignored);
+  close(lock_);
 }
 
 void IndexFolder::write(const std::string& piece, const nlohmann::json& value) {
@@ -73,11 +78,10 @@ void IndexFolder::finish(nlohmann::json head) {
   fs::rename(making_, folder_ / name, failed);  // it is there already when nothing has changed
   if (failed && !fs::is_directory(folder_ / name)) throw fs::filesystem_error("", folder_ / name, failed);
   fs::rename(folder_ / "head.js.new", folder_ / "head.js");
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder_)) {
-    const std::string other = entry.path().filename().string();
-    const bool is_old = entry.symlink_status().type() == fs::file_type::directory && other != name;
-    if (is_old && !other.starts_with(kMaking)) fs::remove_all(entry.path(), failed);
-  }
+  // Old ones, and what is left of runs that were killed.
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder_))
+    if (entry.symlink_status().type() == fs::file_type::directory && entry.path().filename() != name)
+      fs::remove_all(entry.path(), failed);
 }
 
 }  // namespace olh_index

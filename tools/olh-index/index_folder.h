@@ -1,7 +1,8 @@
 // The folder of the index below a root.
 //
 // Knows    that a search never sees half an index: all pieces are written into a folder that is named after what is in
-//          it, then the head, which names it, takes the place of the old one in one step, and the old folder goes.
+//          it, then the head, which names it, takes the place of the old one in one step, and the old folder goes. Of
+//          several that make an index of a root at the same time one waits for the other.
 // Owns     the folder in which an index is made.
 // For      main.
 #ifndef OLH_TOOLS_INDEX_INDEX_FOLDER_H
@@ -29,6 +30,7 @@ class IndexFolder {
 
  private:
   std::filesystem::path folder_;
+  int lock_ = -1;
   std::filesystem::path making_;
   std::uint64_t sum_ = 14695981039346656037U;  // of all that was written
 };

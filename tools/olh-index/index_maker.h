@@ -1,13 +1,11 @@
 // The index of a root, put together manual by manual.
 //
-// Knows    how much a word says of a section or page (BM25 over titles, headings, names, links and text), and where a long
-//          section is cut.
-// Not      files: pieces are handed out as values (index_folder writes them).
+// Knows    which texts speak for a section or page, and where a long section is cut.
+// Not      how much a word counts (stem_shares), and files: pieces are handed out as values (index_folder writes them).
 // For      main.
 #ifndef OLH_TOOLS_INDEX_INDEX_MAKER_H
 #define OLH_TOOLS_INDEX_INDEX_MAKER_H
 
-#include <array>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -15,6 +13,7 @@
 #include <vector>
 
 #include "indexed_manual.h"
+#include "stem_shares.h"
 #include "vocabulary.h"
 #include "word_pieces.h"
 
@@ -32,27 +31,7 @@ class IndexMaker {
   std::uint32_t sections() const { return sections_; }
 
  private:
-  enum Field { kTitle, kHeading, kName, kLink, kText, kFields };
-  struct Occurrence {
-    StemNumber stem;
-    Field field;
-    bool is_symbol;
-    bool is_meaning;
-  };
-  struct Found {
-    std::vector<Occurrence> words;
-    std::array<std::uint32_t, kFields> lengths{};
-  };
-  // What the occurrences of one stem come to.
-  struct Share {
-    std::array<double, kFields> of_fields{};
-    bool is_symbol = false;
-    bool is_meaning = false;
-  };
-
-  void take_words(std::string_view text, Field field, Found& found);
-  static std::uint32_t share_of_section(const Share& share);
-  static std::uint32_t share_of_page(const Share& share);
+  void take_words(std::string_view text, Field field);
   void add_title(const Page& page);
   void add_section(const Page& page, const Section& section, bool is_first);
   void add_part(const Page& page, const Section& section, std::string_view text, bool is_first);
@@ -60,11 +39,9 @@ class IndexMaker {
   void begin_texts(const Page& page);
   void write_texts();
 
-  template <typename Call>
-  static void each_stem(Found& found, Call call);
-
   WritePiece write_;
   Vocabulary vocabulary_;
+  StemShares shares_;  // of the section or title that is read
   nlohmann::json manuals_ = nlohmann::json::array();
   std::string sections_of_pages_;
   std::string sections_of_texts_;

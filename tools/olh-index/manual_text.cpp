@@ -43,13 +43,12 @@ std::vector<std::string> row_in(std::string_view line, std::string_view call) {
 
 std::string language_of_page(std::string_view page) {
   page = page.substr(0, kBytesOfHead);
-  for (std::size_t at = page.find(" lang="); at != std::string_view::npos; at = page.find(" lang=", at + 1)) {
-    std::string_view value = page.substr(at + 6);
-    if (!value.empty() && (value[0] == '"' || value[0] == '\'')) value.remove_prefix(1);
-    const std::size_t end = value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-");
-    return std::string(value.substr(0, end));
-  }
-  return "";
+  const std::size_t at = page.find(" lang=");
+  if (at == std::string_view::npos) return "";
+  std::string_view value = page.substr(at + 6);
+  if (!value.empty() && (value[0] == '"' || value[0] == '\'')) value.remove_prefix(1);
+  return std::string(
+      value.substr(0, value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-")));
 }
 
 // What a page says that it is about: <meta name="keywords" content="...">.
@@ -176,23 +175,33 @@ void take_topics(std::string_view table, std::string_view texts, const std::stri
   pages.cut_tails();
 }
 
-void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
+namespace {
+
+// The ways to all pages from the folder, in an order that does not depend on the file system.
+std::vector<std::string> pages_below(const std::string& folder) {
   namespace fs = std::filesystem;
+  std::vector<std::string> pages;
+  std::error_code failed;
+  for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end && pages.size() < kMostPages;
+       at.increment(failed)) {
+    const std::string kind = at->path().extension().string();
+    if (kind == ".htm" || kind == ".html") pages.push_back(at->path().string().substr(folder.size() + 1));
+  }
+  std::ranges::sort(pages);
+  return pages;
+}
+
+}  // namespace
+
+void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
   std::unordered_map<std::string, std::vector<std::string>*> texts;  // of a page, and of a place "page#place"
   for (Page& page : manual.pages) {
     const std::string name = page.address.substr(below.size());
     texts.emplace(name, &page.links);
     for (Section& section : page.sections) texts.emplace(name + "#" + section.anchor, &section.links);
   }
-  std::error_code failed;
-  std::size_t files = 0;
-  for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end && files < kMostPages;
-       at.increment(failed)) {
-    const std::string kind = at->path().extension().string();
-    if (kind != ".htm" && kind != ".html") continue;
-    ++files;
-    const std::string name = at->path().string().substr(folder.size() + 1);
-    const std::string markup = olh_viewers::content_of(at->path().string());
+  for (const std::string& name : pages_below(folder)) {
+    const std::string markup = olh_viewers::content_of(folder + "/" + name);
     if (const auto page = texts.find(name); page != texts.end())
       if (const std::string_view keywords = keywords_of_page(markup); !keywords.empty())
         page->second->emplace_back(keywords);
@@ -213,10 +222,11 @@ void read_manual(const std::string& folder, const std::string& below, IndexedMan
   take_links(folder, below, manual);
   if (!texts)
     manual.unsearched = manual.pages.empty() ? "has no topic table" : "has no search text: its titles are searched";
-  manual.language = language_of_page(olh_viewers::content_of(folder + "/index.htm"));
-  if (manual.language.empty() && !manual.pages.empty())
-    manual.language = language_of_page(olh_viewers::content_of(
-        folder + manual.pages[0].address.substr(std::min(below.size() - 1, manual.pages[0].address.size()))));
+  // The start page of an imported manual is not its own.
+  if (!manual.pages.empty())
+    manual.language =
+        language_of_page(olh_viewers::content_of(folder + "/" + manual.pages[0].address.substr(below.size())));
+  if (manual.language.empty()) manual.language = language_of_page(olh_viewers::content_of(folder + "/index.htm"));
   if (manual.language.empty()) manual.language = "en";
 }
 

@@ -1,14 +1,15 @@
 // Words of one stem: "configure", "configured", "configuring".
 //
-// Knows    which languages libstemmer has, and the words of a language that everybody uses and nobody looks for.
+// Knows    which languages libstemmer has.
 // For      vocabulary.
 #ifndef OLH_TOOLS_INDEX_STEMS_H
 #define OLH_TOOLS_INDEX_STEMS_H
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
-#include <string_view>
+#include <unordered_set>
 
 struct sb_stemmer;
 
@@ -26,7 +27,7 @@ class Stems {
   // The stem of a word in small letters; words that are not letters alone are their own.
   std::string stem_of(const std::string& word) const;
   // Whether a word says too little to be looked for in running text.
-  bool is_common(std::string_view word) const;
+  bool is_common(const std::string& word) const { return common_.contains(word); }
 
   bool is_english() const { return is_english_; }
 
@@ -40,7 +41,8 @@ class Stems {
   std::map<std::string, std::unique_ptr<sb_stemmer, Free>> known_;
   sb_stemmer* stemmer_ = nullptr;
   bool is_english_ = false;
-  bool was_english_ = false;
+  std::unordered_set<std::string> common_;  // of the language at present
+  std::set<std::string> all_common_;
 };
 
 }  // namespace olh_index

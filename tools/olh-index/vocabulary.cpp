@@ -8,6 +8,9 @@
 
 namespace olh_index {
 
+// Most of the time that an index takes is for looking words up: few words in a bucket are worth the memory.
+Vocabulary::Vocabulary() { words_.max_load_factor(0.25F); }
+
 void Vocabulary::set_language(const std::string& language) {
   if (language == words_language_) return;
   words_language_ = language;
@@ -16,9 +19,8 @@ void Vocabulary::set_language(const std::string& language) {
   if (language_.is_english() && !has_meanings_) add_english_meanings();
 }
 
-StemNumber Vocabulary::new_stem(bool is_common) {
+StemNumber Vocabulary::new_stem() {
   stems_.emplace_back();
-  common_.push_back(is_common);
   meanings_.emplace_back();
   return static_cast<StemNumber>(stems_.size() - 1);
 }
@@ -26,27 +28,27 @@ StemNumber Vocabulary::new_stem(bool is_common) {
 void Vocabulary::add_english_meanings() {
   has_meanings_ = true;
   for (const std::string_view line : english_synonyms()) {
-    const StemNumber meaning = new_stem(false);
+    const StemNumber meaning = new_stem();
     for (const std::string& word : olh_search::words_with_blanks(line)) {
-      meanings_[stem_of(word)].push_back(meaning);
+      meanings_[look_up(word).stem].push_back(meaning);
       all_words_[word].push_back(meaning);
     }
   }
 }
 
-StemNumber Vocabulary::stem_of(const std::string& word) {
+Vocabulary::KnownWord Vocabulary::look_up(const std::string& word) {
   if (const auto known = words_.find(word); known != words_.end()) return known->second;
   const auto [found, is_new] =
       stem_numbers_.try_emplace(language_.stem_of(word), static_cast<StemNumber>(stems_.size()));
-  if (is_new) new_stem(language_.is_common(word));
+  if (is_new) new_stem();
+  const StemNumber stem = found->second;
   std::vector<StemNumber>& of_word = all_words_[word];
-  const auto add = [&of_word](StemNumber stem) {
-    if (std::ranges::find(of_word, stem) == of_word.end()) of_word.push_back(stem);
+  const auto add = [&of_word](StemNumber one) {
+    if (std::ranges::find(of_word, one) == of_word.end()) of_word.push_back(one);
   };
-  add(found->second);
-  std::ranges::for_each(meanings_[found->second], add);
-  words_.emplace(word, found->second);
-  return found->second;
+  add(stem);
+  std::ranges::for_each(meanings_[stem], add);
+  return words_.try_emplace(word, KnownWord{stem, language_.is_common(word), &meanings_[stem]}).first->second;
 }
 
 void Vocabulary::add_posting(StemNumber number, std::uint32_t section, std::uint32_t share) {

@@ -29,12 +29,17 @@ struct Stem {
 
 class Vocabulary {
  public:
+  Vocabulary();
+
   // The words to come are of this language.
   void set_language(const std::string& language);
-  StemNumber stem_of(const std::string& word);
-  bool is_common(StemNumber stem) const { return common_[stem]; }
-  // What the words of a stem mean, each a stem of its own, shared with other words.
-  const std::vector<StemNumber>& meanings_of(StemNumber stem) const { return meanings_[stem]; }
+  struct KnownWord {
+    StemNumber stem;
+    bool is_common;  // too little to be looked for in running text
+    // What its stem means, each a stem of its own, shared with other words.
+    const std::vector<StemNumber>* meanings;
+  };
+  KnownWord look_up(const std::string& word);
 
   // Sections and pages come in order. `share` is at most kMostInOneCharacter.
   void add_posting(StemNumber stem, std::uint32_t section, std::uint32_t share);
@@ -51,17 +56,16 @@ class Vocabulary {
   std::vector<Word> sorted_words() const;
 
  private:
-  StemNumber new_stem(bool is_common);
+  StemNumber new_stem();
   void add_english_meanings();
 
   Stems language_;
   std::deque<Stem> stems_;
-  std::vector<bool> common_;
-  std::deque<std::vector<StemNumber>> meanings_;
+  std::deque<std::vector<StemNumber>> meanings_;  // of each stem
   bool has_meanings_ = false;
   std::unordered_map<std::string, StemNumber> stem_numbers_;
-  std::string words_language_;                         // at present
-  std::unordered_map<std::string, StemNumber> words_;  // of this language
+  std::string words_language_;                        // at present
+  std::unordered_map<std::string, KnownWord> words_;  // of this language
   std::unordered_map<std::string, std::vector<StemNumber>> all_words_;
 };
 

@@ -10,8 +10,9 @@ namespace olh_search {
 
 namespace {
 
-constexpr std::size_t kMostParts = 32;    // of a symbol
-constexpr std::size_t kLongestWord = 64;  // in bytes; what is longer is no word that anybody types
+constexpr std::size_t kMostParts = 32;        // of a symbol
+constexpr std::size_t kLongestCharacter = 4;  // in bytes
+constexpr std::size_t kLongestWord = 64;      // in bytes; what is longer is no word that anybody types
 
 enum class Kind { kOther, kWord, kPaired };
 
@@ -40,7 +41,7 @@ Character character_at(std::string_view text, std::size_t at) {
   utf8proc_int32_t point = 0;
   const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data()) + at;
   const auto size =
-      utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size() - at, 4)), &point);
+      utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(std::min(text.size() - at, kLongestCharacter)), &point);
   if (size <= 0) return {};
   const auto length = static_cast<std::size_t>(size);
   for (const Range& range : kPaired)
@@ -96,8 +97,10 @@ void add_parts_of_segment(std::string_view segment, bool is_alone, Symbol& symbo
 }
 
 // The symbol that reaches from begin to end; its body goes without the dashes before and the signs behind.
-Symbol symbol_of(std::string_view text, std::size_t begin, std::size_t body, std::size_t body_end, std::size_t end) {
-  Symbol symbol;
+void fill_symbol(std::string_view text, std::size_t begin, std::size_t body, std::size_t body_end, std::size_t end,
+                 Symbol& symbol) {
+  symbol.parts.clear();
+  symbol.wholes.clear();
   add_form(symbol.wholes, folded(text.substr(begin, end - begin)));
   const auto is_joiner = [](char c) { return c == '.' || c == '-' || c == ':' || c == '_'; };
   for (std::size_t at = body; at < body_end;) {
@@ -107,7 +110,6 @@ Symbol symbol_of(std::string_view text, std::size_t begin, std::size_t body, std
     ++at;
   }
   if (symbol.parts.size() == 1 && symbol.wholes == symbol.parts) symbol.wholes.clear();
-  return symbol;
 }
 
 std::size_t start_of_dashes(std::string_view text, std::size_t body) {
@@ -126,24 +128,32 @@ std::size_t end_of_signs(std::string_view text, std::size_t at) {
   return is_word_at(text, at + signs) ? at : at + signs;
 }
 
-std::size_t take_symbol(std::string_view text, std::size_t body, const std::function<void(const Symbol&)>& call) {
+using Call = std::function<void(const Symbol&)>;
+
+// The functions that take a symbol or pairs off a text return where they end. They fill the same `symbol` for all words, so
+// that most words cost no memory.
+std::size_t take_symbol(std::string_view text, std::size_t body, Symbol& symbol, const Call& call) {
   std::size_t end = end_of_word(text, body);
   for (std::size_t joiner = joiner_at(text, end); joiner > 0 && is_word_at(text, end + joiner);
        joiner = joiner_at(text, end))
     end = end_of_word(text, end + joiner);
   const std::size_t whole_end = end_of_signs(text, end);
-  call(symbol_of(text, start_of_dashes(text, body), body, end, whole_end));
+  fill_symbol(text, start_of_dashes(text, body), body, end, whole_end, symbol);
+  call(symbol);
   return whole_end;
 }
 
-std::size_t take_pairs(std::string_view text, std::size_t begin, const std::function<void(const Symbol&)>& call) {
+std::size_t take_pairs(std::string_view text, std::size_t begin, Symbol& symbol, const Call& call) {
+  symbol.wholes.clear();
   std::size_t first = begin;
   std::size_t second = begin + character_at(text, begin).bytes;
   for (;;) {
     const bool has_second = second < text.size() && character_at(text, second).kind == Kind::kPaired;
     if (!has_second && first != begin) return second;
     const std::size_t end = has_second ? second + character_at(text, second).bytes : second;
-    call({{folded(text.substr(first, end - first))}, {}});
+    symbol.parts.clear();
+    add_form(symbol.parts, folded(text.substr(first, end - first)));  // signs that only change others leave nothing
+    if (!symbol.parts.empty()) call(symbol);
     if (!has_second) return second;
     first = second;
     second = end;
@@ -172,17 +182,19 @@ std::string folded(std::string_view text) {
 
 std::string_view cut_to(std::string_view text, std::size_t most) {
   if (text.size() <= most) return text;
-  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xc0) == 0x80) --most;
-  return text.substr(0, most);
+  std::size_t end = most;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80) --end;
+  return text.substr(0, end + kLongestCharacter > most ? end : most);  // what is no text is cut anywhere
 }
 
-void each_word(std::string_view text, const std::function<void(const Symbol&)>& call) {
+void each_word(std::string_view text, const Call& call) {
+  Symbol symbol;
   for (std::size_t at = 0; at < text.size();) {
     const Character next = character_at(text, at);
     if (next.kind == Kind::kWord)
-      at = take_symbol(text, at, call);
+      at = take_symbol(text, at, symbol, call);
     else if (next.kind == Kind::kPaired)
-      at = take_pairs(text, at, call);
+      at = take_pairs(text, at, symbol, call);
     else
       at += next.bytes;
   }

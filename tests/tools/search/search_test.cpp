@@ -34,6 +34,7 @@ TEST(WordsInText, WordsAndSymbols) {
       {"__init__", {"init"}, {"__init__"}},
       {"\xe6\x97\xa5\xe6\x9c\xac\xe8\xaa\x9e x", {"\xe6\x97\xa5\xe6\x9c\xac", "\xe6\x9c\xac\xe8\xaa\x9e", "x"}, {}},
       {"\xe8\xaa\x9e", {"\xe8\xaa\x9e"}, {}},
+      {"\xe0\xb9\x88\xe0\xb9\x89", {}, {}},  // marks without a letter
       {"\xff\xfe bad \xc3", {"bad"}, {}},
       {std::string(100, 'x'), {}, {}},
   };
@@ -47,6 +48,11 @@ TEST(WordsInText, WordsAndSymbols) {
     EXPECT_EQ(parts, row.parts) << row.text;
     EXPECT_EQ(wholes, row.wholes) << row.text;
   }
+}
+
+TEST(WordsInText, ACutIsBetweenTwoCharactersAndAlwaysGoesOn) {
+  EXPECT_EQ(cut_to("ab\xc3\xbc", 3), "ab");
+  EXPECT_EQ(cut_to(std::string(9, '\x80'), 4).size(), 4U) << "what is no text is cut anywhere";
 }
 
 TEST(PackedNumbers, ThereAndBack) {

@@ -90,11 +90,15 @@ class Showing(Verbs):
         done = self.olh("show", "guide", **adapters)
         self.assertEqual((done.returncode, done.stderr.count("cannot be read")), (2, 1))
 
+    def index_texts(self, *passages):
+        rows = "".join(f"QELAddText({json.dumps(['intro', *passage])});\n" for passage in passages)
+        write(self.docs / "htmldocs/guide/QELdata/QELSearchText.js", rows)
+        self.make_lists(self.docs)
+
     def test_results_as_text(self):
         """From the index that dmerge makes: hits with a number, and one of them is shown."""
-        rows = [["intro", "", "Introduction", "The zebra stands in the first section."], ["intro", "stripes", "Stripes", "A zebra has stripes, as all zebras have."]]
-        write(self.docs / "htmldocs/guide/QELdata/QELSearchText.js", "".join(f"QELAddText({json.dumps(row)});\n" for row in rows))
-        self.make_lists(self.docs)
+        self.index_texts(("", "Introduction", "The zebra stands in the first section."),
+                         ("stripes", "Stripes", "A zebra has stripes, as all zebras have."))
         no_display = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None}
         for words, variables in (("--text zebras guide", {}), ("zebras", no_display)):
             self.assertRegex(self.olh("search", *words.split(), code=0, **variables).stdout,
@@ -108,6 +112,16 @@ class Showing(Verbs):
         for words in ("--text unicorns", "--open 2 stripes", "--text zebras group_td"):
             self.olh("search", *words.split(), code=4)
         self.olh("search", "--open", "0", "stripes", code=64)
+
+    def test_what_the_index_knows_of_a_language(self):
+        """Other words for the same, in English; words that nobody looks for. What a killed run left is removed."""
+        left = self.docs / "htmldocs/QEL/search/making-x/words_0.js"
+        write(left, "")
+        for language, text, query in (("en", "Where the directories are.", "the folder"), ("de", "Das ist die Tabelle.", "und Tabelle")):
+            write(self.docs / "htmldocs/guide/intro.htm", f'<html lang="{language}">')
+            self.index_texts(("", "", text))
+            self.assertRegex(self.olh("search", "--text", query, "guide", code=0).stdout, rf'^1 page for "{query}"\.\n')
+        self.assertFalse(left.parent.exists())
 
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
         nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}

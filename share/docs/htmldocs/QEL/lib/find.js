@@ -64,7 +64,8 @@ var olhFind = (function () {
       for (var first = from; ; first++) {
         var second = kind(all[first + 1]) === 'paired';
         if (!second && first !== from) return first + 1;
-        call([folded(string(first, first + (second ? 2 : 1)))], []);
+        var pair = folded(string(first, first + (second ? 2 : 1)));
+        if (pair) call([pair], []);  // signs that only change others leave nothing
         if (!second) return first + 1;
       }
     }
@@ -76,7 +77,7 @@ var olhFind = (function () {
 
   function wordsInOrder(text) {
     var words = [];
-    eachWord(text, function (parts) { words = words.concat(parts); });
+    eachWord(text, function (parts) { words.push.apply(words, parts); });
     return words;
   }
 
@@ -470,9 +471,11 @@ var olhFind = (function () {
     return parts.map(function (part, i) { return i % 2 ? olh.element('mark', {}, part) : part; });
   }
 
-  // Marks words in the text below an element.
+  // Marks words in the text below an element, where a mark is allowed.
   function markIn(element, marks) {
-    var walker = document.createTreeWalker(element, NodeFilter.SHOW_TEXT), found = [];
+    var walker = document.createTreeWalker(element, NodeFilter.SHOW_TEXT, function (node) {
+      return node.parentElement.closest('script, style, textarea, select, svg, math') ? NodeFilter.FILTER_REJECT : NodeFilter.FILTER_ACCEPT;
+    }), found = [];
     while (walker.nextNode() && found.length < 20000) found.push(walker.currentNode);
     found.forEach(function (node) {
       var parts = markedParts(node.data, marks);

@@ -10,6 +10,9 @@ var olh = (function () {
     });
   }
 
+  // The other way; half a character, which no address holds, is replaced.
+  function encoded(text) { return encodeURIComponent(text.replace(/\p{Cs}/gu, '\ufffd')); }
+
   // "a=1&b=2" as an object. Of two equal keys the last one counts: what comes first may be a context or a portal
   // name, which arrives as it is and could hold an "&" of its own.
   function values(text) {
@@ -80,7 +83,7 @@ var olh = (function () {
     }, { once: true });
     form.addEventListener('submit', function (event) {
       event.preventDefault();
-      if (field.value.trim()) location.href = place(encodeURIComponent(field.value));
+      if (field.value.trim()) location.href = place(encoded(field.value));
     });
     return form;
   }
@@ -139,6 +142,6 @@ var olh = (function () {
     markWords();
   });
 
-  return { asked: asked, decoded: decoded, element: element, script: script, searchField: searchField, shown: shown, toBar: toBar,
+  return { asked: asked, decoded: decoded, encoded: encoded, element: element, script: script, searchField: searchField, shown: shown, toBar: toBar,
     topicName: topicName };
 })();

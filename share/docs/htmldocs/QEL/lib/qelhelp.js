@@ -4,7 +4,7 @@
   'use strict';
 
   function address(query, context) {
-    return '#context=' + encodeURIComponent(context) + '&query=' + encodeURIComponent(query) + '&tab=2&src=doc';
+    return '#context=' + encodeURIComponent(context) + '&query=' + olh.encoded(query) + '&tab=2&src=doc';
   }
 
   // The manual's name in a context, which is what the program called the manual: a name, also with ".pdf" or folders

@@ -46,9 +46,9 @@ var olhSearch = (function () {
     return last;
   }
 
-  // What is looked for: the words of a query, without the quotes that people put around them.
+  // What is looked for: the first words of a query, without the quotes that people put around them.
   function words(query) {
-    return query.toLowerCase().split(/[\s"\u201c\u201d]+/).filter(Boolean);
+    return Array.from(new Set(query.toLowerCase().split(/[\s"\u201c\u201d]+/).filter(Boolean))).slice(0, 16);
   }
 
   function holds(text, word) { return text.toLowerCase().includes(word); }

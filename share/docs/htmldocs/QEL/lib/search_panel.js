@@ -36,6 +36,7 @@ var olhPanel = (function () {
     }
 
     async function search() {
+      choose(-1);  // what was chosen answers an older query
       var mine = ++turn, query = field.value, index = await olhSearch.indexOf(scope.base);
       if (!index || !query.trim()) return open(false);
       var answer = await olhFind.find(index, query, scope.names), hits = await olhFind.hits(index, answer, 0, SHOWN);
@@ -48,11 +49,16 @@ var olhPanel = (function () {
     }
 
     field.addEventListener('input', search);
+    function stop() {
+      turn++;
+      open(false);
+    }
+
     field.addEventListener('keydown', function (event) {
+      if (event.isComposing) return;  // the keys belong to the input method
       var count = list.children.length, step = { ArrowDown: 1, ArrowUp: -1 }[event.key];
       if (event.key === 'Escape' && !box.hidden) {
-        turn++;
-        open(false);
+        stop();
       } else if (event.key === 'Enter' && chosen >= 0) {
         location.href = list.children[chosen].firstElementChild.href;
       } else if (step && !box.hidden && count) {
@@ -61,7 +67,7 @@ var olhPanel = (function () {
       event.preventDefault();
     });
     form.addEventListener('focusout', function (event) {
-      if (!form.contains(event.relatedTarget)) open(false);
+      if (!form.contains(event.relatedTarget)) stop();
     });
     list.addEventListener('mousedown', function (event) { event.preventDefault(); });  // the field keeps the focus
     list.addEventListener('click', function () { open(false); });

@@ -1,0 +1,68 @@
+#include "stem_shares.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "packed_numbers.h"
+#include "points.h"
+
+namespace olh_index {
+
+using olh_search::kMostInOneCharacter;
+using olh_search::kShareOfLinks;
+
+namespace {
+
+// How much an occurrence counts, how long the field is usually, and how much a longer one takes off. In the order of the
+// fields.
+struct Weights {
+  double weight;
+  double usual_words;
+  double by_length;
+};
+constexpr Weights kWeights[kFields] = {{6, 4, 0.5}, {6, 4, 0.5}, {4, 3, 0.4}, {0.5, 30, 0.5}, {1, 120, 0.6}};
+constexpr double kSaturation = 1.6;
+constexpr double kSymbolInText = 0.4;  // of a symbol's share where it is only mentioned
+constexpr double kMeaning = 0.5;       // of another word's share that means the same
+
+double saturated(double sum) { return sum / (sum + kSaturation) * kMostInOneCharacter; }
+
+std::uint32_t rounded(double part, std::uint32_t least, std::uint32_t most) {
+  return std::clamp(static_cast<std::uint32_t>(std::lround(part)), least, most);
+}
+
+}  // namespace
+
+void StemShares::count(StemNumber stem, Field field, Stands as) {
+  if (stem >= counts_.size()) counts_.resize(2 * std::size_t{stem} + 1);
+  Counts& counts = counts_[stem];
+  if (!counts.is_found) found_.push_back(stem);
+  counts.is_found = true;
+  counts.is_symbol |= as == Stands::kAsSymbol;
+  counts.is_meaning |= as == Stands::kAsMeaning;
+  ++counts.of_fields[field];
+}
+
+double StemShares::part_of(const Counts& counts, Field field) const {
+  const Weights& weights = kWeights[field];
+  const double by_length = 1 - weights.by_length + weights.by_length * lengths_[field] / weights.usual_words;
+  return counts.of_fields[field] * weights.weight / by_length;
+}
+
+// A symbol in a heading or name is what stands there; elsewhere it is only used.
+std::uint32_t StemShares::share_of_section(const Counts& counts) const {
+  const double named = part_of(counts, kHeading) + part_of(counts, kName);
+  if (counts.is_symbol && named > 0) return kMostInOneCharacter;
+  const double part = saturated(named + part_of(counts, kLink) + part_of(counts, kText));
+  const double weighs = counts.is_symbol ? kSymbolInText : counts.is_meaning ? kMeaning : 1;
+  return rounded(part * weighs, 1, kMostInOneCharacter);
+}
+
+std::uint32_t StemShares::share_of_page(const Counts& counts) const {
+  const double part = saturated(part_of(counts, kTitle) + part_of(counts, kLink));
+  if (counts.is_meaning) return rounded(part * kMeaning, 1, kShareOfLinks);
+  return counts.of_fields[kTitle] > 0 ? rounded(part, kShareOfLinks + 1, kMostInOneCharacter)
+                                      : rounded(part, 1, kShareOfLinks);
+}
+
+}  // namespace olh_index

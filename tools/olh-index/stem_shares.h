@@ -1,0 +1,66 @@
+// How much each stem says of a section or page.
+//
+// Knows    how much an occurrence counts in a title, heading, name, link or text, and what a longer one takes off (BM25).
+// Not      what a word is, and where shares are kept (vocabulary).
+// For      index_maker.
+#ifndef OLH_TOOLS_INDEX_STEM_SHARES_H
+#define OLH_TOOLS_INDEX_STEM_SHARES_H
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "vocabulary.h"
+
+namespace olh_index {
+
+enum Field { kTitle, kHeading, kName, kLink, kText, kFields };
+enum class Stands { kAsWord, kAsSymbol, kAsMeaning };
+
+class StemShares {
+ public:
+  // A word of the field, whether its stem is counted or not.
+  void lengthen(Field field) { ++lengths_[field]; }
+  void count(StemNumber stem, Field field, Stands as);
+
+  // Calls with each stem that was counted and its share, at most kMostInOneCharacter; then nothing is counted any more.
+  template <typename Call>
+  void take_of_section(Call call) {
+    take(&StemShares::share_of_section, call);
+  }
+  // The same of a page's title, and of the links to it.
+  template <typename Call>
+  void take_of_page(Call call) {
+    take(&StemShares::share_of_page, call);
+  }
+
+ private:
+  struct Counts {
+    std::array<std::uint32_t, kFields> of_fields{};
+    bool is_found = false;
+    bool is_symbol = false;
+    bool is_meaning = false;
+  };
+
+  template <typename Call>
+  void take(std::uint32_t (StemShares::*share)(const Counts&) const, Call call) {
+    for (const StemNumber stem : found_) {
+      call(stem, (this->*share)(counts_[stem]));
+      counts_[stem] = {};
+    }
+    found_.clear();
+    lengths_ = {};
+  }
+
+  double part_of(const Counts& counts, Field field) const;
+  std::uint32_t share_of_section(const Counts& counts) const;
+  std::uint32_t share_of_page(const Counts& counts) const;
+
+  std::vector<Counts> counts_;  // of all stems, none of them found at first
+  std::vector<StemNumber> found_;
+  std::array<std::uint32_t, kFields> lengths_{};
+};
+
+}  // namespace olh_index
+
+#endif
