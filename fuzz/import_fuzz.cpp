@@ -63,7 +63,11 @@ void try_input(const std::string& input) {
   for (std::size_t at = 0; at < kind.files.size(); ++at) write_source_file(source, kind.files[at], texts[at + 1]);
 
   setenv("TMPDIR", scratch().c_str(), 1);  // what a dry run puts together goes there
-  ImportRequest asked = {scratch() + "/root", "product", {source}, "", "", false, true};
+  ImportRequest asked;
+  asked.root = scratch() + "/root";
+  asked.name = "product";
+  asked.sources = {source};
+  asked.dry_run = true;
   try {
     const olh_import::ImportOutcome made = olh_import::import_manual(asked, [](std::size_t, std::size_t) {});
     std::set<std::string> names;
