@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 
 #include "child.h"
 #include "display.h"
@@ -13,6 +14,7 @@
 #include "topic_page.h"
 #include "url.h"
 #include "visible.h"
+#include "words.h"
 
 namespace olh_viewers {
 
@@ -20,6 +22,7 @@ namespace {
 
 constexpr int kWidestText = 100;
 constexpr int kMillisecondsForText = 10000;
+constexpr std::size_t kLinesNearby = 20;
 
 // Without scripts of its own: a page must not make w3m run one of this machine's.
 const Words kW3m = {"w3m", "-o", "cgi_bin=", "-o", "use_dictcommand=0", "-I", "UTF-8", "-O", "UTF-8"};
@@ -54,16 +57,41 @@ std::optional<std::string> page_as(const char* form, const std::string& url) {
   return is_readable_file(file) ? output_of(words, file, kMillisecondsForText, folder) : std::nullopt;
 }
 
+// The letters and digits of a line outside its tags.
+std::string letters_of(std::string_view line) {
+  std::string letters;
+  bool is_tag = false;
+  for (const char c : line) {
+    if (c == '<' || c == '>')
+      is_tag = c == '<';
+    else if (!is_tag && std::isalnum(static_cast<unsigned char>(c)) != 0)
+      letters += c;
+  }
+  return letters;
+}
+
+// The half dump has a line more or less than the text now and then: the line that says the same is looked for nearby.
+std::size_t nearest_line(const Words& text, std::string_view line, std::size_t at) {
+  const std::string wanted = letters_of(line);
+  for (std::size_t off = 0; off <= kLinesNearby; ++off)
+    for (const std::size_t near : {at - std::min(off, at), at + off})
+      if (near < text.size() && letters_of(text[near]) == wanted) return near;
+  return std::min(at, text.size());
+}
+
 // The text of a page from a place on ("": all of it). `is_there` says whether the place was found.
 std::optional<std::string> text_from_place(const std::string& url, const std::string& place, bool& is_there) {
   std::optional<std::string> text = page_as("-dump", url);
   if (!text || place.empty()) return text;
-  const std::optional<std::size_t> before = lines_before_place(page_as("-halfdump", url).value_or(""), place);
+  const std::string tagged = page_as("-halfdump", url).value_or("");
+  const std::optional<std::size_t> before = lines_before_place(tagged, place);
   is_there = before.has_value();
+  if (!is_there) return text;
+  const Words lines = lines_of(*text), tagged_lines = lines_of(tagged);
   std::size_t from = 0;
-  for (std::size_t lines = before.value_or(0); lines != 0 && from < text->size(); --lines)
-    from = std::min(text->find('\n', from), text->size() - 1) + 1;
-  return text->substr(from);
+  const std::size_t first = nearest_line(lines, *before < tagged_lines.size() ? tagged_lines[*before] : "", *before);
+  for (std::size_t line = 0; line < first; ++line) from += lines[line].size() + 1;
+  return text->substr(std::min(from, text->size()));
 }
 
 void print(const std::string& heading, const std::string& text, WhyText why, bool caller_waits) {
