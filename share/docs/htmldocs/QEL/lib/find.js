@@ -11,8 +11,11 @@ var olhFind = (function () {
 
   // ---- words ----
 
+  // Small letters without accents, and without what is not shown. As in the index the dotless i stays, and a Greek iota
+  // below a letter comes behind it.
   function folded(text) {
-    return text.normalize('NFKD').replace(/\p{M}+/gu, '').toUpperCase().toLowerCase().replace(/\u03c2/g, '\u03c3');
+    return text.normalize('NFKD').replace(/\u0345/g, '\u03b9').replace(/[\p{M}\p{Default_Ignorable_Code_Point}]+/gu, '')
+      .replace(/[^\u0131]+/g, function (part) { return part.toLowerCase().toUpperCase().toLowerCase(); }).replace(/\u03c2/g, '\u03c3');
   }
 
   function bytes(text) { return new TextEncoder().encode(text).length; }
