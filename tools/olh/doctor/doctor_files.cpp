@@ -34,8 +34,8 @@ std::string trace_fault(const std::string& file) {
     return access(file.c_str(), W_OK) == 0 ? "" : "may not be written by you";
   }
   const std::string directory = directory_of(file);
-  if (access(directory.c_str(), F_OK) != 0) return "lies in a directory that is not there";
-  return access(directory.c_str(), W_OK | X_OK) == 0 ? "" : "lies in a directory that you may not write in";
+  if (access(directory.c_str(), F_OK) != 0) return "is in a directory that is not there";
+  return access(directory.c_str(), W_OK | X_OK) == 0 ? "" : "is in a directory that you may not write to";
 }
 
 }  // namespace

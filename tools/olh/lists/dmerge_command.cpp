@@ -122,7 +122,7 @@ int check(const std::string& root, const DmergeArguments& asked) {
   if (!asked.json) complain_of_titles(root, run);
   const auto can_be_compared = [](const ListChange& change) { return !change.is_unreadable; };
   if (code == kOutOfDate && !asked.quiet && std::ranges::any_of(trial.changes, can_be_compared))
-    complain("'" + command_line({"olh", "dmerge", root}) + "' makes them anew.");
+    complain("'" + command_line({"olh", "dmerge", root}) + "' updates them.");
   if (!trial.failure.empty()) complain(trial.failure);
   return code;
 }

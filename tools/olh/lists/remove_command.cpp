@@ -24,10 +24,10 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kRemoveExamples =
-    "Only what 'olh import' or 'olh new' has brought is removed, unless --force says so.\n"
+    "Only a manual that 'olh import' or 'olh new' made is removed, unless you add --force.\n"
     "Examples:\n"
-    "  olh remove docs product_guide    which 'olh new' or 'olh import' has brought\n"
-    "Exit code: 0 removed, 4 there is no such manual, 5 it was brought by something else or cannot be\n"
+    "  olh remove docs product_guide    made by 'olh new' or 'olh import'\n"
+    "Exit code: 0 removed, 4 there is no such manual, 5 something else made it, or it cannot be\n"
     "removed, 64 wrong use.\n";
 
 struct RemoveArguments {
@@ -79,8 +79,7 @@ int remove_manual(const RemoveArguments& asked, const std::string& root) {
   const std::string first = forms.front().place;
   if (!asked.force) std::erase_if(forms, [](const Form& form) { return form.brought_by.empty(); });
   if (forms.empty())
-    return failure(OLH_RESULT_IO,
-                   first + " was not brought by olh import or olh new. --force removes it all the same.");
+    return failure(OLH_RESULT_IO, first + " was not made by olh import or olh new. Add --force to remove it.");
   try {
     for (const Form& form : forms) remove_form(form);
   } catch (const std::runtime_error& error) {
@@ -131,7 +130,7 @@ void add_remove_command(const Verb& olh) {
   verb.option("NAME", asked.name, "The name of the manual")
       .required()
       .refused_by(olh_viewers::refusal_of_manual_name);
-  verb.flag("--force", asked.force, "Also when something else has brought it");
+  verb.flag("--force", asked.force, "Even if something else made it");
   add_json_option(verb, asked.json);
 }
 
