@@ -280,7 +280,7 @@ class Adapters(Scene):
             self.assertEqual(done.stdout.split("\n")[2], first)
             self.assertEqual('the place "none" is not found' in done.stderr, place == "#none", done.stderr)
         framed = self.dir / "framed.html"  # an image in a table is a line of its own in one of w3m's forms only
-        framed.write_text("<table><tr><td><a href=p><img src=p.png></a><td>Next</table><h2><a name=here></a>A place</h2>text")
+        framed.write_text("<table><tr><td><a href=p><img src=p.png width=18 height=21></a><td>Next</table><h2><a name=here></a>A place</h2>text")
         self.assertEqual(self.browser("--text", f"file://{framed}#here", code=0).stdout.split("\n")[2], "A place")
         self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None).stdout, "", "text is there at once")
         done = self.browser("--text", f"file://{MANUAL}/index.htm#context=&topic=nothing")
