@@ -47,12 +47,6 @@ def lead(page):
     return re.match(r".*?[.](?= |$)|.*", text)[0]
 
 
-def passages(page):
-    """The text of a page in passages: (anchor, heading, text), the first one under the page's own heading."""
-    parts = re.split(r'<h[1-4](?: id="([^"]*)")?>(.*?)</h[1-4]>', main_part(page), flags=re.DOTALL)
-    return [(anchor or "", plain_text(heading), plain_text(text)) for anchor, heading, text in zip(parts[1::3], parts[2::3], parts[3::3])]
-
-
 def destination(tag):
     """The name of the PDF destination that the library asks for when a host names this tag."""
     return "M8.newlink." + re.sub(r"[^A-Za-z0-9.]", "", tag.replace(".", "").replace(" ", "."))

@@ -147,7 +147,7 @@ class SearchInThePage(Pages):
         self.assertIn("Browsers and PDF readers", self.texts("#found > li > a"))
 
     def test_pages_are_read_where_no_text_was_made(self):
-        """Behind a web server a manual can be searched before anybody has run search_text.py or olh dmerge over it; each page is
+        """Behind a web server a manual can be searched before anybody has made its search text or run olh dmerge over it; each page is
         asked for once."""
         for topic, word in list(words_of_one_topic().items())[:3]:
             self.assertEqual(self.search(f"{self.web}/bare", word, IN_MANUAL), [topics()[topic]])

@@ -57,8 +57,8 @@ shows "host in Python" env PYTHONDONTWRITEBYTECODE=1 python3 /usr/share/doc/libo
 
 as_person olh new person/docs handbook >person/out || { cat person/out; fail "olh new"; }
 as_person olh check person/docs || fail "olh check has something to say of a new root"
-grep -q '/usr/share/olh/tools/search_text\.py' person/docs/htmldocs/handbook/topic-table.htm || fail "where the tools are"
-PYTHONDONTWRITEBYTECODE=1 as_person python3 /usr/share/olh/tools/search_text.py person/docs/htmldocs/handbook
+grep -q '/usr/share/olh/tools/frame_pages\.py' person/docs/htmldocs/handbook/topic-table.htm || fail "where the tools are"
+as_person olh import --search-text person/docs handbook || fail "the text for the search"
 
 unset QEL_HTML_BROWSER
 dpkg --remove olh olh-doc libolh-dev libolh4 >person/log || { cat person/log; fail "the packages cannot be removed"; }

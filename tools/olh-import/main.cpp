@@ -14,6 +14,7 @@
 #include "import_document.h"
 #include "manual_name.h"
 #include "refusal.h"
+#include "search_text.h"
 #include "visible.h"
 #include "words.h"
 
@@ -25,6 +26,7 @@ using olh_import::DocumentOutcome;
 using olh_import::ImportOutcome;
 using olh_import::ImportRequest;
 using olh_import::Refusal;
+using olh_import::write_search_text;
 
 // What the administrator registers, and what packages do.
 constexpr const char* kRegistrations = "/etc/doc-base/documents:/usr/share/doc-base";
@@ -38,6 +40,8 @@ constexpr const char* kExamples =
     "have\n"
     "changed:\n"
     "  olh import ROOT --doc-base\n"
+    "The text of a manual that you write by hand, before 'olh dmerge':\n"
+    "  olh import --search-text ROOT handbook\n"
     "A manual of that name that an earlier import has brought is replaced in one step.\n"
     "Examples:\n"
     "  olh import docs second_handbook docs/htmldocs/handbook\n"
@@ -161,15 +165,14 @@ int import_registered(const DocBaseRequest& asked, bool json) {
 int run(int argc, char** argv) {
   ImportRequest asked;
   std::string registrations;
+  bool search_text = false;
   bool json = false;
   CLI::App app("Bring in a manual that another program made: every page and place becomes a topic.", "olh import");
   app.add_option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
       ->required()
       ->type_name("");
   CLI::Option* const of_one[] = {
-      app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")
-          ->type_name("")
-          ->check(olh_viewers::refusal_of_manual_name),
+      app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")->type_name(""),
       app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them; its PDF")
           ->type_name(""),
       app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT"),
@@ -177,20 +180,28 @@ int run(int argc, char** argv) {
       app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them")};
   CLI::Option* const of_all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", registrations,
                                            "Import all manuals that this machine has registered with doc-base");
+  CLI::Option* const of_text = app.add_flag("--search-text", search_text,
+                                            "Write the text for the search of a manual that ROOT has, and no more");
   for (CLI::Option* const option : of_one) of_all->excludes(option);
+  for (CLI::Option* const option : {of_all, of_one[1], of_one[2], of_one[3], of_one[4]}) of_text->excludes(option);
   app.add_flag("--dry-run", asked.dry_run, "Change nothing; say what would be brought");
   app.add_flag("--json", json, "Answer as JSON");
   app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
   app.footer(kExamples);
   try {
     app.parse(argc, argv);
-    if (registrations.empty() && asked.sources.empty()) throw CLI::RequiredError("NAME and SOURCE, or --doc-base");
+    if (search_text ? asked.name.empty() : registrations.empty() && asked.sources.empty())
+      throw CLI::RequiredError(search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
+    if (const std::string refusal = olh_viewers::refusal_of_manual_name(asked.name);
+        !search_text && registrations.empty() && !refusal.empty())
+      throw CLI::ValidationError("NAME", refusal);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? olh_import::kDone : olh_import::kWrongUse;
   }
   std::filesystem::path root = std::filesystem::absolute(asked.root).lexically_normal();
   asked.root = (root.has_filename() ? root : root.parent_path()).string();
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
+  if (search_text) return write_search_text(asked.root + "/htmldocs/" + asked.name), olh_import::kDone;
   if (registrations.empty()) return import(asked, json);
   return import_registered({asked.root, olh_viewers::pieces_of(registrations, ':'), asked.dry_run}, json);
 }

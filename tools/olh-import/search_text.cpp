@@ -1,7 +1,14 @@
 #include "search_text.h"
 
 #include <list>
+#include <map>
 #include <nlohmann/json.hpp>
+
+#include "bounds.h"
+#include "refusal.h"
+#include "source_tree.h"
+#include "topic_table.h"
+#include "url.h"
 
 namespace olh_import {
 
@@ -37,6 +44,22 @@ void SearchText::write(const OutputFolder& manual,
     for (const std::string& passage : text.passages) pieces.insert(pieces.end(), {beginning, passage});
   }
   manual.write(kSearchFile, pieces);
+}
+
+void write_search_text(const std::string& manual_folder) {
+  const SourceTree files(manual_folder);
+  const std::optional<std::string> table = files.read(olh_viewers::kTopicTable, kLargestTable);
+  if (!table) throw Refusal(kNoSource, manual_folder + " has no topic table " + olh_viewers::kTopicTable + ".");
+  SearchText text;
+  std::map<std::string, std::string> topics;  // by their pages
+  for (const olh_viewers::TableTopic& topic : olh_viewers::topics_in_table(*table)) {
+    const std::string page = olh_viewers::decoded(topic.page);
+    const std::optional<std::string> bytes = is_page_name(page) ? files.read(page) : std::nullopt;
+    if (bytes && topics.try_emplace(page, topic.name).second) text.add(read_html_page(page, *bytes));
+  }
+  const OutputFolder made(manual_folder);
+  text.write(made, [&topics](const std::string& page) { return topics.at(page); });
+  made.put(kSearchFile, manual_folder + "/" + kSearchFile);
 }
 
 }  // namespace olh_import

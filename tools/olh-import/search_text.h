@@ -3,7 +3,7 @@
 // Knows    the form in which share/docs/htmldocs/QEL/lib/search.js reads it: a call for each passage of a page, with the
 //          name of the topic that the page is.
 // Owns     the text until it is written.
-// For      import_manual.
+// For      import_manual, main.
 #ifndef OLH_IMPORT_SEARCH_TEXT_H
 #define OLH_IMPORT_SEARCH_TEXT_H
 
@@ -29,6 +29,9 @@ class SearchText {
   };
   std::vector<PageText> pages_;
 };
+
+// The text of a manual that has a topic table, from its pages; what was there before gives way. Throws a Refusal.
+void write_search_text(const std::string& manual_folder);
 
 }  // namespace olh_import
 

@@ -16,7 +16,7 @@ namespace olh {
 struct ShippedPages {
   std::filesystem::path docs;             // the documentation root of the project
   std::filesystem::path template_manual;  // a manual to fill in, and the document list of a portal
-  std::filesystem::path tools;            // the scripts for search text and PDFs
+  std::filesystem::path tools;            // the scripts for contents and PDFs
 };
 
 struct NewManual {

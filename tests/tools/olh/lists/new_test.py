@@ -91,7 +91,7 @@ class New(Verbs):
                 self.assertEqual((place / "root/pdfdocs/qeldoc_notfound.pdf").exists(), is_there)
                 self.assertEqual("built without PDFs" in printed, not is_there)
 
-    def test_the_command_for_the_search_text_is_that_of_this_installation(self):
+    def test_the_commands_for_pages_and_search_text_work_in_this_installation(self):
         place = self.dir / "a place & more"
         place.mkdir()
         for name in ("docs", "new_manual"):
@@ -99,12 +99,12 @@ class New(Verbs):
         shutil.copytree(BUILD / "tools", place / "tools", ignore=lambda _, names: [name for name in names if not name.endswith(".py")])
         self.olh_in(place / "bin", "new", self.root, "handbook", code=0)
         page = (self.manual / "topic-table.htm").read_text()
-        command = html.unescape(re.search(r'<pre class="sh">(python3 .*search_text.*)</pre>', page)[1])
-        table = self.manual / "QELdata/QELSearchText.js"
-        table.unlink(missing_ok=True)
-        self.assertIn(f"'{place}/tools'", command)
-        subprocess.run(command.replace("ROOT", shlex.quote(str(self.root))), shell=True, check=True)
-        self.assertIn("first-topic", table.read_text())
+        frame, text = (html.unescape(re.search(rf'<pre class="sh">(.*{part}.*)</pre>', page)[1]).replace("ROOT", shlex.quote(str(self.root)))
+                       for part in ("frame_pages", "search-text"))
+        self.assertIn(f"'{place}/tools'", frame)
+        subprocess.run(frame, shell=True, check=True)
+        self.olh(*shlex.split(text)[1:], code=0)
+        self.assertIn("first-topic", (self.manual / "QELdata/QELSearchText.js").read_text())
 
     def test_what_is_there_is_not_overwritten(self):
         write(self.dir / "file", "kept")
