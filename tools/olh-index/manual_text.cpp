@@ -201,7 +201,7 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
     for (Section& section : page.sections) texts.emplace(name + "#" + section.anchor, &section.links);
   }
   for (const std::string& name : pages_below(folder)) {
-    const std::string markup = olh_viewers::content_of(folder + "/" + name);
+    const std::string markup = olh_viewers::content_of(olh_viewers::path_in(folder, name));
     if (const auto page = texts.find(name); page != texts.end())
       if (const std::string_view keywords = keywords_of_page(markup); !keywords.empty())
         page->second->emplace_back(keywords);
@@ -224,8 +224,8 @@ void read_manual(const std::string& folder, const std::string& below, IndexedMan
     manual.unsearched = manual.pages.empty() ? "has no topic table" : "has no search text: its titles are searched";
   // The start page of an imported manual is not its own.
   if (!manual.pages.empty())
-    manual.language =
-        language_of_page(olh_viewers::content_of(folder + "/" + manual.pages[0].address.substr(below.size())));
+    manual.language = language_of_page(
+        olh_viewers::content_of(olh_viewers::path_in(folder, manual.pages[0].address.substr(below.size()))));
   if (manual.language.empty()) manual.language = language_of_page(olh_viewers::content_of(folder + "/index.htm"));
   if (manual.language.empty()) manual.language = "en";
 }
