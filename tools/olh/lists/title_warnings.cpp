@@ -42,8 +42,7 @@ TitleSource source_of_document(const ListedDocument& one, const ListRun& run, co
     return line_with("QELAddBookVar(\"DocTitle\"", "htmldocs/" + one.name + "/QELdata/QELAllData.js", root);
   if (std::ranges::find(run.titled_by_portals, one.name) != run.titled_by_portals.end())
     for (const std::string& portal : olh_viewers::names_in(place_in_root(root, "tomedecks")).names)
-      if (const TitleSource item = item_in(documents_of(portal), one.name, one.title, root); item.line > 0)
-        return item;
+      if (TitleSource item = item_in(documents_of(portal), one.name, one.title, root); item.line > 0) return item;
   return {"pdfdocs/" + one.name + ".pdf"};
 }
 
