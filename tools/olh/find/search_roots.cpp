@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 
 #include "files.h"
@@ -84,6 +85,22 @@ std::optional<std::string> with_own_root(const std::string& own) {
   return stated.empty() ? own : stated + ":" + own;
 }
 
+// A person names directories from where he stands; what a viewer gets must hold anywhere. "docs:http://host:80/d" has
+// four pieces, of which only the first is a directory.
+std::string with_whole_paths(const std::string& host_roots) {
+  std::string whole;
+  std::string before;
+  for (const std::string& piece : olh_viewers::pieces_of(host_roots, ':')) {
+    std::error_code error;
+    const bool is_relative = !piece.empty() && piece[0] != '/' && !before.starts_with("//");
+    const std::filesystem::path path = std::filesystem::absolute(piece, error).lexically_normal();
+    const bool is_named_from_here = is_relative && std::filesystem::is_directory(path, error);
+    whole += (whole.empty() ? "" : ":") + (is_named_from_here ? path.string() : piece);
+    before = piece;
+  }
+  return whole;
+}
+
 void annotate(SearchRoot& root, const std::vector<JudgedRoot>& added) {
   bool is_first = true;
   for (const JudgedRoot& one : added) {
@@ -111,8 +128,10 @@ SearchRoots find_search_roots(const std::string& host_roots) {
   PathStory story = read_path_story(debug_lines_of([] { OlhDocListInit(); }), "");
   SearchRoots result;
   result.preferred = OlhGetCurrentViewer();
-  if (!host_roots.empty())
-    append(story, read_path_story(debug_lines_of([&] { OlhSetDocPath(host_roots.c_str()); }), kRootOption));
+  if (!host_roots.empty()) {
+    const std::string whole = with_whole_paths(host_roots);
+    append(story, read_path_story(debug_lines_of([&] { OlhSetDocPath(whole.c_str()); }), kRootOption));
+  }
   std::stable_sort(story.added.begin(), story.added.end(),
                    [](const JudgedRoot& a, const JudgedRoot& b) { return rank(a) < rank(b); });
   result.roots = walk_along_roots();

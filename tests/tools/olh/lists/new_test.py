@@ -36,8 +36,8 @@ class New(Verbs):
         self.make("--title", "Tom's handbook (R+D)")
         self.assertEqual(self.olh("check", self.root, code=0).stdout, f"{self.root}: 2 manuals, {len(self.pdfs())} "
                          f"PDF{'' if self.pdfs() else 's'}, 1 portal; no problems.\n")
-        shown = self.json("show", "--print", "--root", self.root, "handbook", "first-topic")
-        self.assertTrue(shown["url"].endswith("/handbook/index.htm#context=&topic=first-topic"), shown)
+        shown = self.json("show", "--print", "--root", self.root.name, "handbook", "first-topic")
+        self.assertRegex(shown["url"], "^file:///.*/handbook/index.htm#context=&topic=first-topic$")
         self.olh("show", "--root", self.root, "handbook", code=0)
         self.assertIn("/htmldocs/handbook/index.htm", self.opened()[0])
         self.assertIn("Tom's handbook (R+D)", self.olh("list", "--root", self.root).stdout)
