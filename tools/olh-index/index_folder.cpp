@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 
 #include "index_pieces.h"
@@ -17,7 +16,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kMaking = "making-XXXXXX";
-constexpr std::uint64_t kPrime = 1099511628211U;
 
 [[noreturn]] void fail(const fs::path& path) {
   throw fs::filesystem_error("", path, std::error_code(errno, std::generic_category()));
@@ -65,12 +63,11 @@ IndexFolder::~IndexFolder() {
 void IndexFolder::write(const std::string& piece, const nlohmann::json& value) {
   const std::string script = olh_search::script_of_piece(piece, value);
   write_new(making_ / (piece + ".js"), script);
-  for (const char c : script) sum_ = (sum_ ^ static_cast<unsigned char>(c)) * kPrime;
+  sum_.add(script);
 }
 
 void IndexFolder::finish(nlohmann::json head) {
-  char name[32];
-  std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(sum_));
+  const std::string name = sum_.name();
   head["folder"] = name;
   write_new(making_ / "head.js", olh_search::script_of_piece("head", head));
   fs::rename(making_ / "head.js", folder_ / "head.js.new");

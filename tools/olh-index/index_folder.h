@@ -8,10 +8,11 @@
 #ifndef OLH_TOOLS_INDEX_INDEX_FOLDER_H
 #define OLH_TOOLS_INDEX_INDEX_FOLDER_H
 
-#include <cstdint>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+
+#include "index_pieces.h"
 
 namespace olh_index {
 
@@ -32,7 +33,7 @@ class IndexFolder {
   std::filesystem::path folder_;
   int lock_ = -1;
   std::filesystem::path making_;
-  std::uint64_t sum_ = 14695981039346656037U;  // of all that was written
+  olh_search::Sum sum_;  // of all that was written
 };
 
 }  // namespace olh_index

@@ -5,9 +5,9 @@
 #include <exception>
 #include <filesystem>
 
-#include "files.h"
 #include "index_folder.h"
 #include "index_maker.h"
+#include "index_sources.h"
 #include "manual_text.h"
 #include "pdf_text.h"
 #include "visible.h"
@@ -24,9 +24,6 @@ constexpr const char* kExamples =
 
 enum ExitCode : int { kFailed = 2, kNotFound = 4, kCannotWrite = 5, kWrongUse = 64 };
 
-constexpr const char* kList = "tomedecks/qel_td/js/LibList.js";
-constexpr const char* kListOfManuals = "htmldocs/QEL/lib/LibList.js";  // of a root without a portal
-
 struct Arguments {
   std::string root;
   bool quiet = false;
@@ -39,13 +36,15 @@ int complain(int code, const std::string& sentence) {
 
 int make_index(const Arguments& asked) {
   const fs::path root = asked.root;
-  auto list = olh_viewers::text_of_file((root / kList).string());
-  if (!list) list = olh_viewers::text_of_file((root / kListOfManuals).string());
-  if (!list) return complain(kNotFound, (root / kListOfManuals).string() + " cannot be read. 'olh dmerge' makes it.");
+  const auto sources = olh_search::sources_of_index(asked.root);
+  if (!sources)
+    return complain(kNotFound,
+                    "the list of the documents in " + asked.root + " cannot be read. 'olh dmerge' makes it.");
   olh_index::IndexFolder folder(root);
   olh_index::IndexMaker maker(
       [&](const std::string& name, const nlohmann::json& piece) { folder.write(name, piece); });
-  for (olh_index::IndexedManual& manual : olh_index::listed_documents(*list)) {
+  for (const olh_search::IndexSource& document : sources->documents) {
+    olh_index::IndexedManual manual = {document.name, document.title, document.is_pdf, "", "", {}};
     if (manual.is_pdf)
       olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
                           "pdfdocs/" + manual.name + ".pdf", manual);
@@ -55,7 +54,9 @@ int make_index(const Arguments& asked) {
       std::printf("%s %s.\n", olh_viewers::visible(manual.name).c_str(), manual.unsearched.c_str());
     maker.add(manual);
   }
-  folder.finish(maker.finish());
+  nlohmann::json head = maker.finish();
+  head["sources"] = sources->sum;
+  folder.finish(std::move(head));
   if (!asked.quiet)
     std::printf("%s: %u pages, %u sections\n", olh_viewers::visible(folder.head().string()).c_str(), maker.pages(),
                 maker.sections());

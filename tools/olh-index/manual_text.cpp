@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "files.h"
+#include "index_sources.h"
 #include "page_links.h"
 #include "topic_table.h"
 
@@ -14,8 +14,6 @@ namespace olh_index {
 
 namespace {
 
-constexpr const char* kTexts = "QELdata/QELSearchText.js";
-constexpr std::size_t kMostBytesOfTexts = std::size_t{256} * 1024 * 1024;
 constexpr std::size_t kFewestTails = 5;
 constexpr std::size_t kMostPages = 50000;
 constexpr std::size_t kMostLinks = 20;      // different texts
@@ -28,17 +26,6 @@ void each_line(std::string_view text, Take take) {
     take(line);
     text.remove_prefix(std::min(line.size() + 1, text.size()));
   }
-}
-
-// The texts in a line CALL(["A","B", ...]); nothing for another line.
-std::vector<std::string> row_in(std::string_view line, std::string_view call) {
-  const std::size_t end = line.rfind(']');
-  if (!line.starts_with(call) || end == std::string_view::npos || end < call.size()) return {};
-  const nlohmann::json row = nlohmann::json::parse(line.substr(call.size(), end + 1 - call.size()), nullptr, false);
-  std::vector<std::string> texts;
-  if (row.is_array())
-    for (const nlohmann::json& one : row) texts.push_back(one.is_string() ? one.get<std::string>() : "");
-  return texts;
 }
 
 std::string language_of_page(std::string_view page) {
@@ -152,24 +139,12 @@ class Pages {
 
 }  // namespace
 
-std::vector<IndexedManual> listed_documents(std::string_view list) {
-  constexpr std::string_view kCall = "mLibraryList.push(";
-  std::vector<IndexedManual> documents;
-  each_line(list, [&](std::string_view line) {
-    const std::size_t begin = line.find_first_not_of(" \t");
-    if (begin == std::string_view::npos) return;
-    const std::vector<std::string> row = row_in(line.substr(begin), kCall);
-    if (row.size() < 2 || row[1].empty() || row[1].find('/') != std::string::npos || row[1].starts_with('.')) return;
-    documents.push_back({row[1], row[0], row.size() > 2 && row[2] == "pdf", "", "", {}});
-  });
-  return documents;
-}
-
 void take_topics(std::string_view table, std::string_view texts, const std::string& below, IndexedManual& manual) {
   Pages pages(manual, below);
   for (const olh_viewers::TableTopic& topic : olh_viewers::topics_in_table(table)) pages.add_topic(topic);
   each_line(texts, [&](std::string_view line) {
-    if (const std::vector<std::string> row = row_in(line, "QELAddText("); row.size() >= 4) pages.add_passage(row);
+    if (const std::vector<std::string> row = olh_search::texts_in_call(line, "QELAddText("); row.size() >= 4)
+      pages.add_passage(row);
   });
   pages.add_titles();
   pages.cut_tails();
@@ -217,7 +192,7 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
 
 void read_manual(const std::string& folder, const std::string& below, IndexedManual& manual) {
   const std::string table = olh_viewers::content_of(folder + "/" + olh_viewers::kTopicTable);
-  const auto texts = olh_viewers::text_of_file(folder + "/" + kTexts, kMostBytesOfTexts);
+  const auto texts = olh_viewers::text_of_file(folder + "/" + olh_search::kTexts, olh_search::kMostBytesOfTexts);
   take_topics(table, texts.value_or(""), below, manual);
   take_links(folder, below, manual);
   if (!texts)

@@ -14,9 +14,6 @@
 
 namespace olh_index {
 
-// The documents that the list of a root names (tomedecks/qel_td/js/LibList.js), without what they say.
-std::vector<IndexedManual> listed_documents(std::string_view list);
-
 // The pages of an HTML manual in `folder`; addresses begin with `below`.
 void read_manual(const std::string& folder, const std::string& below, IndexedManual& manual);
 

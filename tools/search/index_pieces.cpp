@@ -1,6 +1,7 @@
 #include "index_pieces.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include "packed_numbers.h"
 
@@ -36,6 +37,17 @@ std::vector<std::uint32_t> sums_of(const std::string& packed) {
 
 }  // namespace
 
+void Sum::add(std::string_view text) {
+  constexpr std::uint64_t kPrime = 1099511628211U;
+  for (const char c : text) sum_ = (sum_ ^ static_cast<unsigned char>(c)) * kPrime;
+}
+
+std::string Sum::name() const {
+  char name[32];
+  std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(sum_));
+  return name;
+}
+
 std::vector<std::string> words_with_blanks(std::string_view text) {
   std::vector<std::string> words;
   while (!text.empty()) {
@@ -66,6 +78,7 @@ std::optional<IndexHead> head_in(std::string_view script) {
   if (!value || member(*value, "version") != kIndexVersion) return std::nullopt;
   IndexHead head;
   head.folder = text_of(member(*value, "folder"));
+  head.sources = text_of(member(*value, "sources"));
   head.first_sections = sums_of(text_of(member(*value, "sections_of_pages")));
   head.first_of_texts = sums_of(text_of(member(*value, "sections_of_texts")));
   head.sections = head.first_sections.back();

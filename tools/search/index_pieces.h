@@ -25,6 +25,16 @@ inline constexpr std::uint32_t kMostSections = 1U << 22;
 std::string script_of_piece(const std::string& name, const nlohmann::json& value);
 std::optional<nlohmann::json> value_in_script(std::string_view script);
 
+// A short name for texts, one after the other: other texts have another one.
+class Sum {
+ public:
+  void add(std::string_view text);
+  std::string name() const;
+
+ private:
+  std::uint64_t sum_ = 14695981039346656037U;  // FNV-1a
+};
+
 struct ManualInIndex {
   std::string name;
   std::string title;
@@ -35,6 +45,7 @@ struct ManualInIndex {
 
 struct IndexHead {
   std::string folder;
+  std::string sources;  // the sum of what the index was made from
   std::uint32_t sections = 0;
   std::vector<ManualInIndex> manuals;
   std::vector<std::uint32_t> first_sections;  // of each page, and of the page behind the last one

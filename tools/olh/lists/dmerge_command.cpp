@@ -149,7 +149,7 @@ void add_dmerge_command(const Verb& olh) {
       olh.verb("dmerge", "Update the lists and the search index of a documentation root", kDmergeExamples);
   DmergeArguments& asked = verb.action(dmerge_verb);
   verb.option("ROOT", asked.root, "The directory of the documentation root");
-  verb.flag("--check", asked.check, "Write nothing; say which lists are out of date");
+  verb.flag("--check", asked.check, "Write nothing; say which lists are out of date, and whether the index is");
   verb.flag("-q,--quiet", asked.quiet, "Say nothing but the generator's own messages");
   add_json_option(verb, asked.json);
 }

@@ -13,6 +13,7 @@
 #include "files.h"
 #include "list_failure.h"
 #include "olh/dmerge.h"
+#include "search_index.h"
 #include "shared.h"
 
 namespace olh {
@@ -117,12 +118,14 @@ ListTrial try_lists(const std::string& root) {
     if (change.is_new || change.is_unreadable || change.more != 0 || change.less != 0)
       trial.changes.push_back(change);
   }
+  if (is_search_index_old(root)) trial.changes.push_back({kHeadOfIndex});
   return trial;
 }
 
 std::string state_of(const ListChange& change) {
   if (change.is_new) return "is missing";
   if (change.is_unreadable) return "cannot be read, or is no regular file";
+  if (change.more + change.less == 0) return "is out of date: what it was made from has changed";
   return "is out of date: " + counted(static_cast<std::size_t>(change.more), "line", "lines") + " to add, " +
          counted(static_cast<std::size_t>(change.less), "line", "lines") + " to remove";
 }

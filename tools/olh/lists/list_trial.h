@@ -1,4 +1,5 @@
-// The lists of a root, made on trial: what the generator would write and say, without a change to the root.
+// The lists of a root, made on trial: what the generator would write and say, without a change to the root. The search
+// index is not made, only compared with what it was made from.
 //
 // Knows    that a shadow of the root will do, in which the lists are missing and all else is a symbolic link.
 // Not      what is in a list.
@@ -19,7 +20,7 @@ struct ListChange {
   bool is_new = false;
   bool is_unreadable = false;  // no regular file, too large, or not to be read: nothing was compared
   int more = 0;                // lines that would be added
-  int less = 0;                // lines that would go
+  int less = 0;                // lines that would go; of the search index neither is counted
 };
 
 struct ListTrial {
@@ -31,7 +32,7 @@ struct ListTrial {
 // Throws std::runtime_error when the root cannot be listed, or there is no place for a trial.
 ListTrial try_lists(const std::string& root);
 
-// "is missing", "cannot be read...", or "is out of date: 1 line to add, 2 lines to remove".
+// "is missing", "cannot be read...", "is out of date: 1 line to add, 2 lines to remove", or what is wrong with the index.
 std::string state_of(const ListChange& change);
 
 }  // namespace olh

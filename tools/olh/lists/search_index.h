@@ -1,7 +1,7 @@
 // The search index of a root, made with its lists.
 //
 // Knows    the program that makes it, where that is installed.
-// For      dmerge and new.
+// For      dmerge and new, list_trial.
 #ifndef OLH_TOOLS_SEARCH_INDEX_H
 #define OLH_TOOLS_SEARCH_INDEX_H
 
@@ -11,9 +11,13 @@ namespace olh {
 
 // Where the index lies, below a root.
 inline constexpr const char* kSearchIndex = "htmldocs/QEL/search";
+inline constexpr const char* kHeadOfIndex = "htmldocs/QEL/search/head.js";
 
 // Makes the index and returns its head; "" when there is none, which a warning says unless the program is not installed.
 std::string make_search_index(const std::string& root);
+
+// Whether there is an index that was made from other lists or texts than the root has now, and the program to make it anew.
+bool is_search_index_old(const std::string& root);
 
 }  // namespace olh
 

@@ -8,6 +8,7 @@ TABLE = "htmldocs/guide/QELdata/QELAllData.js"
 # Two places of a page, and one that it does not have.
 PLACED = "".join(f'QELAddTopic(["t{number}","setting_up.htm#{place}","T"]);\n' for number, place in enumerate(("on%20disk", "old", "new")))
 DOCLIST = "tomedecks/group_td/js/doclist.js"
+INDEX = "htmldocs/QEL/search/head.js"
 OPTIONS = "qel_doc_options.ini"
 
 
@@ -29,6 +30,7 @@ class Check(Verbs):
     def test_a_clean_root_on_the_disk_and_behind_a_url(self):
         with open(self.docs / TABLE, "a") as table:
             table.write('QELAddTopic(["odd","setting_up.htm#a%3Cb%26c","T"]);\n')
+        self.make_lists(self.docs)
         self.assertEqual(self.found(code=0), [])
         self.assertEqual(self.found(code=0, QEL_DOC_PATH=None), [])
         url = self.serve(self.docs)
@@ -74,6 +76,7 @@ class Check(Verbs):
             ("tomedecks/new_td/js/doclist.js", 'mTomeDeckName = "N";\n',
              ("warning", "portal_list", "tomedecks/new_td", None)),
             ("htmldocs/QEL/lib/LibList.js", "", ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
+            (INDEX, "", ("warning", "lists", INDEX, None)),
             ("htmldocs/QEL/lib/LibList.js", None, ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
             (OPTIONS, 'QEL_PDF_READER="/bin/sh"\nno key\n', ("error", "options", OPTIONS, 2)),
             (OPTIONS, 'QEL_PDF_READER="/no/reader"\n', ("warning", "options", OPTIONS, None)),

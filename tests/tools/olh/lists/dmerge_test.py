@@ -76,11 +76,17 @@ class Dmerge(Verbs):
         flag.write_text(flag.read_text()[:-1])
         self.assertIn(LISTS[-1], self.dmerge("--check", code=1).stdout, "only the last line feed is missing")
         self.dmerge("--quiet")
+        texts = write(self.docs / "htmldocs/guide/QELdata/QELSearchText.js", 'QELAddText(["intro","","","one"]);\n')
+        self.dmerge("--quiet")
+        self.dmerge("--check")
+        write(texts, texts.read_text().replace("one", "two"))
+        self.assertEqual(self.dmerge("--check", code=1).stdout, f"{INDEX} is out of date: what it was made from has changed.\n")
+        self.dmerge("--quiet")
         write(self.docs / "pdfdocs/more.pdf", "%PDF-1.4\n")
         (self.docs / "htmldocs/guide/QELdata/QELAllData.js").unlink()
         answer = json.loads(self.dmerge("--check", "--json", code=1).stdout)
         self.assertEqual([(c["file"], c["more"], c["less"]) for c in answer["out_of_date"]],
-                         [("htmldocs/QEL/lib/LibList.js", 1, 1), ("tomedecks/qel_td/js/LibList.js", 2, 1)])
+                         [("htmldocs/QEL/lib/LibList.js", 1, 1), ("tomedecks/qel_td/js/LibList.js", 2, 1), (INDEX, 0, 0)])
 
     def test_failures_are_told_apart(self):
         done = self.dmerge(str(self.dir / "missing"), code=4)
