@@ -50,7 +50,7 @@ class SearchInThePage(Pages):
                 found = self.search(base, word.upper(), IN_MANUAL)
                 self.assertIn(topics()[topic], found)
                 marked = self.texts("#found mark")
-                self.assertTrue(marked and all(one.lower()[:3] == word[:3] for one in marked), marked)
+                self.assertTrue(marked and all(one.lower()[:4] == word[:4] for one in marked), (word, marked))
                 self.browser.value(f"document.querySelectorAll('#found > li > a')[{found.index(topics()[topic])}].click()")
                 self.heading(topics()[topic])
                 self.browser.wait("document.querySelector('main mark')")

@@ -60,14 +60,17 @@ class Words {
   std::vector<std::string> near_;
 };
 
-// The letters that the words of a stem have in common with the one that was asked for.
+// The letters that the words of a stem have in common with the one that was asked for; "int", which means the same as
+// "integers", is none of them: few letters have a short ending.
 std::string mark_of(const std::string& word, const std::vector<const WordGroup*>& groups) {
   constexpr std::size_t kShortest = 3;
+  constexpr std::size_t kLongestEnding = 5;
   std::size_t same = word.size();
   for (const WordGroup* group : groups)
     for (const std::string& other : words_with_blanks(group->words)) {
       const auto here = static_cast<std::size_t>(std::ranges::mismatch(word, other).in1 - word.begin());
-      if (here >= kShortest) same = std::min(same, here);
+      const std::size_t longest_ending = here > kShortest ? kLongestEnding : 1;
+      if (here >= kShortest && word.size() - here <= longest_ending) same = std::min(same, here);
     }
   return std::string(cut_to(word, same));
 }

@@ -326,13 +326,19 @@ var olhFind = (function () {
     return found;
   };
 
-  // The letters that the words of a stem have in common with the one that was asked for.
+  // Whether a word is a mark with a usual ending. A shorter mark takes less, since other words begin with it, too.
+  function isForm(word, mark) {
+    return word.startsWith(mark) && word.length - mark.length <= (mark.length > 3 ? 5 : 1);
+  }
+
+  // The letters that the words of a stem have in common with the one that was asked for; "int", which means the same as
+  // "integers", is none of them.
   function markOf(word, groups) {
     var least = word.length;
     groups.forEach(function (group) {
       group[0].split(' ').forEach(function (other) {
         var here = same(word, other);
-        if (here >= 3) least = Math.min(least, here);
+        if (here >= 3 && isForm(word, word.slice(0, here))) least = Math.min(least, here);
       });
     });
     return word.slice(0, least);
@@ -431,7 +437,7 @@ var olhFind = (function () {
     var plain = folded(word);
     return marks.some(function (mark) {
       if (PAIRED.test(mark)) return plain.includes(mark);
-      return plain.startsWith(mark) && plain.length - mark.length <= (mark.length > 3 ? 5 : 1);
+      return isForm(plain, mark);
     });
   }
 
