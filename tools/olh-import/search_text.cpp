@@ -54,8 +54,8 @@ void write_search_text(const std::string& manual_folder) {
   std::map<std::string, std::string> topics;  // by their pages
   for (const olh_viewers::TableTopic& topic : olh_viewers::topics_in_table(*table)) {
     const std::string page = olh_viewers::decoded(topic.page);
-    const std::optional<std::string> bytes = is_page_name(page) ? files.read(page) : std::nullopt;
-    if (bytes && topics.try_emplace(page, topic.name).second) text.add(read_html_page(page, *bytes));
+    if (!is_page_name(page) || !topics.try_emplace(page, topic.name).second) continue;
+    if (const std::optional<std::string> bytes = files.read(page)) text.add(read_html_page(page, *bytes));
   }
   const OutputFolder made(manual_folder);
   text.write(made, [&topics](const std::string& page) { return topics.at(page); });

@@ -12,8 +12,7 @@ namespace olh {
 namespace {
 
 constexpr std::size_t kLinesOfDocument = 20;
-constexpr std::size_t kLinesOfKind =
-    6;  // where there are more than that: five examples, and how many others there are
+constexpr std::size_t kLinesOfKind = 6;  // of a longer one five examples, and how many others there are
 constexpr std::size_t kAll = std::string::npos;
 constexpr std::size_t kLongestLine = 200;
 constexpr std::size_t kLevelWidth = 9;
