@@ -66,6 +66,7 @@ done
 [ -n "$option" ] || case $1 in --*=*) option=${1%%=*} ;; esac
 
 documents() { ask list --names ${root:+--root "$root"} "$@"; }
+results() { ask kept-results | awk '{ sub(/ /, "\t"); print }'; }
 topics() { ask topics --names ${root:+--root "$root"} "$first"; }
 
 if [ -n "$option" ]; then
@@ -90,7 +91,7 @@ case $1 in
       *:DOC)
         case $1 in
           */* | .* | '~'*) files ;;
-          *) documents ;;
+          *) documents; case $verb in *show) results ;; esac ;;
         esac
         ;;
       *:TAG) topics ;;

@@ -15,6 +15,7 @@ STAND_IN = r"""case "$*" in
   "list --names --kind portal") echo guide_td ;;
   "list --names --root /srv/docs") echo served ;;
   "list --names --root http://slow/") exec sleep 60 ;;
+  kept-results) echo "2 The second result" ;;
   "topics --names guide") printf '%s\n' install 'Getting Started' index a:b ;;
   "topics --names a guide") echo First ;;
   "topics --names --root http://slow/ guide") exec sleep 60 ;;
@@ -25,6 +26,7 @@ CASES = [
     ("sh", ["show"], ["where", "guide"]),
     ("show --dis", ["--display"], ["show"]),
     ("show --display ", ["normal", "topic", "popup"], ["guide"]),
+    ("show ", ["guide", "2"], ["show"]),
     ("show gui", ["guide", "guide_td"], ["show"]),
     ("show --display topic gui", ["guide"], []),
     ("show guide ", ["install", "index", "a:b"], ["guide", "Getting"]),
@@ -48,6 +50,7 @@ COMPLETED = [
     ("show --display=po", "show --display=popup"),
     ("show guide a:", "show guide a:b"),
     ("show guide Get", r"show guide Getting\ Started"),
+    ("show 2", "show 2"),
     ("show tri", r"show tricky\$\(touch\ run\)"),
     ("show ./a", r"show ./a\ root/"),
     ("show --root a", r"show --root a\ root/"),

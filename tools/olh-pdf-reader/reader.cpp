@@ -15,7 +15,7 @@ using Kind = Request::Kind;
 // A launcher looks two seconds after a start: by then it must see how the reader fared.
 constexpr int kWatchStart = 1500;
 
-// At the destination by its name; else at its page; else, said aloud, at the first page. A reader that is asked for a
+// At the destination by its name, unless that is a page's number; else at its page; else, said aloud, at the first page. A reader that is asked for a
 // name that is not there says nothing: a new window shows page 1, one that shows the file already stays where it is.
 Words command_at(const Choice& choice, const Request& request, const Trace& trace) {
   const std::string& file = request.document;
@@ -31,13 +31,16 @@ Words command_at(const Choice& choice, const Request& request, const Trace& trac
     Words command = page_command(choice, place);
     return command.empty() ? open_command(choice, place) : command;
   }
-  if (Words command = destination_command(choice, place); !command.empty()) return command;
+  const bool is_page = page_named_by(request.destination).has_value();
+  if (Words command = is_page ? Words() : destination_command(choice, place); !command.empty()) return command;
   place.page = found.page;
   Words command = found.found == Found::kYes ? page_command(choice, place) : Words();
   if (!command.empty()) return command;
-  trace.complain(choice.program + " cannot go to \"" + request.destination + "\"" +
-                 (found.found == Found::kYes
-                      ? ", which is on page " + std::to_string(found.page)
+  const std::string page = "page " + std::to_string(found.page);
+  trace.complain(choice.program + " cannot go to " + (is_page ? page : "\"" + request.destination + "\"") +
+                 (is_page ? ""
+                  : found.found == Found::kYes
+                      ? ", which is on " + page
                       : "; with pdfinfo, of the package poppler-utils, its page could be found") +
                  ".");
   return open_command(choice, place);

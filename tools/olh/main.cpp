@@ -22,11 +22,13 @@ namespace {
 
 // Every verb, in the order in which the help lists them.
 constexpr std::initializer_list<void (*)(const olh::Verb&)> kVerbs = {
-    olh::add_show_command,         olh::add_search_command,   olh::add_portal_command,     olh::add_bookcase_command,
-    olh::add_list_command,         olh::add_topics_command,   olh::add_test_command,       olh::add_where_command,
-    olh::add_paths_command,        olh::add_alt_path_command, olh::add_setup_command,      olh::add_viewers_command,
-    olh::add_doctor_command,       olh::add_dmerge_command,   olh::add_check_command,      olh::add_new_command,
-    olh::add_remove_command,       olh::add_version_command,  olh::add_probe_root_command, olh::add_try_path_command,
+    olh::add_show_command,         olh::add_search_command,   olh::add_portal_command,
+    olh::add_bookcase_command,     olh::add_list_command,     olh::add_topics_command,
+    olh::add_test_command,         olh::add_where_command,    olh::add_paths_command,
+    olh::add_alt_path_command,     olh::add_setup_command,    olh::add_viewers_command,
+    olh::add_doctor_command,       olh::add_dmerge_command,   olh::add_check_command,
+    olh::add_new_command,          olh::add_remove_command,   olh::add_version_command,
+    olh::add_probe_root_command,   olh::add_try_path_command, olh::add_kept_results_command,
     olh::add_prepare_root_command,
 };
 

@@ -1,6 +1,7 @@
 #include "pdf_places.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <string_view>
 
@@ -45,7 +46,18 @@ std::optional<std::vector<NamedPlace>> destinations_of(const std::string& file) 
   return listing ? std::optional(places_in_listing(*listing)) : std::nullopt;
 }
 
+std::optional<int> page_named_by(std::string_view destination) {
+  constexpr std::string_view kForm = "page=";
+  if (!destination.starts_with(kForm)) return std::nullopt;
+  const std::string_view digits = destination.substr(kForm.size());
+  int page = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), page);
+  const bool is_page = error == std::errc() && end == digits.data() + digits.size() && page > 0;
+  return is_page ? std::optional(page) : std::nullopt;
+}
+
 PdfPlace place_of_destination(const std::string& file, const std::string& destination) {
+  if (const std::optional<int> page = page_named_by(destination)) return {Found::kYes, *page};
   const std::optional<std::string> listing = information(file, {"pdfinfo", "-dests"});
   return listing ? place_in_listing(*listing, destination) : PdfPlace();
 }

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace olh_viewers {
@@ -18,7 +19,10 @@ struct PdfPlace {
   int page = 1;
 };
 
-// The page of a named destination.
+// The page that "page=12" names, as addresses of PDFs have it; nothing for everything else.
+std::optional<int> page_named_by(std::string_view destination);
+
+// The page of a named destination, or the one that "page=12" names.
 PdfPlace place_of_destination(const std::string& file, const std::string& destination);
 
 struct NamedPlace {

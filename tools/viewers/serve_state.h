@@ -11,8 +11,9 @@
 #define OLH_TOOLS_VIEWERS_SERVE_STATE_H
 
 #include <string>
-#include <utility>
 #include <vector>
+
+#include "session_files.h"
 
 namespace olh_viewers {
 
@@ -23,27 +24,6 @@ struct ServedRoot {
 
 // 128 random bits in hexadecimal; "" when the system gives none.
 std::string new_token();
-
-// An open file with a lock, which ends with this.
-class LockedFile {
- public:
-  LockedFile() = default;
-  // Waits so long for the lock. A file that is not there is made, for this user alone.
-  LockedFile(const std::string& path, int milliseconds);
-  LockedFile(LockedFile&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-  LockedFile& operator=(LockedFile&& other) noexcept {
-    std::swap(fd_, other.fd_);
-    return *this;
-  }
-  ~LockedFile();
-  explicit operator bool() const { return fd_ >= 0; }
-  // Whether the file is still the one under that name.
-  bool is_at(const std::string& path) const;
-  bool write(const std::string& text) const;
-
- private:
-  int fd_ = -1;
-};
 
 class ServeState {
  public:

@@ -352,6 +352,9 @@ class Adapters(Scene):
             self.viewer(name)
             self.at_destination(OLH_PDF_PROGRAM=name, code=0)
             self.assertEqual(self.calls(name), [arguments])
+        for name, arguments in {"evince": ["-i", "2", str(PDF)], "chromium": [f"file://{PDF}#page=2"]}.items():
+            self.at_destination("page=2", OLH_PDF_PROGRAM=name, code=0)
+            self.assertEqual(self.calls(name)[-1], arguments)
         self.viewer("unheard-of")
         done = self.at_destination(OLH_PDF_PROGRAM="unheard-of")
         self.assertEqual((done.returncode, self.calls("unheard-of")), (0, [[str(PDF)]]))

@@ -8,6 +8,7 @@
 #include "search_hits.h"
 #include "shared.h"
 #include "show.h"
+#include "show_result.h"
 #include "showing.h"
 
 namespace olh {
@@ -22,7 +23,8 @@ constexpr const char* kSearchExamples =
     "  olh search 'viewer order'\n"
     "  olh search destinations olh_manual\n"
     "  olh search --text 'pdf reader' olh_manual    the results as text\n"
-    "  olh search --open 2 'pdf reader' olh_manual  shows the second of them\n"
+    "  olh show 2                                   shows the second of them\n"
+    "  olh search --open 2 'pdf reader' olh_manual  the same in one step\n"
     "  olh search --print destinations olh_td    what would be run; nothing is\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, 3 no query,\n"
     "4 nothing of that name can be searched, or nothing is found (--text, --open), 7 no browser known, 64 wrong "
@@ -110,25 +112,21 @@ constexpr const char* kNoIndex =
     "and this root has no search index here. 'olh dmerge ROOT' makes it; 'olh topics DOC' lists the topics of a "
     "manual.";
 
+// The results as text, which show takes by their numbers from here on.
+std::string listed_as_text(const SearchHits& found, const SearchArguments& asked) {
+  keep_results(listed_results(found, asked.query, asked.scope));
+  return as_text(found, asked.query);
+}
+
 int print_hits(const std::optional<SearchHits>& found, const SearchArguments& asked) {
   if (!found) return failure(OLH_RESULT_NOT_FOUND, std::string("the results were asked for as text, ") + kNoIndex);
-  olh_viewers::print_text(as_text(*found, asked.query), true);
+  olh_viewers::print_text(listed_as_text(*found, asked), true);
   return found->hits.empty() ? OLH_RESULT_NOT_FOUND : OLH_RESULT_OK;
 }
 
 int open_hit(const std::optional<SearchHits>& found, const SearchArguments& asked) {
-  const std::size_t number = std::stoul(asked.open);
-  if (!found || number > found->hits.size())
-    return failure(OLH_RESULT_NOT_FOUND, found ? "there are " + counted(found->hits.size(), "result", "results") + "."
-                                               : std::string("a result was asked for, ") + kNoIndex);
-  const HitCall hit = call_for(found->hits[number - 1]);
-  ShowOptions options = asked.options;
-  options.root = found->root + (options.root.empty() ? "" : ":" + options.root);
-  const SearchRoots roots = find_search_roots(options.root);
-  ShowRequest request = request_for("show", hit.document, hit.topic, locate(hit.document, roots));
-  request.call = [&] { return OlhHelpCall(hit.document.c_str(), hit.topic.c_str(), OLH_DISPLAY_NORMAL); };
-  request.complain_of = [&](int) { complain_not_found(hit.document, roots); };
-  return carry_out(request, options, roots);
+  if (!found) return failure(OLH_RESULT_NOT_FOUND, std::string("a result was asked for, ") + kNoIndex);
+  return show_result(listed_results(*found, asked.query, asked.scope), result_number(asked.open), asked.options);
 }
 
 int search(const SearchArguments& asked) {
@@ -146,7 +144,7 @@ int search(const SearchArguments& asked) {
     return answer;
   };
   if (!found) request.obstacle_to_text = std::string("there is no display, ") + kNoIndex;
-  request.text = [&] { return as_text(*found, asked.query); };
+  request.text = [&] { return listed_as_text(*found, asked); };
   request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {
@@ -157,10 +155,7 @@ int search(const SearchArguments& asked) {
 }
 
 std::string refusal_of_number(const std::string& number) {
-  const bool is_good = !number.empty() && number.size() < 4 &&
-                       number.find_first_not_of("0123456789") == std::string::npos &&
-                       number.find_first_not_of('0') != std::string::npos;
-  return is_good ? "" : "'" + number + "' is no number of a result.";
+  return result_number(number) > 0 ? "" : "'" + number + "' is no number of a result.";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "files.h"
 #include "find.h"
+#include "pdf_places.h"
 #include "shared.h"
 #include "words_in_text.h"
 
@@ -49,7 +50,17 @@ std::string file_of(const SearchHits& found, const olh_search::Hit& hit) {
   return found.root + "/" + hit.page.address + (hit.section.anchor.empty() ? "" : "#" + hit.section.anchor);
 }
 
-bool is_pdf(const olh_search::Hit& hit) { return hit.page.address.starts_with("pdfdocs/"); }
+// The number in "page=3"; null elsewhere.
+nlohmann::json page_of(const ListedHit& hit) {
+  const auto page = hit.is_pdf ? olh_viewers::page_named_by(hit.place) : std::nullopt;
+  return page ? nlohmann::json(*page) : nlohmann::json();
+}
+
+std::string folder_of_indexes(const std::string& root) { return root + "/" + olh_search::kIndexFolder; }
+
+std::optional<olh_search::IndexHead> head_at(const std::string& root) {
+  return olh_search::head_in(piece_at(folder_of_indexes(root) + "/head.js"));
+}
 
 std::string outcome(const SearchHits& found, const std::string& query) {
   std::string said;
@@ -72,14 +83,14 @@ std::string outcome(const SearchHits& found, const std::string& query) {
 
 std::optional<SearchHits> search_hits(const std::string& root, const std::string& query,
                                       const std::vector<std::string>& manuals) {
-  const std::string folder = root + "/" + olh_search::kIndexFolder;
-  const std::optional<olh_search::IndexHead> head = olh_search::head_in(piece_at(folder + "/head.js"));
+  const std::optional<olh_search::IndexHead> head = head_at(root);
   if (!head) return std::nullopt;
   const olh_search::LoadPiece load = [&](const std::string& name) {
-    return piece_at(folder + "/" + head->folder + "/" + name + ".js");
+    return piece_at(folder_of_indexes(root) + "/" + head->folder + "/" + name + ".js");
   };
   SearchHits found;
   found.root = root;
+  found.index = head->folder;
   found.ranking = olh_search::find(*head, load, query, manuals);
   found.hits = olh_search::hits_of(*head, load, found.ranking, 0, kHits);
   return found;
@@ -93,17 +104,23 @@ std::vector<std::string> documents_of_portal(const std::string& root, const std:
   return names;
 }
 
-HitCall call_for(const olh_search::Hit& hit) {
-  if (is_pdf(hit)) return {hit.manual + ".pdf", ""};
-  return {hit.manual, hit.section.topic.empty() ? hit.page.topic : hit.section.topic};
+ListedHit listed(const olh_search::Hit& hit) {
+  const bool is_pdf = hit.page.address.starts_with("pdfdocs/");
+  const std::string& topic = hit.section.topic.empty() ? hit.page.topic : hit.section.topic;
+  const std::string title = hit.page.title + (has_heading(hit) ? ": " + hit.section.heading : "");
+  return {title, hit.manual + (is_pdf ? ".pdf" : ""), is_pdf ? "" : topic, hit.section.anchor, is_pdf};
+}
+
+std::string index_at(const std::string& root) {
+  const std::optional<olh_search::IndexHead> head = head_at(root);
+  return head ? head->folder : "";
 }
 
 std::string as_text(const SearchHits& found, const std::string& query) {
   std::string text = outcome(found, query) + "\n";
   std::size_t number = 0;
   for (const olh_search::Hit& hit : found.hits) {
-    text += "\n" + std::to_string(++number) + ". " + hit.page.title +
-            (has_heading(hit) ? ": " + hit.section.heading : "") + "  (" + hit.manual_title + ")\n";
+    text += "\n" + std::to_string(++number) + ". " + listed(hit).title + "  (" + hit.manual_title + ")\n";
     text += "   " + file_of(found, hit) + "\n";
     if (!hit.section.text.empty()) text += "   " + excerpt(hit.section.text, found.ranking) + "\n";
   }
@@ -112,13 +129,17 @@ std::string as_text(const SearchHits& found, const std::string& query) {
 
 nlohmann::json as_json(const SearchHits& found) {
   nlohmann::json all = nlohmann::json::array();
-  for (const olh_search::Hit& hit : found.hits)
-    all.push_back({{"document", call_for(hit).document},
-                   {"topic", text_or_null(call_for(hit).topic)},
+  for (const olh_search::Hit& hit : found.hits) {
+    const ListedHit shown = listed(hit);
+    all.push_back({{"number", all.size() + 1},
+                   {"document", shown.document},
+                   {"topic", text_or_null(shown.topic)},
+                   {"page", page_of(shown)},
                    {"title", hit.page.title},
                    {"heading", has_heading(hit) ? nlohmann::json(hit.section.heading) : nlohmann::json()},
                    {"file", file_of(found, hit)},
                    {"excerpt", excerpt(hit.section.text, found.ranking)}});
+  }
   return all;
 }
 

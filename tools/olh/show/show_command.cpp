@@ -1,10 +1,12 @@
-// olh show DOC [TAG]: a document on the screen; with --print, what would be done to get it there.
+// olh show DOC [TAG]: a document, or a result of the last search by its number, on the screen; with --print, what would be
+// done to get it there.
 #include <map>
 
 #include "find.h"
 #include "olh/support.h"
 #include "shared.h"
 #include "show.h"
+#include "show_result.h"
 #include "showing.h"
 
 namespace olh {
@@ -17,8 +19,10 @@ constexpr const char* kShowExamples =
     "  olh show --pdf olh_manual quick_start        the same place in its PDF\n"
     "  olh show --display popup olh_manual topics   the topic alone, in a small frame\n"
     "  olh show --print olh_manual quick_start      what would be run; nothing is\n"
+    "  olh show 2                                   the second result that 'olh search' has listed in this\n"
+    "                                               terminal, unless there is a document named 2\n"
     "Exit code: 0 shown, 2 the browser failed or a viewer would show nothing, 3 no name, 4 no such\n"
-    "document, 5 the PDF reader failed, 7 no browser known, 64 wrong use.\n";
+    "document or result, 5 the PDF reader failed, 7 no browser known, 64 wrong use.\n";
 
 const std::map<std::string, int> kDisplays = {
     {"normal", OLH_DISPLAY_NORMAL}, {"topic", OLH_DISPLAY_TOPIC}, {"popup", OLH_DISPLAY_POPUP}};
@@ -72,9 +76,31 @@ void note_other_form(const ShowArguments& asked, const Located& located, const S
            (is_pdf(pdf) ? cure : "There is no PDF of that name."));
 }
 
+// Whether a result of the last search may be meant: a number alone. With a tag or a form it is a document's name.
+bool may_be_result(const ShowArguments& asked) {
+  return result_number(asked.document) > 0 && asked.tag.empty() && !asked.as_pdf && !asked.as_html;
+}
+
+// The results that were listed last. A document whose name is a number comes before them, and so stays within reach; where
+// the number is neither, that is said.
+std::optional<ListedResults> results_for(const ShowArguments& asked, const Located& located) {
+  std::optional<ListedResults> results = kept_results();
+  if (!located.found && !results)
+    complain("no results are kept in this terminal: 'olh search --text WORDS' lists some with numbers.");
+  if (!located.found || !results) return results;
+  if (!asked.options.quiet && result_number(asked.document) <= results->hits.size())
+    complain("note: there is a document named " + quoted(asked.document) + ", which comes before results. '" +
+             command_line({"olh", "search", "--open", asked.document, results->query, results->scope}) +
+             "' shows the result.");
+  return std::nullopt;
+}
+
 int show(const ShowArguments& asked) {
   SearchRoots roots = find_search_roots(asked.options.root);
   const Located located = located_in_form(asked, roots);
+  if (may_be_result(asked))
+    if (const std::optional<ListedResults> results = results_for(asked, located))
+      return show_result(*results, result_number(asked.document), asked.options, asked.display);
   const bool wrong_form = has_wrong_form(asked, located);
   ShowRequest request = request_for("show", asked.document, asked.tag, wrong_form ? Located() : located);
   note_other_form(asked, request.located, roots);
@@ -89,12 +115,21 @@ int show(const ShowArguments& asked) {
   return carry_out(request, asked.options, roots);
 }
 
+int print_kept_results() {
+  std::size_t number = 0;
+  if (const std::optional<ListedResults> results = kept_results())
+    for (const ListedHit& hit : results->hits) say(std::to_string(++number) + " " + hit.title);
+  return OLH_RESULT_OK;
+}
+
 }  // namespace
+
+void add_kept_results_command(const Verb& olh) { olh.hidden_verb("kept-results").action(print_kept_results); }
 
 void add_show_command(const Verb& olh) {
   const Verb verb = olh.verb("show", "Show a document in its viewer", kShowExamples);
   ShowArguments& asked = verb.action(show);
-  add_document(verb, asked.document);
+  verb.option("DOC", asked.document, "A name to look up, a path, a URL, or the number of a result").required();
   verb.option("TAG", asked.tag, "A topic, a named destination, or a portal's tab");
   const Option pdf = verb.flag("--pdf", asked.as_pdf, "The PDF, where there are both forms");
   verb.flag("--html", asked.as_html, "The HTML form, where there are both").excludes(pdf);

@@ -1,8 +1,9 @@
 """olh search, portal and bookcase: what reaches the viewer, what --print tells, and what is said of a failure."""
 import json
+import subprocess
 import time
 
-from scene import BUILD, cached, calls, write
+from scene import BUILD, OLH, cached, calls, write
 from verbs import Verbs
 
 
@@ -112,6 +113,43 @@ class Showing(Verbs):
         for words in ("--text unicorns", "--open 2 stripes", "--text zebras group_td"):
             self.olh("search", *words.split(), code=4)
         self.olh("search", "--open", "0", "stripes", code=64)
+
+    def test_a_result_by_its_number(self):
+        """Of the search that has listed results last in this terminal: a topic, and a page of a PDF."""
+        self.script("pdftotext", r"printf 'A cover\fZebras on paper'")
+        write(self.docs / "tomedecks/group_td/js/doclist.js", 'List.fAddItem( "Paper", "paper_only" );\n')
+        (self.dir / "run").mkdir(0o700)
+        self.variables["XDG_RUNTIME_DIR"] = str(self.dir / "run")
+        self.index_texts(("", "Introduction", "The zebra stands in the first section."))
+        self.complains("show 1", 4, "no results are kept in this terminal")
+        self.olh("search", "--text", "zebras", "guide", code=0)
+        (kept,) = (self.dir / "run/olh").iterdir()
+        self.assertEqual([file.stat().st_mode & 0o777 for file in (kept, kept.parent)], [0o600, 0o700])
+        self.assertRegex(self.answer("show", "1"), '^Shown: result 1 of the search for "zebras", ')
+        self.assertIn("#context=&topic=intro", self.opened()[-1])
+        self.complains("show 2", 4, 'the search for "zebras" has 1 result')
+        shown = self.json("show", "1", "--print")
+        self.assertEqual((shown["document"], shown["tag"], shown["search"]), ("guide", "intro", {"query": "zebras", "number": 1}))
+        elsewhere = subprocess.run([OLH, "kept-results"], env=self.environment(), start_new_session=True, stdout=subprocess.PIPE)
+        self.assertEqual((self.answer("kept-results"), elsewhere.stdout), ("1 Introduction\n", b""))
+
+        self.olh("search", "--text", "zebras", "group_td", code=0)
+        self.assertEqual(self.json("search", "--print", "cover", "group_td")["results"][0]["page"], 1)
+        file = str(self.docs / "pdfdocs/paper_only.pdf")
+        at_page = ["-openInNewWindow", "/a", "nameddest=page=2", file]
+        for words in (("show", "1"), ("search", "--open", "1", "zebras", "group_td")):
+            self.assertEqual(self.json(*words, "--print")["arguments"]["start"], at_page)
+        self.olh("show", "1", code=0)
+        self.assertEqual(self.calls(self.reader), [at_page])
+        evince = {"QEL_PDF_READER": str(self.viewer("evince"))}
+        self.complains("show --print 1", 0, 'the result is at "page=2", but', **evince)
+        self.assertEqual(self.json("show", "1", "--print", **evince)["arguments"]["start"], [file])
+
+        self.index_texts(("", "Introduction", "Nothing of the kind."))
+        self.complains("show --print 1", 0, "is not the one that gave the results; 'olh search --text zebras group_td'")
+        write(self.docs / "htmldocs/1/index.htm")
+        self.complains("show 1", 0, "'olh search --open 1 zebras group_td' shows the result")
+        self.assertIn("/htmldocs/1/index.htm", self.opened()[-1])
 
     def test_what_the_index_knows_of_a_language(self):
         """Other words for the same, in English; words that nobody looks for. What a killed run left is removed."""

@@ -15,6 +15,9 @@ void add_search_command(const Verb& olh);
 void add_portal_command(const Verb& olh);
 void add_bookcase_command(const Verb& olh);
 
+// Hidden: the numbers and titles that show would take, for the completion of the shells.
+void add_kept_results_command(const Verb& olh);
+
 }  // namespace olh
 
 #endif
