@@ -107,13 +107,13 @@ void IndexMaker::write_texts() {
 
 nlohmann::json IndexMaker::finish() {
   if (sections_in_texts_ > 0) write_texts();
-  const nlohmann::json first_words = write_words(vocabulary_, sections_, write_);
-  return {{"version", olh_search::kIndexVersion},
-          {"manuals", manuals_},
-          {"sections_of_pages", sections_of_pages_},
-          {"sections_of_texts", sections_of_texts_},
-          {"first_words", first_words},
-          {"common", vocabulary_.common_words()}};
+  nlohmann::json head = write_words(vocabulary_, sections_, write_);
+  head["version"] = olh_search::kIndexVersion;
+  head["manuals"] = manuals_;
+  head["sections_of_pages"] = sections_of_pages_;
+  head["sections_of_texts"] = sections_of_texts_;
+  head["common"] = vocabulary_.common_words();
+  return head;
 }
 
 }  // namespace olh_index

@@ -29,6 +29,7 @@ void Vocabulary::add_english_meanings() {
   has_meanings_ = true;
   for (const std::string_view line : english_synonyms()) {
     const StemNumber meaning = new_stem();
+    stems_[meaning].is_meaning = true;
     for (const std::string& word : olh_search::words_with_blanks(line)) {
       meanings_[look_up(word).stem].push_back(meaning);
       all_words_[word].push_back(meaning);

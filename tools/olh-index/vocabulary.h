@@ -25,6 +25,7 @@ struct Stem {
   std::uint32_t last_section = 0;
   std::uint32_t last_page = 0;
   std::uint32_t sections = 0;  // how many
+  bool is_meaning = false;     // of words that mean the same
 };
 
 class Vocabulary {

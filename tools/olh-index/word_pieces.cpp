@@ -4,12 +4,14 @@
 #include <map>
 
 #include "points.h"
+#include "word_groups.h"
 
 namespace olh_index {
 
 namespace {
 
 constexpr std::size_t kBytesOfPiece = std::size_t{40} * 1024;
+constexpr std::size_t kBytesOfMeantPiece = std::size_t{64} * 1024;  // larger ones repeat less
 constexpr std::size_t kMostNearWords = 30000;
 constexpr std::size_t kShortestNearWord = 4;
 
@@ -21,29 +23,36 @@ class Piece {
   explicit Piece(const Vocabulary& vocabulary) : vocabulary_(&vocabulary) {}
 
   bool is_empty() const { return groups_.empty(); }
-  bool is_too_large_with(const Vocabulary::Word& word) const {
-    std::size_t more = word.text.size();
-    for (const StemNumber stem : word.stems) more += groups_.contains(stem) ? 0 : bytes_of(stem);
-    return bytes_ + more > kBytesOfPiece;
+  std::size_t bytes_with(const Vocabulary::Word& word) const {
+    std::size_t bytes = bytes_ + word.text.size();
+    for (const StemNumber stem : word.stems) bytes += groups_.contains(stem) ? 0 : bytes_of(stem);
+    return bytes;
+  }
+  // How much of what a word needs is here already.
+  std::size_t bytes_shared_with(const Vocabulary::Word& word) const {
+    std::size_t shared = 0;
+    for (const StemNumber stem : word.stems) shared += groups_.contains(stem) ? bytes_of(stem) : 0;
+    return shared;
   }
 
   void add(const Vocabulary::Word& word) {
     for (const StemNumber stem : word.stems) {
       std::string& texts = groups_[stem];
       bytes_ += texts.empty() ? bytes_of(stem) : 0;
-      texts += (texts.empty() ? "" : " ") + word.text;
+      texts.append(texts.empty() ? "" : " ").append(word.text);
     }
     bytes_ += word.text.size();
   }
 
   nlohmann::json value(std::uint32_t sections) const {
-    nlohmann::json all = nlohmann::json::array();
+    std::vector<olh_search::WordGroup> all;
     for (const auto& [number, texts] : groups_) {
       const Stem& stem = vocabulary_->stem(number);
       if (stem.postings.empty() && stem.titles.empty()) continue;
       all.push_back({texts, olh_search::weight_of_word(sections, stem.sections), stem.postings, stem.titles});
     }
-    return all;
+    std::ranges::sort(all, {}, &olh_search::WordGroup::words);  // neighbours share letters
+    return olh_search::packed_groups(all);
   }
 
  private:
@@ -55,6 +64,51 @@ class Piece {
   std::map<StemNumber, std::string> groups_;
   std::size_t bytes_ = 0;
 };
+
+// Hands pieces out, numbered.
+class Pieces {
+ public:
+  Pieces(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write)
+      : vocabulary_(vocabulary), sections_(sections), write_(write), piece_(vocabulary) {}
+
+  const Piece& piece() const { return piece_; }
+  // Whether the word is the first of its piece.
+  bool add(const Vocabulary::Word& word, std::size_t most_bytes) {
+    if (piece_.bytes_with(word) > most_bytes) hand_out();
+    const bool is_first = piece_.is_empty();
+    piece_.add(word);
+    return is_first;
+  }
+  void hand_out() {
+    if (piece_.is_empty()) return;
+    write_("words_" + std::to_string(handed_out_++), piece_.value(sections_));
+    piece_ = Piece(vocabulary_);
+  }
+
+ private:
+  const Vocabulary& vocabulary_;
+  std::uint32_t sections_;
+  const WritePiece& write_;
+  Piece piece_;
+  std::size_t handed_out_ = 0;
+};
+
+// Words that mean the same stand together, so that what they share is in few pieces: next comes always the word that
+// shares most with the piece.
+nlohmann::json write_meant_words(Words words, Pieces& pieces) {
+  nlohmann::json rows = nlohmann::json::array();
+  while (!words.empty()) {
+    const auto next = std::ranges::max_element(
+        words, {}, [&pieces](const Vocabulary::Word& word) { return pieces.piece().bytes_shared_with(word); });
+    if (pieces.add(*next, kBytesOfMeantPiece))
+      rows.push_back(next->text);
+    else
+      rows.back().get_ref<std::string&>().append(" ").append(next->text);
+    words.erase(next);
+  }
+  pieces.hand_out();
+  return rows;
+}
 
 // The most frequent first.
 std::string near_words(const Vocabulary& vocabulary, const Words& words) {
@@ -74,23 +128,21 @@ std::string near_words(const Vocabulary& vocabulary, const Words& words) {
 }  // namespace
 
 nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write) {
-  const Words words = vocabulary.sorted_words();
-  nlohmann::json first_words = nlohmann::json::array();
-  Piece piece(vocabulary);
-  const auto hand_out = [&] {
-    if (!piece.is_empty()) write("words_" + std::to_string(first_words.size() - 1), piece.value(sections));
-  };
-  for (const Vocabulary::Word& word : words) {
-    if (piece.is_empty() || piece.is_too_large_with(word)) {
-      hand_out();
-      piece = Piece(vocabulary);
-      first_words.push_back(word.text);
-    }
-    piece.add(word);
-  }
-  hand_out();
+  Words words = vocabulary.sorted_words();
   write("near", near_words(vocabulary, words));
-  return first_words;
+  const auto meant = std::ranges::stable_partition(words, [&vocabulary](const Vocabulary::Word& word) {
+    return std::ranges::none_of(word.stems,
+                                [&vocabulary](StemNumber stem) { return vocabulary.stem(stem).is_meaning; });
+  });
+  Pieces pieces(vocabulary, sections, write);
+  nlohmann::json head;
+  head["meant_words"] = write_meant_words({meant.begin(), meant.end()}, pieces);
+  head["first_words"] = nlohmann::json::array();
+  words.erase(meant.begin(), meant.end());
+  for (const Vocabulary::Word& word : words)
+    if (pieces.add(word, kBytesOfPiece)) head["first_words"].push_back(word.text);
+  pieces.hand_out();
+  return head;
 }
 
 }  // namespace olh_index

@@ -1,6 +1,7 @@
-// The pieces of the index that hold words: by their first letters, and one with the words that slips are compared with.
+// The pieces of the index that hold words: words that mean the same together, all others by their first letters, and one
+// with the words that slips are compared with.
 //
-// Knows    how large a piece gets, and which words are worth a comparison.
+// Knows    which words share a piece, how large it gets, and which words are worth a comparison.
 // For      index_maker.
 #ifndef OLH_TOOLS_INDEX_WORD_PIECES_H
 #define OLH_TOOLS_INDEX_WORD_PIECES_H
@@ -16,7 +17,7 @@ namespace olh_index {
 // Hears of each piece: its name, "words_3" for example, and what it holds.
 using WritePiece = std::function<void(const std::string& name, const nlohmann::json& piece)>;
 
-// Returns the first word of each piece.
+// Returns the rows of the head by which a word's piece is found: "meant_words" and "first_words".
 nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write);
 
 }  // namespace olh_index

@@ -83,6 +83,7 @@ std::optional<IndexHead> head_in(std::string_view script) {
   head.first_of_texts = sums_of(text_of(member(*value, "sections_of_texts")));
   head.sections = head.first_sections.back();
   head.common = words_with_blanks(text_of(member(*value, "common")));
+  for (const json& words : member(*value, "meant_words")) head.meant_words.push_back(text_of(words));
   for (const json& word : member(*value, "first_words")) head.first_words.push_back(text_of(word));
   std::size_t pages = 0;
   for (const json& row : member(*value, "manuals")) {
@@ -96,14 +97,6 @@ std::optional<IndexHead> head_in(std::string_view script) {
                      !head.folder.empty() && std::ranges::all_of(head.folder, is_name);
   if (!holds) return std::nullopt;
   return head;
-}
-
-std::vector<WordGroup> words_in(std::string_view script) {
-  std::vector<WordGroup> groups;
-  if (const std::optional<json> value = value_in_script(script); value && value->is_array())
-    for (const json& row : *value)
-      groups.push_back({text_at(row, 0), std::min(number_at(row, 1), 1000U), text_at(row, 2), text_at(row, 3)});
-  return groups;
 }
 
 TextPiece texts_in(std::string_view script) {

@@ -2,7 +2,7 @@
 //
 // Knows    their form, and what of it must hold.
 // Not      what a search makes of them (index_search), and where they lie.
-// For      index_search; olh-index writes them.
+// For      index_search; olh-index writes them. Pieces of words: word_groups.
 #ifndef OLH_TOOLS_SEARCH_INDEX_PIECES_H
 #define OLH_TOOLS_SEARCH_INDEX_PIECES_H
 
@@ -17,7 +17,7 @@ namespace olh_search {
 
 // Below the root: the head, and beside it the folder that it names, with all other pieces.
 inline constexpr const char* kIndexFolder = "htmldocs/QEL/search";
-inline constexpr int kIndexVersion = 1;
+inline constexpr int kIndexVersion = 2;
 // Of an index; one that says that it has more is none.
 inline constexpr std::uint32_t kMostSections = 1U << 22;
 
@@ -50,20 +50,11 @@ struct IndexHead {
   std::vector<ManualInIndex> manuals;
   std::vector<std::uint32_t> first_sections;  // of each page, and of the page behind the last one
   std::vector<std::uint32_t> first_of_texts;  // of each piece of texts
-  std::vector<std::string> first_words;       // of each piece of words
-  std::vector<std::string> common;            // words that nobody looks for
+  std::vector<std::string> meant_words;  // of each piece of words that mean the same: all, with a blank between two
+  std::vector<std::string> first_words;  // of each piece of other words; these come behind
+  std::vector<std::string> common;       // words that nobody looks for
 };
 std::optional<IndexHead> head_in(std::string_view script);
-
-// Words of one stem, with a blank between two; how much the stem counts; its postings, each a number and a share of
-// at most 89.
-struct WordGroup {
-  std::string words;
-  std::uint32_t weight = 0;
-  std::string postings;  // sections
-  std::string titles;    // pages
-};
-std::vector<WordGroup> words_in(std::string_view script);
 
 struct IndexedPage {
   std::uint32_t number = 0;

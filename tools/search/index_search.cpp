@@ -8,6 +8,7 @@
 #include "packed_numbers.h"
 #include "points.h"
 #include "query.h"
+#include "word_groups.h"
 #include "words_in_text.h"
 
 namespace olh_search {
@@ -16,6 +17,10 @@ namespace {
 
 constexpr std::size_t kMostNear = 3;
 constexpr std::size_t kPiecesForPhrases = 10;
+
+bool is_among(const std::string& word, const std::string& words) {
+  return (" " + words + " ").find(" " + word + " ") != std::string::npos;
+}
 
 // The groups of a word that say something of the manuals that are searched.
 class Words {
@@ -26,8 +31,7 @@ class Words {
   std::vector<const WordGroup*> groups_of(const std::string& word) {
     std::vector<const WordGroup*> groups;
     for (const WordGroup& group : piece_of(word))
-      if ((" " + group.words + " ").find(" " + word + " ") != std::string::npos && points_.are_given_by(group))
-        groups.push_back(&group);
+      if (is_among(word, group.words) && points_.are_given_by(group)) groups.push_back(&group);
     return groups;
   }
 
@@ -46,11 +50,17 @@ class Words {
 
  private:
   const std::vector<WordGroup>& piece_of(const std::string& word) {
+    const auto [found, is_new] = pieces_.try_emplace(number_of_piece(word));
+    if (is_new) found->second = words_in(load_("words_" + std::to_string(found->first)));
+    return found->second;
+  }
+  std::ptrdiff_t number_of_piece(const std::string& word) const {
+    const auto meant =
+        std::ranges::find_if(head_.meant_words, [&word](const std::string& words) { return is_among(word, words); });
+    if (meant != head_.meant_words.end()) return meant - head_.meant_words.begin();
     const auto after = std::ranges::upper_bound(head_.first_words, word);
     const auto number = after == head_.first_words.begin() ? 0 : after - head_.first_words.begin() - 1;
-    const auto [found, is_new] = pieces_.try_emplace(number);
-    if (is_new) found->second = words_in(load_("words_" + std::to_string(number)));
-    return found->second;
+    return std::ssize(head_.meant_words) + number;
   }
 
   const IndexHead& head_;

@@ -25,6 +25,7 @@ class PackedNumbers {
   bool at_end() const { return rest_.empty(); }
   std::uint32_t next();
   std::uint32_t next_character();
+  std::string_view rest() const { return rest_; }
 
  private:
   std::string_view rest_;

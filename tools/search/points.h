@@ -12,6 +12,7 @@
 
 #include "index_pieces.h"
 #include "index_search.h"
+#include "word_groups.h"
 
 namespace olh_search {
 

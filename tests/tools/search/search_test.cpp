@@ -4,6 +4,7 @@
 #include "near_words.h"
 #include "packed_numbers.h"
 #include "query.h"
+#include "word_groups.h"
 #include "words_in_text.h"
 
 namespace {
@@ -65,6 +66,25 @@ TEST(PackedNumbers, ThereAndBack) {
   for (const std::uint32_t number : numbers) EXPECT_EQ(back.next(), number);
   for (std::uint32_t number = 0; number <= kMostInOneCharacter; ++number) EXPECT_EQ(back.next_character(), number);
   EXPECT_TRUE(back.at_end());
+}
+
+TEST(WordGroups, ThereAndBack) {
+  const std::vector<WordGroup> groups = {{"option options", 40, "#M$N", "#M"},
+                                         {"optionally", 1000, "$P", ""},
+                                         {"\xc3\xb6"
+                                          "de \xc3\xb6"
+                                          "dnis",
+                                          45, "%Q", "%Q"}};
+  const std::string packed = packed_groups(groups);
+  EXPECT_EQ(packed.find_first_of("\"\\"), std::string::npos) << "it stands in a script";
+  EXPECT_LT(packed.size(), 60U) << "letters that words share are written once";
+  const std::vector<WordGroup> back = groups_in(packed);
+  ASSERT_EQ(back.size(), groups.size());
+  for (std::size_t at = 0; at < back.size(); ++at) {
+    EXPECT_EQ(back[at].words, groups[at].words);
+    EXPECT_EQ(back[at].weight, groups[at].weight);
+    EXPECT_EQ(back[at].postings + "|" + back[at].titles, groups[at].postings + "|" + groups[at].titles);
+  }
 }
 
 TEST(NearWords, TheOneThatWasMeant) {

@@ -147,11 +147,7 @@ var olhFind = (function () {
   // are 45 more.
   function postings(packed, call) {
     var at = 0, number = 0;
-    function digit() {
-      var code = packed.charCodeAt(at++);
-      code -= code > 92 ? 36 : 35;
-      return code >= 0 && code < 90 ? code : 0;
-    }
+    function digit() { return characterAt(packed, at++); }
     function next() {
       var sum = 0, place = 1;
       for (var digits = 0; digits < 6; digits++, place *= 45) {
@@ -165,6 +161,24 @@ var olhFind = (function () {
       number += next();
       if (!call(number, digit())) return;
     }
+  }
+
+  // A packed character at a place of a text.
+  function characterAt(text, at) {
+    var code = text.charCodeAt(at);
+    code -= code > 92 ? 36 : 35;
+    return code >= 0 && code < 90 ? code : 0;
+  }
+
+  // The groups of a piece of words, each [words, weight, postings, titles]. Groups are separated by "~", the parts of a group
+  // by "!". A word begins with the number of characters that it shares with the word before it.
+  function groupsIn(packed) {
+    var word = '';
+    return packed.split('~').map(function (row) {
+      var parts = row.split('!'), numbers = parts[1] || '', end = characterAt(numbers, 0) < 45 ? 1 : 2;
+      var words = parts[0].split(' ').map(function (coded) { return word = word.slice(0, characterAt(coded, 0)) + coded.slice(1); });
+      return [words.join(' '), characterAt(numbers, 0) % 45 + (end > 1 ? 45 * characterAt(numbers, 1) : 0), numbers.slice(end), parts[2] || ''];
+    });
   }
 
   function sums(packed) {
@@ -211,9 +225,9 @@ var olhFind = (function () {
       return loading.get(name);
     }
     return piece('head').then(function (head) {
-      if (!head || head.version !== 1 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
+      if (!head || head.version !== 2 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
       var index = {
-        base: base, manuals: [], firstWords: head.first_words, common: head.common.split(' '),
+        base: base, manuals: [], meantWords: head.meant_words, firstWords: head.first_words, common: head.common.split(' '),
         firstSections: sums(head.sections_of_pages), firstOfTexts: sums(head.sections_of_texts),
         piece: function (name) { return piece(head.folder + '/' + name); }
       };
@@ -381,13 +395,21 @@ var olhFind = (function () {
     answer.complete = kept.length;
   }
 
+  function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
+
+  // The number of the piece that has a word: words that mean the same are together, all others in their order.
+  function pieceOf(index, word) {
+    var meant = index.meantWords.findIndex(function (words) { return isAmong(word, words); });
+    return meant >= 0 ? meant : index.meantWords.length + placeOf(index.firstWords, word);
+  }
+
   // Looks for a query in manuals, given by name (null: in all). The answer: words, each { asked, taken, mark }, where taken is
   // another word when the one that was asked for is nowhere, or ""; pages, the best first; how many of them are complete.
   async function find(index, text, manuals) {
     var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false };
     async function groupsOf(word) {
-      var piece = await index.piece('words_' + placeOf(index.firstWords, word));
-      return (piece || []).filter(function (group) { return (' ' + group[0] + ' ').includes(' ' + word + ' ') && points.givenBy(group); });
+      var piece = await index.piece('words_' + pieceOf(index, word));
+      return groupsIn(piece || '').filter(function (group) { return isAmong(word, group[0]) && points.givenBy(group); });
     }
     async function lookFor(word) {
       var groups = await groupsOf(word), taken = word;
