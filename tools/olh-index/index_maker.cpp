@@ -1,5 +1,6 @@
 #include "index_maker.h"
 
+#include "asides.h"
 #include "index_pieces.h"
 #include "packed_numbers.h"
 #include "words_in_text.h"
@@ -30,6 +31,7 @@ void IndexMaker::add(const IndexedManual& manual) {
   for (const Page& page : manual.pages) {
     const std::uint32_t first = sections_;
     begin_texts(page);
+    shares_.begin_page(is_aside(page.title));
     add_title(page);
     for (const Section& section : page.sections) add_section(page, section, &section == &page.sections.front());
     append_number(sections_of_pages_, sections_ - first);

@@ -20,10 +20,11 @@ struct Weights {
   double usual_words;
   double by_length;
 };
-constexpr Weights kWeights[kFields] = {{6, 4, 0.5}, {6, 4, 0.5}, {4, 3, 0.4}, {0.5, 30, 0.5}, {1, 120, 0.6}};
+constexpr Weights kWeights[kFields] = {{6, 4, 0.5}, {6, 4, 0.5}, {4, 3, 0.4}, {0.8, 30, 0.5}, {1, 120, 0.6}};
 constexpr double kSaturation = 1.6;
 constexpr double kSymbolInText = 0.4;  // of a symbol's share where it is only mentioned
 constexpr double kMeaning = 0.5;       // of another word's share that means the same
+constexpr double kAside = 0.6;         // of the text of a page that mentions everything
 
 double saturated(double sum) { return sum / (sum + kSaturation) * kMostInOneCharacter; }
 
@@ -53,7 +54,7 @@ double StemShares::part_of(const Counts& counts, Field field) const {
 std::uint32_t StemShares::share_of_section(const Counts& counts) const {
   const double named = part_of(counts, kHeading) + part_of(counts, kName);
   if (counts.is_symbol && named > 0) return kMostInOneCharacter;
-  const double part = saturated(named + part_of(counts, kLink) + part_of(counts, kText));
+  const double part = saturated(named + part_of(counts, kLink) + part_of(counts, kText) * (is_aside_ ? kAside : 1));
   const double weighs = counts.is_symbol ? kSymbolInText : counts.is_meaning ? kMeaning : 1;
   return rounded(part * weighs, 1, kMostInOneCharacter);
 }

@@ -19,6 +19,8 @@ enum class Stands { kAsWord, kAsSymbol, kAsMeaning };
 
 class StemShares {
  public:
+  // The page that is counted from here on; what the text of an aside says counts less.
+  void begin_page(bool is_aside) { is_aside_ = is_aside; }
   // A word of the field, whether its stem is counted or not.
   void lengthen(Field field) { ++lengths_[field]; }
   void count(StemNumber stem, Field field, Stands as);
@@ -59,6 +61,7 @@ class StemShares {
   std::vector<Counts> counts_;  // of all stems, none of them found at first
   std::vector<StemNumber> found_;
   std::array<std::uint32_t, kFields> lengths_{};
+  bool is_aside_ = false;
 };
 
 }  // namespace olh_index

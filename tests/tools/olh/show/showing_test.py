@@ -161,6 +161,14 @@ class Showing(Verbs):
             self.assertRegex(self.olh("search", "--text", query, "guide", code=0).stdout, rf'^1 page for "{query}"\.\n')
         self.assertFalse(left.parent.exists())
 
+    def test_what_is_new_comes_behind_what_explains(self):
+        pages, text = (("news", "What is new"), ("cages", "Cages"), ("names", "Index of names")), "Each zebra has a cage."
+        for file, row in (("QELAllData.js", 'QELAddTopic(["{0}","{0}.htm","{1}"]);\n'), ("QELSearchText.js", 'QELAddText(["{0}","","","{2}"]);\n')):
+            write(self.docs / "htmldocs/guide/QELdata" / file, "".join(row.format(*page, text) for page in pages))
+        self.make_lists(self.docs)
+        for query, first in (("zebras", "cages"), ("what is new", "news")):
+            self.assertEqual(self.json("search", "--print", query, "guide")["results"][0]["topic"], first)
+
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
         nobody = {"QEL_HTML_BROWSER": None, "QEL_PDF_READER": None}
         self.viewer("firefox"), self.viewer("acroread")  # found along PATH, which is no choice

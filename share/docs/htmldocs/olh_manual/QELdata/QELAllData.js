@@ -1,7 +1,7 @@
 QELAddBookVar("DocTitle","The libolh manual");
 QELAddBookVar("Version","@VERSION@");
 QELAddBookVar("Licence","MIT License, © 2026 The libolh authors");
-QELAddTopic(["about","about.htm","What libolh is","Start here"]);
+QELAddTopic(["about","about.htm","What the libolh library is for","Start here"]);
 QELAddTopic(["quick_start","quick_start.htm","Quick start","Start here"]);
 QELAddTopic(["install","install.htm","Install and uninstall","Start here"]);
 QELAddTopic(["tour","tour.htm","What your users see","Start here"]);
