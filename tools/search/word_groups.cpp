@@ -10,7 +10,7 @@ namespace olh_search {
 namespace {
 
 constexpr std::uint32_t kMostWeight = 1000;
-constexpr std::size_t kLongestWord = 1000;  // in a piece that is one
+constexpr std::size_t kLongestInPiece = 1000;  // in a piece that is one
 
 std::size_t shared_characters(std::string_view before, std::string_view word) {
   const std::size_t most = std::min({before.size(), word.size(), std::size_t{kMostInOneCharacter}});
@@ -57,7 +57,7 @@ std::vector<WordGroup> groups_in(std::string_view packed) {
       const std::string_view coded = take_to(words, ' ');
       PackedNumbers shared(coded);
       word.resize(std::min<std::size_t>(shared.next_character(), word.size()));
-      word.append(coded.substr(std::min<std::size_t>(1, coded.size()), kLongestWord));
+      word.append(coded.substr(std::min<std::size_t>(1, coded.size()), kLongestInPiece));
       group.words.append(group.words.empty() ? "" : " ").append(word);
     }
     PackedNumbers numbers(take_to(row, '!'));
