@@ -40,6 +40,10 @@ void write_new(const fs::path& path, std::string_view text) {
   fail(path);
 }
 
+std::string dumped(const nlohmann::json& head) {
+  return head.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
 }  // namespace
 
 IndexFolder::IndexFolder(const fs::path& root) : folder_(root / olh_search::kIndexFolder) {
@@ -60,7 +64,7 @@ IndexFolder::~IndexFolder() {
   close(lock_);
 }
 
-void IndexFolder::write(const std::string& piece, const nlohmann::json& value) {
+void IndexFolder::write(const std::string& piece, std::string_view value) {
   const std::string script = olh_search::script_of_piece(piece, value);
   write_new(making_ / (piece + ".js"), script);
   sum_.add(script);
@@ -69,7 +73,7 @@ void IndexFolder::write(const std::string& piece, const nlohmann::json& value) {
 void IndexFolder::finish(nlohmann::json head) {
   const std::string name = sum_.name();
   head["folder"] = name;
-  write_new(making_ / "head.js", olh_search::script_of_piece("head", head));
+  write_new(making_ / "head.js", olh_search::script_of_piece("head", dumped(head)));
   fs::rename(making_ / "head.js", folder_ / "head.js.new");
   std::error_code failed;
   fs::rename(making_, folder_ / name, failed);  // it is there already when nothing has changed

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "index_pieces.h"
 
@@ -24,7 +25,8 @@ class IndexFolder {
   IndexFolder(const IndexFolder&) = delete;
   IndexFolder& operator=(const IndexFolder&) = delete;
 
-  void write(const std::string& piece, const nlohmann::json& value);
+  // A piece, its value as JSON.
+  void write(const std::string& piece, std::string_view value);
   void finish(nlohmann::json head);
 
   std::filesystem::path head() const { return folder_ / "head.js"; }

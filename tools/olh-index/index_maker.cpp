@@ -2,6 +2,7 @@
 
 #include "asides.h"
 #include "index_pieces.h"
+#include "json_texts.h"
 #include "packed_numbers.h"
 #include "words_in_text.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestPart = 4000;  // bytes of text that count as one section
 constexpr std::size_t kLongestHeading = 400;
-constexpr std::size_t kBytesOfTexts = std::size_t{20} * 1024;  // of a piece
+constexpr std::size_t kBytesOfTexts = std::size_t{32} * 1024;  // of a piece
 
 // The end of the first part of a long text: at a blank, if there is one.
 std::size_t end_of_part(std::string_view text) {
@@ -23,10 +24,20 @@ std::size_t end_of_part(std::string_view text) {
   return is_good ? blank + 1 : olh_search::cut_to(text, kLongestPart).size();
 }
 
+// Appends an array of a number, if there is one, and texts.
+void add_row(std::string& rows, const std::string& number, std::initializer_list<std::string_view> texts) {
+  rows.append(rows.empty() ? "[" : ",[").append(number);
+  for (const std::string_view text : texts) {
+    if (rows.back() != '[') rows += ',';
+    olh_search::append_json(rows, text);
+  }
+  rows += ']';
+}
+
 }  // namespace
 
 void IndexMaker::add(const IndexedManual& manual) {
-  vocabulary_.set_language(manual.language);
+  tokens_.set_language(manual.language);
   const std::uint32_t first_page = pages_;
   for (const Page& page : manual.pages) {
     const std::uint32_t first = sections_;
@@ -42,15 +53,11 @@ void IndexMaker::add(const IndexedManual& manual) {
 }
 
 void IndexMaker::take_words(std::string_view text, Field field) {
-  olh_search::each_word(text, [&](const olh_search::Symbol& symbol) {
-    for (const std::string& whole : symbol.wholes)
-      shares_.count(vocabulary_.look_up(whole).stem, field, Stands::kAsSymbol);
-    for (const std::string& part : symbol.parts) {
-      shares_.lengthen(field);
-      const Vocabulary::KnownWord word = vocabulary_.look_up(part);
-      if (field != kText || !word.is_common) shares_.count(word.stem, field, Stands::kAsWord);
-      for (const StemNumber meaning : *word.meanings) shares_.count(meaning, field, Stands::kAsMeaning);
-    }
+  olh_search::each_token(text, [&](std::string_view token) {
+    const KnownTokens::Token known = tokens_.look_up(token);
+    shares_.lengthen(field, known.words);
+    for (const KnownTokens::Given& given : known.given)
+      if (field != kText || !given.is_common) shares_.count(given.stem, field, given.as);
   });
 }
 
@@ -83,28 +90,28 @@ void IndexMaker::add_part(const Page& page, const Section& section, std::string_
 }
 
 void IndexMaker::begin_texts(const Page& page) {
-  nlohmann::json row = {pages_, page.address, page.title, page.topic};
-  bytes_of_texts_ += page.address.size() + page.title.size() + page.topic.size();
-  texts_["pages"].push_back(std::move(row));
+  add_row(rows_of_pages_, std::to_string(pages_), {page.address, page.title, page.topic});
 }
 
 void IndexMaker::add_text(const Page& page, const Section& section, std::string_view text) {
-  nlohmann::json row = {section.anchor, olh_search::cut_to(section.heading, kLongestHeading), text};
-  if (!section.topic.empty()) row.push_back(section.topic);
-  bytes_of_texts_ += text.size() + section.heading.size();
-  texts_["sections"].push_back(std::move(row));
+  const std::string_view heading = olh_search::cut_to(section.heading, kLongestHeading);
+  if (section.topic.empty())
+    add_row(rows_of_sections_, "", {section.anchor, heading, text});
+  else
+    add_row(rows_of_sections_, "", {section.anchor, heading, text, section.topic});
   ++sections_in_texts_;
-  if (bytes_of_texts_ < kBytesOfTexts) return;
+  if (rows_of_pages_.size() + rows_of_sections_.size() < kBytesOfTexts) return;
   write_texts();
   begin_texts(page);
 }
 
 void IndexMaker::write_texts() {
-  write_("texts_" + std::to_string(pieces_of_texts_++), texts_);
+  write_("texts_" + std::to_string(pieces_of_texts_++),
+         "{\"pages\":[" + rows_of_pages_ + "],\"sections\":[" + rows_of_sections_ + "]}");
   append_number(sections_of_texts_, sections_in_texts_);
-  texts_ = nlohmann::json::object();
+  rows_of_pages_.clear();
+  rows_of_sections_.clear();
   sections_in_texts_ = 0;
-  bytes_of_texts_ = 0;
 }
 
 nlohmann::json IndexMaker::finish() {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "indexed_manual.h"
+#include "known_tokens.h"
 #include "stem_shares.h"
 #include "vocabulary.h"
 #include "word_pieces.h"
@@ -41,12 +42,13 @@ class IndexMaker {
 
   WritePiece write_;
   Vocabulary vocabulary_;
+  KnownTokens tokens_{vocabulary_};
   StemShares shares_;  // of the section or title that is read
   nlohmann::json manuals_ = nlohmann::json::array();
   std::string sections_of_pages_;
   std::string sections_of_texts_;
-  nlohmann::json texts_;
-  std::size_t bytes_of_texts_ = 0;
+  std::string rows_of_pages_;  // of the piece of texts that is made, as JSON
+  std::string rows_of_sections_;
   std::uint32_t sections_in_texts_ = 0;
   std::uint32_t pieces_of_texts_ = 0;
   std::uint32_t sections_ = 0;

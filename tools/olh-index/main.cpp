@@ -36,26 +36,27 @@ int complain(int code, const std::string& sentence) {
 
 int make_index(const Arguments& asked) {
   const fs::path root = asked.root;
-  const auto sources = olh_search::sources_of_index(asked.root);
+  auto sources = olh_search::sources_of_index(asked.root);
   if (!sources)
     return complain(kNotFound,
                     "the list of the documents in " + asked.root + " cannot be read. 'olh dmerge' makes it.");
   olh_index::IndexFolder folder(root);
-  olh_index::IndexMaker maker(
-      [&](const std::string& name, const nlohmann::json& piece) { folder.write(name, piece); });
+  olh_index::IndexMaker maker([&](const std::string& name, std::string_view piece) { folder.write(name, piece); });
   for (const olh_search::IndexSource& document : sources->documents) {
     olh_index::IndexedManual manual = {document.name, document.title, document.is_pdf, "", "", {}};
+    const olh_search::ManualScripts scripts = olh_search::read_source(asked.root, document, sources->sum);
     if (manual.is_pdf)
       olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
                           "pdfdocs/" + manual.name + ".pdf", manual);
     else
-      olh_index::read_manual((root / "htmldocs" / manual.name).string(), "htmldocs/" + manual.name + "/", manual);
+      olh_index::read_manual((root / "htmldocs" / manual.name).string(), scripts, "htmldocs/" + manual.name + "/",
+                             manual);
     if (!asked.quiet && !manual.unsearched.empty())
       std::printf("%s %s.\n", olh_viewers::visible(manual.name).c_str(), manual.unsearched.c_str());
     maker.add(manual);
   }
   nlohmann::json head = maker.finish();
-  head["sources"] = sources->sum;
+  head["sources"] = sources->sum.name();
   folder.finish(std::move(head));
   if (!asked.quiet)
     std::printf("%s: %u pages, %u sections\n", olh_viewers::visible(folder.head().string()).c_str(), maker.pages(),

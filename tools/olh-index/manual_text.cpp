@@ -6,7 +6,7 @@
 #include <unordered_set>
 
 #include "files.h"
-#include "index_sources.h"
+#include "json_texts.h"
 #include "page_links.h"
 #include "topic_table.h"
 
@@ -69,15 +69,16 @@ class Pages {
       topic_list_.push_back({topic.name, number->second, place, title});
   }
 
-  void add_passage(const std::vector<std::string>& row) {
+  void add_passage(std::vector<std::string> row) {
     const auto found = topics_.find(row[0]);
     if (found == topics_.end()) return;
     Topic& topic = topic_list_[found->second];
-    const std::string& anchor = topic.place.empty() || !row[1].empty() ? row[1] : topic.place;
+    if (!topic.place.empty() && row[1].empty()) row[1] = topic.place;
     Page& page = manual_.pages[topic.page];
-    places_[topic.page].try_emplace(anchor, page.sections.size());
+    places_[topic.page].try_emplace(row[1], page.sections.size());
+    if (row[2].empty()) row[2] = topic.title;
     page.sections.push_back(
-        {anchor, row[2].empty() ? topic.title : row[2], row[3], topic.place.empty() ? "" : topic.name, {}});
+        {std::move(row[1]), std::move(row[2]), std::move(row[3]), topic.place.empty() ? "" : topic.name, {}});
     topic.has_text = true;
   }
 
@@ -143,8 +144,8 @@ void take_topics(std::string_view table, std::string_view texts, const std::stri
   Pages pages(manual, below);
   for (const olh_viewers::TableTopic& topic : olh_viewers::topics_in_table(table)) pages.add_topic(topic);
   each_line(texts, [&](std::string_view line) {
-    if (const std::vector<std::string> row = olh_search::texts_in_call(line, "QELAddText("); row.size() >= 4)
-      pages.add_passage(row);
+    if (std::vector<std::string> row = olh_search::texts_in_call(line, "QELAddText("); row.size() >= 4)
+      pages.add_passage(std::move(row));
   });
   pages.add_titles();
   pages.cut_tails();
@@ -190,12 +191,11 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
   }
 }
 
-void read_manual(const std::string& folder, const std::string& below, IndexedManual& manual) {
-  const std::string table = olh_viewers::content_of(folder + "/" + olh_viewers::kTopicTable);
-  const auto texts = olh_viewers::text_of_file(folder + "/" + olh_search::kTexts, olh_search::kMostBytesOfTexts);
-  take_topics(table, texts.value_or(""), below, manual);
+void read_manual(const std::string& folder, const olh_search::ManualScripts& scripts, const std::string& below,
+                 IndexedManual& manual) {
+  take_topics(scripts.table, scripts.texts ? std::string_view(*scripts.texts) : "", below, manual);
   take_links(folder, below, manual);
-  if (!texts)
+  if (!scripts.texts)
     manual.unsearched = manual.pages.empty() ? "has no topic table" : "has no search text: its titles are searched";
   // The start page of an imported manual is not its own.
   if (!manual.pages.empty())

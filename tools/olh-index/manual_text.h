@@ -10,14 +10,16 @@
 #include <string_view>
 #include <vector>
 
+#include "index_sources.h"
 #include "indexed_manual.h"
 
 namespace olh_index {
 
-// The pages of an HTML manual in `folder`; addresses begin with `below`.
-void read_manual(const std::string& folder, const std::string& below, IndexedManual& manual);
+// The pages of an HTML manual in `folder`, by its scripts; addresses begin with `below`.
+void read_manual(const std::string& folder, const olh_search::ManualScripts& scripts, const std::string& below,
+                 IndexedManual& manual);
 
-// The same from the texts of the two scripts.
+// The same without what its pages say.
 void take_topics(std::string_view table, std::string_view texts, const std::string& below, IndexedManual& manual);
 
 // What the pages in the folder say of each other.

@@ -34,17 +34,8 @@ std::uint32_t rounded(double part, std::uint32_t least, std::uint32_t most) {
 
 }  // namespace
 
-void StemShares::count(StemNumber stem, Field field, Stands as) {
-  if (stem >= counts_.size()) counts_.resize(2 * std::size_t{stem} + 1);
-  Counts& counts = counts_[stem];
-  if (!counts.is_found) found_.push_back(stem);
-  counts.is_found = true;
-  counts.is_symbol |= as == Stands::kAsSymbol;
-  counts.is_meaning |= as == Stands::kAsMeaning;
-  ++counts.of_fields[field];
-}
-
 double StemShares::part_of(const Counts& counts, Field field) const {
+  if (counts.of_fields[field] == 0) return 0;
   const Weights& weights = kWeights[field];
   const double by_length = 1 - weights.by_length + weights.by_length * lengths_[field] / weights.usual_words;
   return counts.of_fields[field] * weights.weight / by_length;

@@ -21,9 +21,17 @@ class StemShares {
  public:
   // The page that is counted from here on; what the text of an aside says counts less.
   void begin_page(bool is_aside) { is_aside_ = is_aside; }
-  // A word of the field, whether its stem is counted or not.
-  void lengthen(Field field) { ++lengths_[field]; }
-  void count(StemNumber stem, Field field, Stands as);
+  // Words of the field, whether their stems are counted or not.
+  void lengthen(Field field, std::uint32_t words) { lengths_[field] += words; }
+  void count(StemNumber stem, Field field, Stands as) {
+    if (stem >= counts_.size()) counts_.resize(2 * std::size_t{stem} + 1);
+    Counts& counts = counts_[stem];
+    if (!counts.is_found) found_.push_back(stem);
+    counts.is_found = true;
+    counts.is_symbol |= as == Stands::kAsSymbol;
+    counts.is_meaning |= as == Stands::kAsMeaning;
+    ++counts.of_fields[field];
+  }
 
   // Calls with each stem that was counted and its share, at most kMostInOneCharacter; then nothing is counted any more.
   template <typename Call>

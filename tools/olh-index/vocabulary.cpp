@@ -8,14 +8,11 @@
 
 namespace olh_index {
 
-// Most of the time that an index takes is for looking words up: few words in a bucket are worth the memory.
-Vocabulary::Vocabulary() { words_.max_load_factor(0.25F); }
-
 void Vocabulary::set_language(const std::string& language) {
   if (language == words_language_) return;
   words_language_ = language;
   language_.set_language(language);
-  words_.clear();
+  known_.clear();
   if (language_.is_english() && !has_meanings_) add_english_meanings();
 }
 
@@ -32,24 +29,25 @@ void Vocabulary::add_english_meanings() {
     stems_[meaning].is_meaning = true;
     for (const std::string& word : olh_search::words_with_blanks(line)) {
       meanings_[look_up(word).stem].push_back(meaning);
-      all_words_[word].push_back(meaning);
+      stems_of_words_[words_.number_of(word)].push_back(meaning);
     }
   }
 }
 
-Vocabulary::KnownWord Vocabulary::look_up(const std::string& word) {
-  if (const auto known = words_.find(word); known != words_.end()) return known->second;
-  const auto [found, is_new] =
-      stem_numbers_.try_emplace(language_.stem_of(word), static_cast<StemNumber>(stems_.size()));
-  if (is_new) new_stem();
-  const StemNumber stem = found->second;
-  std::vector<StemNumber>& of_word = all_words_[word];
+Vocabulary::KnownWord Vocabulary::learn(std::uint32_t number) {
+  const std::string word(words_.text(number));
+  const std::uint32_t stem_text = stem_texts_.number_of(language_.stem_of(word));
+  if (stem_text == stems_of_texts_.size()) stems_of_texts_.push_back(new_stem());
+  const StemNumber stem = stems_of_texts_[stem_text];
+  if (stems_of_words_.size() < words_.size()) stems_of_words_.resize(words_.size());
+  std::vector<StemNumber>& of_word = stems_of_words_[number];
   const auto add = [&of_word](StemNumber one) {
     if (std::ranges::find(of_word, one) == of_word.end()) of_word.push_back(one);
   };
   add(stem);
   std::ranges::for_each(meanings_[stem], add);
-  return words_.try_emplace(word, KnownWord{stem, language_.is_common(word), &meanings_[stem]}).first->second;
+  if (known_.size() < words_.size()) known_.resize(words_.size(), {0, false, nullptr});
+  return known_[number] = {stem, language_.is_common(word), &meanings_[stem]};
 }
 
 void Vocabulary::add_posting(StemNumber number, std::uint32_t section, std::uint32_t share) {
@@ -67,11 +65,29 @@ void Vocabulary::add_title(StemNumber number, std::uint32_t page, std::uint32_t 
   stem.last_page = page;
 }
 
+namespace {
+
+// The first bytes as a number that is in their order: most words differ in these.
+std::uint64_t first_bytes(std::string_view text) {
+  std::uint64_t number = 0;
+  for (std::size_t at = 0; at < sizeof number; ++at)
+    number = number << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+  return number;
+}
+
+}  // namespace
+
 std::vector<Vocabulary::Word> Vocabulary::sorted_words() const {
+  std::vector<std::pair<std::uint64_t, Word>> words;
+  words.reserve(words_.size());
+  for (std::uint32_t number = 0; number < words_.size(); ++number)
+    words.push_back({first_bytes(words_.text(number)), {words_.text(number), &stems_of_words_[number]}});
+  std::ranges::sort(words, [](const auto& a, const auto& b) {
+    return a.first != b.first ? a.first < b.first : a.second.text < b.second.text;
+  });
   std::vector<Word> sorted;
-  sorted.reserve(all_words_.size());
-  for (const auto& [text, stems] : all_words_) sorted.push_back({text, stems});
-  std::ranges::sort(sorted, {}, &Word::text);
+  sorted.reserve(words.size());
+  for (const auto& [bytes, word] : words) sorted.push_back(word);
   return sorted;
 }
 

@@ -10,10 +10,11 @@
 #include <cstdint>
 #include <deque>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 #include "stems.h"
+#include "text_numbers.h"
 
 namespace olh_index {
 
@@ -30,17 +31,19 @@ struct Stem {
 
 class Vocabulary {
  public:
-  Vocabulary();
-
   // The words to come are of this language.
   void set_language(const std::string& language);
   struct KnownWord {
     StemNumber stem;
     bool is_common;  // too little to be looked for in running text
-    // What its stem means, each a stem of its own, shared with other words.
+    // What its stem means, each a stem of its own, shared with other words; nothing for a word that was not looked up.
     const std::vector<StemNumber>* meanings;
   };
-  KnownWord look_up(const std::string& word);
+  KnownWord look_up(std::string_view word) {
+    const std::uint32_t number = words_.number_of(word);
+    if (number < known_.size() && known_[number].meanings != nullptr) return known_[number];
+    return learn(number);
+  }
 
   // Sections and pages come in order. `share` is at most kMostInOneCharacter.
   void add_posting(StemNumber stem, std::uint32_t section, std::uint32_t share);
@@ -50,13 +53,14 @@ class Vocabulary {
   std::string common_words() const { return language_.common_words(); }
 
   struct Word {
-    std::string text;
-    std::vector<StemNumber> stems;  // one for each language that has it, mostly
+    std::string_view text;
+    const std::vector<StemNumber>* stems;  // one for each language that has it, mostly
   };
   // All words in the order of their bytes.
   std::vector<Word> sorted_words() const;
 
  private:
+  KnownWord learn(std::uint32_t word);
   StemNumber new_stem();
   void add_english_meanings();
 
@@ -64,10 +68,12 @@ class Vocabulary {
   std::deque<Stem> stems_;
   std::deque<std::vector<StemNumber>> meanings_;  // of each stem
   bool has_meanings_ = false;
-  std::unordered_map<std::string, StemNumber> stem_numbers_;
-  std::string words_language_;                        // at present
-  std::unordered_map<std::string, KnownWord> words_;  // of this language
-  std::unordered_map<std::string, std::vector<StemNumber>> all_words_;
+  TextNumbers stem_texts_;
+  std::vector<StemNumber> stems_of_texts_;
+  std::string words_language_;  // at present
+  TextNumbers words_;
+  std::vector<KnownWord> known_;                         // of each word, in this language
+  std::vector<std::vector<StemNumber>> stems_of_words_;  // in all languages
 };
 
 }  // namespace olh_index

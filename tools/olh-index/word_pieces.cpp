@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "json_texts.h"
 #include "points.h"
 #include "word_groups.h"
 
@@ -17,6 +18,12 @@ constexpr std::size_t kShortestNearWord = 4;
 
 using Words = std::vector<Vocabulary::Word>;
 
+std::string in_quotes(std::string_view text) {
+  std::string json;
+  olh_search::append_json(json, text);
+  return json;
+}
+
 // Groups of one stem, as long as they fit. A stem whose words are in two pieces is in both.
 class Piece {
  public:
@@ -25,18 +32,18 @@ class Piece {
   bool is_empty() const { return groups_.empty(); }
   std::size_t bytes_with(const Vocabulary::Word& word) const {
     std::size_t bytes = bytes_ + word.text.size();
-    for (const StemNumber stem : word.stems) bytes += groups_.contains(stem) ? 0 : bytes_of(stem);
+    for (const StemNumber stem : *word.stems) bytes += groups_.contains(stem) ? 0 : bytes_of(stem);
     return bytes;
   }
   // How much of what a word needs is here already.
   std::size_t bytes_shared_with(const Vocabulary::Word& word) const {
     std::size_t shared = 0;
-    for (const StemNumber stem : word.stems) shared += groups_.contains(stem) ? bytes_of(stem) : 0;
+    for (const StemNumber stem : *word.stems) shared += groups_.contains(stem) ? bytes_of(stem) : 0;
     return shared;
   }
 
   void add(const Vocabulary::Word& word) {
-    for (const StemNumber stem : word.stems) {
+    for (const StemNumber stem : *word.stems) {
       std::string& texts = groups_[stem];
       bytes_ += texts.empty() ? bytes_of(stem) : 0;
       texts.append(texts.empty() ? "" : " ").append(word.text);
@@ -44,7 +51,7 @@ class Piece {
     bytes_ += word.text.size();
   }
 
-  nlohmann::json value(std::uint32_t sections) const {
+  std::string value(std::uint32_t sections) const {
     std::vector<olh_search::WordGroup> all;
     for (const auto& [number, texts] : groups_) {
       const Stem& stem = vocabulary_->stem(number);
@@ -52,7 +59,7 @@ class Piece {
       all.push_back({texts, olh_search::weight_of_word(sections, stem.sections), stem.postings, stem.titles});
     }
     std::ranges::sort(all, {}, &olh_search::WordGroup::words);  // neighbours share letters
-    return olh_search::packed_groups(all);
+    return in_quotes(olh_search::packed_groups(all));
   }
 
  private:
@@ -101,7 +108,7 @@ nlohmann::json write_meant_words(Words words, Pieces& pieces) {
     const auto next = std::ranges::max_element(
         words, {}, [&pieces](const Vocabulary::Word& word) { return pieces.piece().bytes_shared_with(word); });
     if (pieces.add(*next, kBytesOfMeantPiece))
-      rows.push_back(next->text);
+      rows.push_back(std::string(next->text));
     else
       rows.back().get_ref<std::string&>().append(" ").append(next->text);
     words.erase(next);
@@ -112,16 +119,16 @@ nlohmann::json write_meant_words(Words words, Pieces& pieces) {
 
 // The most frequent first.
 std::string near_words(const Vocabulary& vocabulary, const Words& words) {
-  std::vector<std::pair<std::uint32_t, const std::string*>> near;
+  std::vector<std::pair<std::uint32_t, std::string_view>> near;
   for (const Vocabulary::Word& word : words) {
     std::uint32_t sections = 0;
-    for (const StemNumber stem : word.stems) sections = std::max(sections, vocabulary.stem(stem).sections);
-    if (word.text.size() >= kShortestNearWord && sections > 0) near.emplace_back(sections, &word.text);
+    for (const StemNumber stem : *word.stems) sections = std::max(sections, vocabulary.stem(stem).sections);
+    if (word.text.size() >= kShortestNearWord && sections > 0) near.emplace_back(sections, word.text);
   }
   std::ranges::stable_sort(near, [](const auto& a, const auto& b) { return a.first > b.first; });
   near.resize(std::min(near.size(), kMostNearWords));
   std::string list;
-  for (const auto& [sections, text] : near) list += (list.empty() ? "" : " ") + *text;
+  for (const auto& [sections, text] : near) list.append(list.empty() ? "" : " ").append(text);
   return list;
 }
 
@@ -129,9 +136,9 @@ std::string near_words(const Vocabulary& vocabulary, const Words& words) {
 
 nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write) {
   Words words = vocabulary.sorted_words();
-  write("near", near_words(vocabulary, words));
+  write("near", in_quotes(near_words(vocabulary, words)));
   const auto meant = std::ranges::stable_partition(words, [&vocabulary](const Vocabulary::Word& word) {
-    return std::ranges::none_of(word.stems,
+    return std::ranges::none_of(*word.stems,
                                 [&vocabulary](StemNumber stem) { return vocabulary.stem(stem).is_meaning; });
   });
   Pieces pieces(vocabulary, sections, write);
@@ -140,7 +147,7 @@ nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections,
   head["first_words"] = nlohmann::json::array();
   words.erase(meant.begin(), meant.end());
   for (const Vocabulary::Word& word : words)
-    if (pieces.add(word, kBytesOfPiece)) head["first_words"].push_back(word.text);
+    if (pieces.add(word, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
   pieces.hand_out();
   return head;
 }

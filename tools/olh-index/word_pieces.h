@@ -9,13 +9,14 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "vocabulary.h"
 
 namespace olh_index {
 
-// Hears of each piece: its name, "words_3" for example, and what it holds.
-using WritePiece = std::function<void(const std::string& name, const nlohmann::json& piece)>;
+// Hears of each piece: its name, "words_3" for example, and what it holds, as JSON.
+using WritePiece = std::function<void(const std::string& name, std::string_view piece)>;
 
 // Returns the rows of the head by which a word's piece is found: "meant_words" and "first_words".
 nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write);

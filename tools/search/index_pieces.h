@@ -21,18 +21,20 @@ inline constexpr int kIndexVersion = 2;
 // Of an index; one that says that it has more is none.
 inline constexpr std::uint32_t kMostSections = 1U << 22;
 
-// What a script says; the value, nothing when it is no such script.
-std::string script_of_piece(const std::string& name, const nlohmann::json& value);
+// What a script says, with the value as JSON; the value, nothing when it is no such script.
+std::string script_of_piece(const std::string& name, std::string_view value);
 std::optional<nlohmann::json> value_in_script(std::string_view script);
 
-// A short name for texts, one after the other: other texts have another one.
+// A short name for texts, one after the other: other texts have another one, as do the same cut in other places.
 class Sum {
  public:
   void add(std::string_view text);
   std::string name() const;
 
  private:
-  std::uint64_t sum_ = 14695981039346656037U;  // FNV-1a
+  void add_number(std::uint64_t number);
+
+  std::uint64_t sum_ = 0;
 };
 
 struct ManualInIndex {

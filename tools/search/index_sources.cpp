@@ -1,10 +1,9 @@
 #include "index_sources.h"
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 
 #include "files.h"
-#include "index_pieces.h"
+#include "json_texts.h"
 #include "topic_table.h"
 #include "words.h"
 
@@ -27,42 +26,39 @@ std::vector<IndexSource> documents_in(std::string_view list) {
   return documents;
 }
 
-// Of a PDF, which may be large, its size has to do.
-void add_document(const std::string& root, const IndexSource& document, Sum& sum) {
+}  // namespace
+
+ManualScripts read_source(const std::string& root, const IndexSource& document, Sum& sum) {
   if (document.is_pdf) {
     std::error_code failed;
     const auto size = std::filesystem::file_size(root + "/pdfdocs/" + document.name + ".pdf", failed);
-    return sum.add(failed ? "" : std::to_string(size));
+    sum.add(failed ? "" : std::to_string(size));
+    return {};
   }
   const std::string manual = root + "/htmldocs/" + document.name + "/";
-  sum.add(olh_viewers::content_of(manual + olh_viewers::kTopicTable));
-  sum.add(olh_viewers::text_of_file(manual + kTexts, kMostBytesOfTexts).value_or(""));
-}
-
-}  // namespace
-
-std::vector<std::string> texts_in_call(std::string_view line, std::string_view call) {
-  const std::size_t end = line.rfind(']');
-  if (!line.starts_with(call) || end == std::string_view::npos || end < call.size()) return {};
-  const nlohmann::json row = nlohmann::json::parse(line.substr(call.size(), end + 1 - call.size()), nullptr, false);
-  std::vector<std::string> texts;
-  if (row.is_array())
-    for (const nlohmann::json& one : row) texts.push_back(one.is_string() ? one.get<std::string>() : "");
-  return texts;
+  ManualScripts scripts = {olh_viewers::content_of(manual + olh_viewers::kTopicTable),
+                           olh_viewers::text_of_file(manual + kTexts, kMostBytesOfTexts)};
+  sum.add(scripts.table);
+  sum.add(scripts.texts ? std::string_view(*scripts.texts) : "");
+  return scripts;
 }
 
 std::optional<IndexSources> sources_of_index(const std::string& root) {
   for (const char* name : kLists) {
     const auto list = olh_viewers::text_of_file(root + "/" + name);
     if (!list) continue;
-    IndexSources sources = {documents_in(*list), ""};
-    Sum sum;
-    sum.add(*list);
-    for (const IndexSource& document : sources.documents) add_document(root, document, sum);
-    sources.sum = sum.name();
+    IndexSources sources = {documents_in(*list), {}};
+    sources.sum.add(*list);
     return sources;
   }
   return std::nullopt;
+}
+
+std::string sum_of_sources(const std::string& root) {
+  auto sources = sources_of_index(root);
+  if (!sources) return "";
+  for (const IndexSource& document : sources->documents) read_source(root, document, sources->sum);
+  return sources->sum.name();
 }
 
 }  // namespace olh_search

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include "index_pieces.h"
+
 namespace olh_search {
 
 inline constexpr const char* kTexts = "QELdata/QELSearchText.js";  // below a manual
@@ -24,15 +26,23 @@ struct IndexSource {
   bool is_pdf = false;
 };
 
+// The documents of a root; nothing where it has no list of them.
 struct IndexSources {
   std::vector<IndexSource> documents;
-  std::string sum;
+  Sum sum;  // of the list; that of an index has what is read of each document, too
 };
-// Nothing where the root has no list of documents.
 std::optional<IndexSources> sources_of_index(const std::string& root);
 
-// The texts in a line CALL(["A","B", ...]); nothing for another line.
-std::vector<std::string> texts_in_call(std::string_view line, std::string_view call);
+// The two scripts of an HTML manual; `texts` is nothing where there are none, or too many. A PDF, which may be large, is not
+// read: its size has to do for the sum.
+struct ManualScripts {
+  std::string table;
+  std::optional<std::string> texts;
+};
+ManualScripts read_source(const std::string& root, const IndexSource& document, Sum& sum);
+
+// The sum that an index of this root has when it is up to date; "" where the root has no list of documents.
+std::string sum_of_sources(const std::string& root);
 
 }  // namespace olh_search
 

@@ -11,8 +11,8 @@ namespace {
 constexpr std::size_t kMostWords = 16;
 constexpr std::string_view kQuotes[] = {"\"", "\u201c", "\u201d", "\u201e"};
 
-void add(std::vector<std::string>& words, const std::string& word) {
-  if (words.size() < kMostWords && std::ranges::find(words, word) == words.end()) words.push_back(word);
+void add(std::vector<std::string>& words, std::string_view word) {
+  if (words.size() < kMostWords && std::ranges::find(words, word) == words.end()) words.emplace_back(word);
 }
 
 std::string with_plain_quotes(std::string_view text) {
@@ -37,8 +37,8 @@ Query query_in(std::string_view text, const std::vector<std::string>& common) {
   Query query;
   std::vector<std::string> all;
   each_word(plain, [&](const Symbol& symbol) {
-    for (const std::string& part : symbol.parts) add(all, part);
-    for (const std::string& whole : symbol.wholes) add(query.wholes, whole);
+    for (const std::string_view part : symbol.parts) add(all, part);
+    for (const std::string_view whole : symbol.wholes) add(query.wholes, whole);
   });
   for (const std::string& word : all)
     if (std::ranges::find(common, word) == common.end()) query.words.push_back(word);

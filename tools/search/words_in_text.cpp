@@ -10,9 +10,7 @@ namespace olh_search {
 
 namespace {
 
-constexpr std::size_t kMostParts = 32;        // of a symbol
 constexpr std::size_t kLongestCharacter = 4;  // in bytes
-constexpr std::size_t kLongestWord = 64;      // in bytes; what is longer is no word that anybody types
 
 enum class Kind { kOther, kWord, kPaired };
 
@@ -30,14 +28,24 @@ constexpr Range kPaired[] = {{0x0e00, 0x0eff}, {0x1000, 0x109f}, {0x1780, 0x17ff
                              {0x3040, 0x30ff}, {0x31f0, 0x31ff}, {0x3400, 0x4dbf}, {0x4e00, 0x9fff},
                              {0xac00, 0xd7af}, {0xf900, 0xfaff}, {0xff66, 0xff9f}, {0x20000, 0x3ffff}};
 
-bool is_small(char c) { return c >= 'a' && c <= 'z'; }
-bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+constexpr bool is_small(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool is_capital(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+bool is_ascii_word(char c) {
+  static constexpr auto kAre = [] {
+    std::array<bool, 256> are{};
+    for (char one = '0'; one <= 'z'; ++one)
+      are[static_cast<unsigned char>(one)] = is_small(one) || is_capital(one) || is_digit(one) || one == '_';
+    return are;
+  }();
+  return kAre[static_cast<unsigned char>(c)];
+}
 
 Character character_at(std::string_view text, std::size_t at) {
   const char c = text[at];
-  if (is_ascii(c)) return {is_small(c) || is_capital(c) || is_digit(c) || c == '_' ? Kind::kWord : Kind::kOther, 1};
+  if (is_ascii(c)) return {is_ascii_word(c) ? Kind::kWord : Kind::kOther, 1};
   utf8proc_int32_t point = 0;
   const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data()) + at;
   const auto size =
@@ -63,18 +71,14 @@ bool is_word_at(std::string_view text, std::size_t at) {
 }
 
 std::size_t end_of_word(std::string_view text, std::size_t at) {
-  while (at < text.size()) {
+  for (;;) {
+    while (at < text.size() && is_ascii_word(text[at])) ++at;
+    if (at == text.size() || is_ascii(text[at])) break;
     const Character next = character_at(text, at);
     if (next.kind != Kind::kWord) break;
     at += next.bytes;
   }
   return at;
-}
-
-void add_form(std::vector<std::string>& words, std::string word) {
-  if (words.size() < kMostParts && !word.empty() && word.size() <= kLongestWord &&
-      std::ranges::find(words, word) == words.end())
-    words.push_back(std::move(word));
 }
 
 // Where a part of a symbol ends before the next capital: "Olh|Help|Call", "HTML|Page", but "PDFs".
@@ -89,27 +93,11 @@ void add_parts_of_segment(std::string_view segment, bool is_alone, Symbol& symbo
   std::size_t begin = 0;
   for (std::size_t at = 1; at < segment.size(); ++at) {
     if (!is_border(segment, at)) continue;
-    add_form(symbol.parts, folded(segment.substr(begin, at - begin)));
+    symbol.parts.add(folded(segment.substr(begin, at - begin)));
     begin = at;
   }
-  add_form(symbol.parts, folded(segment.substr(begin)));
-  if (begin > 0 && !is_alone) add_form(symbol.wholes, folded(segment));
-}
-
-// The symbol that reaches from begin to end; its body goes without the dashes before and the signs behind.
-void fill_symbol(std::string_view text, std::size_t begin, std::size_t body, std::size_t body_end, std::size_t end,
-                 Symbol& symbol) {
-  symbol.parts.clear();
-  symbol.wholes.clear();
-  add_form(symbol.wholes, folded(text.substr(begin, end - begin)));
-  const auto is_joiner = [](char c) { return c == '.' || c == '-' || c == ':' || c == '_'; };
-  for (std::size_t at = body; at < body_end;) {
-    const std::size_t from = at;
-    while (at < body_end && !is_joiner(text[at])) ++at;
-    if (at > from) add_parts_of_segment(text.substr(from, at - from), from == begin && at == end, symbol);
-    ++at;
-  }
-  if (symbol.parts.size() == 1 && symbol.wholes == symbol.parts) symbol.wholes.clear();
+  symbol.parts.add(folded(segment.substr(begin)));
+  if (begin > 0 && !is_alone) symbol.wholes.add(folded(segment));
 }
 
 std::size_t start_of_dashes(std::string_view text, std::size_t body) {
@@ -128,32 +116,26 @@ std::size_t end_of_signs(std::string_view text, std::size_t at) {
   return is_word_at(text, at + signs) ? at : at + signs;
 }
 
-using Call = std::function<void(const Symbol&)>;
-
-// The functions that take a symbol or pairs off a text return where they end. They fill the same `symbol` for all words, so
-// that most words cost no memory.
-std::size_t take_symbol(std::string_view text, std::size_t body, Symbol& symbol, const Call& call) {
+// The functions that take a token off a text return where they end.
+std::size_t take_symbol(std::string_view text, std::size_t body, const TakeToken& take) {
   std::size_t end = end_of_word(text, body);
   for (std::size_t joiner = joiner_at(text, end); joiner > 0 && is_word_at(text, end + joiner);
        joiner = joiner_at(text, end))
     end = end_of_word(text, end + joiner);
+  const std::size_t begin = start_of_dashes(text, body);
   const std::size_t whole_end = end_of_signs(text, end);
-  fill_symbol(text, start_of_dashes(text, body), body, end, whole_end, symbol);
-  call(symbol);
+  take(text.substr(begin, whole_end - begin));
   return whole_end;
 }
 
-std::size_t take_pairs(std::string_view text, std::size_t begin, Symbol& symbol, const Call& call) {
-  symbol.wholes.clear();
+std::size_t take_pairs(std::string_view text, std::size_t begin, const TakeToken& take) {
   std::size_t first = begin;
   std::size_t second = begin + character_at(text, begin).bytes;
   for (;;) {
     const bool has_second = second < text.size() && character_at(text, second).kind == Kind::kPaired;
     if (!has_second && first != begin) return second;
     const std::size_t end = has_second ? second + character_at(text, second).bytes : second;
-    symbol.parts.clear();
-    add_form(symbol.parts, folded(text.substr(first, end - first)));  // signs that only change others leave nothing
-    if (!symbol.parts.empty()) call(symbol);
+    take(text.substr(first, end - first));
     if (!has_second) return second;
     first = second;
     second = end;
@@ -172,6 +154,15 @@ std::string folded_unicode(std::string_view text) {
 
 }  // namespace
 
+void SymbolWords::add(std::string_view word) {
+  if (words_.size() == kMost || word.empty() || word.size() > kLongest ||
+      std::ranges::find(words_, word) != words_.end())
+    return;
+  char* const letters = letters_.data() + words_.size() * kLongest;
+  std::ranges::copy(word, letters);
+  words_.emplace_back(letters, word.size());
+}
+
 std::string folded(std::string_view text) {
   if (!std::ranges::all_of(text, is_ascii)) return folded_unicode(text);
   std::string low(text);
@@ -187,17 +178,44 @@ std::string_view cut_to(std::string_view text, std::size_t most) {
   return text.substr(0, end + kLongestCharacter > most ? end : most);  // what is no text is cut anywhere
 }
 
-void each_word(std::string_view text, const Call& call) {
-  Symbol symbol;
+void each_token(std::string_view text, const TakeToken& take) {
   for (std::size_t at = 0; at < text.size();) {
     const Character next = character_at(text, at);
     if (next.kind == Kind::kWord)
-      at = take_symbol(text, at, symbol, call);
+      at = take_symbol(text, at, take);
     else if (next.kind == Kind::kPaired)
-      at = take_pairs(text, at, symbol, call);
+      at = take_pairs(text, at, take);
     else
       at += next.bytes;
   }
+}
+
+// The body of a symbol goes without the dashes before and the signs behind.
+void read_symbol(std::string_view token, Symbol& symbol) {
+  symbol.parts.clear();
+  symbol.wholes.clear();
+  const std::size_t body = std::min(token.find_first_not_of('-'), token.size());
+  if (body == token.size()) return;
+  if (character_at(token, body).kind == Kind::kPaired) return symbol.parts.add(folded(token));
+  const std::size_t body_end = token.find_last_not_of("+#") + 1;
+  symbol.wholes.add(folded(token));
+  const auto is_joiner = [](char c) { return c == '.' || c == '-' || c == ':' || c == '_'; };
+  for (std::size_t at = body; at < body_end;) {
+    const std::size_t from = at;
+    while (at < body_end && !is_joiner(token[at])) ++at;
+    if (at > from) add_parts_of_segment(token.substr(from, at - from), from == 0 && at == token.size(), symbol);
+    ++at;
+  }
+  if (symbol.parts.size() == 1 && symbol.wholes == symbol.parts) symbol.wholes.clear();
+}
+
+void each_word(std::string_view text, const std::function<void(const Symbol&)>& call) {
+  Symbol symbol;
+  each_token(text, [&](std::string_view token) {
+    read_symbol(token, symbol);
+    if (!symbol.parts.is_empty() || !symbol.wholes.is_empty())
+      call(symbol);  // signs that only change others leave nothing
+  });
 }
 
 }  // namespace olh_search

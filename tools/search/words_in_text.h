@@ -7,6 +7,8 @@
 #ifndef OLH_TOOLS_SEARCH_WORDS_IN_TEXT_H
 #define OLH_TOOLS_SEARCH_WORDS_IN_TEXT_H
 
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,12 +16,37 @@
 
 namespace olh_search {
 
-struct Symbol {
-  std::vector<std::string> parts;   // of a plain word: itself
-  std::vector<std::string> wholes;  // of a plain word: none
+// Parts or wholes of a symbol, each once.
+class SymbolWords {
+ public:
+  // Leaves out what is empty or longer than any word that anybody types, and what is one too many.
+  void add(std::string_view word);
+  void clear() { words_.clear(); }
+
+  auto begin() const { return words_.begin(); }
+  auto end() const { return words_.end(); }
+  bool is_empty() const { return words_.empty(); }
+  bool operator==(const SymbolWords& other) const { return words_ == other.words_; }
+  std::size_t size() const { return words_.size(); }
+
+ private:
+  static constexpr std::size_t kMost = 32;
+  static constexpr std::size_t kLongest = 64;  // bytes
+  std::vector<std::string_view> words_;
+  std::array<char, kMost * kLongest> letters_;
 };
 
-// Calls for each word or symbol, in the order of the text.
+struct Symbol {
+  SymbolWords parts;   // of a plain word: itself
+  SymbolWords wholes;  // of a plain word: none
+};
+
+// A word or symbol as it is written, or a pair of characters; what is in one.
+using TakeToken = std::function<void(std::string_view)>;
+void each_token(std::string_view text, const TakeToken& take);
+void read_symbol(std::string_view token, Symbol& symbol);
+
+// Calls for each word or symbol, in the order of the text; what it holds is gone after the call.
 void each_word(std::string_view text, const std::function<void(const Symbol&)>& call);
 
 // Small letters without accents.

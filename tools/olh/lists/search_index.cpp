@@ -21,8 +21,7 @@ bool is_search_index_old(const std::string& root) {
   const auto script = olh_viewers::text_of_file(root + "/" + kHeadOfIndex);
   if (!script || olh_viewers::find_beside("olh-index").empty()) return false;
   const auto head = olh_search::head_in(*script);
-  const auto sources = olh_search::sources_of_index(root);
-  return !head || !sources || head->sources != sources->sum;
+  return !head || head->sources != olh_search::sum_of_sources(root);
 }
 
 }  // namespace olh
