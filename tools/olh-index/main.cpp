@@ -1,9 +1,9 @@
 // olh-index: the search index of a documentation root.
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <future>
 
 #include "index_folder.h"
 #include "index_maker.h"
@@ -34,6 +34,32 @@ int complain(int code, const std::string& sentence) {
   return code;
 }
 
+olh_index::IndexedManual read_document(const fs::path& root, const olh_search::IndexSource& document,
+                                       olh_search::Sum& sum) {
+  olh_index::IndexedManual manual = {document.name, document.title, document.is_pdf, "", "", {}};
+  const olh_search::ManualScripts scripts = olh_search::read_source(root.string(), document, sum);
+  if (manual.is_pdf)
+    olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
+                        "pdfdocs/" + manual.name + ".pdf", manual);
+  else
+    olh_index::read_manual((root / "htmldocs" / manual.name).string(), scripts, "htmldocs/" + manual.name + "/",
+                           manual);
+  return manual;
+}
+
+// Calls with each document in its order; while it is at work, the next one is read.
+template <typename Call>
+void each_document(const fs::path& root, olh_search::IndexSources& sources, Call call) {
+  const auto read = [&](std::size_t at) { return read_document(root, sources.documents[at], sources.sum); };
+  std::future<olh_index::IndexedManual> next;
+  if (!sources.documents.empty()) next = std::async(std::launch::async, read, 0);
+  for (std::size_t at = 1; at <= sources.documents.size(); ++at) {
+    const olh_index::IndexedManual manual = next.get();
+    if (at < sources.documents.size()) next = std::async(std::launch::async, read, at);
+    call(manual);
+  }
+}
+
 int make_index(const Arguments& asked) {
   const fs::path root = asked.root;
   auto sources = olh_search::sources_of_index(asked.root);
@@ -42,19 +68,11 @@ int make_index(const Arguments& asked) {
                     "the list of the documents in " + asked.root + " cannot be read. 'olh dmerge' makes it.");
   olh_index::IndexFolder folder(root);
   olh_index::IndexMaker maker([&](const std::string& name, std::string_view piece) { folder.write(name, piece); });
-  for (const olh_search::IndexSource& document : sources->documents) {
-    olh_index::IndexedManual manual = {document.name, document.title, document.is_pdf, "", "", {}};
-    const olh_search::ManualScripts scripts = olh_search::read_source(asked.root, document, sources->sum);
-    if (manual.is_pdf)
-      olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
-                          "pdfdocs/" + manual.name + ".pdf", manual);
-    else
-      olh_index::read_manual((root / "htmldocs" / manual.name).string(), scripts, "htmldocs/" + manual.name + "/",
-                             manual);
+  each_document(root, *sources, [&](const olh_index::IndexedManual& manual) {
     if (!asked.quiet && !manual.unsearched.empty())
       std::printf("%s %s.\n", olh_viewers::visible(manual.name).c_str(), manual.unsearched.c_str());
     maker.add(manual);
-  }
+  });
   nlohmann::json head = maker.finish();
   head["sources"] = sources->sum.name();
   folder.finish(std::move(head));

@@ -167,10 +167,19 @@ std::vector<std::string> pages_below(const std::string& folder) {
   return pages;
 }
 
+// What links to a page say, and to a place "page#place".
+using LinkTexts = std::unordered_map<std::string, std::vector<std::string>*>;
+
+std::vector<std::string>* texts_of_place(const LinkTexts& texts, const LinkedPlace& to) {
+  auto found = to.place.empty() ? texts.end() : texts.find(to.page + "#" + to.place);
+  if (found == texts.end()) found = texts.find(to.page);
+  return to.page.empty() || found == texts.end() ? nullptr : found->second;
+}
+
 }  // namespace
 
 void take_links(const std::string& folder, const std::string& below, IndexedManual& manual) {
-  std::unordered_map<std::string, std::vector<std::string>*> texts;  // of a page, and of a place "page#place"
+  LinkTexts texts;
   for (Page& page : manual.pages) {
     const std::string name = page.address.substr(below.size());
     texts.emplace(name, &page.links);
@@ -181,12 +190,15 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
     if (const auto page = texts.find(name); page != texts.end())
       if (const std::string_view keywords = keywords_of_page(markup); !keywords.empty())
         page->second->emplace_back(keywords);
-    each_link(name, markup, [&](const Link& link) {
-      auto found = link.place.empty() ? texts.end() : texts.find(link.page + "#" + link.place);
-      if (found == texts.end()) found = texts.find(link.page);
-      if (found == texts.end()) return;
-      std::vector<std::string>& known = *found->second;
-      if (known.size() < kMostLinks && std::ranges::find(known, link.text) == known.end()) known.push_back(link.text);
+    std::unordered_map<std::string_view, std::vector<std::string>*>
+        of_targets;  // a page has most links several times
+    each_link(markup, [&](const Link& link) {
+      const auto [target, is_new] = of_targets.try_emplace(link.target, nullptr);
+      if (is_new) target->second = texts_of_place(texts, linked_place(name, link.target));
+      std::vector<std::string>* const known = target->second;
+      if (known == nullptr || known->size() >= kMostLinks) return;
+      std::string text = text_of_link(link.markup);
+      if (std::ranges::find(*known, text) == known->end()) known->push_back(std::move(text));
     });
   }
 }

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kLongestTag = 2000;
 constexpr std::size_t kLongestText = 400;  // of a link, with its markup
+constexpr std::size_t kLongestEntity = 10;
 
 bool is_blank(char c) { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
 
@@ -21,17 +22,6 @@ std::string_view attribute(std::string_view tag, std::string_view name) {
     return rest.substr(2, rest.find(rest[1], 2) - 2);
   }
   return {};
-}
-
-std::string without_markup(std::string_view markup) {
-  std::string text;
-  bool is_in_tag = false;
-  for (const char c : markup) {
-    if (c == '<') is_in_tag = true;
-    if (!is_in_tag) text += c;
-    if (c == '>') is_in_tag = false;
-  }
-  return text;
 }
 
 int digit(char c) {
@@ -75,9 +65,9 @@ std::string way_from(std::string_view page, std::string_view way) {
 
 }  // namespace
 
-void each_link(std::string_view page, std::string_view markup, const std::function<void(const Link&)>& call) {
-  for (std::size_t at = markup.find("<a"); at != std::string_view::npos; at = markup.find("<a", at + 2)) {
-    const std::string_view from = markup.substr(at, kLongestTag);
+void each_link(std::string_view page, const std::function<void(const Link&)>& call) {
+  for (std::size_t at = page.find("<a"); at != std::string_view::npos; at = page.find("<a", at + 2)) {
+    const std::string_view from = page.substr(at, kLongestTag);
     const std::size_t end = from.find('>');
     if (from.size() < 3 || !is_blank(from[2]) || end == std::string_view::npos) continue;
     const std::string_view tag = from.substr(0, end);
@@ -85,14 +75,33 @@ void each_link(std::string_view page, std::string_view markup, const std::functi
     if (target.empty() || target.find(':') != std::string_view::npos || target[0] == '#' || target[0] == '/')
       continue;
     if (!attribute(tag, "rel").empty() || !attribute(tag, "accesskey").empty()) continue;
-    const std::string_view way = target.substr(0, target.find_first_of("?#"));
-    const std::size_t hash = target.find('#');
-    const std::string to = way_from(page, decoded(way));
-    if (to.empty() || to == page) continue;
-    const std::string_view text = markup.substr(at + end + 1, kLongestText);
-    call({to, hash == std::string_view::npos ? "" : decoded(target.substr(hash + 1)),
-          without_markup(text.substr(0, text.find("</a")))});
+    const std::string_view text = page.substr(at + end + 1, kLongestText);
+    call({target, text.substr(0, text.find("</a"))});
   }
+}
+
+LinkedPlace linked_place(std::string_view from, std::string_view target) {
+  const std::size_t hash = target.find('#');
+  std::string page = way_from(from, decoded(target.substr(0, target.find_first_of("?#"))));
+  return {page == from ? "" : std::move(page),
+          hash == std::string_view::npos ? "" : decoded(target.substr(hash + 1))};
+}
+
+// A tag leaves nothing; an entity ("&amp;") is no word.
+std::string text_of_link(std::string_view markup) {
+  std::string text;
+  for (std::size_t at = 0; at < markup.size(); ++at) {
+    const char sign = markup[at] == '<' ? '>' : markup[at] == '&' ? ';' : '\0';
+    const std::size_t end = sign == '\0' ? at : markup.find(sign, at);
+    if (sign == '\0' || (sign == ';' && end - at > kLongestEntity)) {
+      text += markup[at];
+      continue;
+    }
+    if (sign == ';') text += ' ';
+    if (end == std::string_view::npos) break;
+    at = end;
+  }
+  return text;
 }
 
 }  // namespace olh_index

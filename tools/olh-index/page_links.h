@@ -14,14 +14,24 @@
 namespace olh_index {
 
 struct Link {
-  std::string page;  // from the manual's folder
-  std::string place;
-  std::string text;
+  std::string_view target;  // as it is written: a way from the page, and perhaps "#" and a place
+  std::string_view markup;  // of its text
 };
 
-// Calls for each link of a page to another page of its manual; `page` is the way to it from the manual's folder. Links to
-// the next page, the index and the like, which have a "rel" or a key, are left out.
-void each_link(std::string_view page, std::string_view markup, const std::function<void(const Link&)>& call);
+// Calls for each link of a page to another one. Links to the next page, the index and the like, which have a "rel" or a key,
+// are left out.
+void each_link(std::string_view page, const std::function<void(const Link&)>& call);
+
+// Where a target leads; `from` is the way to the page from the manual's folder, and `page` that to the other one, "" when it
+// is none of the manual.
+struct LinkedPlace {
+  std::string page;
+  std::string place;
+};
+LinkedPlace linked_place(std::string_view from, std::string_view target);
+
+// The text in the markup of a link.
+std::string text_of_link(std::string_view markup);
 
 }  // namespace olh_index
 

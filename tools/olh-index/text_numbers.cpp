@@ -22,19 +22,24 @@ std::uint64_t mixed(std::uint64_t sum, std::uint64_t number) {
   return sum ^ sum >> 32;
 }
 
-// The last bytes are taken with some before them, so that no text needs a loop over single ones.
-std::uint32_t sum_of(std::string_view text) {
+// The first eight bytes, or all, as a number; no two texts of one length have the same.
+std::uint64_t first_bytes(std::string_view text) {
   const std::size_t size = text.size();
   const char* const end = text.data() + size;
-  std::uint64_t sum = size;
-  if (size >= 8) {
-    for (const char* at = text.data(); at < end - 8; at += 8) sum = mixed(sum, number_at<std::uint64_t>(at));
+  if (size >= 8) return number_at<std::uint64_t>(text.data());
+  if (size >= 4) return number_at<std::uint32_t>(text.data()) << 32 | number_at<std::uint32_t>(end - 4);
+  if (size == 0) return 0;
+  return number_at<std::uint8_t>(text.data()) << 16 | number_at<std::uint8_t>(text.data() + size / 2) << 8 |
+         number_at<std::uint8_t>(end - 1);
+}
+
+// The last bytes are taken with some before them, so that no text needs a loop over single ones.
+std::uint32_t sum_of(std::string_view text, std::uint64_t first) {
+  std::uint64_t sum = mixed(text.size(), first);
+  if (text.size() > 8) {
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data() + 8; at < end - 8; at += 8) sum = mixed(sum, number_at<std::uint64_t>(at));
     sum = mixed(sum, number_at<std::uint64_t>(end - 8));
-  } else if (size >= 4) {
-    sum = mixed(sum, number_at<std::uint32_t>(text.data()) << 32 | number_at<std::uint32_t>(end - 4));
-  } else if (size > 0) {
-    sum = mixed(sum, number_at<std::uint8_t>(text.data()) << 16 |
-                         number_at<std::uint8_t>(text.data() + size / 2) << 8 | number_at<std::uint8_t>(end - 1));
   }
   return static_cast<std::uint32_t>(mixed(sum, 0));
 }
@@ -43,14 +48,23 @@ std::uint32_t sum_of(std::string_view text) {
 
 TextNumbers::TextNumbers() : places_(kPlacesAtFirst) {}
 
+bool TextNumbers::holds(const Place& place, std::string_view text) const {
+  return text.size() <= sizeof place.bytes || texts_[place.number - 1] == text;
+}
+
 std::uint32_t TextNumbers::number_of(std::string_view text) {
-  const std::uint32_t sum = sum_of(text);
+  const std::uint64_t bytes = first_bytes(text);
+  const std::uint32_t sum = sum_of(text, bytes);
+  const auto length = static_cast<std::uint32_t>(text.size());
   const std::size_t mask = places_.size() - 1;
   std::size_t at = sum & mask;
-  for (; places_[at].number != 0; at = (at + 1) & mask)
-    if (places_[at].sum == sum && texts_[places_[at].number - 1] == text) return places_[at].number - 1;
+  for (; places_[at].number != 0; at = (at + 1) & mask) {
+    const Place& place = places_[at];
+    if (place.bytes == bytes && place.sum == sum && place.size == length && holds(place, text))
+      return place.number - 1;
+  }
   texts_.push_back(kept(text));
-  places_[at] = {sum, size()};
+  places_[at] = {bytes, sum, length, size()};
   if (2 * texts_.size() > places_.size()) double_places();
   return size() - 1;
 }

@@ -49,6 +49,7 @@ class Vocabulary {
   void add_posting(StemNumber stem, std::uint32_t section, std::uint32_t share);
   void add_title(StemNumber stem, std::uint32_t page, std::uint32_t share);
 
+  std::size_t stems() const { return stems_.size(); }
   const Stem& stem(StemNumber number) const { return stems_[number]; }
   std::string common_words() const { return language_.common_words(); }
 

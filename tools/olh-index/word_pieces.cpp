@@ -1,7 +1,6 @@
 #include "word_pieces.h"
 
 #include <algorithm>
-#include <map>
 
 #include "json_texts.h"
 #include "points.h"
@@ -27,48 +26,62 @@ std::string in_quotes(std::string_view text) {
 // Groups of one stem, as long as they fit. A stem whose words are in two pieces is in both.
 class Piece {
  public:
-  explicit Piece(const Vocabulary& vocabulary) : vocabulary_(&vocabulary) {}
+  explicit Piece(const Vocabulary& vocabulary) : vocabulary_(vocabulary), places_(vocabulary.stems()) {}
 
   bool is_empty() const { return groups_.empty(); }
+  void clear() {
+    groups_.clear();
+    bytes_ = 0;
+  }
   std::size_t bytes_with(const Vocabulary::Word& word) const {
     std::size_t bytes = bytes_ + word.text.size();
-    for (const StemNumber stem : *word.stems) bytes += groups_.contains(stem) ? 0 : bytes_of(stem);
+    for (const StemNumber stem : *word.stems) bytes += has(stem) ? 0 : bytes_of(stem);
     return bytes;
   }
   // How much of what a word needs is here already.
   std::size_t bytes_shared_with(const Vocabulary::Word& word) const {
     std::size_t shared = 0;
-    for (const StemNumber stem : *word.stems) shared += groups_.contains(stem) ? bytes_of(stem) : 0;
+    for (const StemNumber stem : *word.stems) shared += has(stem) ? bytes_of(stem) : 0;
     return shared;
   }
 
   void add(const Vocabulary::Word& word) {
     for (const StemNumber stem : *word.stems) {
-      std::string& texts = groups_[stem];
-      bytes_ += texts.empty() ? bytes_of(stem) : 0;
-      texts.append(texts.empty() ? "" : " ").append(word.text);
+      if (has(stem)) {
+        groups_[places_[stem]].words.append(" ").append(word.text);
+        continue;
+      }
+      places_[stem] = static_cast<std::uint32_t>(groups_.size());
+      groups_.push_back({stem, std::string(word.text)});
+      bytes_ += bytes_of(stem);
     }
     bytes_ += word.text.size();
   }
 
   std::string value(std::uint32_t sections) const {
     std::vector<olh_search::WordGroup> all;
-    for (const auto& [number, texts] : groups_) {
-      const Stem& stem = vocabulary_->stem(number);
+    for (const Group& group : groups_) {
+      const Stem& stem = vocabulary_.stem(group.stem);
       if (stem.postings.empty() && stem.titles.empty()) continue;
-      all.push_back({texts, olh_search::weight_of_word(sections, stem.sections), stem.postings, stem.titles});
+      all.push_back({group.words, olh_search::weight_of_word(sections, stem.sections), stem.postings, stem.titles});
     }
     std::ranges::sort(all, {}, &olh_search::WordGroup::words);  // neighbours share letters
     return in_quotes(olh_search::packed_groups(all));
   }
 
  private:
+  struct Group {
+    StemNumber stem;
+    std::string words;
+  };
+  bool has(StemNumber stem) const { return places_[stem] < groups_.size() && groups_[places_[stem]].stem == stem; }
   std::size_t bytes_of(StemNumber number) const {
-    return vocabulary_->stem(number).postings.size() + vocabulary_->stem(number).titles.size();
+    return vocabulary_.stem(number).postings.size() + vocabulary_.stem(number).titles.size();
   }
 
-  const Vocabulary* vocabulary_;
-  std::map<StemNumber, std::string> groups_;
+  const Vocabulary& vocabulary_;
+  std::vector<Group> groups_;
+  std::vector<std::uint32_t> places_;  // of stems in groups_; of one that is not there whatever was last
   std::size_t bytes_ = 0;
 };
 
@@ -76,7 +89,7 @@ class Piece {
 class Pieces {
  public:
   Pieces(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write)
-      : vocabulary_(vocabulary), sections_(sections), write_(write), piece_(vocabulary) {}
+      : sections_(sections), write_(write), piece_(vocabulary) {}
 
   const Piece& piece() const { return piece_; }
   // Whether the word is the first of its piece.
@@ -89,11 +102,10 @@ class Pieces {
   void hand_out() {
     if (piece_.is_empty()) return;
     write_("words_" + std::to_string(handed_out_++), piece_.value(sections_));
-    piece_ = Piece(vocabulary_);
+    piece_.clear();
   }
 
  private:
-  const Vocabulary& vocabulary_;
   std::uint32_t sections_;
   const WritePiece& write_;
   Piece piece_;

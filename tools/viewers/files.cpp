@@ -30,7 +30,8 @@ class Descriptor {
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
 
-  bool is_within(std::size_t most) const { return is_open_ && static_cast<std::size_t>(status_.st_size) <= most; }
+  bool is_within(std::size_t most) const { return is_open_ && size() <= most; }
+  std::size_t size() const { return static_cast<std::size_t>(status_.st_size); }
   ssize_t read_some(char* block, std::size_t size) const {
     ssize_t count;
     do count = read(fd_, block, size);
@@ -57,6 +58,7 @@ std::optional<std::string> text_of_file(const std::string& path, std::size_t mos
   const Descriptor file(path);
   if (!file.is_within(most)) return std::nullopt;
   std::string text;
+  text.reserve(file.size());
   char block[65536];
   for (;;) {
     const ssize_t count = file.read_some(block, sizeof block);
