@@ -22,10 +22,9 @@ struct SearchHits {
   std::string index;  // the folder of the index
 };
 
-// The best `wanted` hits. Nothing when the root has no index that can be read; `manuals` are the names of those that are
-// searched, all without one.
+// Nothing when the root has no index that can be read; `manuals` are the names of those that are searched, all without one.
 std::optional<SearchHits> search_hits(const std::string& root, const std::string& query,
-                                      const std::vector<std::string>& manuals, std::size_t wanted);
+                                      const std::vector<std::string>& manuals);
 
 // The manuals and PDFs that a portal lists.
 std::vector<std::string> documents_of_portal(const std::string& root, const std::string& portal);
