@@ -5,6 +5,10 @@ set -eu
 root=$1
 cd "$(mktemp -d)"
 trap 'cd / && rm -rf "$OLDPWD"' EXIT
+# A session of its own, with results for "olh show 2", whatever else this machine has searched for.
+export XDG_RUNTIME_DIR=$PWD/session
+mkdir -m 700 session
+olh search --root "$root" --text "first topic" >/dev/null </dev/null
 verbs=$(olh --help | sed -n '/^Subcommands:/,/^Examples:/s/^  \([a-z-]*\) .*/\1/p')
 count=0
 problems=0
