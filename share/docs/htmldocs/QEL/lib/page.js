@@ -37,17 +37,12 @@ var olh = (function () {
     return made;
   }
 
-  // Loads a script; the promise says whether it was there. Scripts load from file:// too, where fetch does not. The element
-  // goes, since it would keep the text of the script.
+  // Loads a script; the promise says whether it was there. Scripts load from file:// too, where fetch does not.
   function script(address) {
     return new Promise(function (resolve) {
       var loading = element('script', { src: address });
-      function end(there) {
-        loading.remove();
-        resolve(there);
-      }
-      loading.onload = function () { end(true); };
-      loading.onerror = function () { end(false); };
+      loading.onload = function () { resolve(true); };
+      loading.onerror = function () { resolve(false); };
       document.head.append(loading);
     });
   }
