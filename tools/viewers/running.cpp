@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <thread>
@@ -22,6 +23,7 @@ namespace {
 constexpr int kMillisecondsForBus = 500;
 constexpr int kMillisecondsBeforeHandOver = 1500;
 constexpr std::chrono::seconds kLongestStart(10);
+constexpr std::chrono::seconds kLongestToLock(4);
 
 // ---- the processes of this user, as the system shows them below /proc ----
 
@@ -48,6 +50,16 @@ int process_named(std::string_view name) {
     if (const int process = std::atoi(entry.c_str()); process > 0)
       if (name_of(process) == name.substr(0, kLongestName)) return process;
   return 0;
+}
+
+// The seconds since the process was started; 0 when that cannot be told.
+double age_of(int process) {
+  constexpr std::size_t kStart = 20;  // behind the name, counted in ticks since the system has run
+  const std::string status = content_of("/proc/" + std::to_string(process) + "/stat");
+  const Words fields = pieces_of(status.substr(std::min(status.size(), status.rfind(')'))), ' ');
+  if (fields.size() <= kStart) return 0;
+  const double since_boot = std::strtod(content_of("/proc/uptime").c_str(), nullptr);
+  return since_boot - std::strtod(fields[kStart].c_str(), nullptr) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 // A variable that the process was started with; "" when it was not, or when that cannot be read.
@@ -104,13 +116,30 @@ HeldLock held_lock(const Traces& traces) {
 
 int process_of_locks(const Traces& traces) { return held_lock(traces).process; }
 
+// One that was started just now and takes its lock in a moment: another would find the profile taken, and the page would be lost.
+bool is_about_to_lock(const Traces& traces) {
+  const Words processes = names_in("/proc").names;
+  return std::any_of(processes.begin(), processes.end(), [&traces](const std::string& entry) {
+    const int process = std::atoi(entry.c_str());
+    return process > 0 && name_of(process).starts_with(traces.process) &&
+           age_of(process) < static_cast<double>(kLongestToLock.count());
+  });
+}
+
+void await_lock(const Traces& traces) {
+  const auto end = std::chrono::steady_clock::now() + kLongestToLock;
+  while (process_of_locks(traces) == 0 && is_about_to_lock(traces) && std::chrono::steady_clock::now() < end)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+}
+
 // Whether the Firefox with that lock has no window yet: a page that it is given then is lost. It writes down beside its lock
-// how far it has come; what stands there from its last run is older than the lock.
+// how far it has come; what stands there from its last run is older than the lock, and a new profile has nothing there at first.
 bool is_starting(const std::string& lock) {
   const std::string progress = lock.substr(0, lock.find_last_of('/') + 1) + "sessionCheckpoints.json";
   struct stat locked = {};
   struct stat written = {};
-  if (lstat(lock.c_str(), &locked) != 0 || stat(progress.c_str(), &written) != 0) return false;
+  if (lstat(lock.c_str(), &locked) != 0) return false;
+  if (stat(progress.c_str(), &written) != 0) return std::time(nullptr) - locked.st_mtime < kLongestStart.count();
   return written.st_mtime < locked.st_mtime ||
          content_of(progress).find("\"sessionstore-windows-restored\":true") == std::string::npos;
 }
@@ -161,7 +190,9 @@ bool is_running(const Program& program) {
 }
 
 std::string objection_to_hand_over(const Program& program) {
-  const int process = program.needs_session_bus ? process_of_running(program) : 0;
+  if (!program.needs_session_bus) return "";
+  await_lock(program.traces);
+  const int process = process_of_running(program);
   if (process == 0) return "";
   if (const HeldLock lock = held_lock(program.traces); lock.process != 0 && !ends_starting(lock.path))
     return "it has not finished starting";

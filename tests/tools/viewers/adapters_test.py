@@ -78,11 +78,12 @@ class Adapters(Scene):
         return process
 
     def locked(self, name, **environment):
-        """Such a process that holds the lock of the user's profile."""
+        """Such a process that has held the lock of the user's profile for a while."""
         process = self.running(name, **environment)
         lock = self.home / {"chromium": ".config/chromium/SingletonLock", "firefox": ".mozilla/firefox/a.default/lock"}[name]
         lock.parent.mkdir(parents=True)
         lock.symlink_to(f"{socket.gethostname()}-{process.pid}" if name == "chromium" else f"127.0.1.1:+{process.pid}")
+        os.utime(lock, (2, 2), follow_symlinks=False)
         return lock
 
     def pings(self, name, **environment):
@@ -156,14 +157,31 @@ class Adapters(Scene):
 
     def test_a_firefox_that_is_starting_is_given_the_page_when_its_windows_are_there(self):
         lock = self.locked("firefox", DBUS_SESSION_BUS_ADDRESS="unix:path=/its/own")
-        progress = write(lock.with_name("sessionCheckpoints.json"), '{"profile-after-change":true}')
+        progress, unlocked = lock.with_name("sessionCheckpoints.json"), lock.with_name("unlocked")
         seen = self.dir / "seen"
         self.script("firefox", f"exec /bin/cp {progress} {seen}")
         self.script("dbus-send", "echo 'string \"org.mozilla.firefox.L2hvbWU_\"'")
-        come_so_far = threading.Timer(0.5, write, (progress, '{"sessionstore-windows-restored":true}'))
-        come_so_far.start()
-        self.browser("http://h/")
-        self.assertIn("windows-restored", seen.read_text())
+
+        def go_on():
+            if unlocked.is_symlink():
+                unlocked.rename(lock)
+
+        for begin in ("without a lock", "with a new profile", "with a profile"):
+            seen.unlink(missing_ok=True)
+            os.utime(lock, follow_symlinks=False)
+            if begin == "without a lock":
+                lock.rename(unlocked)
+            if begin == "with a profile":
+                write(progress, '{"profile-after-change":true}')
+            else:
+                progress.unlink(missing_ok=True)
+            steps = [threading.Timer(0.4, go_on), threading.Timer(0.8, write, (progress, '{"sessionstore-windows-restored":true}'))]
+            for step in steps:
+                step.start()
+            self.browser("http://h/")
+            for step in steps:
+                step.join()
+            self.assertIn("windows-restored", seen.read_text(), begin)
         # What its last run has written means nothing.
         os.utime(progress, (1, 1))
         self.assertIn("it has not finished starting", self.browser("http://h/", code=1).stderr)
