@@ -81,14 +81,18 @@ class Gathering : public Visitor {
     if (is_frame(element)) return false;
     if (const std::string place = place_of(element); !place.empty() && is_one_of(element.name(), kWithPlace))
       pending_ = place;
-    leave(element);
+    add_border(element);
+    if (element.is("dl")) around_lists_.push_back(owner_);
+    if (element.is("dd")) is_among_terms_ = false;
+    if (element.is("dt") && take_term(element)) return false;
     const int level = element.heading_level();
     if (level != 0) take_heading(element, level);
     return level == 0;
   }
 
   void leave(Element element) override {
-    if (!is_one_of(element.name(), kInLine)) raw_ += ' ';
+    add_border(element);
+    if (element.is("dl")) leave_list();
   }
 
   void text(std::string_view text) override {
@@ -103,26 +107,79 @@ class Gathering : public Visitor {
   }
 
  private:
-  void take_heading(Element heading, int level) {
-    std::string place = heading.attribute("id");
-    for (Element inner = heading.next_within(heading); inner && place.empty(); inner = inner.next_within(heading))
+  void add_border(Element element) {
+    if (!is_one_of(element.name(), kInLine)) raw_ += ' ';
+  }
+
+  static std::string place_within(Element element) {
+    std::string place = element.attribute("id");
+    for (Element inner = element.next_within(element); inner && place.empty(); inner = inner.next_within(element))
       if (!is_frame(inner)) place = place_of(inner);
+    return place;
+  }
+
+  static std::string heading_of(Element element) {
+    HeadingText text;
+    visit(element, text);
+    return text.text();
+  }
+
+  void take_heading(Element heading, int level) {
+    std::string place = place_within(heading);
     if (place.empty()) place = pending_;
     pending_.clear();
-    HeadingText heading_text;
-    visit(heading, heading_text);
+    begin_passage({level, place, heading_of(heading), ""});
+    last_heading_ = owner_;
+  }
+
+  // The first of several terms with one definition begins a passage. What footnotes have is no term.
+  bool take_term(Element term) {
+    if (is_among_terms_ || around_lists_.empty() || term.has_class("label")) return false;
+    const std::string place = place_within(term);
+    std::string heading = heading_of(term);
+    if (heading.starts_with(": ")) heading.erase(0, 2);  // Texinfo names the category in front of it
+    if (place.empty() || heading.empty()) return false;
+    pending_.clear();
+    is_among_terms_ = true;
+    begin_passage({0, place, heading, ""});
+    return true;
+  }
+
+  void leave_list() {
+    const std::size_t owner = around_lists_.back();
+    around_lists_.pop_back();
+    is_among_terms_ = false;
+    if (owner == owner_ || last_heading_ > owner) return;
+    const Passage around = page_.passages[owner];
+    begin_passage({0, around.place, around.heading, ""});
+    owner_ = owner;
+    goes_on_ = true;
+  }
+
+  void begin_passage(Passage passage) {
     finish_passage();
-    page_.passages.push_back({level, place, heading_text.text(), ""});
+    page_.passages.push_back(std::move(passage));
+    owner_ = page_.passages.size() - 1;
   }
 
   void finish_passage() {
-    page_.passages.back().text = folded_space(raw_);
+    std::string text = folded_space(raw_);
     raw_.clear();
+    if (goes_on_ && text.empty())
+      page_.passages.pop_back();
+    else
+      page_.passages.back().text = std::move(text);
+    goes_on_ = false;
   }
 
   HtmlPage& page_;
   std::string pending_;  // an identifier right before what comes, with no text in between
   std::string raw_;
+  std::size_t owner_ = 0;                  // the passage whose place and heading the text has
+  std::size_t last_heading_ = 0;           // the last one that a heading began
+  std::vector<std::size_t> around_lists_;  // the owners in which the lists of definitions lie
+  bool is_among_terms_ = false;            // behind a term that began a passage, without its definition yet
+  bool goes_on_ = false;                   // the last passage goes on behind a list
 };
 
 // The one element that holds the text, by what HTML and its roles say; else all of the page: in one without <body>, the

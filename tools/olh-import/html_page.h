@@ -15,9 +15,11 @@
 
 namespace olh_import {
 
-// The text of a page from one heading to the next. The first may have no heading.
+// The text of a page from one heading to the next, and from one term of a list of definitions to the next if the term has
+// a place: what a manual says of a function is a passage of its own. Behind such a list the passage around it goes on, as
+// another one with its place and heading. The first may have no heading.
 struct Passage {
-  int level = 0;        // of the heading, 1 to 6; 0 without one
+  int level = 0;        // of the heading, 1 to 6; 0 without one, for a term, and for what goes on
   std::string place;    // the identifier that leads to it, "" without one
   std::string heading;  // its text, without the sign of a link to itself
   std::string text;

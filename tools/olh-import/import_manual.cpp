@@ -61,7 +61,8 @@ class Titles {
   void add(const HtmlPage& page) {
     pages_[page.name] = page.title;
     for (const Passage& passage : page.passages)
-      if (!passage.place.empty()) places_.try_emplace(page.name + "#" + passage.place, passage.heading);
+      if (passage.level > 0 && !passage.place.empty())
+        places_.try_emplace(page.name + "#" + passage.place, passage.heading);
   }
   std::string of_page(const std::string& page) const {
     const auto found = pages_.find(page);
@@ -183,7 +184,7 @@ class Import {
   void take_headings(const HtmlPage& page) {
     manual_.topics.push_back({name_of_page(page.name), page.name, "", page.title, Rank::kPage});
     for (const Passage& passage : page.passages)
-      if (!passage.place.empty() && reader_->is_place(passage.place))
+      if (passage.level > 0 && !passage.place.empty() && reader_->is_place(passage.place))
         manual_.topics.push_back({passage.place, page.name, passage.place, passage.heading, Rank::kHeading});
   }
 

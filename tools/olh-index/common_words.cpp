@@ -12,11 +12,11 @@ struct CommonWords {
 // clang-format off
 constexpr CommonWords kCommonWords[] = {
     {"en",
-     "a about an and any are as at be because been but by can could did do does few for from had has have he her here "
-     "him his how i if in into is it its itself just may me might more most must my need needs no nor not of off on "
-     "once only or other our out over own please s same shall she should so some such t than that the their them then "
-     "there these they this those to too under until up us very want wants was we were what when where which while who "
-     "whom why will with would you your"},
+     "a about an and any are as at be because been but by can could did do does few for from get had has have he her "
+     "here him his how i if in into is it its itself just may me might more most must my need needs no nor not of on "
+     "or other our out over please s shall she should so some such t than that the their them then there these they "
+     "this those to too under up us very want wants was we were what when where which who whom why will with would you "
+     "your"},
     {"da",
      "af at da de den der deres det dig din dit efter eller en er et for fra ham han har havde hende her hun hvad hvis hvor "
      "i ikke ind jeg kan med men mig min ned nogle nu og om os over pa sa sig skal som til ud var vi vil"},

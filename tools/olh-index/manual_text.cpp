@@ -107,7 +107,7 @@ class Pages {
       if (is_new)
         sections.push_back({topic.place, topic.title, "", topic.place.empty() ? "" : topic.name, {}});
       else if (!topic.place.empty() && sections[at->second].topic.empty())
-        sections[at->second].topic = topic.name;
+        take_topic_of(topic, sections[at->second]);
     }
   }
 
@@ -129,6 +129,15 @@ class Pages {
     std::string title;
     bool has_text = false;
   };
+
+  // A title says the same as a long signature, and better; the signature is text then.
+  static void take_topic_of(const Topic& topic, Section& section) {
+    section.topic = topic.name;
+    if (2 * topic.title.size() >= section.heading.size()) return;
+    section.text = section.heading + (section.text.empty() ? "" : " ") + section.text;
+    section.heading = topic.title;
+  }
+
   IndexedManual& manual_;
   std::string below_;
   std::unordered_map<std::string, std::size_t> pages_;

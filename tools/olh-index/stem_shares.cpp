@@ -24,7 +24,8 @@ constexpr Weights kWeights[kFields] = {{6, 4, 0.5}, {6, 4, 0.5}, {4, 3, 0.4}, {0
 constexpr double kSaturation = 1.6;
 constexpr double kSymbolInText = 0.4;  // of a symbol's share where it is only mentioned
 constexpr double kMeaning = 0.5;       // of another word's share that means the same
-constexpr double kAside = 0.6;         // of the text of a page that mentions everything
+constexpr double kMeaningInTitle = 0.7;
+constexpr double kAside = 0.6;  // of the text of a page that mentions everything
 
 double saturated(double sum) { return sum / (sum + kSaturation) * kMostInOneCharacter; }
 
@@ -52,7 +53,7 @@ std::uint32_t StemShares::share_of_section(const Counts& counts) const {
 
 std::uint32_t StemShares::share_of_page(const Counts& counts) const {
   const double part = saturated(part_of(counts, kTitle) + part_of(counts, kLink));
-  if (counts.is_meaning) return rounded(part * kMeaning, 1, kShareOfLinks);
+  if (counts.is_meaning) return rounded(part * kMeaningInTitle, 1, kShareOfLinks);
   return counts.of_fields[kTitle] > 0 ? rounded(part, kShareOfLinks + 1, kMostInOneCharacter)
                                       : rounded(part, 1, kShareOfLinks);
 }

@@ -1,4 +1,5 @@
 """olh import and olh remove: what they do to a root, and what no source makes them do."""
+import json
 import os
 import re
 import signal
@@ -63,6 +64,19 @@ class Import(Verbs):
             write(self.source / "index.htm", start + "<h1>Handbuch</h1>")
             self.run_import()
             self.assertIn(f'<html lang="{language}">', (self.manual / "index.htm").read_text())
+
+    def test_what_is_said_of_a_term_is_a_passage(self):
+        """Of several terms together the first; behind the list the text around it goes on. Terms are no headings."""
+        write(self.source / "index.htm", """<h1 id=top>Calls</h1>Before.<dl><dt id=open>open(file)</dt><dt id=open-2>open(fd)<dd>Opens.
+            <dl><dt id=mode>mode<dd>How.</dl> With care.<dt>close<dd>Closes.</dl>After.<dl class=notes><dt id=n1 class=label>1<dd>A note.</dl>
+            <dl><dt id=last>last<dd>Ends.<h2 id=more>More</h2>On it.</dl>Still more.""")
+        self.run_import()
+        rows = re.findall(r"^QELAddText\((.*)\);", (self.manual / "QELdata/QELSearchText.js").read_text(), re.M)
+        self.assertEqual([json.loads(row)[1:] for row in rows if json.loads(row)[0] == "index"], [
+            ["top", "Calls", "Before."], ["open", "open(file)", "open(fd) Opens."], ["mode", "mode", "How."],
+            ["open", "open(file)", "With care. close Closes."], ["top", "Calls", "After. 1 A note."], ["last", "last", "Ends."],
+            ["more", "More", "On it. Still more."]])
+        self.assertNotIn("mode", (self.manual / "QELdata/QELAllData.js").read_text())
 
     def test_what_something_else_brought_stays(self):
         guide = self.docs / "htmldocs/guide"
