@@ -134,7 +134,8 @@ class Scene(unittest.TestCase):
         self.home, self.bin = self.dir / "home", self.dir / "bin"
         self.home.mkdir()
         self.bin.mkdir()
-        self.variables = {"HOME": str(self.home), "PATH": str(self.bin)}
+        (self.dir / "session").mkdir(0o700)
+        self.variables = {"HOME": str(self.home), "PATH": str(self.bin), "XDG_RUNTIME_DIR": str(self.dir / "session")}
 
     def viewer(self, name, running=False):
         """A recording viewer."""

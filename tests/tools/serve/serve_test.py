@@ -63,8 +63,6 @@ class Served(Scene):
         self.root = self.dir / "root"
         write(self.root / "htmldocs/guide/index.htm", "<h1>Guide</h1>")
         write(self.dir / "secret", "secret")
-        self.variables["XDG_RUNTIME_DIR"] = str(self.dir / "run")
-        (self.dir / "run").mkdir(mode=0o700)
 
     def start(self, *options):
         """Starts a server; its port and the root's token. Returns what it prints besides."""
@@ -218,7 +216,7 @@ class Adapters(Served):
         with socket.create_server(("127.0.0.1", int(port))):  # a stranger has taken the port
             self.check_next_page()
             self.assertNotEqual(self.port, port)
-        state = self.dir / "run/olh/serve.state"
+        state = self.dir / "session/olh/serve.state"
         self.end_server()
         state.write_text("http://127.0.0.1:1")
         self.check_next_page()
@@ -256,12 +254,12 @@ class Adapters(Served):
         self.check_served(self.shown()[-1], "/page.htm")
 
     def test_what_cannot_be_served_is_opened_as_it_is(self):
-        (self.dir / "run/olh").mkdir(mode=0o755)
+        (self.dir / "session/olh").mkdir(mode=0o755)
         done = self.open(self.page)
         self.assertEqual((done.returncode, self.shown()), (0, [self.page]))
         self.assertIn("note: the page is not served: ", done.stderr)
-        (self.dir / "run/olh").chmod(0o700)
-        (self.dir / "run/olh/serve.state").mkdir()
+        (self.dir / "session/olh").chmod(0o700)
+        (self.dir / "session/olh/serve.state").mkdir()
         self.open(self.page)
         self.assertEqual(self.shown(), [self.page] * 2)
 

@@ -67,7 +67,7 @@ class Answers(Verbs):
                     ("portal", 2, bad_browser), ("bookcase", 2, {**bad_browser, "QEL_DOC_PATH": url}), ("bookcase", 5, bad_reader),
                     ("paths", 4, none), ("serve", 4, none), (f"serve {self.docs} --port {url.split(':')[2]}", 2, {}),
                     ("doctor", 1, {}), ("setup", 5, homes["spoilt"]), ("test ''", 3, {}), ("where ''", 3, {}), ("version --json", 0, {}),
-                    ("show --json --print ''", 3, {}), ("search --json --print words missing", 4, {}),
+                    ("show --json --print ''", 3, {}), ("search --json --print words paper_only", 4, {}),
                     ("search --json --print words orvane", 0 if cached("OLH_SUPPORT_PORTAL_URL") else 4, {}),
                     ("bookcase missing", 4, {}), ("bookcase --json --print", 0, homes["chosen"])]
         # What JSON says of roots, one with a spoilt options file, one whose file cannot be read, one with viewers of its own.

@@ -118,12 +118,10 @@ class Showing(Verbs):
         """Of the search that has listed results last in this terminal: a topic, and a page of a PDF."""
         self.script("pdftotext", r"printf 'A cover\fZebras on paper'")
         write(self.docs / "tomedecks/group_td/js/doclist.js", 'List.fAddItem( "Paper", "paper_only" );\n')
-        (self.dir / "run").mkdir(0o700)
-        self.variables["XDG_RUNTIME_DIR"] = str(self.dir / "run")
         self.index_texts(("", "Introduction", "The zebra stands in the first section."))
         self.complains("show 1", 4, "no results are kept in this terminal")
         self.olh("search", "--text", "zebras", "guide", code=0)
-        (kept,) = (self.dir / "run/olh").iterdir()
+        (kept,) = (self.dir / "session/olh").iterdir()
         self.assertEqual([file.stat().st_mode & 0o777 for file in (kept, kept.parent)], [0o600, 0o700])
         self.assertRegex(self.answer("show", "1"), '^Shown: result 1 of the search for "zebras", ')
         self.assertIn("#context=&topic=intro", self.opened()[-1])
