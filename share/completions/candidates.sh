@@ -73,8 +73,8 @@ if [ -n "$option" ]; then
   value=$(value_of "$option")
   case $option:$value in
     --display:*) printf '%s\n' normal topic popup ;;
+    --port:* | *:NUMBER | *:) ;;
     --open:*) documents ;;
-    --port:* | *:) ;;
     *:*{*}*) printf '%s\n' "$value" | sed 's/.*{\(.*\)}.*/\1/' | tr ',' '\n' ;;
     *) files ;;
   esac
@@ -96,7 +96,7 @@ case $1 in
         ;;
       *:TAG) topics ;;
       *viewers*:KIND) printf '%s\n' browser pdf ;;
-      *:SCOPE) documents --kind html && documents --kind portal && echo orvane ;;
+      *search:) documents --kind html && documents --kind portal && echo orvane ;;
       *:PROGRAM)
         case $1 in
           */* | .* | '~'*) files ;;

@@ -1,6 +1,9 @@
 #include "word_pieces.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
+#include <span>
 
 #include "json_texts.h"
 #include "points.h"
@@ -11,7 +14,7 @@ namespace olh_index {
 namespace {
 
 constexpr std::size_t kBytesOfPiece = std::size_t{40} * 1024;
-constexpr std::size_t kBytesOfMeantPiece = std::size_t{64} * 1024;  // larger ones repeat less
+constexpr std::size_t kBytesOfMeantPiece = std::size_t{64} * 1024;
 constexpr std::size_t kMostNearWords = 30000;
 constexpr std::size_t kShortestNearWord = 4;
 
@@ -23,7 +26,7 @@ std::string in_quotes(std::string_view text) {
   return json;
 }
 
-// Groups of one stem, as long as they fit. A stem whose words are in two pieces is in both.
+// Groups of one stem, as long as they fit.
 class Piece {
  public:
   explicit Piece(const Vocabulary& vocabulary) : vocabulary_(vocabulary), places_(vocabulary.stems()) {}
@@ -33,29 +36,23 @@ class Piece {
     groups_.clear();
     bytes_ = 0;
   }
-  std::size_t bytes_with(const Vocabulary::Word& word) const {
-    std::size_t bytes = bytes_ + word.text.size();
-    for (const StemNumber stem : *word.stems) bytes += has(stem) ? 0 : bytes_of(stem);
+  // With one more word, of these stems.
+  std::size_t bytes_with(std::string_view word, std::span<const StemNumber> stems) const {
+    std::size_t bytes = bytes_ + word.size();
+    for (const StemNumber stem : stems) bytes += has(stem) ? 0 : bytes_of(stem);
     return bytes;
   }
-  // How much of what a word needs is here already.
-  std::size_t bytes_shared_with(const Vocabulary::Word& word) const {
-    std::size_t shared = 0;
-    for (const StemNumber stem : *word.stems) shared += has(stem) ? bytes_of(stem) : 0;
-    return shared;
-  }
-
-  void add(const Vocabulary::Word& word) {
-    for (const StemNumber stem : *word.stems) {
+  void add(std::string_view word, std::span<const StemNumber> stems) {
+    for (const StemNumber stem : stems) {
       if (has(stem)) {
-        groups_[places_[stem]].words.append(" ").append(word.text);
+        groups_[places_[stem]].words.append(" ").append(word);
         continue;
       }
       places_[stem] = static_cast<std::uint32_t>(groups_.size());
-      groups_.push_back({stem, std::string(word.text)});
+      groups_.push_back({stem, std::string(word)});
       bytes_ += bytes_of(stem);
     }
-    bytes_ += word.text.size();
+    bytes_ += word.size();
   }
 
   std::string value(std::uint32_t sections) const {
@@ -91,12 +88,11 @@ class Pieces {
   Pieces(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write)
       : sections_(sections), write_(write), piece_(vocabulary) {}
 
-  const Piece& piece() const { return piece_; }
   // Whether the word is the first of its piece.
-  bool add(const Vocabulary::Word& word, std::size_t most_bytes) {
-    if (piece_.bytes_with(word) > most_bytes) hand_out();
+  bool add(std::string_view word, std::span<const StemNumber> stems, std::size_t most_bytes) {
+    if (piece_.bytes_with(word, stems) > most_bytes) hand_out();
     const bool is_first = piece_.is_empty();
-    piece_.add(word);
+    piece_.add(word, stems);
     return is_first;
   }
   void hand_out() {
@@ -112,21 +108,45 @@ class Pieces {
   std::size_t handed_out_ = 0;
 };
 
-// Words that mean the same stand together, so that what they share is in few pieces: next comes always the word that
-// shares most with the piece.
-nlohmann::json write_meant_words(Words words, Pieces& pieces) {
-  nlohmann::json rows = nlohmann::json::array();
-  while (!words.empty()) {
-    const auto next = std::ranges::max_element(
-        words, {}, [&pieces](const Vocabulary::Word& word) { return pieces.piece().bytes_shared_with(word); });
-    if (pieces.add(*next, kBytesOfMeantPiece))
-      rows.push_back(std::string(next->text));
-    else
-      rows.back().get_ref<std::string&>().append(" ").append(next->text);
-    words.erase(next);
+// The words of stems: what they mean first, each meaning with the stems behind it that have no other one before.
+std::vector<std::pair<StemNumber, Words>> words_of_stems(const Vocabulary& vocabulary, const Words& words) {
+  std::map<StemNumber, Words> of_meanings;
+  std::map<StemNumber, Words> of_stems;
+  for (const Vocabulary::Word& word : words)
+    for (const StemNumber stem : *word.stems)
+      (vocabulary.stem(stem).is_meaning ? of_meanings : of_stems)[stem].push_back(word);
+  std::vector<std::pair<StemNumber, Words>> all;
+  for (auto& [meaning, its_words] : of_meanings) {
+    all.emplace_back(meaning, its_words);
+    for (const Vocabulary::Word& word : its_words)
+      for (const StemNumber stem : *word.stems)
+        if (const auto own = of_stems.find(stem); own != of_stems.end()) {
+          all.emplace_back(stem, std::move(own->second));
+          of_stems.erase(own);
+        }
+  }
+  return all;
+}
+
+// Each stem is in one piece, since what words have in common would be most of an index: a word may be in several.
+nlohmann::json write_meant_words(const Vocabulary& vocabulary, const Words& words, Pieces& pieces) {
+  std::vector<std::set<std::string_view>> rows;
+  for (const auto& [stem, its_words] : words_of_stems(vocabulary, words)) {
+    bool is_new = true;
+    for (const Vocabulary::Word& word : its_words) {
+      if (pieces.add(word.text, {&stem, 1}, is_new ? kBytesOfMeantPiece : std::string::npos)) rows.emplace_back();
+      rows.back().insert(word.text);
+      is_new = false;
+    }
   }
   pieces.hand_out();
-  return rows;
+  nlohmann::json all = nlohmann::json::array();
+  for (const std::set<std::string_view>& row : rows) {
+    std::string text;
+    for (const std::string_view word : row) text.append(text.empty() ? "" : " ").append(word);
+    all.push_back(std::move(text));
+  }
+  return all;
 }
 
 // The most frequent first.
@@ -155,11 +175,11 @@ nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections,
   });
   Pieces pieces(vocabulary, sections, write);
   nlohmann::json head;
-  head["meant_words"] = write_meant_words({meant.begin(), meant.end()}, pieces);
+  head["meant_words"] = write_meant_words(vocabulary, {meant.begin(), meant.end()}, pieces);
   head["first_words"] = nlohmann::json::array();
   words.erase(meant.begin(), meant.end());
   for (const Vocabulary::Word& word : words)
-    if (pieces.add(word, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
+    if (pieces.add(word.text, *word.stems, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
   pieces.hand_out();
   return head;
 }

@@ -1,4 +1,4 @@
-// The pieces of the index that hold words: words that mean the same together, all others by their first letters, and one
+// The pieces of the index that hold words: words that have a meaning in common with others by that, all others by their first letters, and one
 // with the words that slips are compared with.
 //
 // Knows    which words share a piece, how large it gets, and which words are worth a comparison.

@@ -17,7 +17,7 @@ namespace olh_search {
 
 // Below the root: the head, and beside it the folder that it names, with all other pieces.
 inline constexpr const char* kIndexFolder = "htmldocs/QEL/search";
-inline constexpr int kIndexVersion = 2;
+inline constexpr int kIndexVersion = 3;
 // Of an index; one that says that it has more is none.
 inline constexpr std::uint32_t kMostSections = 1U << 22;
 
@@ -52,8 +52,9 @@ struct IndexHead {
   std::vector<ManualInIndex> manuals;
   std::vector<std::uint32_t> first_sections;  // of each page, and of the page behind the last one
   std::vector<std::uint32_t> first_of_texts;  // of each piece of texts
-  std::vector<std::string> meant_words;  // of each piece of words that mean the same: all, with a blank between two
-  std::vector<std::string> first_words;  // of each piece of other words; these come behind
+  // Of each piece with words that mean the same: all words, with a blank between two. One may be in several.
+  std::vector<std::string> meant_words;
+  std::vector<std::string> first_words;  // of each piece of words that are in none of these; these come behind
   std::vector<std::string> common;       // words that nobody looks for
 };
 std::optional<IndexHead> head_in(std::string_view script);

@@ -30,8 +30,9 @@ class Words {
 
   std::vector<const WordGroup*> groups_of(const std::string& word) {
     std::vector<const WordGroup*> groups;
-    for (const WordGroup& group : piece_of(word))
-      if (is_among(word, group.words) && points_.are_given_by(group)) groups.push_back(&group);
+    for (const std::size_t piece : pieces_of(word))
+      for (const WordGroup& group : groups_in_piece(piece))
+        if (is_among(word, group.words) && points_.are_given_by(group)) groups.push_back(&group);
     return groups;
   }
 
@@ -49,24 +50,25 @@ class Words {
   }
 
  private:
-  const std::vector<WordGroup>& piece_of(const std::string& word) {
-    const auto [found, is_new] = pieces_.try_emplace(number_of_piece(word));
-    if (is_new) found->second = words_in(load_("words_" + std::to_string(found->first)));
+  const std::vector<WordGroup>& groups_in_piece(std::size_t number) {
+    const auto [found, is_new] = pieces_.try_emplace(number);
+    if (is_new) found->second = words_in(load_("words_" + std::to_string(number)));
     return found->second;
   }
-  std::ptrdiff_t number_of_piece(const std::string& word) const {
-    const auto meant =
-        std::ranges::find_if(head_.meant_words, [&word](const std::string& words) { return is_among(word, words); });
-    if (meant != head_.meant_words.end()) return meant - head_.meant_words.begin();
+  std::vector<std::size_t> pieces_of(const std::string& word) const {
+    std::vector<std::size_t> pieces;
+    for (std::size_t at = 0; at < head_.meant_words.size(); ++at)
+      if (is_among(word, head_.meant_words[at])) pieces.push_back(at);
+    if (!pieces.empty()) return pieces;
     const auto after = std::ranges::upper_bound(head_.first_words, word);
     const auto number = after == head_.first_words.begin() ? 0 : after - head_.first_words.begin() - 1;
-    return std::ssize(head_.meant_words) + number;
+    return {head_.meant_words.size() + static_cast<std::size_t>(number)};
   }
 
   const IndexHead& head_;
   const LoadPiece& load_;
   const Points& points_;
-  std::map<std::ptrdiff_t, std::vector<WordGroup>> pieces_;
+  std::map<std::size_t, std::vector<WordGroup>> pieces_;
   std::vector<std::string> near_;
 };
 

@@ -1,4 +1,5 @@
 // olh search QUERY [SCOPE]: the page with what a search of the documentation finds.
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -17,27 +18,30 @@ namespace {
 
 constexpr const char* kSearchExamples =
     "Without a display, and with --text, the results are listed as text.\n"
-    "Without a scope everything below the first root with a portal is searched; \"orvane\" is the\n"
-    "support portal; else the scope is an HTML manual or a portal.\n"
+    "If the last word is the name of an HTML manual or of a portal, only that is searched; \"orvane\" is the\n"
+    "support portal. Else everything below the first root with a portal is searched.\n"
     "Examples:\n"
-    "  olh search 'viewer order'\n"
-    "  olh search destinations olh_manual\n"
-    "  olh search --text 'pdf reader' olh_manual    the results as text\n"
-    "  olh show 2                                   shows the second of them\n"
-    "  olh search --open 2 'pdf reader' olh_manual  the same in one step\n"
-    "  olh search --print destinations olh_td    what would be run; nothing is\n"
+    "  olh search change the browser\n"
+    "  olh search destinations olh_manual         in one manual\n"
+    "  olh search --text pdf reader olh_manual    the results as text\n"
+    "  olh show 2                                 shows the second of them\n"
+    "  olh search --open 2 pdf reader olh_manual  the same in one step\n"
+    "  olh search --print destinations olh_td     what would be run; nothing is\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, 3 no query,\n"
     "4 nothing of that name can be searched, or nothing is found (--text, --open), 7 no browser known, 64 wrong "
     "use.\n";
 
 constexpr const char* kSupportPortal = "orvane";
+constexpr std::size_t kListed = 10;
 
 struct SearchArguments {
-  std::string query;
-  std::string scope;
+  std::vector<std::string> words;
   bool as_text = false;
+  std::string limit;
   std::string open;
   ShowOptions options;
+  std::string query;  // of the words,
+  std::string scope;  // and where to look for it
 };
 
 // Where the results come from: the root, and which of its documents are searched (all without one).
@@ -75,6 +79,24 @@ SearchPlace locate_scope(const std::string& scope, const SearchRoots& roots) {
   return place;
 }
 
+bool names_something(const std::string& scope, const SearchRoots& roots) {
+  return scope == kSupportPortal || (!scope.empty() && locate(scope, roots).found);
+}
+
+// The last of several words is where to search if it names something; else all are looked for.
+SearchArguments with_scope_of_words(SearchArguments asked, const SearchRoots& roots) {
+  std::vector<std::string>& words = asked.words;
+  const std::string last = words.back();
+  if (words.size() > 1 && names_something(last, roots)) {
+    asked.scope = last;
+    words.pop_back();
+  } else if (words.size() == 2 && !asked.options.quiet) {
+    complain("note: there is no manual or portal " + quoted(last) + ": the search is for both words.");
+  }
+  for (const std::string& word : words) asked.query += (asked.query.empty() ? "" : " ") + word;
+  return asked;
+}
+
 std::string scope_in_words(const std::string& scope) {
   return scope.empty() ? "everything" : scope == kSupportPortal ? "the support portal" : scope;
 }
@@ -86,7 +108,7 @@ nlohmann::json scope_as_json(const SearchArguments& asked, const Located& locate
           {"root", text_or_null(located.root)}};
 }
 
-void complain_of_scope(const SearchArguments& asked, const Located& located, const SearchRoots& roots) {
+void complain_of_scope(const SearchArguments& asked, const SearchRoots& roots) {
   if (asked.scope == kSupportPortal) {
     complain("there is no support portal that could be searched: the library was built without one.");
   } else if (asked.scope.empty() && roots.roots.empty()) {
@@ -95,17 +117,17 @@ void complain_of_scope(const SearchArguments& asked, const Located& located, con
   } else if (asked.scope.empty()) {
     complain("everything is searched through the portals, and there is no tomedecks/index.html below " +
              enumeration(paths_of(roots)) + ". Name an HTML manual to search in; 'olh list' prints what there is.");
-  } else if (located.kind == OLH_VIEWER_PDF) {
-    complain(quoted(asked.scope) + " is a PDF, which cannot be searched: name an HTML manual or a portal.");
   } else {
-    complain_not_found(asked.scope, roots);
+    complain(quoted(asked.scope) + " is a PDF, which cannot be searched: name an HTML manual or a portal.");
   }
 }
 
 // What the index of the root answers; nothing without one, or where the root is no directory of this machine.
-std::optional<SearchHits> hits_at(const SearchPlace& place, const std::string& query) {
+std::optional<SearchHits> hits_at(const SearchPlace& place, const SearchArguments& asked) {
   const bool is_here = place.located.found && !place.located.root.empty() && is_url(place.located.root.c_str()) == 0;
-  return is_here ? search_hits(place.located.root, query, place.documents) : std::nullopt;
+  const std::size_t wanted =
+      std::max(asked.limit.empty() ? kListed : result_number(asked.limit), result_number(asked.open));
+  return is_here ? search_hits(place.located.root, asked.query, place.documents, wanted) : std::nullopt;
 }
 
 constexpr const char* kNoIndex =
@@ -129,10 +151,11 @@ int open_hit(const std::optional<SearchHits>& found, const SearchArguments& aske
   return show_result(listed_results(*found, asked.query, asked.scope), result_number(asked.open), asked.options);
 }
 
-int search(const SearchArguments& asked) {
-  const SearchRoots roots = find_search_roots(asked.options.root);
+int search(const SearchArguments& given) {
+  const SearchRoots roots = find_search_roots(given.options.root);
+  const SearchArguments asked = with_scope_of_words(given, roots);
   const SearchPlace place = locate_scope(asked.scope, roots);
-  const std::optional<SearchHits> found = hits_at(place, asked.query);
+  const std::optional<SearchHits> found = hits_at(place, asked);
   ShowRequest request;
   request.located = place.located;
   if (request.located.found && asked.as_text) return print_hits(found, asked);
@@ -145,17 +168,18 @@ int search(const SearchArguments& asked) {
   };
   if (!found) request.obstacle_to_text = std::string("there is no display, ") + kNoIndex;
   request.text = [&] { return listed_as_text(*found, asked); };
+  if (found && found->hits.empty()) request.result_of_text = OLH_RESULT_NOT_FOUND;
   request.words = {"search", asked.query, asked.scope};
   request.call = [&] { return OlhSearch(asked.query.c_str(), asked.scope.c_str()); };
   request.complain_of = [&](int result) {
     if (result == OLH_RESULT_INVALID) return complain("words to search for are needed, not an empty query.");
-    complain_of_scope(asked, request.located, roots);
+    complain_of_scope(asked, roots);
   };
   return carry_out(request, asked.options, roots);
 }
 
 std::string refusal_of_number(const std::string& number) {
-  return result_number(number) > 0 ? "" : "'" + number + "' is no number of a result.";
+  return result_number(number) > 0 ? "" : "'" + number + "' is not a number from 1 to 999.";
 }
 
 }  // namespace
@@ -163,9 +187,11 @@ std::string refusal_of_number(const std::string& number) {
 void add_search_command(const Verb& olh) {
   const Verb verb = olh.verb("search", "Search the documentation", kSearchExamples);
   SearchArguments& asked = verb.action(search);
-  verb.option("QUERY", asked.query, "The words to look for").required();
-  verb.option("SCOPE", asked.scope, "An HTML manual, a portal, or orvane");
+  verb.option("WORDS", asked.words, "The words to look for, and where: a manual, a portal, or orvane").required();
   const Option text = verb.flag("--text", asked.as_text, "List the results as text, also where there is a display");
+  verb.option("--limit", asked.limit, "How many results are listed: 1 to 999, 10 by default")
+      .refused_by(refusal_of_number)
+      .value_named("NUMBER");
   verb.option("--open", asked.open, "Show the result of that number")
       .refused_by(refusal_of_number)
       .value_named("NUMBER")

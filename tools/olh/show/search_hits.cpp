@@ -13,7 +13,6 @@ namespace olh {
 
 namespace {
 
-constexpr std::size_t kHits = 10;
 constexpr std::size_t kMostBytesOfPiece = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t kBefore = 60;  // bytes of a text before the first word of the query
 constexpr std::size_t kExcerpt = 200;
@@ -63,6 +62,7 @@ std::optional<olh_search::IndexHead> head_at(const std::string& root) {
 }
 
 std::string outcome(const SearchHits& found, const std::string& query) {
+  if (found.ranking.pages.empty()) return "Nothing found for " + quoted(query) + ".";
   std::string said;
   for (const olh_search::LookedForWord& word : found.ranking.words) {
     if (word.taken == word.asked) continue;
@@ -79,10 +79,20 @@ std::string outcome(const SearchHits& found, const std::string& query) {
   return said;
 }
 
+// What to do with the results, and how to see those that are not listed.
+std::string what_next(const SearchHits& found) {
+  if (found.hits.empty()) return "";
+  const std::size_t all = found.ranking.pages.size();
+  return "\nTo open one: olh show NUMBER." +
+         (all > found.hits.size() ? " To list all " + std::to_string(all) + ": --limit " + std::to_string(all) + "."
+                                  : "") +
+         "\n";
+}
+
 }  // namespace
 
 std::optional<SearchHits> search_hits(const std::string& root, const std::string& query,
-                                      const std::vector<std::string>& manuals) {
+                                      const std::vector<std::string>& manuals, std::size_t wanted) {
   const std::optional<olh_search::IndexHead> head = head_at(root);
   if (!head) return std::nullopt;
   const olh_search::LoadPiece load = [&](const std::string& name) {
@@ -92,7 +102,7 @@ std::optional<SearchHits> search_hits(const std::string& root, const std::string
   found.root = root;
   found.index = head->folder;
   found.ranking = olh_search::find(*head, load, query, manuals);
-  found.hits = olh_search::hits_of(*head, load, found.ranking, 0, kHits);
+  found.hits = olh_search::hits_of(*head, load, found.ranking, 0, wanted);
   return found;
 }
 
@@ -124,7 +134,7 @@ std::string as_text(const SearchHits& found, const std::string& query) {
     text += "   " + file_of(found, hit) + "\n";
     if (!hit.section.text.empty()) text += "   " + excerpt(hit.section.text, found.ranking) + "\n";
   }
-  return olh_viewers::visible_page(text);
+  return olh_viewers::visible_page(text + what_next(found));
 }
 
 nlohmann::json as_json(const SearchHits& found) {

@@ -22,9 +22,10 @@ struct SearchHits {
   std::string index;  // the folder of the index
 };
 
-// Nothing when the root has no index that can be read; `manuals` are the names of those that are searched, all without one.
+// The best `wanted` hits. Nothing when the root has no index that can be read; `manuals` are the names of those that are
+// searched, all without one.
 std::optional<SearchHits> search_hits(const std::string& root, const std::string& query,
-                                      const std::vector<std::string>& manuals);
+                                      const std::vector<std::string>& manuals, std::size_t wanted);
 
 // The manuals and PDFs that a portal lists.
 std::vector<std::string> documents_of_portal(const std::string& root, const std::string& portal);

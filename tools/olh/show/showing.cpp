@@ -111,7 +111,7 @@ int show_found(const ShowRequest& request, const ChosenViewer& viewer, bool quie
   }
   const bool as_text = shows_text(kind_of(kind), viewer.program);
   if (as_text && !request.obstacle_to_text.empty()) return failure(OLH_RESULT_FAILED, request.obstacle_to_text);
-  if (as_text && request.text && print_as_list(request.text())) return OLH_RESULT_OK;
+  if (as_text && request.text && print_as_list(request.text())) return request.result_of_text;
   const int result = as_text ? show_text(request, viewer) : request.call();
   if (result != OLH_RESULT_OK) {
     explain_failure(result, request, viewer, roots);

@@ -35,6 +35,7 @@ struct ShowRequest {
   std::function<nlohmann::json()> answer;  // the verb's own keys of the JSON answer
   std::string obstacle_to_text;            // why a terminal cannot show it, a sentence; "" when it can
   std::function<std::string()> text;       // what a terminal shows instead; none, or "", for what the viewer writes
+  int result_of_text = OLH_RESULT_OK;      // once that is printed
   std::function<int()> call;               // the library's function that shows it
   std::function<void(int)> complain_of;    // says why nothing was found or the arguments were refused
 };

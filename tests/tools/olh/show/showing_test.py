@@ -49,14 +49,13 @@ class Showing(Verbs):
         for words, code, sentence, variables in [
             ("search ''", 3, "words to search for are needed", {}),
             ("search x paper_only", 4, '"paper_only" is a PDF, which cannot be searched', {}),
-            ("search x missing", 4, 'no document "missing" below', {}),
             ("search x", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
             ("portal missing_td", 4, "there is no tomedecks/missing_td/index.html below", {}),
             ("portal", 4, "no documentation root is known", {"QEL_DOC_PATH": None}),
             ("bookcase", 4, "no pdfdocs/_bk_qel.pdf or system_admin_docs/_bk_qel.pdf below", {}),
             ("show guide", 2, "would not show it", {"QEL_HTML_BROWSER": str(self.viewer("firefox-esr"))}),
             ("show paper_only place", 2, "refuses the PDF. So nothing is started", evince),
-            ("search", 64, "QUERY", {}),
+            ("search", 64, "WORDS", {}),
             ("portal --json", 64, "--print", {}),
         ]:
             with self.subTest(words=words):
@@ -101,15 +100,19 @@ class Showing(Verbs):
         self.index_texts(("", "Introduction", "The zebra stands in the first section."),
                          ("stripes", "Stripes", "A zebra has stripes, as all zebras have."))
         no_display = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None}
-        for words, variables in (("--text zebras guide", {}), ("zebras", no_display)):
+        for words, asked, variables in (("--text zebras guide", "zebras", {}), ("zebras", "zebras", no_display),
+                                        ("--text zebras have stripes guide", "zebras have stripes", {})):
             self.assertRegex(self.olh("search", *words.split(), code=0, **variables).stdout,
-                             r'^1 page for "zebras"\.\n\n1\. .*\n   \S*/guide/\S+\n   .*zebra')
+                             rf'^1 page for "{asked}"\.\n\n1\. .*\n   \S*/guide/\S+\n   .*zebra.*\n\nTo open one: olh show NUMBER\.\n$')
+        self.complains("search --text zebras missing", 0, 'no manual or portal "missing": the search is for both words')
+        self.assertRegex(self.olh("search", "--text", "--limit", "1", "zebras", "paper", code=0).stdout, "\n1\\.[^$]*To list all 2: --limit 2")
         found = self.json("search", "--print", "stripes")["results"]
         self.assertEqual([(one["document"], one["topic"], one["heading"]) for one in found], [("guide", "intro", "Stripes")])
         self.assertEqual(self.json("search", "--print", "paper")["results"][0]["document"], "paper_only.pdf")
         self.assertIsNone(self.json("search", "--print", "intro")["results"][0]["heading"])
         self.olh("search", "--open", "1", "stripes", code=0)
         self.assertIn("#context=&topic=intro", self.opened()[0])
+        self.olh("search", "unicorns", code=4, **no_display)
         for words in ("--text unicorns", "--open 2 stripes", "--text zebras group_td"):
             self.olh("search", *words.split(), code=4)
         self.olh("search", "--open", "0", "stripes", code=64)

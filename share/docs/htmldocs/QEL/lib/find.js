@@ -170,15 +170,21 @@ var olhFind = (function () {
     return code >= 0 && code < 90 ? code : 0;
   }
 
-  // The groups of a piece of words, each [words, weight, postings, titles]. Groups are separated by "~", the parts of a group
-  // by "!". A word begins with the number of characters that it shares with the word before it.
-  function groupsIn(packed) {
-    var word = '';
-    return packed.split('~').map(function (row) {
-      var parts = row.split('!'), numbers = parts[1] || '', end = characterAt(numbers, 0) < 45 ? 1 : 2;
-      var words = parts[0].split(' ').map(function (coded) { return word = word.slice(0, characterAt(coded, 0)) + coded.slice(1); });
-      return [words.join(' '), characterAt(numbers, 0) % 45 + (end > 1 ? 45 * characterAt(numbers, 1) : 0), numbers.slice(end), parts[2] || ''];
+  function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
+
+  // The groups of a piece of words that have a word, each [words, weight, postings, titles]. Groups are separated by "~", the
+  // parts of a group by "!". A word begins with the number of characters that it shares with the word before it.
+  function groupsWith(word, packed) {
+    var last = '', found = [];
+    packed.split('~').forEach(function (row) {
+      var end = row.indexOf('!'), words = row.slice(0, end).split(' ').map(function (coded) {
+        return last = last.slice(0, characterAt(coded, 0)) + coded.slice(1);
+      });
+      if (words.indexOf(word) < 0) return;
+      var parts = row.slice(end + 1).split('!'), digit = characterAt(parts[0], 0), isOne = digit < 45;
+      found.push([words.join(' '), isOne ? digit : digit - 45 + 45 * characterAt(parts[0], 1), parts[0].slice(isOne ? 1 : 2), parts[1] || '']);
     });
+    return found;
   }
 
   function sums(packed) {
@@ -225,7 +231,7 @@ var olhFind = (function () {
       return loading.get(name);
     }
     return piece('head').then(function (head) {
-      if (!head || head.version !== 2 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
+      if (!head || head.version !== 3 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
       var index = {
         base: base, manuals: [], meantWords: head.meant_words, firstWords: head.first_words, common: head.common.split(' '),
         firstSections: sums(head.sections_of_pages), firstOfTexts: sums(head.sections_of_texts),
@@ -315,7 +321,8 @@ var olhFind = (function () {
   };
 
   Points.prototype.ranked = function () {
-    var points = this, whole = this.weightOf(~0), first = this.index.firstSections, found = [];
+    var points = this, whole = this.weightOf(~0), first = this.index.firstSections, found = [], weights = [];
+    function weightOf(words) { return weights[words] === undefined ? weights[words] = points.weightOf(words) : weights[words]; }
     this.index.manuals.forEach(function (manual, number) {
       for (var page = manual.first; page < manual.end; page++) {
         if (!points.words[page] || first[page] === first[page + 1]) continue;
@@ -324,11 +331,11 @@ var olhFind = (function () {
         var words = points.words[page] | points.ofManual[number];
         if (2 * bits(words) < points.count) continue;
         var sum = 5 * points.section[best] + 5 * points.title[page] + 2 * points.sections[page];
-        found.push({ page: page, section: best, words: words, points: sum * points.weightOf(words) * (whole + points.weightOf(points.inTitle[page])), manual: manual });
+        found.push({ page: page, section: best, words: words, count: bits(words), points: sum * weightOf(words) * (whole + weightOf(points.inTitle[page])), manual: manual });
       }
     });
     return found.sort(function (a, b) {
-      return (points.count > FEW_WORDS ? 0 : bits(b.words) - bits(a.words)) || b.points - a.points || a.page - b.page;
+      return (points.count > FEW_WORDS ? 0 : b.count - a.count) || b.points - a.points || a.page - b.page;
     });
   };
 
@@ -395,12 +402,10 @@ var olhFind = (function () {
     answer.complete = kept.length;
   }
 
-  function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
-
-  // The number of the piece that has a word: words that mean the same are together, all others in their order.
-  function pieceOf(index, word) {
-    var meant = index.meantWords.findIndex(function (words) { return isAmong(word, words); });
-    return meant >= 0 ? meant : index.meantWords.length + placeOf(index.firstWords, word);
+  // The numbers of the pieces with a word: those with what it means and has in common with others, or one by its first letters.
+  function piecesOf(index, word) {
+    var meant = Array.from(index.meantWords.keys()).filter(function (at) { return isAmong(word, index.meantWords[at]); });
+    return meant.length ? meant : [index.meantWords.length + placeOf(index.firstWords, word)];
   }
 
   // Looks for a query in manuals, given by name (null: in all). The answer: words, each { asked, taken, mark }, where taken is
@@ -408,8 +413,8 @@ var olhFind = (function () {
   async function find(index, text, manuals) {
     var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false };
     async function groupsOf(word) {
-      var piece = await index.piece('words_' + pieceOf(index, word));
-      return groupsIn(piece || '').filter(function (group) { return isAmong(word, group[0]) && points.givenBy(group); });
+      var pieces = await Promise.all(piecesOf(index, word).map(function (number) { return index.piece('words_' + number); }));
+      return pieces.flatMap(function (piece) { return groupsWith(word, piece || ''); }).filter(function (group) { return points.givenBy(group); });
     }
     async function lookFor(word) {
       var groups = await groupsOf(word), taken = word;
@@ -433,7 +438,7 @@ var olhFind = (function () {
     for (var groups of await Promise.all(wholes)) groups.forEach(function (group) { points.add(group, 0); });
     answer.pages = points.ranked();
     if (query.phrases.length) await keepPhrases(index, query, points, answer);
-    else answer.complete = answer.pages.filter(function (one) { return bits(one.words) === query.words.length; }).length;
+    else answer.complete = answer.pages.filter(function (one) { return one.count === query.words.length; }).length;
     return answer;
   }
 

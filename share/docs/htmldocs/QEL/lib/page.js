@@ -37,12 +37,17 @@ var olh = (function () {
     return made;
   }
 
-  // Loads a script; the promise says whether it was there. Scripts load from file:// too, where fetch does not.
+  // Loads a script; the promise says whether it was there. Scripts load from file:// too, where fetch does not. The element
+  // goes, since it would keep the text of the script.
   function script(address) {
     return new Promise(function (resolve) {
       var loading = element('script', { src: address });
-      loading.onload = function () { resolve(true); };
-      loading.onerror = function () { resolve(false); };
+      function end(there) {
+        loading.remove();
+        resolve(there);
+      }
+      loading.onload = function () { end(true); };
+      loading.onerror = function () { end(false); };
       document.head.append(loading);
     });
   }

@@ -1,0 +1,103 @@
+#!/usr/bin/env python3
+"""What a search in the pages costs, in headless Chromium from the disk and from nginx: the time from a key to its results, requests,
+bytes, and how much the browser's renderer grows.
+
+usage: search_pages.py BUILD_DIRECTORY ROOT
+
+A root for it is made by search_root.py. Each query is asked in a page that was just opened, then all of them in one page. The worst
+counts.
+"""
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+from urllib.parse import unquote
+
+sys.path[:0] = [str(Path(__file__).parent.parent / "tests" / room) for room in ("end_to_end", "support")]
+from chromium import Browser  # noqa: E402
+from pages import AROUND, free_port, told_to_copy  # noqa: E402
+
+QUERIES = ("search path", "browser does not open", "option files and the order of viewers", "enviroment variables", "install", "OLH_DEBUG")
+# Puts the query up to its last letter into the field, which says nothing of it; the key that comes then is timed to its results.
+PREPARE = """(() => {
+  const field = document.querySelector('.bar input'), box = () => document.querySelector('.hits');
+  if (box()) box().hidden = true;
+  field.focus();
+  field.value = %r;
+  window.took = null;
+  field.addEventListener('keydown', () => {
+    const begin = performance.now();
+    const watch = new MutationObserver(() => {
+      if (!box() || box().hidden || !box().querySelector('li')) return;
+      watch.disconnect();
+      requestAnimationFrame(() => { window.took = performance.now() - begin; });
+    });
+    watch.observe(document.body, { subtree: true, childList: true, attributes: true });
+  }, { once: true });
+})()"""
+
+
+def took(browser, query):
+    browser.value(PREPARE % query[:-1])
+    browser.press(query[-1])
+    return browser.wait("window.took")
+
+
+def renderers(program):
+    """The bytes in memory of the browser's renderers."""
+    total, family = 0, {program.pid}
+    for status in sorted(Path("/proc").glob("[0-9]*/status"), key=lambda one: int(one.parent.name)):
+        try:
+            text, words = status.read_text(), (status.parent / "cmdline").read_bytes()
+        except OSError:  # it has ended
+            continue
+        if int(re.search(r"PPid:\t(\d+)", text)[1]) in family:
+            family.add(int(status.parent.name))
+            total += int(re.search(r"VmRSS:\s+(\d+)", text)[1]) * 1024 if b"--type=renderer" in words and "VmRSS" in text else 0
+    return total
+
+
+def measure(name, base, root):
+    browser = Browser()
+    try:
+        first, requests, loaded, grown = [], [], [], []
+        for query in QUERIES:
+            browser.go(f"{base}/index.html")
+            browser.wait("document.querySelector('.bar input')")
+            before = renderers(browser.program)
+            first.append(took(browser, query))
+            pieces = [unquote(one.removeprefix(base)) for one in browser.requested() if "/QEL/search/" in one]
+            requests.append(len(pieces))
+            loaded.append(sum((root / piece.lstrip("/")).stat().st_size for piece in pieces))
+            again = [took(browser, other) for other in QUERIES if other != query]
+            grown.append(renderers(browser.program) - before)
+            if query == QUERIES[0]:
+                nexts = again
+        print(f"{name}: first results after {max(first):.0f} ms (at most 150), next ones after {max(nexts):.0f} ms (50); "
+              f"{max(requests)} requests (15), {max(loaded) / 1e6:.2f} MB (1); renderer +{max(grown) / 1e6:.0f} MB (40)")
+    finally:
+        browser.close()
+
+
+def main(_, root):
+    root, port = Path(root).resolve(), free_port()
+    print(f"load {os.getloadavg()[0]:.1f}")
+    measure("disk", root.as_uri(), root)
+    with tempfile.TemporaryDirectory() as folder:
+        server = told_to_copy("nginx").replace("listen 80", f"listen 127.0.0.1:{port}").replace("/usr/share/olh/docs", str(root))
+        config = Path(folder) / "nginx.conf"
+        config.write_text(AROUND.format(user="user root;" if os.geteuid() == 0 else "", dir=folder, server=server))
+        nginx = subprocess.Popen(["/usr/sbin/nginx", "-p", folder, "-c", config, "-e", f"{folder}/error.log"])
+        try:
+            time.sleep(1)
+            measure("nginx", f"http://127.0.0.1:{port}", root)
+        finally:
+            nginx.terminate()
+            nginx.wait()
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
