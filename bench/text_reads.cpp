@@ -1,10 +1,13 @@
 // Reads the search texts of manuals and parses each row, and no more: the floor of making a search index.
 //
 //   bench_text_reads FILE...    QELdata/QELSearchText.js of each manual
+#include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -33,8 +36,13 @@ std::size_t bytes_of_rows(std::string_view script) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::size_t bytes = 0;
-  for (int at = 1; at < argc; ++at) bytes += bytes_of_rows(text_of(argv[at]));
-  std::printf("%zu\n", bytes);
-  return bytes > 0 ? 0 : 1;
+  try {
+    std::size_t bytes = 0;
+    for (int at = 1; at < argc; ++at) bytes += bytes_of_rows(text_of(argv[at]));
+    std::printf("%zu\n", bytes);
+    return bytes > 0 ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "bench_text_reads: %s\n", error.what());
+    return 1;
+  }
 }

@@ -1,6 +1,7 @@
 """Search in the page: no server takes part, from the disk as from a web server."""
 import json
 import re
+import shutil
 
 from pages import Pages
 from scene import DOCS, ENVIRONMENT, MANUAL, OLH, PROJECT, run
@@ -37,7 +38,7 @@ IN_MANUAL = "htmldocs/qelhelp.htm#context=olh_manual&query=%s&tab=2&src=doc"
 class SearchInThePage(Pages):
     def search(self, base, words, where="index.html#query=%s&tab=search"):
         self.browser.go(f"{base}/{where % words.replace(' ', '%20')}")
-        self.browser.wait("document.querySelector('section [role=status]')?.textContent")
+        self.browser.wait("document.querySelector('section [role=status]')?.textContent.endsWith('.')")
         return self.texts("#found > li > a")
 
     def test_a_word_of_one_topic_leads_to_it(self):
@@ -116,6 +117,17 @@ class SearchInThePage(Pages):
                 olhFind.hits(index, answer, 0, 10)).then(all => all.map(hit => new URL(hit.href, location).href))""")
             answer = run(OLH, "search", "--print", "--json", "--root", DOCS, "--", words, "olh_manual", env=ENVIRONMENT)
             self.assertEqual([one["file"] for one in json.loads(answer)["results"]], [one.removeprefix("file://") for one in there], words)
+
+    def test_an_index_that_is_replaced_while_a_page_is_open(self):
+        root = shutil.copytree(DOCS, self.dir / "replaced")
+        self.search(root.as_uri(), "nginx")
+        texts = root / "htmldocs/olh_manual/QELdata/QELSearchText.js"
+        texts.write_text(texts.read_text() + 'QELAddText(["about","zz","A new passage","Zanzibar"]);\n')
+        run(OLH, "dmerge", "-q", root)
+        ask = "document.getElementById('query').value = 'zanzibar'; document.querySelector('main form').requestSubmit()"
+        self.browser.value(ask)
+        self.browser.wait("document.querySelector('section [role=status]')?.textContent.includes('1 page for')")
+        self.assertEqual(self.texts("#found .place"), ["A new passage"])
 
     def test_phrases(self):
         self.assertEqual(self.search(self.disk, '"worked examples"')[0], "Search path and roots")

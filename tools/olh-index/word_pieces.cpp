@@ -169,15 +169,15 @@ std::string near_words(const Vocabulary& vocabulary, const Words& words) {
 nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections, const WritePiece& write) {
   Words words = vocabulary.sorted_words();
   write("near", in_quotes(near_words(vocabulary, words)));
-  const auto meant = std::ranges::stable_partition(words, [&vocabulary](const Vocabulary::Word& word) {
+  const auto meant = std::stable_partition(words.begin(), words.end(), [&vocabulary](const Vocabulary::Word& word) {
     return std::ranges::none_of(*word.stems,
                                 [&vocabulary](StemNumber stem) { return vocabulary.stem(stem).is_meaning; });
   });
   Pieces pieces(vocabulary, sections, write);
   nlohmann::json head;
-  head["meant_words"] = write_meant_words(vocabulary, {meant.begin(), meant.end()}, pieces);
+  head["meant_words"] = write_meant_words(vocabulary, {meant, words.end()}, pieces);
   head["first_words"] = nlohmann::json::array();
-  words.erase(meant.begin(), meant.end());
+  words.erase(meant, words.end());
   for (const Vocabulary::Word& word : words)
     if (pieces.add(word.text, *word.stems, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
   pieces.hand_out();

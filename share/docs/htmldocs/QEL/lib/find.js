@@ -216,13 +216,15 @@ var olhFind = (function () {
   var arrived = {};
   window.olhIndexPiece = function (name, value) { arrived[name] = value; };
 
-  // The index below base (the way to the root, with "/"); nothing where there is none.
-  function open(base) {
-    var folder = base + 'htmldocs/QEL/search/', loading = new Map();
+  // The index below base (the way to the root, with "/"); nothing where there is none. `gone` is one of which a piece was not
+  // there: a new one takes its place in the meantime, and its isGone says so.
+  function open(base, gone) {
+    var folder = base + 'htmldocs/QEL/search/', loading = new Map(), index;
     function piece(name) {
       if (loading.size > MOST_PIECES) loading.clear();
       if (!loading.has(name)) {
-        loading.set(name, olh.script(folder + name + '.js').then(function () {
+        loading.set(name, olh.script(folder + name + '.js' + (gone && name === 'head' ? '?not=' + gone.folder : '')).then(function (there) {
+          if (!there && index) index.isGone = true;
           var value = arrived[name.slice(name.indexOf('/') + 1)];
           delete arrived[name.slice(name.indexOf('/') + 1)];
           return value;
@@ -232,8 +234,8 @@ var olhFind = (function () {
     }
     return piece('head').then(function (head) {
       if (!head || head.version !== 3 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
-      var index = {
-        base: base, manuals: [], meantWords: head.meant_words, firstWords: head.first_words, common: head.common.split(' '),
+      index = {
+        base: base, folder: head.folder, isGone: false, manuals: [], meantWords: head.meant_words, firstWords: head.first_words, common: head.common.split(' '),
         firstSections: sums(head.sections_of_pages), firstOfTexts: sums(head.sections_of_texts),
         piece: function (name) { return piece(head.folder + '/' + name); }
       };

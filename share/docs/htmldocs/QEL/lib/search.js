@@ -3,7 +3,7 @@
 // table, or the pages themselves where the browser reads them, which it does not from file://. Needs page.js and find.js.
 var olhSearch = (function () {
   'use strict';
-  var PAGES_READ = 300, AT_ONCE = 6, SHOWN = 8, last = Promise.resolve(), turn = 0;
+  var PAGES_READ = 300, AT_ONCE = 6, SHOWN = 8, SEARCHING = 'Searching \u2026', last = Promise.resolve(), turn = 0;
 
   // The text of topics from their pages, each page once and not too many of them. A page is only read, none of its
   // scripts runs.
@@ -164,18 +164,17 @@ var olhSearch = (function () {
   }
 
   // Fills the list from the index, more of it on request. `overtaken` says that a newer search has begun.
-  async function fill(index, query, names, say, list, more, overtaken) {
-    var answer = await olhFind.find(index, query, names), marks = olhFind.marksOf(answer, query), next = 0;
-    async function show() {
-      var hits = await olhFind.hits(index, answer, next, SHOWN);
+  async function fill(found, query, names, say, list, more, overtaken) {
+    var marks = olhFind.marksOf(found.answer, query), next = 0;
+    function show(hits) {
       if (overtaken()) return;
-      hits.forEach(function (hit) { list.append(hitRow(hit, answer, marks, names && names.length === 1)); });
+      hits.forEach(function (hit) { list.append(hitRow(hit, found.answer, marks, names && names.length === 1)); });
       next += SHOWN;
-      more.hidden = next >= answer.pages.length;
+      more.hidden = next >= found.answer.pages.length;
     }
-    more.addEventListener('click', show);
-    await show();
-    if (!overtaken()) say.textContent = outcome(index, answer, query, names);
+    more.addEventListener('click', function () { olhFind.hits(found.index, found.answer, next, SHOWN).then(show); });
+    show(found.hits);
+    if (!overtaken()) say.textContent = outcome(found.index, found.answer, query, names);
   }
 
   async function fillWithout(base, libraries, query, say, list, overtaken) {
@@ -195,6 +194,18 @@ var olhSearch = (function () {
     return indexes[base];
   }
 
+  // Asks the index below base: { index, answer, hits }, with so many hits; nothing where there is none. One that was replaced
+  // since the page opened is opened anew.
+  async function ask(base, query, names, count) {
+    for (var again = false; ; again = true) {
+      var index = await indexOf(base);
+      if (!index) return null;
+      var answer = await olhFind.find(index, query, names), hits = await olhFind.hits(index, answer, 0, count);
+      if (!index.isGone || again) return { index: index, answer: answer, hits: hits };
+      indexes[base] = olhFind.open(base, index);
+    }
+  }
+
   // The search form and, when there is a query, its results: in libraries, or in all documents where these are all. go(query,
   // scope) is called with what a person asks.
   function panel(base, libraries, query, scopes, scope, go) {
@@ -208,13 +219,14 @@ var olhSearch = (function () {
     var say = olh.element('p', { role: 'status' }), list = olh.element('ol', { 'class': 'list', id: 'found' });
     var more = olh.element('button', { type: 'button', 'class': 'more', hidden: '' }, 'More results');
     if (query.trim()) {
-      indexOf(base).then(function (index) {
-        var names = scope ? libraries.map(function (one) { return one[1]; }) : null, overtaken = function () { return mine !== turn; };
-        return index ? fill(index, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
+      var names = scope ? libraries.map(function (one) { return one[1]; }) : null, overtaken = function () { return mine !== turn; };
+      say.textContent = SEARCHING;
+      ask(base, query, names, SHOWN).then(function (found) {
+        return found ? fill(found, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
       });
     }
     return olh.element('section', { 'aria-label': 'Search' }, [form, say, list, more]);
   }
 
-  return { panel: panel, indexOf: indexOf, addressOf: addressOf, outcome: outcome };
+  return { panel: panel, indexOf: indexOf, ask: ask, SEARCHING: SEARCHING, addressOf: addressOf, outcome: outcome };
 })();

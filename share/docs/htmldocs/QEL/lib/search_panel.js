@@ -2,7 +2,7 @@
 // results where nothing is chosen, Escape closes. Needs page.js, find.js and search.js.
 var olhPanel = (function () {
   'use strict';
-  var SHOWN = 6;
+  var SHOWN = 6, PATIENCE = 300;
 
   // A result, with its manual where there are several.
   function option(hit, marks, number, isOnly) {
@@ -37,13 +37,20 @@ var olhPanel = (function () {
 
     async function search() {
       choose(-1);  // what was chosen answers an older query
-      var mine = ++turn, query = field.value, index = await olhSearch.indexOf(scope.base);
-      if (!index || !query.trim()) return open(false);
-      var answer = await olhFind.find(index, query, scope.names), hits = await olhFind.hits(index, answer, 0, SHOWN);
-      if (mine !== turn) return;
+      var mine = ++turn, query = field.value;
+      if (!query.trim()) return open(false);
+      var late = setTimeout(function () {  // what loads for long says so
+        if (mine !== turn) return;
+        say.textContent = olhSearch.SEARCHING;
+        open(true);
+      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN);
+      clearTimeout(late);
+      if (mine === turn && !found) open(false);
+      if (mine !== turn || !found) return;
+      var answer = found.answer, hits = found.hits;
       var marks = olhFind.marksOf(answer, query);
       list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, marks, i, scope.names && scope.names.length === 1); }));
-      say.textContent = olhSearch.outcome(index, answer, query, scope.names) + (answer.pages.length > hits.length ? ' Enter shows all.' : '');
+      say.textContent = olhSearch.outcome(found.index, answer, query, scope.names) + (answer.pages.length > hits.length ? ' Enter shows all.' : '');
       choose(-1);
       open(true);
     }
