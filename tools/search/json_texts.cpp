@@ -53,11 +53,12 @@ bool take_text(std::string_view& row, std::string& text) {
   return true;
 }
 
-// Of a row ["A","B"] without blanks and with the most usual escapes only.
+// Of a row ["A", "B"] with the most usual escapes only.
 bool take_texts(std::string_view row, std::vector<std::string>& texts) {
   do {
     if (row.empty()) return false;
     row.remove_prefix(1);
+    row.remove_prefix(std::min(row.find_first_not_of(' '), row.size()));
     if (!take_text(row, texts.emplace_back())) return false;
   } while (row.starts_with(','));
   return row == "]";
