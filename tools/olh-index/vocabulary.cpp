@@ -68,7 +68,7 @@ void Vocabulary::add_title(StemNumber number, std::uint32_t page, std::uint32_t 
 namespace {
 
 // The first bytes as a number that is in their order: most words differ in these.
-std::uint64_t first_bytes(std::string_view text) {
+std::uint64_t order_of(std::string_view text) {
   std::uint64_t number = 0;
   for (std::size_t at = 0; at < sizeof number; ++at)
     number = number << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
@@ -81,7 +81,7 @@ std::vector<Vocabulary::Word> Vocabulary::sorted_words() const {
   std::vector<std::pair<std::uint64_t, Word>> words;
   words.reserve(words_.size());
   for (std::uint32_t number = 0; number < words_.size(); ++number)
-    words.push_back({first_bytes(words_.text(number)), {words_.text(number), &stems_of_words_[number]}});
+    words.push_back({order_of(words_.text(number)), {words_.text(number), &stems_of_words_[number]}});
   std::ranges::sort(words, [](const auto& a, const auto& b) {
     return a.first != b.first ? a.first < b.first : a.second.text < b.second.text;
   });

@@ -9,7 +9,7 @@ namespace olh_search {
 
 namespace {
 
-constexpr std::size_t kLongestCharacter = 4;
+constexpr std::size_t kBytesOfCharacter = 4;
 
 bool is_plain(char c) { return c >= ' ' && c != '"' && c != '\\' && static_cast<unsigned char>(c) < 0x80; }
 
@@ -20,7 +20,7 @@ std::size_t plain_bytes(std::string_view text) {
     while (at < text.size() && is_plain(text[at])) ++at;
     if (at == text.size() || static_cast<unsigned char>(text[at]) < 0x80) return at;
     utf8proc_int32_t point = 0;
-    const auto rest = static_cast<utf8proc_ssize_t>(std::min(text.size() - at, kLongestCharacter));
+    const auto rest = static_cast<utf8proc_ssize_t>(std::min(text.size() - at, kBytesOfCharacter));
     const auto size = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()) + at, rest, &point);
     if (size <= 0) return at;
     at += static_cast<std::size_t>(size);
