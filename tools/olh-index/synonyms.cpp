@@ -123,7 +123,6 @@ constexpr std::string_view kEnglishSynonyms[] = {
     "vector array",
     "warning warn",
     "web http internet url",
-
     "window gui dialog",
 };
 
