@@ -130,6 +130,7 @@ std::string reason_of(const fs::filesystem_error& error) {
 void make_in_one_step(const fs::path& root, const ShippedPages& pages,
                       const std::function<void(const fs::path&)>& fill) {
   try {
+    fs::create_directories(root.parent_path());
     const Workshop workshop(root.parent_path());
     const fs::path made = workshop.path() / "root";
     if (fs::exists(pages.docs / kNotFoundPdf)) copy_page(pages.docs / kNotFoundPdf, made / kNotFoundPdf);

@@ -37,8 +37,8 @@ inline constexpr const char* kNotFoundPdf = "pdfdocs/qeldoc_notfound.pdf";
 // The file in which a portal names its documents.
 inline constexpr const char* kPortalDocuments = "tomedecks/qel_td/js/doclist.js";
 
-// Makes `root`, which must not exist, its lists included. It appears in one step: when that fails nothing is left, and
-// a std::runtime_error says why.
+// Makes `root`, which must not exist, its lists included, and the directories above it. It appears in one step: when that
+// fails nothing but those is left, and a std::runtime_error says why.
 void make_root(const std::filesystem::path& root, const ShippedPages& pages, const NewManual& manual);
 
 // Makes `root` without a manual, as above; or puts into a root that is there what the pages of a manual read and it lacks,

@@ -1,12 +1,15 @@
 // olh remove ROOT NAME: takes away a manual that olh import or olh new has brought.
 // olh prepare-root ROOT, for olh-import: a root that has what the pages of a manual read; with --portals, all that every
 // root wants.
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "files.h"
 #include "list_failure.h"
 #include "lists.h"
 #include "manual_name.h"
@@ -72,6 +75,30 @@ void remove_form(const Form& form) {
   fs::remove(olh_viewers::origin_file_of_pdf(form.place), failed);
 }
 
+// Whether a line of the portal's list is the one that olh new writes for the document.
+bool is_portal_line(const std::string& line, const std::string& name) {
+  return line.starts_with("List.fAddItem( \"") && line.ends_with("\", \"" + name + "\" );");
+}
+
+// Takes a document that is no more out of the portal. The rest of the list, a person's file, stays byte for byte.
+void remove_from_portal(const std::string& root, const std::string& name) {
+  const std::string list = root + "/" + kPortalDocuments;
+  const std::string before = olh_viewers::content_of(list);
+  std::string after;
+  for (std::size_t begin = 0, end = 0; begin < before.size(); begin = end) {
+    end = std::min(before.find('\n', begin), before.size() - 1) + 1;
+    const std::string line = before.substr(begin, end - begin);
+    if (!is_portal_line(line.substr(0, line.find_last_not_of("\r\n") + 1), name)) after += line;
+  }
+  if (after == before) return;
+  const std::string made = list + ".new";
+  std::ofstream file(made, std::ios::binary | std::ios::trunc);
+  file << after;
+  file.close();
+  if (!file) throw std::runtime_error(made + " cannot be written");
+  fs::rename(made, list);
+}
+
 // What something else has brought stays beside what goes.
 int remove_manual(const RemoveArguments& asked, const std::string& root) {
   std::vector<Form> forms = forms_of(root, asked.name);
@@ -82,6 +109,7 @@ int remove_manual(const RemoveArguments& asked, const std::string& root) {
     return failure(OLH_RESULT_IO, first + " was not made by olh import or olh new. Add --force to remove it.");
   try {
     for (const Form& form : forms) remove_form(form);
+    if (forms_of(root, asked.name).empty()) remove_from_portal(root, asked.name);
   } catch (const std::runtime_error& error) {
     return failure(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");
   }

@@ -130,9 +130,20 @@ class New(Verbs):
         (self.dir / "papers/pdfdocs").mkdir(parents=True)
         self.olh("new", "papers", "handbook", code=0)
 
+    def test_a_removed_manual_leaves_the_portal_and_no_other_line_does(self):
+        self.root = self.dir / "missing" / "docs"
+        self.make()
+        listed = self.root / "tomedecks/qel_td/js/doclist.js"
+        line = b'List.fAddItem( "handbook", "handbook" );\n'
+        own = b'List.fAddItem( "handbook", "another" );\r\n// "handbook" );\nList.fAddItem( "Mine", "mine" );'
+        self.assertIn(line, listed.read_bytes())
+        listed.write_bytes(listed.read_bytes() + own)
+        without = listed.read_bytes().replace(line, b"")
+        self.olh("remove", self.root, "handbook", code=0)
+        self.assertEqual(listed.read_bytes(), without)
+
     def test_a_parent_that_takes_no_directory(self):
         write(self.dir / "file")
-        self.refused(5, f"{self.dir}/missing: No such file", "missing/docs", "handbook")
         self.refused(5, "Not a directory", "file/docs", "handbook")
         self.refused(5, "/proc: ", "/proc/docs", "handbook")  # nobody may make a directory there
 
