@@ -25,10 +25,7 @@ class Arranging {
     const std::string address = address_of(topic.page, topic.place);
     if (!pages_.has(topic.page)) return without_page_.push_back(topic.name + " to " + topic.page);
     if (address.size() > kLongestAddress || topic.name.size() > kLongestName) return too_long_.push_back(topic.name);
-    if (olh_viewers::normal_topic(topic.name).empty()) {
-      unnameable_.push_back(topic.name);
-      return write(free_name(name_of_page(topic.page)), address, topic);
-    }
+    if (olh_viewers::normal_topic(topic.name).empty()) return unnameable_.push_back(topic);
     const auto taken = lines_of_names_.find(olh_viewers::normal_topic(topic.name));
     if (taken == lines_of_names_.end()) return write(topic.name, address, topic);
     const std::string& kept = made_.lines[taken->second].address;
@@ -38,14 +35,20 @@ class Arranging {
     if (topic.rank == Rank::kPage) write(free_name(topic.name + "-page"), address, topic);
   }
 
+  // Names that are made up come last: none of them takes the name of a page.
   ArrangedTopics finished() {
+    std::vector<std::string> unnameable;
+    for (const Topic& topic : unnameable_) {
+      unnameable.push_back(topic.name);
+      write(free_name(name_of_page(topic.page)), address_of(topic.page, topic.place), topic);
+    }
     std::vector<std::string> same;
     for (const SameName& one : made_.same_names)
       same.push_back(one.name + ": " + one.kept + " and not " + one.left_out);
     tell(made_.notes, "names that the library cannot tell from earlier ones, left out", same);
     tell(made_.notes, "topics of pages that are not there, left out", without_page_);
     tell(made_.notes, "topics with too long a name or place, left out", too_long_);
-    tell(made_.notes, "names without a letter or digit, named after their page", unnameable_);
+    tell(made_.notes, "names without a letter or digit, named after their page", unnameable);
     return std::move(made_);
   }
 
@@ -71,7 +74,7 @@ class Arranging {
   ArrangedTopics made_;
   std::vector<std::string> without_page_;
   std::vector<std::string> too_long_;
-  std::vector<std::string> unnameable_;
+  std::vector<Topic> unnameable_;
 };
 
 }  // namespace

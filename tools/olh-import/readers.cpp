@@ -42,7 +42,8 @@ constexpr std::unique_ptr<Reader> (*kReaders[])() = {
 std::unique_ptr<Reader> reader_for(const Source& source) {
   for (const auto make : kReaders)
     if (std::unique_ptr<Reader> reader = make(); reader->recognises(source)) return reader;
-  throw Refusal(kNoSource, source.tree.folder() + " holds no page: a manual is a folder of HTML pages.");
+  const std::string& given = source.tree.folder().empty() ? source.files.front() : source.tree.folder();
+  throw Refusal(kNoSource, given + " holds no page: a manual is a folder of HTML pages.");
 }
 
 // Texts that are too long stay so, and are cut: what becomes of them is the business of who writes them.
