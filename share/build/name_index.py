@@ -1,5 +1,5 @@
-"""Everything in a manual that has a name, from its filled pages: functions, constants, variables, commands, options and
-messages, each with a link to where it is described."""
+"""Everything in a manual that has a name, from its filled pages: functions, types, constants, variables, keys, commands, options
+and messages, each with a link to where it is described."""
 
 import html
 import re
@@ -8,8 +8,13 @@ from pathlib import Path
 ENTRY = r'<a href="#((?:c_)?\w+)"><code>(\w+)</code></a>'  # what the table of all functions leads to
 KINDS = {  # kind: pages, and patterns of a place ("" for that of the heading before it) and of one name or several in <code>
     "Functions and variables": [("entry_points.htm", ENTRY), ("lower_level.htm", ENTRY)],
-    "Constants": [("entry_points.htm", r"<tr><td>()<code>(OLH_\w+)</code></td><td>\d+</td>")],
+    "Types": [("entry_points.htm", r'<h3 id="(Olh\w+)">(\w+)</h3>\n(?:<p>[^\n]*</p>\n)?<div[^\n]*\n<thead><tr><th>Constant<')],
+    "Constants": [
+        ("entry_points.htm", r"<tr><td>()<code>(OLH_\w+)</code></td><td>-?\d+</td>"),
+        ("entry_points.htm", r"()<code>(OLH_BUFFER_SIZE)</code>"),  # in no table: it is in the rules that all functions keep
+    ],
     "Environment variables": [("environment.htm", r'<dt id="(\w+)"><code>(\w+)</code>')],
+    "Keys of option files": [("option_files.htm", r'[\n>]()(QEL_\w+)="')],
     "Commands": [("commands.htm", r'<h2 id="(run_\w+)">(.*?)</h2>')],
     "Options": [("commands.htm", r"<tr><td>()<code>(-[-\w,]+)[^<]*</code></td>")],
     "Messages": [("messages.htm", r"<tr><td>()(<code>(?:(?!</td>).)*</code>)</td>")],
