@@ -5,8 +5,9 @@
 #define OLH_IMPORT_UTF8_H
 
 #include <cstddef>
-#include <string>
 #include <string_view>
+
+#include "utf8_of.h"
 
 namespace olh_import {
 
@@ -38,16 +39,7 @@ inline bool is_whole_utf8(std::string_view text) {
   return true;
 }
 
-// A character by its number.
-inline std::string utf8_of(unsigned number) {
-  const auto byte = [](unsigned first, unsigned bits) { return static_cast<char>(first | bits); };
-  const char last = byte(0x80, number & 0x3F);
-  if (number < 0x80) return {byte(0, number)};
-  if (number < 0x800) return {byte(0xC0, number >> 6), last};
-  const char third = byte(0x80, number >> 6 & 0x3F);
-  if (number < 0x10000) return {byte(0xE0, number >> 12), third, last};
-  return {byte(0xF0, number >> 18 & 0x7), byte(0x80, number >> 12 & 0x3F), third, last};
-}
+using olh_viewers::utf8_of;
 
 }  // namespace olh_import
 

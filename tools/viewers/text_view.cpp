@@ -9,6 +9,7 @@
 #include "child.h"
 #include "display.h"
 #include "files.h"
+#include "half_dump.h"
 #include "page_places.h"
 #include "pdf_places.h"
 #include "topic_page.h"
@@ -57,17 +58,24 @@ std::optional<std::string> page_as(const char* form, const std::string& url) {
   return is_readable_file(file) ? output_of(words, file, kMillisecondsForText, folder) : std::nullopt;
 }
 
-// The letters and digits of a line outside its tags.
+// What a line says in either form: its ASCII letters and digits outside tags and character references, since other
+// characters may be a reference in one form only; "*" for a line that has other characters alone.
 std::string letters_of(std::string_view line) {
   std::string letters;
-  bool is_tag = false;
-  for (const char c : line) {
-    if (c == '<' || c == '>')
-      is_tag = c == '<';
-    else if (!is_tag && std::isalnum(static_cast<unsigned char>(c)) != 0)
-      letters += c;
+  bool is_blank = true;
+  char until = 0;  // the end of the tag or the reference that this is in
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    const char c = line[at];
+    if (until != 0) {
+      if (c == until) until = 0;
+      continue;
+    }
+    if (c == '<') until = '>';
+    if (c == '&' && line.substr(at + 1, 1) != " " && line.find(';', at) != std::string_view::npos) until = ';';
+    is_blank = is_blank && (c == ' ' || c == '<');
+    if (std::isalnum(static_cast<unsigned char>(c)) != 0) letters += c;
   }
-  return letters;
+  return letters.empty() && !is_blank ? "*" : letters;
 }
 
 // The half dump has a line more or less than the text now and then: the line that says the same is looked for nearby.
@@ -83,7 +91,7 @@ std::size_t nearest_line(const Words& text, std::string_view line, std::size_t a
 std::optional<std::string> text_from_place(const std::string& url, const std::string& place, bool& is_there) {
   std::optional<std::string> text = page_as("-dump", url);
   if (!text || place.empty()) return text;
-  const std::string tagged = page_as("-halfdump", url).value_or("");
+  const std::string tagged = half_dump_as_utf8(page_as("-halfdump", url).value_or(""));
   const std::optional<std::size_t> before = lines_before_place(tagged, place);
   is_there = before.has_value();
   if (!is_there) return text;

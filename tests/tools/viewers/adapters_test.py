@@ -300,6 +300,10 @@ class Adapters(Scene):
         framed = self.dir / "framed.html"  # an image in a table is a line of its own in one of w3m's forms only
         framed.write_text("<table><tr><td><a href=p><img src=p.png width=18 height=21></a><td>Next</table><h2><a name=here></a>A place</h2>text")
         self.assertEqual(self.browser("--text", f"file://{framed}#here", code=0).stdout.split("\n")[2], "A place")
+        foreign = self.dir / "foreign.html"
+        foreign.write_text("<meta charset=utf-8><p>text<h2 id=größe>Größe</h2><h2 id=設定>設定</h2><h2 id=😀>x</h2>")
+        for place, line in (("gr%C3%B6%C3%9Fe", "Größe"), ("設定", "設定"), ("😀", "x")):
+            self.assertEqual(self.browser("--text", f"file://{foreign}#{place}", code=0).stdout.split("\n")[2], line)
         self.assertEqual(self.browser("-remote", "ping()", DISPLAY=None).stdout, "", "text is there at once")
         done = self.browser("--text", f"file://{MANUAL}/index.htm#context=&topic=nothing")
         self.assertIn('the topic "nothing" is not in the manual\'s topic table', done.stderr)
