@@ -118,6 +118,15 @@ class SearchInThePage(Pages):
             answer = run(OLH, "search", "--print", "--json", "--root", DOCS, "--", words, "olh_manual", env=ENVIRONMENT)
             self.assertEqual([one["file"] for one in json.loads(answer)["results"]], [one.removeprefix("file://") for one in there], words)
 
+    def test_what_is_shown_of_a_hit(self):
+        """The place with most of the words, cut between words; where there are no blanks, between characters."""
+        self.browser.go(f"{self.disk}/{IN_MANUAL % 'x'}")
+        for text, marks, shown in (("One two. " * 40 + "Option files, three.", ["option", "file"], "\u2026 two. One two. One two. One two. [Option] [files], three."),
+                                   ("\u6587" * 300 + "\u68c0\u7d22\u5f15\u64ce", ["\u68c0\u7d22", "\u7d22\u5f15"], "\u2026 " + "\u6587" * 30 + "[\u68c0\u7d22\u5f15]\u64ce"),
+                                   ("\u6587" * 300, ["none"], "\u6587" * 200 + " \u2026"), ("os.path.join", ["path"], "os.[path].join")):
+            parts = self.browser.value(f"olhFind.excerpt({json.dumps(text)}, {json.dumps(marks)})")
+            self.assertEqual("".join(f"[{part}]" if i % 2 else part for i, part in enumerate(parts)), shown)
+
     def test_an_index_that_is_replaced_while_a_page_is_open(self):
         root = shutil.copytree(DOCS, self.dir / "replaced")
         self.search(root.as_uri(), "nginx")

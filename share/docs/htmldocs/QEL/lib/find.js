@@ -6,7 +6,9 @@
 var olhFind = (function () {
   'use strict';
   var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100;
+  var MORE_THAN_POINTS = Math.pow(2, 50), MOST_WEIGHT = 1000, ASCII = /^[\0-\x7f]*$/;
   var PAIRED = /[\u0e00-\u0eff\u1000-\u109f\u1780-\u17ff\u3005-\u3007\u3040-\u30ff\u31f0-\u31ff\u3400-\u4dbf\u4e00-\u9fff\uac00-\ud7af\uf900-\ufaff\uff66-\uff9f\u{20000}-\u{3ffff}]/u;
+  var PAIRED_RUN = new RegExp('(' + PAIRED.source + '+)', 'u');
   var WORD = /[\p{L}\p{M}\p{N}_]/u;
 
   // ---- words ----
@@ -14,18 +16,19 @@ var olhFind = (function () {
   // Small letters without accents, and without what is not shown. As in the index the dotless i stays, and a Greek iota
   // below a letter comes behind it.
   function folded(text) {
-    return text.normalize('NFKD').replace(/\u0345/g, '\u03b9').replace(/[\p{M}\p{Default_Ignorable_Code_Point}]+/gu, '')
+    return ASCII.test(text) ? text.toLowerCase() : text.normalize('NFKD').replace(/\u0345/g, '\u03b9').replace(/[\p{M}\p{Default_Ignorable_Code_Point}]+/gu, '')
       .replace(/[^\u0131]+/g, function (part) { return part.toLowerCase().toUpperCase().toLowerCase(); }).replace(/\u03c2/g, '\u03c3');
   }
 
   function bytes(text) { return new TextEncoder().encode(text).length; }
+  function isShort(word) { return word.length < 22 || bytes(word) <= 64; }
 
   function kind(character) {
     return character === undefined ? '' : PAIRED.test(character) ? 'paired' : WORD.test(character) ? 'word' : '';
   }
 
   function add(words, word) {
-    if (words.length < MOST_PARTS && word && bytes(word) <= 64 && words.indexOf(word) < 0) words.push(word);
+    if (words.length < MOST_PARTS && word && isShort(word) && words.indexOf(word) < 0) words.push(word);
   }
 
   // "Olh|Help|Call", "HTML|Page", but "PDFs".
@@ -129,77 +132,91 @@ var olhFind = (function () {
     return letters === 1 ? 1 : alike >= 4 && alike + 3 >= longer ? 2 : letters === 2 && word.length >= 6 ? 3 : 9;
   }
 
-  // The words near to one, best first; words come in the order of their frequency.
+  // A bit for each letter of a word in a text. One letter more, fewer or other changes two bits at most.
+  function lettersIn(text, from, to) {
+    for (var letters = 0; from < to; from++) letters |= 1 << (text.charCodeAt(from) & 31);
+    return letters;
+  }
+
+  // The words near to one, best first; words is one text with a blank between two, in the order of their frequency. Most are
+  // passed over by a look at their letters.
   function nearWords(word, words) {
-    var found = [[], [], [], []];
+    var found = [[], [], [], []], letters = lettersIn(word, 0, word.length), beginning = word.slice(0, 4);
     if (word.length < 2 || word.length > 40) return [];
-    words.forEach(function (other) {
-      if (other.length > 40) return;
-      var far = howFar(word, other);
+    for (var at = 0, end; at < words.length; at = end + 1) {
+      end = words.indexOf(' ', at);
+      if (end < 0) end = words.length;
+      var isLike = Math.abs(end - at - word.length) <= 2 && bits(lettersIn(words, at, end) ^ letters) <= 4;
+      if (end - at > 40 || (!isLike && !words.startsWith(beginning, at))) continue;
+      var other = words.slice(at, end), far = howFar(word, other);
       if (far < 9 && found[far].length < NEAR) found[far].push(other);
-    });
+    }
     return [].concat.apply([], found).slice(0, NEAR);
   }
 
   // ---- the index ----
 
-  // Numbers as printable characters without quote and backslash: digits of base 45, the smallest first; all but the last
-  // are 45 more.
-  function postings(packed, call) {
-    var at = 0, number = 0;
-    function digit() { return characterAt(packed, at++); }
-    function next() {
-      var sum = 0, place = 1;
-      for (var digits = 0; digits < 6; digits++, place *= 45) {
-        var one = digit();
-        sum += place * (one % 45);
-        if (one < 45) break;
-      }
-      return sum;
-    }
-    while (at < packed.length) {
-      number += next();
-      if (!call(number, digit())) return;
-    }
-  }
-
-  // A packed character at a place of a text.
+  // Numbers are printable characters without quote and backslash: digits of base 45, the smallest first; all but the last are
+  // 45 more.
   function characterAt(text, at) {
     var code = text.charCodeAt(at);
     code -= code > 92 ? 36 : 35;
     return code >= 0 && code < 90 ? code : 0;
   }
 
+  // Reads such numbers from a place of a text on.
+  function Numbers(packed, at) {
+    this.packed = packed;
+    this.at = at;
+  }
+  Numbers.prototype.next = function () {
+    for (var sum = 0, place = 1, digits = 0; digits < 6 && this.at < this.packed.length; digits++, place *= 45) {
+      var one = characterAt(this.packed, this.at++);
+      sum += place * (one % 45);
+      if (one < 45) break;
+    }
+    return sum;
+  };
+
+  // Postings, each a number, packed as what it is more than the one before, and a share: in turn.
+  function postings(packed) {
+    var all = new Uint32Array(packed.length), count = 0, number = 0, numbers = new Numbers(packed, 0);
+    while (numbers.at < packed.length) {
+      all[count++] = number += numbers.next();
+      all[count++] = characterAt(packed, numbers.at++);
+    }
+    return all.subarray(0, count);
+  }
+
+  // Where each of parts begins that are so long, and where the last one ends.
+  function sums(packed) {
+    var all = new Uint32Array(packed.length + 1), count = 1;
+    for (var numbers = new Numbers(packed, 0); numbers.at < packed.length; count++) all[count] = all[count - 1] + numbers.next();
+    return all.subarray(0, count);
+  }
+
   function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
 
-  // The groups of a piece of words that have a word, each [words, weight, postings, titles]. Groups are separated by "~", the
+  // The groups of a piece of words that have a word, each { words, weight, sections, titles }. Groups are separated by "~", the
   // parts of a group by "!". A word begins with the number of characters that it shares with the word before it.
   function groupsWith(word, packed) {
     var last = '', found = [];
-    packed.split('~').forEach(function (row) {
-      var end = row.indexOf('!'), words = row.slice(0, end).split(' ').map(function (coded) {
-        return last = last.slice(0, characterAt(coded, 0)) + coded.slice(1);
-      });
-      if (words.indexOf(word) < 0) return;
-      var parts = row.slice(end + 1).split('!'), digit = characterAt(parts[0], 0), isOne = digit < 45;
-      found.push([words.join(' '), isOne ? digit : digit - 45 + 45 * characterAt(parts[0], 1), parts[0].slice(isOne ? 1 : 2), parts[1] || '']);
-    });
-    return found;
-  }
-
-  function sums(packed) {
-    var all = [0], at = 0;
-    while (at < packed.length) {
-      var sum = 0, place = 1, code;
+    for (var at = 0, end; at < packed.length; at = end + 1) {
+      end = packed.indexOf('~', at);
+      if (end < 0) end = packed.length;
+      var words = [], isHere = false, to = at - 1;
       do {
-        code = packed.charCodeAt(at++);
-        code -= code > 92 ? 36 : 35;
-        sum += place * (code % 45);
-        place *= 45;
-      } while (code >= 45 && at < packed.length);
-      all.push(all[all.length - 1] + sum);
+        var from = to + 1;
+        for (to = from; to < end && packed[to] !== ' ' && packed[to] !== '!'; to++);
+        last = last.slice(0, characterAt(packed, from)) + packed.slice(from + 1, to);
+        words.push(last);
+        isHere = isHere || last === word;
+      } while (packed[to] === ' ');
+      if (!isHere) continue;
+      var numbers = new Numbers(packed, to + 1), weight = Math.min(numbers.next(), MOST_WEIGHT), parts = packed.slice(numbers.at, end).split('!');
+      found.push({ words: words, weight: weight, sections: postings(parts[0]), titles: postings(parts[1] || '') });
     }
-    return all;
+    return found;
   }
 
   // The last place of a sorted list whose value is not above this one.
@@ -233,18 +250,20 @@ var olhFind = (function () {
       return loading.get(name);
     }
     return piece('head').then(function (head) {
-      if (!head || head.version !== 3 || sums(head.sections_of_pages).pop() > 1 << 22) return null;
+      var firstSections = head && head.version === 3 ? sums(head.sections_of_pages) : [Infinity], pages = firstSections.length - 1, sections = firstSections[pages];
+      if (sections > 1 << 22) return null;
       index = {
         base: base, folder: head.folder, isGone: false, manuals: [], meantWords: head.meant_words, firstWords: head.first_words, common: head.common.split(' '),
-        firstSections: sums(head.sections_of_pages), firstOfTexts: sums(head.sections_of_texts),
+        firstSections: firstSections, pageOf: new Uint32Array(sections), firstOfTexts: sums(head.sections_of_texts),
         piece: function (name) { return piece(head.folder + '/' + name); }
       };
-      var pages = 0;
+      for (var page = 0, section = 0; page < pages; page++) {
+        while (section < firstSections[page + 1]) index.pageOf[section++] = page;
+      }
+      var first = 0;
       head.manuals.forEach(function (row) {
-        index.manuals.push({ name: row[0], title: row[1], pdf: row[2] === 'pdf', first: pages, end: pages += row[3], unsearched: row[4] });
+        index.manuals.push({ name: row[0], title: row[1], folded: folded(row[1]), pdf: row[2] === 'pdf', first: first, end: first += row[3], unsearched: row[4] });
       });
-      index.pageOf = new Uint32Array(index.firstSections[pages]);
-      for (var page = 0; page < pages; page++) index.pageOf.fill(page, index.firstSections[page], index.firstSections[page + 1]);
       return index;
     });
   }
@@ -268,50 +287,58 @@ var olhFind = (function () {
     }, this);
     this.title = new Uint32Array(pages);
     this.sections = new Uint32Array(pages);
-    this.words = new Uint32Array(pages);
-    this.inTitle = new Uint32Array(pages);
-    this.ofTitle = new Uint32Array(pages);
+    this.words = new Uint16Array(pages);
+    this.inTitle = new Uint16Array(pages);
+    this.ofTitle = new Uint16Array(pages);
     this.section = new Uint32Array(index.pageOf.length);
-    this.ofSection = new Uint32Array(index.pageOf.length);
+    this.ofSection = new Uint16Array(index.pageOf.length);
     this.ofManual = index.manuals.map(function () { return 0; });
   }
 
   // Whether a group of words is anywhere in the manuals that are searched.
   Points.prototype.givenBy = function (group) {
-    var found = false, points = this;
-    postings(group[3], function (page) { found = points.searched[page] === 1; return !found; });
-    if (!found) postings(group[2], function (section) { found = points.searched[points.index.pageOf[section]] === 1; return !found; });
-    return found;
+    var searched = this.searched, pageOf = this.index.pageOf, at;
+    for (at = 0; at < group.titles.length; at += 2) if (searched[group.titles[at]]) return true;
+    for (at = 0; at < group.sections.length; at += 2) if (searched[pageOf[group.sections[at]]]) return true;
+    return false;
   };
 
   Points.prototype.add = function (group, bit) {
-    var points = this, last = 0, most = 0, weight = group[1], number = 31 - Math.clz32(bit);
+    var weight = group.weight, number = 31 - Math.clz32(bit);
     if (bit) this.weights[number] = Math.max(this.weights[number], weight);
-    postings(group[3], function (page, share) {
-      if (!points.searched[page]) return page < points.searched.length;
-      points.title[page] += weight * share;
-      points.words[page] |= bit;
-      points.ofTitle[page] |= bit;
-      if (share > SHARE_OF_LINKS) points.inTitle[page] |= bit;
-      return true;
-    });
-    postings(group[2], function (section, share) {
-      if (section >= points.section.length) return false;
-      var page = points.index.pageOf[section], gives = weight * share;
-      if (!points.searched[page]) return true;
-      points.section[section] += gives;
-      points.ofSection[section] |= bit;
-      points.words[page] |= bit;
+    this.addTitles(group.titles, weight, bit);
+    this.addSections(group.sections, weight, bit);
+  };
+
+  Points.prototype.addTitles = function (titles, weight, bit) {
+    for (var at = 0; at < titles.length; at += 2) {
+      var page = titles[at], share = titles[at + 1];
+      if (!this.searched[page]) continue;
+      this.title[page] += weight * share;
+      this.words[page] |= bit;
+      this.ofTitle[page] |= bit;
+      if (share > SHARE_OF_LINKS) this.inTitle[page] |= bit;
+    }
+  };
+
+  Points.prototype.addSections = function (sections, weight, bit) {
+    var last = 0, most = 0;
+    for (var at = 0; at < sections.length; at += 2) {
+      var section = sections[at], page = this.index.pageOf[section], gives = weight * sections[at + 1];
+      if (!this.searched[page]) continue;
+      this.section[section] += gives;
+      this.ofSection[section] |= bit;
+      this.words[page] |= bit;
       if (page !== last) most = 0;
       last = page;
-      if (gives > most) { points.sections[page] += gives - most; most = gives; }
-      return true;
-    });
+      if (gives > most) { this.sections[page] += gives - most; most = gives; }
+    }
   };
 
   // The title of a manual speaks for all its pages.
-  Points.prototype.addTitles = function (word, bit) {
+  Points.prototype.addManuals = function (word, bit) {
     this.index.manuals.forEach(function (manual, at) {
+      if (!manual.folded.includes(word)) return;
       manual.words = manual.words || wordsInOrder(manual.title);
       if (manual.words.indexOf(word) >= 0) this.ofManual[at] |= bit;
     }, this);
@@ -322,23 +349,45 @@ var olhFind = (function () {
     return this.weights.reduce(function (sum, weight, at) { return sum + (words >> at & 1) * weight; }, 0);
   };
 
+  // The section that answers best on a page: what a title says is at the page's beginning.
+  Points.prototype.bestSection = function (page) {
+    var first = this.index.firstSections, best = first[page], most = this.section[best] + (this.title[page] >>> 1);
+    for (var at = best + 1; at < first[page + 1]; at++) if (this.section[at] > most) most = this.section[best = at];
+    return best;
+  };
+
+  // What answers: total pages, of which complete have all words, and best, which gives the first ones in their order.
   Points.prototype.ranked = function () {
-    var points = this, whole = this.weightOf(~0), first = this.index.firstSections, found = [], weights = [];
-    function weightOf(words) { return weights[words] === undefined ? weights[words] = points.weightOf(words) : weights[words]; }
+    var points = this, first = this.index.firstSections, of = [], total = 0, complete = 0, whole = this.weightOf(~0);
+    var pages = new Uint32Array(this.words.length), ranks = new Float64Array(this.words.length);
+    // Of words: how many, how much they count, and how much in a title.
+    function known(words) {
+      return of[words] || (of[words] = { count: bits(words), weight: points.weightOf(words), inTitle: whole + points.weightOf(words) });
+    }
     this.index.manuals.forEach(function (manual, number) {
       for (var page = manual.first; page < manual.end; page++) {
         if (!points.words[page] || first[page] === first[page + 1]) continue;
-        var best = first[page], most = points.section[best] + (points.title[page] >>> 1);
-        for (var at = best + 1; at < first[page + 1]; at++) if (points.section[at] > most) most = points.section[best = at];
-        var words = points.words[page] | points.ofManual[number];
-        if (2 * bits(words) < points.count) continue;
-        var sum = 5 * points.section[best] + 5 * points.title[page] + 2 * points.sections[page];
-        found.push({ page: page, section: best, words: words, count: bits(words), points: sum * weightOf(words) * (whole + weightOf(points.inTitle[page])), manual: manual });
+        var words = known(points.words[page] | points.ofManual[number]);
+        if (2 * words.count < points.count) continue;
+        var sum = 5 * points.section[points.bestSection(page)] + 5 * points.title[page] + 2 * points.sections[page];
+        ranks[total] = sum * words.weight * known(points.inTitle[page]).inTitle + (points.count > FEW_WORDS ? 0 : words.count * MORE_THAN_POINTS);
+        pages[total++] = page;
+        if (words.count === points.count) complete++;
       }
     });
-    return found.sort(function (a, b) {
-      return (points.count > FEW_WORDS ? 0 : b.count - a.count) || b.points - a.points || a.page - b.page;
-    });
+    ranks = ranks.subarray(0, total);
+    return { total: total, complete: complete, best: function (count) {
+      // Of ten thousands only those that may be among the best are put in order.
+      var least = ranks.slice().sort()[Math.max(total - count, 0)], best = [];
+      for (var at = 0; at < total; at++) if (ranks[at] >= least) best.push(at);
+      best.sort(function (a, b) { return ranks[b] - ranks[a] || a - b; });
+      return best.slice(0, count).map(function (at) { return points.rankedPage(pages[at]); });
+    } };
+  };
+
+  Points.prototype.rankedPage = function (page) {
+    var number = this.index.manuals.findIndex(function (manual) { return page < manual.end; });
+    return { page: page, section: this.bestSection(page), words: this.words[page] | this.ofManual[number], manual: this.index.manuals[number] };
   };
 
   Points.prototype.sectionsWithAll = function (page) {
@@ -359,7 +408,7 @@ var olhFind = (function () {
   function markOf(word, groups) {
     var least = word.length;
     groups.forEach(function (group) {
-      group[0].split(' ').forEach(function (other) {
+      group.words.forEach(function (other) {
         var here = same(word, other);
         if (here >= 3 && isForm(word, word.slice(0, here))) least = Math.min(least, here);
       });
@@ -386,7 +435,7 @@ var olhFind = (function () {
   // Leaves the pages that have the phrases, as far as that may be looked up.
   async function keepPhrases(index, query, points, answer) {
     var kept = [], pieces = new Set();
-    for (var ranked of answer.pages) {
+    for (var ranked of answer.best(answer.total)) {
       for (var section of points.sectionsWithAll(ranked.page)) {
         var number = placeOf(index.firstOfTexts, section);
         if (!pieces.has(number) && pieces.size === PIECES_FOR_PHRASES) { answer.cut = true; continue; }
@@ -400,8 +449,7 @@ var olhFind = (function () {
         break;
       }
     }
-    answer.pages = kept;
-    answer.complete = kept.length;
+    return { total: kept.length, complete: kept.length, best: function (count) { return kept.slice(0, count); } };
   }
 
   // The numbers of the pieces with a word: those with what it means and has in common with others, or one by its first letters.
@@ -411,7 +459,8 @@ var olhFind = (function () {
   }
 
   // Looks for a query in manuals, given by name (null: in all). The answer: words, each { asked, taken, mark }, where taken is
-  // another word when the one that was asked for is nowhere, or ""; pages, the best first; how many of them are complete.
+  // another word when the one that was asked for is nowhere, or ""; total pages, of which complete have all words; best, which
+  // gives the first ones of them.
   async function find(index, text, manuals) {
     var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false };
     async function groupsOf(word) {
@@ -423,7 +472,7 @@ var olhFind = (function () {
       if (!groups.length) {
         taken = '';
         var near = await index.piece('near');
-        for (var other of nearWords(word, (near || '').split(' '))) {
+        for (var other of nearWords(word, near || '')) {
           groups = await groupsOf(other);
           if (groups.length) { taken = other; break; }
         }
@@ -434,19 +483,17 @@ var olhFind = (function () {
     var found = await Promise.all(query.words.map(lookFor));
     found.forEach(function (one, number) {
       one.groups.forEach(function (group) { points.add(group, 1 << number); });
-      points.addTitles(one.taken || one.asked, 1 << number);
+      points.addManuals(one.taken || one.asked, 1 << number);
       answer.words.push({ asked: one.asked, taken: one.taken, mark: markOf(one.taken, one.groups) });
     });
     for (var groups of await Promise.all(wholes)) groups.forEach(function (group) { points.add(group, 0); });
-    answer.pages = points.ranked();
-    if (query.phrases.length) await keepPhrases(index, query, points, answer);
-    else answer.complete = answer.pages.filter(function (one) { return one.count === query.words.length; }).length;
-    return answer;
+    Object.assign(answer, points.ranked());
+    return query.phrases.length ? Object.assign(answer, await keepPhrases(index, query, points, answer)) : answer;
   }
 
   // The hits of an answer from first on, with their texts; one whose text is not there is left out.
   function hits(index, answer, first, count) {
-    return Promise.all(answer.pages.slice(first, first + count).map(function (one) {
+    return Promise.all(answer.best(first + count).slice(first).map(function (one) {
       return textOf(index, one.page, one.section).then(function (text) {
         return text && Object.assign(text, { manual: one.manual, words: one.words,
           href: text.address + (text.anchor ? '#' + text.anchor : '') });
@@ -462,26 +509,45 @@ var olhFind = (function () {
     return marks.concat(queryIn(text, []).wholes);
   }
 
-  function isMarked(word, marks) {
-    var plain = folded(word);
-    return marks.some(function (mark) {
-      if (PAIRED.test(mark)) return plain.includes(mark);
-      return isForm(plain, mark);
-    });
-  }
-
   // A text in parts: every second one is to be marked.
   function markedParts(text, marks) {
-    var parts = [''];
+    var parts = [''], isPaired = PAIRED.test(text);
+    function addPlain(piece) { parts[parts.length - 1] += piece; }
+
+    // Words with no blanks between them: the pairs of which some are marks.
+    function addPairs(run) {
+      var all = Array.from(run), isMarked = all.map(function () { return false; });
+      all.forEach(function (_, at) {
+        for (var to = at + 1; to <= at + 2; to++) if (marks.indexOf(folded(all.slice(at, to).join(''))) >= 0) isMarked.fill(true, at, to);
+      });
+      all.forEach(function (one, at) {
+        if (!isMarked[at]) addPlain(one);
+        else if (isMarked[at - 1]) parts[parts.length - 2] += one;
+        else parts.push(one, '');
+      });
+    }
+
+    // A word or symbol as a whole, or the words of it.
+    function addSymbol(symbol, sign) {
+      var plain = folded(symbol);
+      if (symbol && marks.some(function (mark) { return isForm(plain, mark); })) parts.push(symbol, '');
+      else if (sign && sign.test(symbol)) symbol.split(sign).forEach(function (part) { addSymbol(part); });
+      else addPlain(symbol);
+    }
+
     text.split(/([\p{L}\p{M}\p{N}_]+(?:(?:[.-]|::)[\p{L}\p{M}\p{N}_]+)*)/u).forEach(function (piece, i) {
-      if (i % 2 === 0 || !isMarked(piece, marks)) {
-        var inner = i % 2 && piece.split(/([._:-]+)/);
-        if (inner && inner.length > 1 && inner.some(function (one) { return isMarked(one, marks); })) {
-          inner.forEach(function (one) { if (one && isMarked(one, marks)) parts.push(one, ''); else parts[parts.length - 1] += one; });
-        } else parts[parts.length - 1] += piece;
-      } else parts.push(piece, '');
+      if (i % 2 === 0) addPlain(piece);
+      else if (!isPaired) addSymbol(piece, /([._:-]+)/);
+      else piece.split(PAIRED_RUN).forEach(function (part, at) { if (at % 2) addPairs(part); else addSymbol(part, /([._:-]+)/); });
     });
     return parts;
+  }
+
+  // Where a text is cut, at a place or up to 40 characters before it: behind a blank if there is one, not within a character.
+  function cutAt(text, at) {
+    var blank = text.lastIndexOf(' ', at - 1) + 1;
+    if (at >= text.length) return text.length;
+    return blank > at - 40 ? blank : /[\udc00-\udfff]/.test(text[at]) ? at - 1 : at;
   }
 
   // About 200 characters of a text, where most of the marked words are: parts, every second one marked.
@@ -496,11 +562,9 @@ var olhFind = (function () {
       for (var j = i; j < places.length && places[j][0] < place[0] + 160; j++) seen.add(places[j][1]);
       if (seen.size > most) { most = seen.size; best = place[0]; }
     });
-    var from = best < 60 ? 0 : text.indexOf(' ', best - 60) + 1, to = from + 200 < text.length ? text.lastIndexOf(' ', from + 200) : text.length;
-    if (to <= from) to = Math.min(from + 200, text.length);
-    var shown = markedParts(text.slice(from, to), marks);
+    var from = best < 60 ? 0 : cutAt(text, best - 30), to = cutAt(text, from + 200), shown = markedParts(text.slice(from, to), marks);
     if (from) shown[0] = '\u2026 ' + shown[0];
-    if (to < text.length) shown[shown.length - 1] += ' \u2026';
+    if (to < text.length) shown.push(shown.pop().trimEnd() + ' \u2026');
     return shown;
   }
 

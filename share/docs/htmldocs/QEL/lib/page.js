@@ -52,15 +52,15 @@ var olh = (function () {
     });
   }
 
-  // Loads scripts that lie beside this one, and the style of the search with them.
+  // Loads scripts that lie beside this one, in any order, and the style of the search with them.
   var lib = document.currentScript.src.replace(/[^\/]*$/, '');
   var loading = {};
-  async function needed(scripts) {
+  function needed(scripts) {
     if (!document.querySelector('link[href$="search.css"]')) document.head.append(element('link', { rel: 'stylesheet', href: lib + 'search.css' }));
-    for (var name of scripts) {
+    return Promise.all(scripts.map(function (name) {
       loading[name] = loading[name] || (document.querySelector('script[src$="/' + name + '"]') ? Promise.resolve() : script(lib + name));
-      await loading[name];
-    }
+      return loading[name];
+    }));
   }
 
   // What of a topic name counts when two are compared.

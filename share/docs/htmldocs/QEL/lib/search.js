@@ -133,7 +133,7 @@ var olhSearch = (function () {
 
   // What a search came to, and what was searched.
   function outcome(index, answer, query, names) {
-    var words = answer.words.filter(function (word) { return word.taken !== word.asked; }), rest = answer.pages.length - answer.complete;
+    var words = answer.words.filter(function (word) { return word.taken !== word.asked; }), rest = answer.total - answer.complete;
     var said = words.map(function (word) {
       return word.taken ? 'Results for "' + olh.shown(word.taken) + '": "' + olh.shown(word.asked) + '" is nowhere.' : '"' + olh.shown(word.asked) + '" is nowhere.';
     });
@@ -170,7 +170,7 @@ var olhSearch = (function () {
       if (overtaken()) return;
       hits.forEach(function (hit) { list.append(hitRow(hit, found.answer, marks, names && names.length === 1)); });
       next += SHOWN;
-      more.hidden = next >= found.answer.pages.length;
+      more.hidden = next >= found.answer.total;
     }
     more.addEventListener('click', function () { olhFind.hits(found.index, found.answer, next, SHOWN).then(show); });
     show(found.hits);
@@ -195,13 +195,13 @@ var olhSearch = (function () {
   }
 
   // Asks the index below base: { index, answer, hits }, with so many hits; nothing where there is none. One that was replaced
-  // since the page opened is opened anew.
-  async function ask(base, query, names, count) {
+  // since the page opened is opened anew. Where `overtaken` says that a newer search has begun, no hits are loaded any more.
+  async function ask(base, query, names, count, overtaken) {
     for (var again = false; ; again = true) {
       var index = await indexOf(base);
       if (!index) return null;
-      var answer = await olhFind.find(index, query, names), hits = await olhFind.hits(index, answer, 0, count);
-      if (!index.isGone || again) return { index: index, answer: answer, hits: hits };
+      var answer = await olhFind.find(index, query, names), hits = overtaken() ? [] : await olhFind.hits(index, answer, 0, count);
+      if (!index.isGone || again || overtaken()) return { index: index, answer: answer, hits: hits };
       indexes[base] = olhFind.open(base, index);
     }
   }
@@ -221,7 +221,7 @@ var olhSearch = (function () {
     if (query.trim()) {
       var names = scope ? libraries.map(function (one) { return one[1]; }) : null, overtaken = function () { return mine !== turn; };
       say.textContent = SEARCHING;
-      ask(base, query, names, SHOWN).then(function (found) {
+      ask(base, query, names, SHOWN, overtaken).then(function (found) {
         return found ? fill(found, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
       });
     }

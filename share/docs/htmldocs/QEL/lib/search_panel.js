@@ -43,14 +43,14 @@ var olhPanel = (function () {
         if (mine !== turn) return;
         say.textContent = olhSearch.SEARCHING;
         open(true);
-      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN);
+      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN, function () { return mine !== turn; });
       clearTimeout(late);
       if (mine === turn && !found) open(false);
       if (mine !== turn || !found) return;
       var answer = found.answer, hits = found.hits;
       var marks = olhFind.marksOf(answer, query);
       list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, marks, i, scope.names && scope.names.length === 1); }));
-      say.textContent = olhSearch.outcome(found.index, answer, query, scope.names) + (answer.pages.length > hits.length ? ' Enter shows all.' : '');
+      say.textContent = olhSearch.outcome(found.index, answer, query, scope.names) + (answer.total > hits.length ? ' Enter shows all.' : '');
       choose(-1);
       open(true);
     }
@@ -79,6 +79,7 @@ var olhPanel = (function () {
     list.addEventListener('mousedown', function (event) { event.preventDefault(); });  // the field keeps the focus
     list.addEventListener('click', function () { open(false); });
     if (field.value) search();
+    else olhSearch.indexOf(scope.base);  // it is here when the first letter comes
   }
 
   return { attach: attach };
