@@ -47,6 +47,8 @@ static gboolean on_key(GtkWidget* window, GdkEventKey* key, gpointer unused) {
 
 static GtkWidget* new_form(void) {
   GtkWidget* form = gtk_grid_new();
+  gtk_grid_set_row_spacing(GTK_GRID(form), 6);
+  gtk_grid_set_column_spacing(GTK_GRID(form), 12);
   guint row;
   for (row = 0; row < G_N_ELEMENTS(kFields); ++row) {
     GtkWidget* entry = gtk_entry_new();

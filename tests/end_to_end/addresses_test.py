@@ -134,6 +134,8 @@ class Addresses(Pages):
                         self.assertEqual((self.visible(frame), self.browser.value("location.search")), (0, f"?single={single}"))
                 width = self.browser.value("document.querySelector('main').offsetWidth")
                 self.assertEqual(width < 600, single == "popup", f"{single}: {width} wide")
+                self.browser.value("document.querySelector('.whole a').click()")
+                self.browser.wait("!location.search && document.querySelector('.toc [aria-current]')?.textContent.startsWith('About')")
                 self.browser.go(f"{base}{MANUAL}#context=&topic=no_such&single={single}")
                 self.browser.wait(f"location.search == '?single={single}' && {SHOWING}.includes('no topic')")
         self.browser.go(f"{self.disk}{MANUAL}#context=&topic=viewers")

@@ -133,6 +133,14 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     });
   }
 
+  // From a topic alone to the same place with everything around it.
+  function wayOut() {
+    var link = olh.element('a', {}, 'Open in the manual'), lead = function () { link.href = location.pathname + location.hash; };
+    lead();
+    addEventListener('hashchange', lead);
+    document.querySelector('main').append(olh.element('p', { 'class': 'whole' }, link));
+  }
+
   // A link to this topic's place in the PDF of the same manual, when the generated list says that there is one.
   function pdfLink(topic) {
     olh.script('../QEL/lib/LibList.js').then(function () {
@@ -159,7 +167,10 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     follow();
     addEventListener('load', reachable);
     addEventListener('resize', reachable);
-    if (single.single) return keepAlone();
+    if (single.single) {
+      keepAlone();
+      return wayOut();
+    }
     var topic = topicHere();
     document.body.prepend(olh.element('a', { 'class': 'skip', href: '#topic' }, 'Skip to the topic'));
     if (olhManual.version) olh.toBar(olh.element('span', { 'class': 'version' }, olhManual.version));
