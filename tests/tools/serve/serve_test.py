@@ -1,17 +1,19 @@
 """olh-serve as a browser meets it, and a stranger who should meet nothing."""
 import contextlib
+import json
 import os
 import re
+import shutil
 import signal
 import socket
 import subprocess
 import time
 from pathlib import Path
 
-from scene import BUILD, Scene, needs_root, wait_until, write
+from scene import BUILD, Scene, needs_root, run, wait_until, write
 
 SERVE = BUILD / "bin/olh-serve"
-STRANGER = 12345
+OWNER, STRANGER = 12344, 12345
 GUIDE = "/TOKEN/htmldocs/guide"
 
 # What is asked and how it is answered; TOKEN stands for the root's.
@@ -36,6 +38,33 @@ REQUESTS = [
 ]
 HOSTS = {"127.0.0.1": 200, "127.0.0.1:80": 200, "localhost:8000": 200, "[::1]:8000": 200, "127.0.0.1.example.com": 403,
          "evil.example.com": 403, "localhost.": 403, "127.0.0.1:80@evil": 403, "": 403, "127.0.0.1\r\nHost: evil": 403}
+PAGE = f"GET {GUIDE}/ HTTP/1.1\r\nHost: localhost\r\n"
+# Other ways to that page: where the connection leads to, and all that is sent.
+WAYS = [
+    ("::ffff:127.0.0.1", PAGE + "\r\n"), ("127.0.0.1", PAGE.replace("localhost", "[::1]:PORT") + "\r\n"),
+    *[("127.0.0.1", PAGE + more + "\r\n\r\n") for more in (
+        "Range: bytes=0-3", "If-None-Match: *", "X-Forwarded-For: 127.0.0.1", "REMOTE_ADDR: 127.0.0.1\r\nREMOTE_PORT: 1",
+        "Connection: Upgrade\r\nUpgrade: websocket", "Expect: 100-continue\r\nContent-Length: 1")],
+    ("127.0.0.1", PAGE.replace("1.1", "1.0") + "\r\n"), ("127.0.0.1", f"GET {GUIDE}/\r\n\r\n"),
+    ("127.0.0.1", PAGE.replace(" /", " http://localhost:PORT/") + "\r\n"), ("127.0.0.1", PAGE.replace("GET", "get") + "\r\n"),
+    # One request within another.
+    *[("127.0.0.1", PAGE + more + PAGE + "\r\n") for more in (
+        "\r\n", "Content-Length: 99\r\n\r\n", "Content-Length: 0\r\nContent-Length: 9\r\n\r\n", "X: y\n\n",
+        "Transfer-Encoding: chunked\r\n\r\n0\r\n\r\n", "Content-Length: 3\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n",
+        "Content-Length: 5\r\nTransfer-Encoding: \tchunked\r\n\r\n0\r\n\r\n")]]
+# Sends each of them, and prints what comes back.
+ASKS = """import json, socket, sys
+port, requests = json.load(sys.stdin)
+for address, text in requests:
+    answer = b""
+    with socket.create_connection((address, port), 10) as connection:
+        connection.sendall(text.encode())
+        try:
+            while piece := connection.recv(65536):
+                answer += piece
+        except ConnectionResetError:
+            pass
+    print(json.dumps(answer.decode("latin-1")))"""
 RANGES = {"bytes=0-3": (206, b"0123"), "bytes=-3": (206, b"789"), "bytes=8-": (206, b"89"), "bytes=8-99": (206, b"89"),
           "bytes=10-": (416, b""), "bytes=99-100": (416, b""), "bytes=-0": (416, b""),
           "bytes=0-1,3-4": (200, b"0123456789"), "bytes=5-2": (416, b""), "lines=1-2": (416, b""),
@@ -64,9 +93,9 @@ class Served(Scene):
         write(self.root / "htmldocs/guide/index.htm", "<h1>Guide</h1>")
         write(self.dir / "secret", "secret")
 
-    def start(self, *options):
+    def start(self, *options, program=SERVE, user=None):
         """Starts a server; its port and the root's token. Returns what it prints besides."""
-        server = subprocess.Popen([SERVE, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment())
+        server = subprocess.Popen([program, self.root, *options], stdout=subprocess.PIPE, text=True, env=self.environment(), user=user)
         self.addCleanup(server.stdout.close)
         self.addCleanup(server.wait)
         self.addCleanup(server.kill)
@@ -111,12 +140,22 @@ class Serve(Served):
 
     @needs_root
     def test_another_user_who_has_seen_the_address(self):
-        self.start()
-        asks = (f"import socket; c = socket.create_connection(('127.0.0.1', {self.port})); "
-                f"c.sendall(b'GET /{self.token}/htmldocs/guide/ HTTP/1.1\\r\\nHost: localhost\\r\\n\\r\\n'); print(c.recv(99).decode())")
-        for user, answer in ((0, "HTTP/1.1 200 "), (STRANGER, "HTTP/1.1 403 ")):
-            done = subprocess.run(["/usr/bin/python3", "-c", asks], capture_output=True, text=True, user=user)
-            self.assertTrue(done.stdout.startswith(answer), (user, done))
+        self.dir.chmod(0o755)
+        self.start(program=shutil.copy(SERVE, self.dir), user=OWNER)
+        requests = [("127.0.0.1", f"{line} HTTP/1.1\r\nHost: localhost\r\n\r\n") for line, _ in REQUESTS] + WAYS
+        requests = [(address, text.replace("TOKEN", self.token).replace("PORT", self.port)) for address, text in requests]
+
+        def answers(user):
+            said = run("/usr/bin/python3", "-c", ASKS, input=json.dumps([int(self.port), requests]), user=user)
+            return dict(zip(requests, map(json.loads, said.splitlines()), strict=True))
+
+        for request, answer in answers(STRANGER).items():
+            self.assertRegex(answer, r"\A(HTTP/1\.1 100 Continue\r\n\r\n)?HTTP/1\.1 (400|403|404|405|414) ", request)
+            self.assertNotRegex(answer, "(?i)<h1>|etag|location", request)
+            self.assertIn("\r\nConnection: close\r\n", answer, request)
+        pages = [answer.count("<h1>Guide</h1>") for answer in answers(OWNER).values()]
+        self.assertEqual(max(pages), 1)
+        self.assertGreater(pages.count(1), 10)
 
     def test_a_host_that_is_not_this_machine(self):
         self.start()
@@ -210,6 +249,7 @@ class Adapters(Served):
     def test_a_page_arrives_whole_and_whatever_happened_to_the_server(self):
         self.check_next_page()
         first, port = self.server(), self.port
+        self.assertNotIn(self.token, Path(f"/proc/{first}/cmdline").read_text(), "for everybody to see")
         self.check_next_page()
         self.assertEqual((self.server(), self.port), (first, port), "found again")
         self.end_server()
@@ -262,6 +302,14 @@ class Adapters(Served):
         (self.dir / "session/olh/serve.state").mkdir()
         self.open(self.page)
         self.assertEqual(self.shown(), [self.page] * 2)
+
+    @needs_root
+    def test_a_place_for_the_state_that_another_user_has_made(self):
+        place = self.dir / "session/olh"
+        place.mkdir(mode=0o700)
+        os.chown(place, STRANGER, STRANGER)
+        self.assertIn("note: the page is not served: ", self.open(self.page).stderr)
+        self.assertEqual((self.shown(), list(place.iterdir())), ([self.page], []))
 
     def test_which_browsers_are_served(self):
         for name, text in {"packaged": "exec /snap/bin/firefox \"$@\"", "exported": "exec flatpak run org.mozilla.firefox",
