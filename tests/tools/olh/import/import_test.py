@@ -162,8 +162,7 @@ class Import(Verbs):
     def test_an_interrupted_import_leaves_the_old_manual_and_the_next_one_clears_up(self):
         self.run_import()
         before = self.files(self.manual)
-        for number in range(800):
-            write(self.source / f"page{number}.html", f"<h1>{number}</h1>" + "<p>text" * 300)
+        many = [write(self.source / f"page{number}.html", f"<h1>{number}</h1>" + "<p>text" * 300) for number in range(800)]
         for end in (signal.SIGTERM, signal.SIGKILL):
             running = subprocess.Popen([IMPORT, self.root, "product", self.source], stderr=subprocess.DEVNULL)
             wait_until(lambda: list(self.manual.parent.glob(".olh-import-*/manual/pages")))
@@ -171,6 +170,8 @@ class Import(Verbs):
             self.assertEqual(running.wait(), -end)
             self.assertEqual(self.files(self.manual), before)
             self.assertEqual(bool(list(self.manual.parent.glob(".olh-import-*"))), end == signal.SIGKILL)
+        for page in many:
+            page.unlink()
         self.run_import()
         self.assertEqual(list(self.manual.parent.glob(".olh-import-*")), [])
 
