@@ -8,14 +8,21 @@ from pathlib import Path
 ENTRY = r'<a href="#((?:c_)?\w+)"><code>(\w+)</code></a>'  # what the table of all functions leads to
 KINDS = {  # kind: pages, and patterns of a place ("" for that of the heading before it) and of one name or several in <code>
     "Functions and variables": [("entry_points.htm", ENTRY), ("lower_level.htm", ENTRY)],
-    "Types": [("entry_points.htm", r'<h3 id="(Olh\w+)">(\w+)</h3>\n(?:<p>[^\n]*</p>\n)?<div[^\n]*\n<thead><tr><th>Constant<')],
+    "C++ functions (namespace olh)": [("host_c.htm", r'<tr><td>()<code>(\w+)</code></td><td><a href="(?:entry_points|lower_level)')],
+    "Types": [
+        ("entry_points.htm", r'<h3 id="(Olh\w+)">(\w+)</h3>\n(?:<p>[^\n]*</p>\n)?<div[^\n]*\n<thead><tr><th>Constant<'),
+        ("host_c.htm", r"()<code>(Result|Text|Viewer|Display)\b"),
+    ],
     "Constants": [
         ("entry_points.htm", r"<tr><td>()<code>(OLH_\w+)</code></td><td>-?\d+</td>"),
         ("entry_points.htm", r"()<code>(OLH_BUFFER_SIZE)</code>"),  # in no table: it is in the rules that all functions keep
     ],
     "Environment variables": [("environment.htm", r'<dt id="(\w+)"><code>(\w+)</code>')],
     "Keys of option files": [("option_files.htm", r'[\n>]()(QEL_\w+)="')],
-    "Commands": [("commands.htm", r'<h2 id="(run_\w+)">(.*?)</h2>')],
+    "Commands": [
+        ("commands.htm", r'<h2 id="(run_\w+)">(.*?)</h2>'),
+        ("commands.htm", r'<a href="#(run_\w+)"><code>(olh-\w+)</code>'),
+    ],
     "Options": [("commands.htm", r"<tr><td>()<code>(-[-\w,]+)[^<]*</code></td>")],
     "Messages": [("messages.htm", r"<tr><td>()(<code>(?:(?!</td>).)*</code>)</td>")],
 }
@@ -47,5 +54,5 @@ def index(manual):
                 rows += f"<li>{shown}: {', '.join(commands)}</li>\n"
             else:
                 rows += f'<li><a href="{next(iter(names[name]))}">{shown}</a></li>\n'
-        made += f'<h2 id="names_{kind.split()[0].strip(",").lower()}">{kind}</h2>\n<ul class="names">\n{rows}</ul>\n'
+        made += f'<h2 id="names_{re.findall("[a-z]+", kind.lower())[0]}">{kind}</h2>\n<ul class="names">\n{rows}</ul>\n'
     return made
