@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kMaking = "making-XXXXXX";
+constexpr std::size_t kBytesAtOnce = std::size_t{1024} * 1024;
 
 [[noreturn]] void fail(const fs::path& path) {
   throw fs::filesystem_error("", path, std::error_code(errno, std::generic_category()));
@@ -59,18 +60,33 @@ IndexFolder::IndexFolder(const fs::path& root) : folder_(root / olh_search::kInd
 }
 
 IndexFolder::~IndexFolder() {
+  if (writing_.valid()) writing_.wait();
   std::error_code ignored;
   fs::remove_all(making_, ignored);
   close(lock_);
 }
 
 void IndexFolder::write(const std::string& piece, std::string_view value) {
-  const std::string script = olh_search::script_of_piece(piece, value);
-  write_new(making_ / (piece + ".js"), script);
-  sum_.add(script);
+  waiting_.emplace_back(piece, olh_search::script_of_piece(piece, value));
+  bytes_waiting_ += value.size();
+  if (bytes_waiting_ > kBytesAtOnce) begin_writing();
+}
+
+void IndexFolder::begin_writing() {
+  if (writing_.valid()) writing_.get();
+  writing_ = std::async(std::launch::async, [this, pieces = std::move(waiting_)] {
+    for (const auto& [name, script] : pieces) {
+      write_new(making_ / (name + ".js"), script);
+      sum_.add(script);
+    }
+  });
+  waiting_.clear();
+  bytes_waiting_ = 0;
 }
 
 void IndexFolder::finish(nlohmann::json head) {
+  begin_writing();
+  writing_.get();
   const std::string name = sum_.name();
   head["folder"] = name;
   write_new(making_ / "head.js", olh_search::script_of_piece("head", dumped(head)));

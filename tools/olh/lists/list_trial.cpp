@@ -118,7 +118,8 @@ ListTrial try_lists(const std::string& root) {
     if (change.is_new || change.is_unreadable || change.more != 0 || change.less != 0)
       trial.changes.push_back(change);
   }
-  if (is_search_index_old(root)) trial.changes.push_back({kHeadOfIndex});
+  const IndexState index = state_of_search_index(root);
+  if (index != IndexState::kGood) trial.changes.push_back({kHeadOfIndex, index == IndexState::kMissing});
   return trial;
 }
 

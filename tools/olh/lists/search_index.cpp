@@ -17,11 +17,13 @@ std::string make_search_index(const std::string& root) {
   return "";
 }
 
-bool is_search_index_old(const std::string& root) {
+IndexState state_of_search_index(const std::string& root) {
+  const std::string sum = olh_viewers::find_beside("olh-index").empty() ? "" : olh_search::sum_of_sources(root);
+  if (sum.empty()) return IndexState::kGood;
   const auto script = olh_viewers::text_of_file(root + "/" + kHeadOfIndex);
-  if (!script || olh_viewers::find_beside("olh-index").empty()) return false;
+  if (!script) return IndexState::kMissing;
   const auto head = olh_search::head_in(*script);
-  return !head || head->sources != olh_search::sum_of_sources(root);
+  return head && head->sources == sum ? IndexState::kGood : IndexState::kOld;
 }
 
 }  // namespace olh

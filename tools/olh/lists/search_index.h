@@ -16,8 +16,10 @@ inline constexpr const char* kHeadOfIndex = "htmldocs/QEL/search/head.js";
 // Makes the index and returns its head; "" when there is none, which a warning says unless the program is not installed.
 std::string make_search_index(const std::string& root);
 
-// Whether there is an index that was made from other lists or texts than the root has now, and the program to make it anew.
-bool is_search_index_old(const std::string& root);
+// Whether it could be made, which needs the program and a list of documents, and is missing, or was made from other lists or
+// texts than the root has now.
+enum class IndexState { kGood, kMissing, kOld };
+IndexState state_of_search_index(const std::string& root);
 
 }  // namespace olh
 

@@ -35,7 +35,9 @@ void remove_lists_of_gone_terminals(const std::string& directory) {
   }
 }
 
-nlohmann::json row_of(const ListedHit& hit) { return {hit.title, hit.document, hit.topic, hit.place, hit.is_pdf}; }
+nlohmann::json row_of(const ListedHit& hit) {
+  return {hit.title, hit.document, hit.topic, hit.place, hit.is_pdf, hit.page};
+}
 
 }  // namespace
 
@@ -66,7 +68,7 @@ std::optional<ListedResults> kept_results() {
     const nlohmann::json kept = nlohmann::json::parse(text);
     ListedResults results = {kept.at(0), kept.at(1), kept.at(2), kept.at(3), {}};
     for (const nlohmann::json& row : kept.at(4))
-      results.hits.push_back({row.at(0), row.at(1), row.at(2), row.at(3), row.at(4)});
+      results.hits.push_back({row.at(0), row.at(1), row.at(2), row.at(3), row.at(4), row.at(5)});
     return results;
   } catch (const nlohmann::json::exception&) {
     return std::nullopt;

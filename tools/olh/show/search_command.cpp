@@ -18,8 +18,8 @@ namespace {
 
 constexpr const char* kSearchExamples =
     "Without a display, and with --text, the results are listed as text.\n"
-    "If the last word is the name of an HTML manual or of a portal, only that is searched; \"orvane\" is the\n"
-    "support portal. Else everything below the first root with a portal is searched.\n"
+    "If the last word is the name of a manual, PDF or portal, only that is searched; \"orvane\" is the support\n"
+    "portal. Else everything below the first root with a portal is searched. Results in a PDF are always text.\n"
     "Examples:\n"
     "  olh search change the browser\n"
     "  olh search destinations olh_manual         in one manual\n"
@@ -27,7 +27,8 @@ constexpr const char* kSearchExamples =
     "  olh show 2                                 shows the second of them\n"
     "  olh search --open 2 pdf reader olh_manual  the same in one step\n"
     "  olh search --print destinations olh_td     what would be run; nothing is\n"
-    "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, 3 no query,\n"
+    "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, or --root is no\n"
+    "documentation root, 3 no query,\n"
     "4 nothing of that name can be searched, or nothing is found (--text, --open), 7 no browser known, 64 wrong "
     "use.\n";
 
@@ -67,8 +68,9 @@ SearchPlace locate_scope(const std::string& scope, const SearchRoots& roots) {
     return place;
   }
   located = scope.empty() ? locate_with(FindTomeDeck, OLH_VIEWER_TOMEDECK, scope, roots) : locate(scope, roots);
-  if (located.kind == OLH_VIEWER_PDF) located.found = false;
-  if (located.found && located.kind == OLH_VIEWER_HTML)
+  if (located.found && located.kind == OLH_VIEWER_PDF)
+    place.documents = {std::filesystem::path(located.location).stem().string()};
+  else if (located.found && located.kind == OLH_VIEWER_HTML)
     place.documents = {std::filesystem::path(located.location).parent_path().filename().string()};
   else if (located.found && !scope.empty())
     place.documents = documents_of_portal(located.root, scope);
@@ -114,12 +116,16 @@ void complain_of_scope(const SearchArguments& asked, const SearchRoots& roots) {
   } else if (asked.scope.empty() && roots.roots.empty()) {
     complain(kNoRoot);
     complain_about_roots(roots);
-  } else if (asked.scope.empty()) {
+  } else {
     complain("everything is searched through the portals, and there is no tomedecks/index.html below " +
              enumeration(paths_of(roots)) + ". Name an HTML manual to search in; 'olh list' prints what there is.");
-  } else {
-    complain(quoted(asked.scope) + " is a PDF, which cannot be searched: name an HTML manual or a portal.");
   }
+}
+
+// Whether the caller named roots and none of them is one: the results would come from elsewhere.
+bool are_named_roots_none(const SearchRoots& roots) {
+  const auto is_named = [](const auto& root) { return root.source == kRootOption; };
+  return std::ranges::any_of(roots.rejected, is_named) && std::ranges::none_of(roots.roots, is_named);
 }
 
 // What the index of the root answers; nothing without one, or where the root is no directory of this machine.
@@ -151,11 +157,30 @@ int open_hit(const std::optional<SearchHits>& found, const SearchArguments& aske
   return show_result(listed_results(*found, asked.query, asked.scope), result_number(asked.open), asked.options);
 }
 
+// No page shows what is found in one PDF: its results are text, also where there is a display.
+int search_pdf(const std::optional<SearchHits>& found, const SearchArguments& asked, const Located& located) {
+  if (!found)
+    return failure(OLH_RESULT_NOT_FOUND,
+                   quoted(asked.scope) + " is a PDF, which only a search index can search, " + kNoIndex);
+  if (!asked.open.empty()) return open_hit(found, asked);
+  if (!asked.options.json) return print_hits(found, asked);
+  nlohmann::json answer = scope_as_json(asked, located);
+  answer["results"] = as_json(*found);
+  answer["result"] = found->hits.empty() ? OLH_RESULT_NOT_FOUND : OLH_RESULT_OK;
+  say_json(answer);
+  return answer["result"];
+}
+
 int search(const SearchArguments& given) {
   const SearchRoots roots = find_search_roots(given.options.root);
+  if (are_named_roots_none(roots)) {
+    complain_about_roots(roots);
+    return OLH_RESULT_FAILED;
+  }
   const SearchArguments asked = with_scope_of_words(given, roots);
   const SearchPlace place = locate_scope(asked.scope, roots);
   const std::optional<SearchHits> found = hits_at(place, asked);
+  if (place.located.found && place.located.kind == OLH_VIEWER_PDF) return search_pdf(found, asked, place.located);
   ShowRequest request;
   request.located = place.located;
   if (request.located.found && asked.as_text) return print_hits(found, asked);

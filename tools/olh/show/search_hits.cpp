@@ -118,7 +118,9 @@ ListedHit listed(const olh_search::Hit& hit) {
   const bool is_pdf = hit.page.address.starts_with("pdfdocs/");
   const std::string& topic = hit.section.topic.empty() ? hit.page.topic : hit.section.topic;
   const std::string title = hit.page.title + (has_heading(hit) ? ": " + hit.section.heading : "");
-  return {title, hit.manual + (is_pdf ? ".pdf" : ""), is_pdf ? "" : topic, hit.section.anchor, is_pdf};
+  const bool is_in_topic = !is_pdf && !hit.section.anchor.empty() && hit.section.topic.empty();
+  return {title,  hit.manual + (is_pdf ? ".pdf" : ""), is_pdf ? "" : topic, hit.section.anchor,
+          is_pdf, is_in_topic ? hit.page.address : ""};
 }
 
 std::string index_at(const std::string& root) {

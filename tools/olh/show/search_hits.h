@@ -37,6 +37,7 @@ struct ListedHit {
   std::string topic;     // of a manual; "" for none
   std::string place;     // in its file: an anchor, "page=3" of a PDF; "" for the beginning
   bool is_pdf = false;
+  std::string page;  // below the root, where the place is one within the topic; else ""
 };
 ListedHit listed(const olh_search::Hit& hit);
 

@@ -6,6 +6,7 @@
 #include "find.h"
 #include "olh/support.h"
 #include "shared.h"
+#include "url.h"
 #include "viewers.h"
 
 namespace olh {
@@ -41,9 +42,23 @@ ShowRequest request_for_pdf(const ListedHit& hit, const SearchRoots& roots, bool
   return request;
 }
 
-ShowRequest request_for_topic(const ListedHit& hit, const SearchRoots& roots, int display) {
-  ShowRequest request = request_for("show", hit.document, hit.topic, locate(hit.document, roots));
-  request.call = [=] { return OlhHelpCall(hit.document.c_str(), hit.topic.c_str(), display); };
+// The address of a heading within a topic, which a help call cannot name.
+std::string url_of_place(const ListedHit& hit, const std::string& root, int display) {
+  const char* const query = display == OLH_DISPLAY_TOPIC   ? "?single=true"
+                            : display == OLH_DISPLAY_POPUP ? "?single=popup"
+                                                           : "";
+  return olh_viewers::url_of(root + "/" + olh_viewers::decoded(hit.page)) + query + "#" +
+         olh_viewers::percent_encoded(olh_viewers::decoded(hit.place));
+}
+
+ShowRequest request_for_topic(const ListedHit& hit, const std::string& root, const SearchRoots& roots, int display) {
+  const Located located = locate(hit.document, roots);
+  ShowRequest request = request_for("show", hit.document, hit.topic, located);
+  request.call = [=] {
+    if (hit.page.empty() || !located.found || located.root != root)
+      return OlhHelpCall(hit.document.c_str(), hit.topic.c_str(), display);
+    return OlhBrowserOpenURL(url_of_place(hit, root, display).c_str(), located.tree_program.c_str());
+  };
   return request;
 }
 
@@ -71,7 +86,7 @@ int show_result(const ListedResults& results, std::size_t number, const ShowOpti
   options.root = results.root + (options.root.empty() ? "" : ":" + options.root);
   const SearchRoots roots = find_search_roots(options.root);
   ShowRequest request =
-      hit.is_pdf ? request_for_pdf(hit, roots, asked.quiet) : request_for_topic(hit, roots, display);
+      hit.is_pdf ? request_for_pdf(hit, roots, asked.quiet) : request_for_topic(hit, results.root, roots, display);
   request.named =
       "result " + std::to_string(number) + " of the search for " + quoted(results.query) + ", " + request.named;
   request.complain_of = [&](int) { complain_not_found(hit.document, roots); };

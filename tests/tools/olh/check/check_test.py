@@ -77,6 +77,7 @@ class Check(Verbs):
              ("warning", "portal_list", "tomedecks/new_td", None)),
             ("htmldocs/QEL/lib/LibList.js", "", ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
             (INDEX, "", ("warning", "lists", INDEX, None)),
+            (INDEX, None, ("warning", "lists", INDEX, None)),
             ("htmldocs/QEL/lib/LibList.js", None, ("warning", "lists", "htmldocs/QEL/lib/LibList.js", None)),
             (OPTIONS, 'QEL_PDF_READER="/bin/sh"\nno key\n', ("error", "options", OPTIONS, 2)),
             (OPTIONS, 'QEL_PDF_READER="/no/reader"\n', ("warning", "options", OPTIONS, None)),
