@@ -86,7 +86,10 @@ ArrangedTopics arranged_topics(std::vector<Topic> topics, const SourceTree& page
                                const std::function<std::string(const Topic&)>& title_at) {
   std::ranges::stable_sort(topics, {}, &Topic::rank);
   Arranging arranging(pages, title_at);
-  for (const Topic& topic : topics) arranging.take(topic);
+  for (Topic& topic : topics) {
+    const Topic taken = std::move(topic);  // its memory goes with it
+    arranging.take(taken);
+  }
   return arranging.finished();
 }
 

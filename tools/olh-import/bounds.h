@@ -8,14 +8,16 @@
 
 namespace olh_import {
 
-inline constexpr std::size_t kMostFiles = 500'000;                   // of a source
-inline constexpr std::size_t kDeepestFolder = 64;                    // folders in folders
-inline constexpr std::size_t kLargestPage = 32 * 1024 * 1024;        // a page, or a file that a reader looks into
-inline constexpr std::size_t kMostElements = 1'000'000;              // of a page, its attributes among them
+inline constexpr std::size_t kMostFiles = 500'000;               // of a source
+inline constexpr std::size_t kDeepestFolder = 64;                // folders in folders
+inline constexpr std::size_t kMostFileNames = 64 * 1024 * 1024;  // bytes of all their names
+inline constexpr std::size_t kLargestPage = 16 * 1024 * 1024;    // a page, or a file that a reader looks into
+inline constexpr std::size_t kLargestTree =
+    96 * 1024 * 1024;  // of elements, in memory: the rest of a page is left out
 inline constexpr std::size_t kLargestTable = 64 * 1024 * 1024;       // what a compressed table may become
 inline constexpr std::size_t kLargestPacked = std::size_t{1} << 31;  // what all files that a source has packed become
 inline constexpr int kMostSteps = 500'000'000;                       // of the database engine, over one database
-inline constexpr std::size_t kMostTopics = 1'000'000;                // of a manual
+inline constexpr std::size_t kMostTopicMemory = 128 * 1024 * 1024;   // topics and contents of a manual: some 200,000
 inline constexpr std::size_t kLongestTitle = 300;                    // bytes: longer ones are cut
 inline constexpr std::size_t kLongestName = 500;                     // a topic's name
 inline constexpr std::size_t kLongestAddress = 2000;                 // a topic's page and place, percent-encoded

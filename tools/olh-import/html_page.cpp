@@ -36,8 +36,7 @@ bool is_header_of_links(Element element) {
 // What belongs to the frame and not to the text.
 bool is_frame(Element element) {
   if (is_one_of(element.name(), kNoText) || is_header_of_links(element)) return true;
-  if (is_one_of(element.attribute("role"), kFrameRoles)) return true;
-  return std::ranges::any_of(kFrameClasses, [element](std::string_view word) { return element.has_class(word); });
+  return element.has_class_of(kFrameClasses) || is_one_of(element.attribute("role"), kFrameRoles);
 }
 
 std::string place_of(Element element) {
@@ -103,7 +102,7 @@ class Gathering : public Visitor {
   void finish() {
     finish_passage();
     const Passage& first = page_.passages.front();
-    if (first.text.empty() && first.level == 0) page_.passages.erase(page_.passages.begin());
+    if (first.text.empty() && first.level == 0) page_.passages.pop_front();
   }
 
  private:
@@ -182,36 +181,45 @@ class Gathering : public Visitor {
   bool goes_on_ = false;                   // the last passage goes on behind a list
 };
 
-// The one element that holds the text, by what HTML and its roles say; else all of the page: in one without <body>, the
-// parser takes what it does not know for a part of the head.
-Element main_of(const Markup& markup) {
-  const Element root = markup.root();
-  Element article;
-  int articles = 0;
-  for (Element at = root; at; at = at.next_within(root)) {
-    if (at.is("main") || at.attribute("role") == "main") return at;
-    if (at.is("article") && ++articles == 1) article = at;
+// What one way through a whole page finds.
+class Survey {
+ public:
+  explicit Survey(HtmlPage& page) : page_(page), root_(page.markup.root()) {
+    for (Element at = root_; at; at = at.next_within(root_)) take(at);
+    page_.main = main_ ? main_ : articles_ == 1 ? article_ : root_;
   }
-  return articles == 1 ? article : root;
-}
 
-void take_places(HtmlPage& page) {
-  const Element root = page.markup.root();
-  for (Element at = root; at; at = at.next_within(root)) {
-    if (std::string id = at.attribute("id"); !id.empty()) page.places.insert(std::move(id));
-    if (std::string name = at.is("a") ? at.attribute("name") : ""; !name.empty()) page.places.insert(std::move(name));
+ private:
+  void take(Element element) {
+    const std::string_view name = element.name();
+    if (std::string id = element.attribute("id"); !id.empty()) page_.places.insert(std::move(id));
+    if (std::string place = name == "a" ? element.attribute("name") : ""; !place.empty())
+      page_.places.insert(std::move(place));
+    take_main(element, name);
+    if (!is_redirected_ && name == "meta") take_redirection(element);
   }
-}
 
-// What is there for readers without scripts does not count.
-bool leads_elsewhere(const Markup& markup) {
-  const Element root = markup.root();
-  for (Element at = root; at; at = at.next_within(root))
-    if (at.is("meta") && !at.parent().is("noscript") &&
-        olh_viewers::lower_case(at.attribute("http-equiv")) == "refresh")
-      return olh_viewers::lower_case(at.attribute("content")).find("url=") != std::string::npos;
-  return false;
-}
+  // The one element that holds the text, by what HTML and its roles say; else all of the page: in one without <body>, the
+  // parser takes what it does not know for a part of the head.
+  void take_main(Element element, std::string_view name) {
+    if (!main_ && (name == "main" || element.attribute("role") == "main")) main_ = element;
+    if (name == "article" && ++articles_ == 1) article_ = element;
+  }
+
+  // What is there for readers without scripts does not count.
+  void take_redirection(Element meta) {
+    if (meta.parent().is("noscript") || olh_viewers::lower_case(meta.attribute("http-equiv")) != "refresh") return;
+    is_redirected_ = true;
+    page_.is_redirect = olh_viewers::lower_case(meta.attribute("content")).find("url=") != std::string::npos;
+  }
+
+  HtmlPage& page_;
+  const Element root_;
+  Element main_;
+  Element article_;
+  int articles_ = 0;
+  bool is_redirected_ = false;
+};
 
 }  // namespace
 
@@ -222,9 +230,7 @@ bool is_page_name(std::string_view name) {
 
 HtmlPage read_html_page(const std::string& name, std::string_view bytes) {
   HtmlPage page = {name, "", {}, {}, Markup::page(bytes), false, {}};
-  page.is_redirect = leads_elsewhere(page.markup);
-  page.main = main_of(page.markup);
-  take_places(page);
+  const Survey survey(page);
   Gathering gathering(page);
   visit(page.main, gathering);
   gathering.finish();

@@ -7,9 +7,9 @@
 #ifndef OLH_IMPORT_HTML_PAGE_H
 #define OLH_IMPORT_HTML_PAGE_H
 
+#include <deque>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "markup.h"
 
@@ -28,7 +28,7 @@ struct Passage {
 struct HtmlPage {
   std::string name;   // "library/json.html"
   std::string title;  // the first heading of level 1, else the title in the head, else ""
-  std::vector<Passage> passages;
+  std::deque<Passage> passages;
   std::set<std::string, std::less<>> places;  // every identifier of the page
   Markup markup;
 

@@ -103,6 +103,7 @@ class Import {
   void make_output() {
     make_room(asked_, place(), olh_viewers::origin_of(place()));
     out_.emplace(asked_.dry_run ? (fs::temp_directory_path() / asked_.name).string() : place());
+    if (!asked_.dry_run) text_.emplace(*out_);
   }
 
   void find_pages() {
@@ -158,7 +159,7 @@ class Import {
     if (page.markup.is_cut())
       manual_.notes.push_back(name + " has too many elements, or too deep ones, and is only read in part");
     titles_.add(page);
-    text_.add(page);
+    if (text_) text_->add(page);
     for (const std::size_t at : topics_of_pages_[name]) {
       std::string& place = manual_.topics[at].place;
       if (page.places.contains(place)) continue;
@@ -167,8 +168,6 @@ class Import {
     }
     reader_->read_page(page, manual_);
     take_headings(page);
-    if (manual_.topics.size() > kMostTopics)
-      throw Refusal(kNoSource, "the source has more than " + std::to_string(kMostTopics) + " topics.");
   }
 
   // The start page's language, else that of the first page that has one.
@@ -182,10 +181,10 @@ class Import {
   }
 
   void take_headings(const HtmlPage& page) {
-    manual_.topics.push_back({name_of_page(page.name), page.name, "", page.title, Rank::kPage});
+    manual_.add_topic({name_of_page(page.name), page.name, "", page.title, Rank::kPage});
     for (const Passage& passage : page.passages)
       if (passage.level > 0 && !passage.place.empty() && reader_->is_place(passage.place))
-        manual_.topics.push_back({passage.place, page.name, passage.place, passage.heading, Rank::kHeading});
+        manual_.add_topic({passage.place, page.name, passage.place, passage.heading, Rank::kHeading});
   }
 
   ImportOutcome finish() {
@@ -212,10 +211,11 @@ class Import {
     std::unordered_map<std::string, std::string> names;
     for (const TableLine& line : lines) names.try_emplace(line.address, line.name);
     out_->write(olh_viewers::kTopicTable, topic_table_file(title, lines));
-    text_.write(*out_, [&names](const std::string& page) {
-      const auto found = names.find(address_of(page, ""));
-      return found == names.end() ? "" : found->second;
-    });
+    if (text_)
+      text_->write([&names](const std::string& page) {
+        const auto found = names.find(address_of(page, ""));
+        return found == names.end() ? "" : found->second;
+      });
     out_->write("index.htm", start_page_file(title, language_, contents()));
     out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark(asked_.verb, origin()));
   }
@@ -262,7 +262,7 @@ class Import {
   std::unordered_map<std::string, std::vector<std::size_t>> topics_of_pages_;
   std::string language_;
   Titles titles_;
-  SearchText text_;
+  std::optional<SearchText> text_;  // not for a dry run
   std::vector<std::string> unread_;
   std::vector<std::string> missing_places_;
 };

@@ -7,6 +7,7 @@
 #include <libxml/xmlerror.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "bounds.h"
 #include "utf8.h"
@@ -24,6 +25,14 @@ constexpr int kXmlOptions = XML_PARSE_RECOVER | XML_PARSE_NOERROR | XML_PARSE_NO
 
 std::string_view text_of(const xmlChar* text) {
   return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
+}
+
+bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+const xmlAttr* attribute_of(const xmlNode* node, const char* name) {
+  for (const xmlAttr* one = node == nullptr ? nullptr : node->properties; one != nullptr; one = one->next)
+    if (std::strcmp(reinterpret_cast<const char*>(one->name), name) == 0) return one;
+  return nullptr;
 }
 
 // What browsers read in place of an encoding that a page names: more characters, none of them different.
@@ -60,40 +69,57 @@ const char* wider_than(std::string_view encoding) {
 bool has_few_attributes(std::string_view bytes) {
   constexpr std::size_t kMostComparisons = 1'000'000'000;
   std::size_t comparisons = 0;
-  std::size_t words = 0;
-  bool is_in_tag = false;
-  char quote = '\0';
-  char last = '\0';  // that is no blank
-  for (const char c : bytes) {
-    const bool is_blank = c == ' ' || (c >= '\t' && c <= '\r');
-    if (!is_in_tag) {
-      is_in_tag = c == '<';
-      words = 0;
-    } else if (is_blank || c == '/') {
-      ++words;
-      if (comparisons + words * words > kMostComparisons) return false;
-    } else if (quote != '\0') {
-      if (c == quote) quote = '\0';
-    } else if ((c == '"' || c == '\'') && last == '=') {
-      quote = c;
-    } else if (c == '>') {
-      comparisons += words * words;
-      is_in_tag = false;
+  for (std::size_t at = bytes.find('<'); at < bytes.size(); at = bytes.find('<', at)) {
+    std::size_t words = 0;
+    char quote = '\0';
+    char last = '<';  // that is no blank
+    for (++at; at < bytes.size() && (quote != '\0' || bytes[at] != '>'); ++at) {
+      const char c = bytes[at];
+      if (is_space(c) || c == '/') {
+        ++words;
+        if (comparisons + words * words > kMostComparisons) return false;
+      } else if (quote != '\0') {
+        if (c == quote) quote = '\0';
+      } else if ((c == '"' || c == '\'') && last == '=') {
+        quote = c;
+      }
+      if (!is_space(c)) last = c;
     }
-    if (!is_blank) last = c;
+    comparisons += words * words;
   }
   return true;
 }
 
-// In place of the parser's own: stops where a page has more elements than anybody reads.
-void start_element(void* context, const xmlChar* name, const xmlChar** attributes) {
-  const auto parser = static_cast<htmlParserCtxtPtr>(context);
+constexpr std::size_t kAttribute = sizeof(xmlAttr) + sizeof(xmlNode);
+
+// Takes from the memory that the tree of a page may have; stops the parser where there is none left.
+bool has_room(void* context, std::size_t bytes) {
+  const auto parser = static_cast<xmlParserCtxtPtr>(context);
   std::size_t& room = *static_cast<std::size_t*>(parser->_private);
-  std::size_t taken = 1;
-  for (const xmlChar** one = attributes; one != nullptr && *one != nullptr; one += 2) ++taken;
-  if (taken > room) return xmlStopParser(parser);
-  room -= taken;
-  xmlSAX2StartElement(context, name, attributes);
+  if (bytes > room) return xmlStopParser(parser), false;
+  room -= bytes;
+  return true;
+}
+
+// In place of the parser's own. An element is counted with what becomes of it later: a heading's is a passage.
+void start_element(void* context, const xmlChar* name, const xmlChar** attributes) {
+  std::size_t bytes = 2 * sizeof(xmlNode);
+  for (const xmlChar** one = attributes; one != nullptr && *one != nullptr; one += 2)
+    bytes += kAttribute + text_of(one[1]).size();
+  if (has_room(context, bytes)) xmlSAX2StartElement(context, name, attributes);
+}
+
+void start_xml_element(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* address,
+                       int name_spaces, const xmlChar** pairs, int size, int defaulted, const xmlChar** attributes) {
+  std::size_t bytes = 2 * sizeof(xmlNode) + static_cast<std::size_t>(name_spaces) * sizeof(xmlNs);
+  for (const xmlChar** one = attributes; one < attributes + 5 * size; one += 5)
+    bytes += kAttribute + static_cast<std::size_t>(one[4] - one[3]);
+  if (has_room(context, bytes))
+    xmlSAX2StartElementNs(context, name, prefix, address, name_spaces, pairs, size, defaulted, attributes);
+}
+
+void characters(void* context, const xmlChar* text, int size) {
+  if (has_room(context, sizeof(xmlNode) + static_cast<std::size_t>(size))) xmlSAX2Characters(context, text, size);
 }
 
 xmlDoc* parsed_page(std::string_view bytes, const char* encoding, bool* is_cut) {
@@ -102,9 +128,11 @@ xmlDoc* parsed_page(std::string_view bytes, const char* encoding, bool* is_cut) 
 #endif
   htmlParserCtxtPtr context = htmlNewParserCtxt();
   if (context == nullptr) return nullptr;
-  std::size_t room = kMostElements;
+  std::size_t room = kLargestTree;
   context->_private = &room;
   context->sax->startElement = start_element;
+  context->sax->characters = characters;
+  context->sax->cdataBlock = [](void*, const xmlChar*, int) {};  // scripts and styles
   context->sax->comment = nullptr;
   context->sax->processingInstruction = nullptr;
   xmlDoc* const document =
@@ -126,15 +154,20 @@ const xmlNode* next_node(const xmlNode* node, const xmlNode* top, bool into) {
 
 }  // namespace
 
+void add_folded(std::string& folded, std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t end = at;
+    while (end < text.size() && !is_space(text[end])) ++end;
+    folded.append(text, at, end - at);
+    at = end;
+    while (at < text.size() && is_space(text[at])) ++at;
+    if (at != end && !folded.empty() && folded.back() != ' ') folded += ' ';
+  }
+}
+
 std::string folded_space(std::string_view text) {
   std::string folded;
-  for (const char c : text) {
-    const bool is_space = c == ' ' || (c >= '\t' && c <= '\r');
-    if (!is_space)
-      folded += c;
-    else if (!folded.empty() && folded.back() != ' ')
-      folded += ' ';
-  }
+  add_folded(folded, text);
   if (folded.ends_with(' ')) folded.pop_back();
   return folded;
 }
@@ -142,18 +175,26 @@ std::string folded_space(std::string_view text) {
 std::string_view Element::name() const { return node_ == nullptr ? std::string_view() : text_of(node_->name); }
 
 std::string Element::attribute(const char* name) const {
-  for (const xmlAttr* one = node_ == nullptr ? nullptr : node_->properties; one != nullptr; one = one->next)
-    if (text_of(one->name) == name) {
-      std::string value;
-      for (const xmlNode* part = one->children; part != nullptr; part = part->next) value += text_of(part->content);
-      return value;
-    }
-  return "";
+  std::string value;
+  if (const xmlAttr* const found = attribute_of(node_, name))
+    for (const xmlNode* part = found->children; part != nullptr; part = part->next) value += text_of(part->content);
+  return value;
 }
 
-bool Element::has_class(std::string_view word) const {
-  const std::string words = " " + folded_space(attribute("class")) + " ";
-  return words.find(" " + std::string(word) + " ") != std::string::npos;
+bool Element::has_class(std::string_view word) const { return has_class_of({&word, 1}); }
+
+bool Element::has_class_of(std::span<const std::string_view> words) const {
+  const xmlAttr* const found = attribute_of(node_, "class");
+  if (found == nullptr || found->children == nullptr) return false;
+  std::string pieces;
+  std::string_view rest = text_of(found->children->content);
+  if (found->children->next != nullptr) rest = pieces = attribute("class");
+  while (!rest.empty()) {
+    const auto end = static_cast<std::size_t>(std::ranges::find_if(rest, is_space) - rest.begin());
+    if (std::ranges::find(words, rest.substr(0, end)) != words.end()) return true;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return false;
 }
 
 std::string Element::text() const {
@@ -249,8 +290,9 @@ Markup Markup::page(std::string_view bytes) {
   const bool is_bounded = has_few_attributes(bytes);
   if (!is_bounded) bytes = bytes.substr(0, 0);
   bool is_cut = false;
-  Markup markup(parsed_page(bytes, is_utf8(bytes) ? "UTF-8" : nullptr, &is_cut));
-  if (const xmlDoc* document = markup.document_.get(); document != nullptr && !is_utf8(bytes))
+  const bool is_plain = is_utf8(bytes);
+  Markup markup(parsed_page(bytes, is_plain ? "UTF-8" : nullptr, &is_cut));
+  if (const xmlDoc* document = markup.document_.get(); document != nullptr && !is_plain)
     if (const char* wider = document->encoding == nullptr ? "WINDOWS-1252" : wider_than(text_of(document->encoding)))
       markup = Markup(parsed_page(bytes, wider, &is_cut));
   markup.is_cut_ = is_cut || !is_bounded;
@@ -259,7 +301,16 @@ Markup Markup::page(std::string_view bytes) {
 
 Markup Markup::xml(std::string_view bytes) {
   if (!has_few_attributes(bytes)) bytes = bytes.substr(0, 0);
-  return Markup(xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr, kXmlOptions));
+  const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxtPtr)> context(xmlNewParserCtxt(), xmlFreeParserCtxt);
+  if (!context) return Markup(nullptr);
+  std::size_t room = kLargestTree;
+  context->_private = &room;
+  context->sax->startElementNs = start_xml_element;
+  context->sax->characters = characters;
+  context->sax->comment = nullptr;
+  context->sax->processingInstruction = nullptr;
+  return Markup(
+      xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr, kXmlOptions));
 }
 
 Element Markup::root() const { return document_ ? Element(xmlDocGetRootElement(document_.get())) : Element(); }

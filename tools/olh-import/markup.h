@@ -13,6 +13,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -34,6 +35,7 @@ class Element {
   std::string attribute(const char* name) const;
   // Whether the attribute "class" has this word.
   bool has_class(std::string_view word) const;
+  bool has_class_of(std::span<const std::string_view> words) const;
   // 1 to 6 for a heading of a page, else 0.
   int heading_level() const;
   bool is_heading() const { return heading_level() != 0; }
@@ -92,6 +94,8 @@ std::string text_without(Element element, std::initializer_list<std::string_view
 
 // Text with its white space folded to single blanks, and none at the ends.
 std::string folded_space(std::string_view text);
+// The same piece by piece, where the last blank stays.
+void add_folded(std::string& folded, std::string_view text);
 
 }  // namespace olh_import
 

@@ -133,6 +133,31 @@ void clear_away_left_behind(const fs::path& directory) {
 
 }  // namespace
 
+NamelessFile::NamelessFile(const std::string& directory) : directory_(directory), file_(nullptr, std::fclose) {
+  std::string name = directory + "/XXXXXX";
+  const int fd = mkstemp(name.data());
+  if (fd < 0) refuse(directory);
+  unlink(name.c_str());
+  file_.reset(fdopen(fd, "w+"));
+  check(file_ != nullptr);
+}
+
+void NamelessFile::write(std::string_view bytes) {
+  check(std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) == bytes.size());
+}
+
+void NamelessFile::rewind() { check(std::fseek(file_.get(), 0, SEEK_SET) == 0); }
+
+std::string NamelessFile::read(std::size_t size) {
+  std::string bytes(size, '\0');
+  check(std::fread(bytes.data(), 1, size, file_.get()) == size);
+  return bytes;
+}
+
+void NamelessFile::check(bool is_done) const {
+  if (!is_done) refuse(directory_);
+}
+
 OutputFolder::OutputFolder(const std::string& place) : place_(place) {
   const fs::path directory = fs::path(place).parent_path();
   clear_away_left_behind(directory);
@@ -153,15 +178,21 @@ OutputFolder::~OutputFolder() {
   if (lock_ >= 0) close(lock_);
 }
 
-bool OutputFolder::write(std::string_view name, std::span<const std::string_view> pieces) const {
+bool OutputFolder::write(std::string_view name, std::string_view bytes) const {
   if (!is_harmless(name)) return false;
   NewFile written(made_room_for(path_, name));
-  for (const std::string_view piece : pieces) written.write_all(piece);
+  written.write_all(bytes);
   written.finish();
   return true;
 }
 
-bool OutputFolder::write(std::string_view name, std::string_view bytes) const { return write(name, {&bytes, 1}); }
+bool OutputFolder::write(std::string_view name, const std::function<std::optional<std::string>()>& next) const {
+  if (!is_harmless(name)) return false;
+  NewFile written(made_room_for(path_, name));
+  while (const std::optional<std::string> piece = next()) written.write_all(*piece);
+  written.finish();
+  return true;
+}
 
 bool OutputFolder::copy(const SourceTree& from, const std::string& name, const std::string& to) const {
   const int fd = from.open(name);

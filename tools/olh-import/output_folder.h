@@ -8,13 +8,30 @@
 #ifndef OLH_IMPORT_OUTPUT_FOLDER_H
 #define OLH_IMPORT_OUTPUT_FOLDER_H
 
-#include <span>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "source_tree.h"
 
 namespace olh_import {
+
+// What is too much to be kept in memory, written once and then read from its beginning. It goes with the object.
+class NamelessFile {
+ public:
+  explicit NamelessFile(const std::string& directory);
+  void write(std::string_view bytes);
+  void rewind();
+  std::string read(std::size_t size);
+
+ private:
+  void check(bool is_done) const;
+  std::string directory_;
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+};
 
 class OutputFolder {
  public:
@@ -27,10 +44,13 @@ class OutputFolder {
   const std::string& path() const { return path_; }
   // Writes a file; folders on the way to it are made. A name that would lead out, or is hidden, is not written: false.
   bool write(std::string_view name, std::string_view bytes) const;
-  bool write(std::string_view name, std::span<const std::string_view> pieces) const;
+  // The same with pieces as they come, up to the first that is none.
+  bool write(std::string_view name, const std::function<std::optional<std::string>()>& next) const;
   // The same with the bytes of a source's file; false when that cannot be read.
   bool copy(const SourceTree& from, const std::string& name, const std::string& to) const;
   void link(const std::string& target, const std::string& name) const;
+
+  NamelessFile nameless_file() const { return NamelessFile(workshop_); }
 
   // Puts one file of it at a place, in one step.
   void put(const std::string& name, const std::string& at) const;

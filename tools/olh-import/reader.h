@@ -31,6 +31,7 @@
 #include <string_view>
 #include <vector>
 
+#include "bounds.h"
 #include "html_page.h"
 #include "output_folder.h"
 #include "source_tree.h"
@@ -79,7 +80,8 @@ struct Chapter {
 };
 
 // What is known of a manual; readers add to it. A Refusal when there is no end to it.
-struct Manual {
+class Manual {
+ public:
   void add_topic(Topic topic);
   void add_chapter(Chapter chapter);
 
@@ -88,6 +90,10 @@ struct Manual {
   std::vector<Topic> topics;
   std::vector<Chapter> contents;   // empty: start page first, then all pages by name
   std::vector<std::string> notes;  // sentences about what could not be read, for the person who imports
+
+ private:
+  void take_room(std::size_t bytes);
+  std::size_t room_ = kMostTopicMemory;
 };
 
 class Reader {

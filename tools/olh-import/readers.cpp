@@ -46,20 +46,31 @@ std::unique_ptr<Reader> reader_for(const Source& source) {
   throw Refusal(kNoSource, given + " holds no page: a manual is a folder of HTML pages.");
 }
 
+// What a topic takes beside its own texts: itself, its line of the table, its title among those of places.
+constexpr std::size_t kTopic = 500;
+
 // Texts that are too long stay so, and are cut: what becomes of them is the business of who writes them.
 void Manual::add_topic(Topic topic) {
-  if (topics.size() >= kMostTopics)
-    throw Refusal(kNoSource, "the source has more than " + std::to_string(kMostTopics) + " topics.");
-  for (std::string* const text : {&topic.name, &topic.page, &topic.place, &topic.title})
+  std::size_t bytes = kTopic;
+  for (std::string* const text : {&topic.name, &topic.page, &topic.place, &topic.title}) {
     if (text->size() > kLongestAddress) text->resize(kLongestAddress + 1);
+    bytes += text->size();
+  }
+  take_room(bytes);
   topics.push_back(std::move(topic));
 }
 
 void Manual::add_chapter(Chapter chapter) {
-  if (contents.size() >= kMostTopics)
-    throw Refusal(kNoSource, "the contents have more than " + std::to_string(kMostTopics) + " lines.");
   chapter.title.resize(std::min(chapter.title.size(), kLongestTitle + 1));
+  take_room(sizeof chapter + 2 * (chapter.title.size() + chapter.page.size() + chapter.place.size()));
   contents.push_back(std::move(chapter));
+}
+
+void Manual::take_room(std::size_t bytes) {
+  if (bytes > room_)
+    throw Refusal(kNoSource, "the source has too many topics for one manual: " + std::to_string(topics.size()) +
+                                 ", and there are more.");
+  room_ -= bytes;
 }
 
 std::string Source::find(std::string_view end) const {

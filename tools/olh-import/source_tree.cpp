@@ -60,6 +60,7 @@ struct Walk {
   std::vector<std::string> names;
   std::vector<std::string> folders_to_do = {"."};
   std::size_t links_left_out = 0;
+  std::size_t bytes_of_names = 0;
 
   void take(const std::string& name, int directory, const dirent& entry) {
     struct stat status = {};
@@ -67,8 +68,10 @@ struct Walk {
     if (S_ISDIR(status.st_mode)) folders_to_do.push_back(name);
     if (S_ISREG(status.st_mode)) names.push_back(name);
     if (S_ISLNK(status.st_mode)) take_link(name);
-    if (names.size() + folders_to_do.size() > kMostFiles)
-      throw Refusal(kNoSource, folder + " holds more than " + std::to_string(kMostFiles) + " files.");
+    bytes_of_names += name.size();
+    if (names.size() + folders_to_do.size() > kMostFiles || bytes_of_names > kMostFileNames)
+      throw Refusal(kNoSource, folder + " holds too many files: more than " + std::to_string(kMostFiles) +
+                                   ", or their names are too long.");
   }
 
   void take_link(const std::string& name) {

@@ -90,7 +90,7 @@ void print_as_json(const NewArguments& asked, const std::string& root, int resul
 // Why nothing can be made there, as a sentence; "" when it can.
 std::string objection_to_place(const std::string& root, const std::string& manual) {
   std::error_code failed;
-  if (is_nothing(root, failed)) return "";
+  if (takes_new_root(root, failed)) return "";
   if (failed) return root + " cannot be made: " + failed.message() + ".";
   if (!is_root_directory(root)) return no_root(root);
   const std::string directory = root + "/htmldocs/" + manual;

@@ -138,7 +138,7 @@ int prepare_root(const PrepareArguments& asked) {
   const std::string root = path_of_root(asked.root);
   const auto pages = shipped_pages();
   std::error_code failed;
-  const bool is_new = is_nothing(root, failed);
+  const bool is_new = takes_new_root(root, failed);
   if (!is_new && !is_root_directory(root)) return failure(OLH_RESULT_IO, no_root(root));
   if (!pages) return failure(OLH_RESULT_NOT_FOUND, kPagesAreMissing);
   try {

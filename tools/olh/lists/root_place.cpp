@@ -32,9 +32,14 @@ bool is_nothing(const std::string& place, std::error_code& failed) {
   return fs::symlink_status(place, failed).type() == fs::file_type::not_found;
 }
 
+bool takes_new_root(const std::string& place, std::error_code& failed) {
+  const fs::file_type type = fs::symlink_status(place, failed).type();
+  if (type == fs::file_type::not_found) return true;
+  return type == fs::file_type::directory && fs::is_empty(place, failed);
+}
+
 std::string no_root(const std::string& directory) {
-  return directory +
-         " is there already and is no documentation root. Name one, or a directory that is not there yet.";
+  return directory + " is there already and is not a documentation root. Name one, an empty directory, or a new one.";
 }
 
 }  // namespace olh

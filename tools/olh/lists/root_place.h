@@ -18,6 +18,8 @@ std::string path_of_root(const std::string& given);
 
 bool is_root_directory(const std::string& root);
 bool is_nothing(const std::string& place, std::error_code& failed);
+// Whether a root can be made there: nothing is, or an empty directory.
+bool takes_new_root(const std::string& place, std::error_code& failed);
 
 // A sentence about a directory that is there and no root.
 std::string no_root(const std::string& directory);

@@ -108,11 +108,10 @@ class New(Verbs):
 
     def test_what_is_there_is_not_overwritten(self):
         write(self.dir / "file", "kept")
-        (self.dir / "empty").mkdir()
         (self.dir / "dangling").symlink_to("nowhere")
-        for there in (".", "file", "empty", "dangling"):
+        for there in (".", "file", "dangling"):
             with self.subTest(there=there):
-                self.refused(5, "is there already and is no documentation root", there, "handbook")
+                self.refused(5, "is there already and is not a documentation root", there, "handbook")
         for there in ("docs", "docs/"):
             self.refused(5, "docs/htmldocs/guide is there already", there, "guide")
 
@@ -128,7 +127,9 @@ class New(Verbs):
         self.olh("test", "handbook", "first-topic", code=0)
         self.assertEqual(list(self.docs.rglob(".olh-new*")), [])
         (self.dir / "papers/pdfdocs").mkdir(parents=True)
-        self.olh("new", "papers", "handbook", code=0)
+        (self.dir / "empty").mkdir()
+        for root in ("papers", "empty"):
+            self.olh("new", root, "handbook", code=0)
 
     def test_a_removed_manual_leaves_the_portal_and_no_other_line_does(self):
         self.root = self.dir / "missing" / "docs"
