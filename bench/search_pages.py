@@ -9,16 +9,12 @@ counts.
 """
 import os
 import re
-import subprocess
 import sys
-import tempfile
-import time
 from pathlib import Path
 from urllib.parse import unquote
 
-sys.path[:0] = [str(Path(__file__).parent.parent / "tests" / room) for room in ("end_to_end", "support")]
-from chromium import Browser  # noqa: E402
-from pages import AROUND, free_port, told_to_copy  # noqa: E402
+from served_root import served
+from chromium import Browser
 
 QUERIES = ("search path", "browser does not open", "option files and the order of viewers", "enviroment variables", "install", "OLH_DEBUG")
 # Puts the query up to its last letter into the field, which says nothing of it; the key that comes then is timed to its results,
@@ -97,20 +93,11 @@ def measure(name, base, root):
 
 
 def main(_, root):
-    root, port = Path(root).resolve(), free_port()
+    root = Path(root).resolve()
     print(f"load {os.getloadavg()[0]:.1f}")
     measure("disk", root.as_uri(), root)
-    with tempfile.TemporaryDirectory() as folder:
-        server = told_to_copy("nginx").replace("listen 80", f"listen 127.0.0.1:{port}").replace("/usr/share/olh/docs", str(root))
-        config = Path(folder) / "nginx.conf"
-        config.write_text(AROUND.format(user="user root;" if os.geteuid() == 0 else "", dir=folder, server=server))
-        nginx = subprocess.Popen(["/usr/sbin/nginx", "-p", folder, "-c", config, "-e", f"{folder}/error.log"])
-        try:
-            time.sleep(1)
-            measure("nginx", f"http://127.0.0.1:{port}", root)
-        finally:
-            nginx.terminate()
-            nginx.wait()
+    with served(root) as web:
+        measure("nginx", web, root)
 
 
 if __name__ == "__main__":
