@@ -237,6 +237,7 @@ int run_and_wait(const Words& words) {
 
 void print_text(const std::string& text, bool paged) {
   if (paged && is_too_long_for_terminal(text) && page(text)) return;
+  std::signal(SIGPIPE, SIG_IGN);  // whoever has read enough (head) has been shown the text
   std::fwrite(text.data(), 1, text.size(), stdout);
   std::fflush(stdout);
 }

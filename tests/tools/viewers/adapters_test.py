@@ -310,6 +310,13 @@ class Adapters(Scene):
         self.browser("file:///no/such/index.htm", DISPLAY=None, code=1)
         self.browser(DISPLAY=":99999", code=1)
 
+    def test_text_for_somebody_who_reads_only_the_beginning(self):
+        self.tools("w3m")
+        ours, its = os.pipe()
+        os.close(ours)
+        run(BUILD / "bin/olh-browser", "--text", f"file://{MANUAL}/viewers.htm", stdout=its, env=self.environment())
+        os.close(its)
+
     def test_browsers_that_others_choose(self):
         wsl = {"WSL_DISTRO_NAME": "Debian"}
         for name, environment, arguments in (("gio", {}, ["open", "http://h/#a"]), ("xdg-open", {}, ["http://h/#a"]),
