@@ -101,7 +101,7 @@ class Import {
   std::string place() const { return asked_.root + "/htmldocs/" + asked_.name; }
 
   void make_output() {
-    make_room(asked_, place(), olh_viewers::origin_of(place()));
+    refuse_what_others_brought(asked_, place(), olh_viewers::origin_of(place()));
     out_.emplace(asked_.dry_run ? (fs::temp_directory_path() / asked_.name).string() : place());
     if (!asked_.dry_run) text_.emplace(*out_);
   }
@@ -196,7 +196,7 @@ class Import {
     outcome.same_names = std::move(topics.same_names);
     outcome.notes = notes(topics.notes);
     if (asked_.dry_run) return outcome;
-    refuse_what_others_brought(asked_, place(), olh_viewers::origin_of(place()));  // it may have come meanwhile
+    make_room(asked_, place(), olh_viewers::origin_of(place()));
     out_->take_place();
     return outcome;
   }
@@ -284,7 +284,9 @@ void prepare_root(const std::string& root, const olh_viewers::Words& options) {
 
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by) {
   refuse_what_others_brought(asked, place, brought_by);
-  if (!asked.dry_run) prepare_root(asked.root);
+  prepare_root(asked.root);
+  std::error_code failed;
+  fs::create_directory(fs::path(place).parent_path(), failed);
 }
 
 ImportOutcome import_manual(const ImportRequest& asked,

@@ -43,7 +43,8 @@ void refuse_what_others_brought(const ImportRequest& asked, const std::string& p
 // A root with what pages of manuals read; made if it is not there. With "--portals", also what shows portals.
 void prepare_root(const std::string& root, const olh_viewers::Words& options = {});
 
-// The same, before a document is brought to its place in the root; and the root gets what its pages read.
+// The same, right before a document takes its place; and the root gets what its pages read. One that is not there is made
+// only now: an import that fails leaves none behind.
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by);
 
 // `progress` hears of each page. Throws a Refusal.

@@ -125,10 +125,8 @@ void PdfImport::put_together(const std::string& file) {
 }
 
 void PdfImport::lay_ready(const std::string& file, bool link, const std::string& bytes) {
-  make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
+  refuse_what_others_brought(asked_, place_, olh_viewers::origin_of_pdf(place_));
   if (asked_.dry_run) return;
-  std::error_code failed;
-  fs::create_directory(fs::path(place_).parent_path(), failed);
   out_.emplace(place_);
   out_->write("mark", olh_viewers::origin_mark(asked_.verb, clean_text(file, kLargestPage) + "\n"));
   link ? out_->link(fs::canonical(file).string(), "pdf") : static_cast<void>(out_->write("pdf", bytes));
@@ -136,7 +134,7 @@ void PdfImport::lay_ready(const std::string& file, bool link, const std::string&
 
 void PdfImport::take_place() {
   if (!out_) return;
-  refuse_what_others_brought(asked_, place_, olh_viewers::origin_of_pdf(place_));  // it may have come meanwhile
+  make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
   out_->put("mark", olh_viewers::origin_file_of_pdf(place_));
   out_->put("pdf", place_);
 }

@@ -118,17 +118,35 @@ void put_back(const fs::path& workshop, const fs::path& directory) {
     fs::rename(manual.path(), directory / manual.path().filename(), ignored);
 }
 
-// What interrupted imports have left: nobody holds a lock on it.
+bool is_own(int fd) {
+  struct stat status = {};
+  return fstat(fd, &status) == 0 && status.st_uid == geteuid();
+}
+
+// What interrupted imports have left: nobody holds a lock on it. That of others may be a trap.
 void clear_away_left_behind(const fs::path& directory) {
   std::error_code ignored;
   for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
     if (!entry.path().filename().string().starts_with(kWorkshop)) continue;
     const int lock = locked(entry.path());
     if (lock < 0) continue;
-    put_back(entry.path(), directory);
-    fs::remove_all(entry.path(), ignored);
+    if (is_own(lock)) {
+      put_back(entry.path(), directory);
+      fs::remove_all(entry.path(), ignored);
+    }
     close(lock);
   }
+}
+
+// An empty directory stays so: a root may be made of it.
+fs::path directory_for(const fs::path& place) {
+  std::error_code failed;
+  fs::path directory = place.parent_path();
+  if (fs::is_directory(directory, failed)) return directory;
+  while (directory != directory.root_path() &&
+         (!fs::is_directory(directory, failed) || fs::is_empty(directory, failed)))
+    directory = directory.parent_path();
+  return directory;
 }
 
 }  // namespace
@@ -159,7 +177,7 @@ void NamelessFile::check(bool is_done) const {
 }
 
 OutputFolder::OutputFolder(const std::string& place) : place_(place) {
-  const fs::path directory = fs::path(place).parent_path();
+  const fs::path directory = directory_for(place);
   clear_away_left_behind(directory);
   // Another import could clear it away before the lock is there.
   for (int tries = 0; tries < 10 && lock_ < 0; ++tries) {

@@ -22,6 +22,11 @@ std::string origin_of(const std::string& manual_folder) {
   return verb_in(content_of(path_in(manual_folder, kOriginFile)));
 }
 
+bool is_imported(const std::string& manual_folder) {
+  const std::string origin = origin_of(manual_folder);
+  return origin == kByImport || origin == kByDocBase;
+}
+
 std::string origin_file_of_pdf(const std::string& pdf) {
   return pdf.substr(0, pdf.size() - std::string_view(".pdf").size()) + ".origin.txt";
 }

@@ -22,6 +22,8 @@ std::string origin_mark(const std::string& verb, const std::string& more = "");
 // One of these three; "" for a manual that something else brought.
 std::string origin_of(const std::string& manual_folder);
 
+bool is_imported(const std::string& manual_folder);
+
 // The mark of a PDF is a file beside it: "guide.origin.txt" of "guide.pdf".
 std::string origin_file_of_pdf(const std::string& pdf);
 std::string origin_of_pdf(const std::string& pdf);

@@ -99,6 +99,8 @@ class Import(Verbs):
             with self.subTest(source=source):
                 self.run_import(code=4, source=self.dir / source)
         self.run_import("--start", "gone.html", code=4)
+        self.olh("import", "--start", "gone.html", self.dir / "new", "guide", self.source, code=4)
+        self.assertFalse((self.dir / "new").exists())
         self.run_import("--dry-run", "--title", "Other")
         self.assertEqual(self.files(self.root), before)
 
