@@ -40,6 +40,7 @@ def columns(lines):
     for line in filter(str.strip, lines):
         deep = len(line) - len(line.lstrip())
         name, _, text = line.strip().partition("  ")
+        name = re.sub(r"\{[^}]*\}", "[=VALUE]", name)  # an option that also works without a value
         name = re.sub(r" TEXT\b| REQUIRED\b|\bINT:| (?:Needs|Excludes): .*", "", name)
         if deep > 10 and pairs:
             pairs[-1][1] += " " + line.strip()
