@@ -13,6 +13,7 @@ namespace olh_import {
 
 namespace {
 
+constexpr const char* kPortalPage = "index.html";
 constexpr const char* kPortalList = "js/doclist.js";
 constexpr const char* kLineMark = "  // olh import --doc-base";
 constexpr std::string_view kPortalMark = "// Made by olh import --doc-base: the registered documents of a section.\n";
@@ -35,30 +36,22 @@ bool is_made_here(const std::string& portal) {
   return olh_viewers::content_of(olh_viewers::path_in(portal, kPortalList)).starts_with(kPortalMark);
 }
 
-std::string portal_page(const std::string& name, const std::string& title) {
-  const std::string address = "../index.html?tomedeck=" + name;
-  return "<!DOCTYPE html>\n"
-         "<html lang=\"en\">\n"
-         "<head>\n"
-         "<meta charset=\"utf-8\">\n"
-         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-         "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'self'; img-src "
-         "'self'; "
-         "form-action 'none'; base-uri 'none'\">\n"
-         "<meta http-equiv=\"refresh\" content=\"0; url=" +
-         address + "\">\n<title>" + as_markup(title) +
-         "</title>\n"
-         "<link rel=\"icon\" href=\"../../htmldocs/QEL/lib/favicon.svg\">\n"
-         "<link rel=\"stylesheet\" href=\"../../htmldocs/QEL/lib/manual.css\">\n"
-         "</head>\n"
-         "<body>\n"
-         "<main>\n"
-         "<h1>" +
-         as_markup(title) + "</h1>\n<p>This portal opens in <a href=\"" + address +
-         "\">the portals' main page</a>.</p>\n"
-         "</main>\n"
-         "</body>\n"
-         "</html>\n";
+void replace_all(std::string& text, const std::string& before, const std::string& after) {
+  for (std::size_t at = text.find(before); at != std::string::npos; at = text.find(before, at + after.size()))
+    text.replace(at, before.size(), after);
+}
+
+// The page of the root's own portal, with another name and title.
+std::string portal_page(std::string page, const std::string& name, const std::string& title) {
+  constexpr std::string_view kTitle = "<title>";
+  const std::size_t begin = page.find(kTitle);
+  const std::size_t end = page.find('<', begin + kTitle.size());
+  if (begin != std::string::npos && end != std::string::npos) {
+    const std::string own = page.substr(begin + kTitle.size(), end - begin - kTitle.size());
+    if (!own.empty()) replace_all(page, '>' + own + '<', '>' + as_markup(title) + '<');
+  }
+  replace_all(page, "tomedeck=qel_td", "tomedeck=" + name);
+  return page;
 }
 
 std::string list_item(const std::string& title, const std::string& name) {
@@ -121,6 +114,7 @@ void SectionPortals::list_portals(const std::string& folder) const {
 
 void SectionPortals::write(const std::string& root, std::vector<std::string>& problems) const {
   const std::string folder = root + "/tomedecks";
+  const std::string model = olh_viewers::content_of(folder + "/qel_td/" + kPortalPage);
   std::set<std::string> names;
   for (const auto& [word, portal] : portals_) {
     names.insert(portal.name);
@@ -131,7 +125,7 @@ void SectionPortals::write(const std::string& root, std::vector<std::string>& pr
       continue;
     }
     OutputFolder made(place);
-    made.write("index.html", portal_page(portal.name, portal.title));
+    made.write(kPortalPage, portal_page(model, portal.name, portal.title));
     made.write(kPortalList, documents_of(portal));
     made.take_place();
   }

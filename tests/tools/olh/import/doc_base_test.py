@@ -55,6 +55,9 @@ class DocBase(Verbs):
         listed = (self.root / "tomedecks/qel_td/js/tdklist_installed.js").read_text()
         self.assertEqual(re.findall(r'"([^"]*_td)"', listed), ["programming-cpp_td", "text-editors_td"])
         self.olh("portal", "--print", "--root", self.root, "programming-cpp_td", code=0)
+        page = (self.root / "tomedecks/programming-cpp_td/index.html").read_text()
+        self.assertIn("<h1>Programming/C++</h1>", page)
+        self.assertIn('href="../index.html?tomedeck=programming-cpp_td"', page)
 
     def test_each_bad_registration_is_told_in_a_line_and_keeps_out_no_other(self):
         gone, other, is_pdf = f"{self.packages}/gone", self.package("other"), "Format: PDF\nFiles: {}\n"
