@@ -110,7 +110,7 @@ class Import {
     if (asked_.wanted.empty()) find_folder();  // pages that are named lie where their names say
     if (!folder_.names().empty()) pages_ = &folder_;
     if (std::ranges::none_of(pages_->names(), is_page_name))
-      throw Refusal(kNoSource, "there is no page in this " + std::string(reader_->kind()) + " source.");
+      throw Refusal(kNoSource, "this " + std::string(reader_->kind()) + " source contains no HTML page.");
     if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
   }
 
@@ -273,7 +273,7 @@ void refuse_what_others_brought(const ImportRequest& asked, const std::string& p
   std::error_code failed;
   const bool is_there = fs::symlink_status(place, failed).type() != fs::file_type::not_found;
   if (is_there && !brought_by.starts_with(asked.verb))
-    throw Refusal(kCannotWrite, place + " is there already, and olh " + asked.verb + " has not brought it.");
+    throw Refusal(kCannotWrite, place + " already exists, and olh " + asked.verb + " did not create it.");
 }
 
 void prepare_root(const std::string& root, const olh_viewers::Words& options) {

@@ -40,14 +40,14 @@ constexpr const char* kExamples =
     "have\n"
     "changed:\n"
     "  olh import ROOT --doc-base\n"
-    "The text of a manual that you write by hand, before 'olh dmerge':\n"
+    "The search text of a manual that you write by hand; run 'olh dmerge' afterwards:\n"
     "  olh import --search-text ROOT handbook\n"
-    "A manual of that name that an earlier import has brought is replaced in one step.\n"
+    "If olh import has imported a manual with that name before, it is replaced in one step.\n"
     "Examples:\n"
     "  olh import docs second_handbook docs/htmldocs/handbook\n"
-    "  olh import --dry-run docs third docs/htmldocs/handbook    what it would bring; nothing is changed\n"
-    "Exit code: 0 imported, 4 a source cannot be read, holds no page or is damaged, 5 ROOT cannot be written or has\n"
-    "a manual of that name that olh import has not brought, 64 wrong use.\n";
+    "  olh import --dry-run docs third docs/htmldocs/handbook    what it would import; nothing is changed\n"
+    "Exit code: 0 imported, 4 a source cannot be read, contains no page or is damaged, 5 ROOT cannot be written, or\n"
+    "something else created a manual of that name there, 64 wrong use.\n";
 
 volatile std::sig_atomic_t interrupted = 0;
 
@@ -131,7 +131,7 @@ int import(const ImportRequest& asked, bool json) {
 
 void print_registered(const DocBaseRequest& asked, const DocBaseOutcome& outcome) {
   for (const std::string& problem : outcome.problems) say(stderr, "note: " + problem + ".");
-  for (const std::string& place : outcome.removed) say(stdout, place + " is gone: it is not registered any more.");
+  for (const std::string& place : outcome.removed) say(stdout, place + " is removed: it is no longer registered.");
   for (const DocBaseOutcome::Document& one : outcome.documents)
     print_brought(asked.root, asked.dry_run, one.name, one.outcome);
 }
@@ -167,25 +167,26 @@ int run(int argc, char** argv) {
   std::string registrations;
   bool search_text = false;
   bool json = false;
-  CLI::App app("Bring in a manual that another program made: every page and place becomes a topic.", "olh import");
-  app.add_option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
-      ->required()
-      ->type_name("");
+  CLI::App app("Import a manual from another program: every page and every named place becomes a topic.",
+               "olh import");
+  app.add_option("ROOT", asked.root, "A documentation root; created if it does not exist")->required()->type_name("");
   CLI::Option* const of_one[] = {
-      app.add_option("NAME", asked.name, "The name of the manual, as help calls will ask for it")->type_name(""),
-      app.add_option("SOURCE", asked.sources, "The folder of its pages, and files that describe them; its PDF")
+      app.add_option("NAME", asked.name, "The name of the manual, as help calls will use it")->type_name(""),
+      app.add_option("SOURCE", asked.sources, "The folder of its HTML pages, files that describe them, its PDF")
           ->type_name(""),
-      app.add_option("--title", asked.title, "The title of the manual, else its own")->type_name("TEXT"),
-      app.add_option("--start", asked.start, "The page that the manual begins with, else its own")->type_name("PAGE"),
+      app.add_option("--title", asked.title, "The title of the manual; by default, that of the source")
+          ->type_name("TEXT"),
+      app.add_option("--start", asked.start, "The first page of the manual; by default, the source decides")
+          ->type_name("PAGE"),
       app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them")};
   CLI::Option* const of_all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", registrations,
                                            "Import all manuals that this machine has registered with doc-base");
-  CLI::Option* const of_text = app.add_flag("--search-text", search_text,
-                                            "Write the text for the search of a manual that ROOT has, and no more");
+  CLI::Option* const of_text =
+      app.add_flag("--search-text", search_text, "Only write the search text of a manual that ROOT already has");
   for (CLI::Option* const option : of_one) of_all->excludes(option);
   for (CLI::Option* const option : {of_all, of_one[1], of_one[2], of_one[3], of_one[4]}) of_text->excludes(option);
-  app.add_flag("--dry-run", asked.dry_run, "Change nothing; say what would be brought");
-  app.add_flag("--json", json, "Answer as JSON");
+  app.add_flag("--dry-run", asked.dry_run, "Print what would be imported and change nothing");
+  app.add_flag("--json", json, "Print JSON");
   app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
   app.footer(kExamples);
   try {

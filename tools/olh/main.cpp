@@ -38,7 +38,7 @@ struct Program {
   const char* verb;
   const char* what;
 };
-constexpr Program kPrograms[] = {{"import", "Bring in a manual that another program made"},
+constexpr Program kPrograms[] = {{"import", "Import a manual from another program"},
                                  {"index", "Make the search index of a documentation root"},
                                  {"serve", "Serve documentation to the browsers of this machine"}};
 

@@ -66,7 +66,7 @@ class DocBase(Verbs):
         run("qpdf", "--encrypt", "", "owner", "256", "--", self.dir / "plain.pdf", locked)
         bad = {"gone": (PAGES.format(gone, "index.html"), "gone/index.html is not there"),
                "gone-pdf": (is_pdf.format(gone + "/*.pdf"), r"gone/\*.pdf is not there"), "no_page": (PAGES.format(other, "style.css"), "is no HTML page"),
-               "x.pdf": (PAGES.format(other, "index.html"), "among the PDFs"), "taken": (PAGES.format(other, "index.html"), "has not brought it"),
+               "x.pdf": (PAGES.format(other, "index.html"), "among the PDFs"), "taken": (PAGES.format(other, "index.html"), "did not create it"),
                "text-only": ("Format: text\nFiles: /x.txt\n", None), "locked": (is_pdf.format(locked), "encrypted.* It is shown as it is"),
                "damaged": (is_pdf.format(damaged), "damaged.* It is shown as it is"), "two": (is_pdf.format(f"{other}/*.pdf"), "only the first"),
                "twice": (PAGES.format(other, "more/x.htm"), None)}
