@@ -143,6 +143,10 @@ class Addresses(Pages):
         self.browser.wait("document.querySelector('.turn')")
         self.assertGreaterEqual(self.visible(frame), 4)
 
+    def test_an_address_with_two_slashes_stays_on_its_server(self):
+        self.browser.go(f"{self.web}//htmldocs/olh_manual/viewers.htm#single=popup")
+        self.browser.wait("location.search == '?single=popup' && document.querySelector('.whole a').host == location.host")
+
     def test_a_topic_of_an_imported_manual_as_a_popup(self):
         """On a web server with the headers of the manual, without what its generator put around the text; else the whole page."""
         source = write(self.dir / "source/page.html", "<nav>Bar</nav><h1 id='start'>Start</h1>").parent

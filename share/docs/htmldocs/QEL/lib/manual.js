@@ -17,6 +17,7 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
   'use strict';
   var path = olh.decoded(location.pathname).split('/');
   var here = path.pop() || 'index.htm', manual = path.pop(), single = document.documentElement.dataset;
+  var itself = './' + location.pathname.replace(/.*\//, '');  // a path that begins with "//" would name another host
 
   // An address of a manual, to be shown alone where this page is. That goes into the query, which links to places, a
   // reload and a copy of the address keep.
@@ -50,7 +51,7 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
     if (asked.topic && !say) return location.replace(alone('index.htm#topic=' + encodeURIComponent(asked.topic)));
     if (say) say.textContent = asked.topic ? 'There is no topic "' + olh.shown(asked.topic) + '" in this manual. These are its topics:' : '';
     if (/[#&]single=/.test(location.hash))
-      history.replaceState(null, '', alone(location.pathname + location.search + location.hash.replace(/[#&]single=[^&]*/g, '')));
+      history.replaceState(null, '', alone(itself + location.search + location.hash.replace(/[#&]single=[^&]*/g, '')));
   }
 
   // Marks the topic that is read in the contents, and brings it into view.
@@ -135,7 +136,7 @@ function QELAddTopic(row) { olhManual.topics.push({ id: row[0], page: row[1], ti
 
   // From a topic alone to the same place with everything around it.
   function wayOut() {
-    var link = olh.element('a', {}, 'Open in the manual'), lead = function () { link.href = location.pathname + location.hash; };
+    var link = olh.element('a', {}, 'Open in the manual'), lead = function () { link.href = itself + location.hash; };
     lead();
     addEventListener('hashchange', lead);
     document.querySelector('main').append(olh.element('p', { 'class': 'whole' }, link));
