@@ -83,6 +83,12 @@ TEST_F(WholeRun, NothingOfARunReachesTheNext) {
   put("tomedecks/qel_td/js/tdklist.js", "var nothing;\n");
   run();
   EXPECT_EQ(get("tomedecks/basic.htm").find("Release"), std::string::npos) << "a line without a release name is gone";
+  write("other/htmldocs/z/QELdata/QELAllData.js", "");
+  std::string other = root + "/../other";
+  printed_with(DMERGE_RESULT_UNWRITABLE, [&] { return extractLibList(other.data()); });
+  run();
+  EXPECT_EQ(get("htmldocs/QEL/lib/LibList.js"),
+            olh_test::read_file(kResources + "/expected/htmldocs/QEL/lib/LibList.js"));
 }
 
 // A null root is none. As "/" it would have one, where nothing fails without a "/tomedecks".

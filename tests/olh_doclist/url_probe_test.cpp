@@ -156,8 +156,10 @@ TEST_F(UrlProbe, FailuresBeforeTheRequestAreNamed) {
     const HttpServer gone({"/x"});
     url = gone.url("/x");
   }
+  const HttpServer server({"/x"});
+  const std::string other_address = "http://127.0.0.2:" + std::to_string(server.port()) + "/x";
   for (const std::string& unreachable :
-       Words{url, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"})
+       Words{url, other_address, "http://127.0.0.1:0/x", "http://127.0.0.1:-1/x", "http://127.0.0.1:65536/x"})
     EXPECT_EQ(judged(unreachable), Answer(0, "cannot connect")) << unreachable;
 }
 
