@@ -20,14 +20,21 @@ DRAWN, SEED, EXAMPLES = 200, 13, 5
 # Where the browser is, once the page that the start page leads to is complete.
 GONE_ON = """document.readyState == 'complete' && !location.href.startsWith('about:') && !location.pathname.endsWith('/%s/index.htm')
           || document.getElementById('missing')?.textContent"""
-SETTLED = "new Promise(done => requestAnimationFrame(() => setTimeout(done, 60)))"
-SEEN = """(() => {
-  const name = decodeURIComponent(location.hash.slice(1));
-  const place = name && (document.getElementById(name) || document.getElementsByName(name)[0]);
-  if (!name) return { address: location.href, seen: scrollY == 0 };
-  const box = place && place.getClientRects().length > 0 && place.getBoundingClientRect();
-  return { address: location.href, seen: Boolean(place) && (!box || (box.top > -innerHeight && box.top < innerHeight)) };
-})()"""
+# Frames of generators scroll with scripts of their own, once these are loaded: the place has some time to come into sight.
+SEEN = """new Promise(done => {
+  const name = decodeURIComponent(location.hash.slice(1)), ends = Date.now() + 3000;
+  const isSeen = () => {
+    const place = document.getElementById(name) || document.getElementsByName(name)[0];
+    if (!name || !place) return !name;
+    const box = place.getClientRects().length > 0 && place.getBoundingClientRect();
+    return !box || (box.top > -innerHeight && box.top < innerHeight);
+  };
+  const look = () => {
+    const seen = isSeen();
+    seen || Date.now() > ends ? done({ address: location.href, seen }) : setTimeout(look, 50);
+  };
+  requestAnimationFrame(() => setTimeout(look, 60));
+})"""
 
 
 def topics_of(folder):
@@ -41,7 +48,6 @@ def arrives(browser, base, name, topic, address):
     try:
         browser.go(f"{base}/index.htm#context=&topic={quote(topic, safe='')}")
         browser.wait(GONE_ON % name)
-        browser.value(SETTLED)
         found = browser.value(SEEN)
     except Failed as failure:
         return str(failure)[:100]
@@ -50,11 +56,11 @@ def arrives(browser, base, name, topic, address):
 
 def main(_, root, *names):
     root, browser = Path(root).resolve(), Browser()
-    with served(root) as web:
+    with served(root, is_imported=True) as web:
         for name in names:
             topics = topics_of(root / "htmldocs" / name)
             drawn = random.Random(SEED).sample(topics, min(DRAWN, len(topics)))
-            for where, base in (("disk", root.as_uri()), ("nginx", web)):
+            for where, base in (("nginx", web), ("disk", root.as_uri())):
                 results = [(one, arrives(browser, f"{base}/htmldocs/{name}", name, *one)) for one in drawn]
                 lost = [one for one in results if one[1]]
                 print(f"{name}, {where}: {len(drawn) - len(lost)} of {len(drawn)} drawn from {len(topics)} topics arrive; "

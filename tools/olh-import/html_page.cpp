@@ -244,7 +244,8 @@ LinkTarget target_of_link(std::string_view from_page, std::string_view href) {
   const std::string_view path = olh_viewers::without_query_and_fragment(href);
   const std::string place = olh_viewers::decoded(olh_viewers::fragment_of(href));
   if (path.empty()) return {std::string(from_page), place};
-  if (path.find(':') != std::string_view::npos || path.starts_with('/')) return {};
+  const bool has_scheme = path.find(':') < path.find('/');  // "./a:b.html" has none
+  if (has_scheme || path.starts_with('/')) return {};
   const std::filesystem::path from = std::filesystem::path(from_page).parent_path();
   std::string page = (from / olh_viewers::decoded(path)).lexically_normal().string();
   if (page.starts_with("..") || page.starts_with('/')) return {};
