@@ -14,30 +14,46 @@ namespace olh {
 namespace {
 
 constexpr std::size_t kMostBytesOfPiece = std::size_t{64} * 1024 * 1024;
-constexpr std::size_t kBefore = 60;  // bytes of a text before the first word of the query
+constexpr std::size_t kBefore = 30;  // bytes of a text before the first word of the query
 constexpr std::size_t kExcerpt = 200;
+constexpr std::size_t kLongestWord = 40;  // that an excerpt is not cut in
 
 std::string piece_at(const std::string& path) {
   return olh_viewers::text_of_file(path, kMostBytesOfPiece).value_or("");
 }
 
-// Where the first word of the query stands in the text; 0 without one.
-std::size_t first_word(const std::string& text, const olh_search::Ranking& ranking) {
-  std::size_t first = text.size();
-  const std::string low = olh_search::folded(text);
-  if (low.size() != text.size()) return 0;  // folded letters have other lengths
-  for (const olh_search::LookedForWord& word : ranking.words)
-    if (!word.mark.empty()) first = std::min(first, low.find(word.mark));
-  return first >= text.size() ? 0 : first;
+bool is_marked(std::string_view word, const olh_search::Ranking& ranking) {
+  return std::ranges::any_of(ranking.words, [&](const olh_search::LookedForWord& one) {
+    return !one.mark.empty() && word.starts_with(one.mark);
+  });
 }
 
-std::string excerpt(const std::string& text, const olh_search::Ranking& ranking) {
+// Where the first word of the query is in the text; 0 without one.
+std::size_t first_word(std::string_view text, const olh_search::Ranking& ranking) {
+  std::optional<std::size_t> first;
+  olh_search::Symbol symbol;
+  olh_search::each_token(text, [&](std::string_view token) {
+    if (first) return;
+    olh_search::read_symbol(token, symbol);
+    if (std::ranges::any_of(symbol.parts, [&](std::string_view part) { return is_marked(part, ranking); }))
+      first = static_cast<std::size_t>(token.data() - text.data());
+  });
+  return first.value_or(0);
+}
+
+// The beginning of a text that is cut: behind its last blank, or, where words have none between them, anywhere.
+std::string_view cut_behind_blank(std::string_view text, std::size_t most) {
+  const std::string_view part = olh_search::cut_to(text, most);
+  const std::size_t blank = part.size() < text.size() ? part.rfind(' ') : std::string_view::npos;
+  return blank != std::string_view::npos && blank + kLongestWord > part.size() ? part.substr(0, blank + 1) : part;
+}
+
+std::string excerpt(std::string_view text, const olh_search::Ranking& ranking) {
   const std::size_t at = first_word(text, ranking);
-  const std::size_t blank = at < kBefore ? 0 : text.find(' ', at - kBefore);
-  const std::size_t begin = blank == 0 || blank == std::string::npos ? 0 : blank + 1;
-  std::string_view part = olh_search::cut_to(std::string_view(text).substr(begin), kExcerpt);
+  const std::size_t begin = at < 2 * kBefore ? 0 : cut_behind_blank(text, at - kBefore).size();
+  std::string_view part = cut_behind_blank(text.substr(begin), kExcerpt);
   const bool is_cut = begin + part.size() < text.size();
-  if (is_cut && part.rfind(' ') != std::string_view::npos) part = part.substr(0, part.rfind(' '));
+  if (is_cut && part.ends_with(' ')) part.remove_suffix(1);
   return (begin > 0 ? "... " : "") + std::string(part) + (is_cut ? " ..." : "");
 }
 

@@ -167,6 +167,13 @@ class Showing(Verbs):
             self.assertRegex(self.olh("search", "--text", query, "guide", code=0).stdout, rf'^1 page for "{query}"\.\n')
         self.assertFalse(left.parent.exists())
 
+    def test_an_excerpt_begins_near_the_words_and_is_cut_between_characters(self):
+        wood = "\u6797" * 100
+        for text, query, shown in ((wood + "\u68c0\u7d22" + wood, "\u68c0\u7d22", f"... {wood[:10]}\u68c0\u7d22{wood[:54]} ..."),
+                                   ("\u00c4hm " * 30 + "zebra " + "x " * 120, "zebra", "... " + "\u00c4hm " * 6 + "zebra " + "x " * 82 + "...")):
+            self.index_texts(("", "", text))
+            self.assertEqual(self.json("search", "--print", query, "guide")["results"][0]["excerpt"], shown)
+
     def test_what_is_new_comes_behind_what_explains(self):
         pages, text = (("news", "What is new"), ("cages", "Cages"), ("names", "Index of names")), "Each zebra has a cage."
         for file, row in (("QELAllData.js", 'QELAddTopic(["{0}","{0}.htm","{1}"]);\n'), ("QELSearchText.js", 'QELAddText(["{0}","","","{2}"]);\n')):
