@@ -28,19 +28,19 @@ class Words {
   Words(const IndexHead& head, const LoadPiece& load, const Points& points)
       : head_(head), load_(load), points_(points) {}
 
-  std::vector<const WordGroup*> groups_of(const std::string& word) {
-    std::vector<const WordGroup*> groups;
+  std::vector<WordGroup> groups_of(const std::string& word) {
+    std::vector<WordGroup> groups;
     for (const std::size_t piece : pieces_of(word))
-      for (const WordGroup& group : groups_in_piece(piece))
-        if (is_among(word, group.words) && points_.are_given_by(group)) groups.push_back(&group);
+      for (WordGroup& group : groups_with(word, packed_groups_of(piece)))
+        if (points_.are_given_by(group)) groups.push_back(std::move(group));
     return groups;
   }
 
   // Of a word near to this one, which becomes that; none when there is none.
-  std::vector<const WordGroup*> groups_near(std::string& word) {
+  std::vector<WordGroup> groups_near(std::string& word) {
     if (near_.empty()) near_ = near_words_in(load_("near"));
     for (const std::string& other : near_words(word, near_, kMostNear)) {
-      std::vector<const WordGroup*> groups = groups_of(other);
+      std::vector<WordGroup> groups = groups_of(other);
       if (groups.empty()) continue;
       word = other;
       return groups;
@@ -50,9 +50,9 @@ class Words {
   }
 
  private:
-  const std::vector<WordGroup>& groups_in_piece(std::size_t number) {
+  const std::string& packed_groups_of(std::size_t number) {
     const auto [found, is_new] = pieces_.try_emplace(number);
-    if (is_new) found->second = words_in(load_("words_" + std::to_string(number)));
+    if (is_new) found->second = packed_groups_in(load_("words_" + std::to_string(number)));
     return found->second;
   }
   std::vector<std::size_t> pieces_of(const std::string& word) const {
@@ -68,18 +68,18 @@ class Words {
   const IndexHead& head_;
   const LoadPiece& load_;
   const Points& points_;
-  std::map<std::size_t, std::vector<WordGroup>> pieces_;
+  std::map<std::size_t, std::string> pieces_;
   std::vector<std::string> near_;
 };
 
 // The letters that the words of a stem have in common with the one that was asked for; "int", which means the same as
 // "integers", is none of them: few letters have a short ending.
-std::string mark_of(const std::string& word, const std::vector<const WordGroup*>& groups) {
+std::string mark_of(const std::string& word, const std::vector<WordGroup>& groups) {
   constexpr std::size_t kShortest = 3;
   constexpr std::size_t kLongestEnding = 5;
   std::size_t same = word.size();
-  for (const WordGroup* group : groups)
-    for (const std::string& other : words_with_blanks(group->words)) {
+  for (const WordGroup& group : groups)
+    for (const std::string& other : words_with_blanks(group.words)) {
       const auto here = static_cast<std::size_t>(std::ranges::mismatch(word, other).in1 - word.begin());
       const std::size_t longest_ending = here > kShortest ? kLongestEnding : 1;
       if (here >= kShortest && word.size() - here <= longest_ending) same = std::min(same, here);
@@ -159,16 +159,16 @@ Ranking find(const IndexHead& head, const LoadPiece& load, const std::string& te
   Ranking ranking;
   for (const std::string& word : query.words) {
     LookedForWord looked_for = {word, word, ""};
-    std::vector<const WordGroup*> groups = words.groups_of(word);
+    std::vector<WordGroup> groups = words.groups_of(word);
     if (groups.empty()) groups = words.groups_near(looked_for.taken);
     const std::uint32_t bit = 1U << ranking.words.size();
-    for (const WordGroup* group : groups) points.add(*group, bit);
+    for (const WordGroup& group : groups) points.add(group, bit);
     points.add_titles_of_manuals(looked_for.taken.empty() ? word : looked_for.taken, bit);
     looked_for.mark = mark_of(looked_for.taken, groups);
     ranking.words.push_back(std::move(looked_for));
   }
   for (const std::string& whole : query.wholes)
-    for (const WordGroup* group : words.groups_of(whole)) points.add(*group, 0);
+    for (const WordGroup& group : words.groups_of(whole)) points.add(group, 0);
   ranking.pages = points.ranked();
   if (!query.phrases.empty()) {
     keep_phrases(head, load, query, points, ranking);

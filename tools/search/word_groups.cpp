@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::uint32_t kMostWeight = 1000;
 constexpr std::size_t kLongestInPiece = 1000;  // in a piece that is one
+constexpr std::size_t kMostGroups = 100;       // with a word: one for each language, and for each of its meanings
+constexpr std::size_t kMostBytesOfWords = std::size_t{64} * 1024;  // of a group; a word may be written as two bytes
 
 std::size_t shared_characters(std::string_view before, std::string_view word) {
   const std::size_t most = std::min({before.size(), word.size(), std::size_t{kMostInOneCharacter}});
@@ -47,31 +49,33 @@ std::string packed_groups(const std::vector<WordGroup>& groups) {
   return packed;
 }
 
-std::vector<WordGroup> groups_in(std::string_view packed) {
+std::vector<WordGroup> groups_with(std::string_view wanted, std::string_view packed) {
   std::vector<WordGroup> groups;
   std::string word;
-  while (!packed.empty()) {
+  std::string all_words;
+  while (!packed.empty() && groups.size() < kMostGroups) {
     std::string_view row = take_to(packed, '~');
-    WordGroup group;
+    all_words.clear();
+    bool is_found = false;
     for (std::string_view words = take_to(row, '!'); !words.empty();) {
       const std::string_view coded = take_to(words, ' ');
       PackedNumbers shared(coded);
       word.resize(std::min<std::size_t>(shared.next_character(), word.size()));
       word.append(coded.substr(std::min<std::size_t>(1, coded.size()), kLongestInPiece));
-      group.words.append(group.words.empty() ? "" : " ").append(word);
+      is_found = is_found || word == wanted;
+      if (all_words.size() < kMostBytesOfWords) all_words.append(all_words.empty() ? "" : " ").append(word);
     }
+    if (!is_found) continue;
     PackedNumbers numbers(take_to(row, '!'));
-    group.weight = std::min(numbers.next(), kMostWeight);
-    group.postings = numbers.rest();
-    group.titles = row;
-    groups.push_back(std::move(group));
+    const std::uint32_t weight = std::min(numbers.next(), kMostWeight);
+    groups.push_back({all_words, weight, std::string(numbers.rest()), std::string(row)});
   }
   return groups;
 }
 
-std::vector<WordGroup> words_in(std::string_view script) {
+std::string packed_groups_in(std::string_view script) {
   const std::optional<nlohmann::json> value = value_in_script(script);
-  return value && value->is_string() ? groups_in(value->get_ref<const std::string&>()) : std::vector<WordGroup>();
+  return value && value->is_string() ? value->get<std::string>() : "";
 }
 
 }  // namespace olh_search

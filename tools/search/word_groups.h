@@ -27,11 +27,11 @@ struct WordGroup {
 };
 
 std::string packed_groups(const std::vector<WordGroup>& groups);
-// Whatever the text holds, it ends.
-std::vector<WordGroup> groups_in(std::string_view packed);
+// The groups that have a word. Whatever the text holds, it ends, and no more than a hundred groups are unpacked.
+std::vector<WordGroup> groups_with(std::string_view word, std::string_view packed);
 
-// The groups of a script; none when it is no piece.
-std::vector<WordGroup> words_in(std::string_view script);
+// The packed groups of a script; "" when it is no piece.
+std::string packed_groups_in(std::string_view script);
 
 }  // namespace olh_search
 

@@ -78,13 +78,28 @@ TEST(WordGroups, ThereAndBack) {
   const std::string packed = packed_groups(groups);
   EXPECT_EQ(packed.find_first_of("\"\\"), std::string::npos) << "it stands in a script";
   EXPECT_LT(packed.size(), 60U) << "letters that words share are written once";
-  const std::vector<WordGroup> back = groups_in(packed);
-  ASSERT_EQ(back.size(), groups.size());
-  for (std::size_t at = 0; at < back.size(); ++at) {
-    EXPECT_EQ(back[at].words, groups[at].words);
-    EXPECT_EQ(back[at].weight, groups[at].weight);
-    EXPECT_EQ(back[at].postings + "|" + back[at].titles, groups[at].postings + "|" + groups[at].titles);
+  const char* const words[] = {"options", "optionally",
+                               "\xc3\xb6"
+                               "dnis"};
+  for (std::size_t at = 0; at < groups.size(); ++at) {
+    const std::vector<WordGroup> back = groups_with(words[at], packed);
+    ASSERT_EQ(back.size(), 1U);
+    EXPECT_EQ(back[0].words, groups[at].words);
+    EXPECT_EQ(back[0].weight, groups[at].weight);
+    EXPECT_EQ(back[0].postings + "|" + back[0].titles, groups[at].postings + "|" + groups[at].titles);
   }
+  EXPECT_TRUE(groups_with("opt", packed).empty());
+}
+
+TEST(WordGroups, AHostilePieceUnpacksToLittle) {
+  std::string packed = "#" + std::string(89, 'a');
+  for (int more = 0; more < 100000; ++more) packed += " }";  // each shares all letters
+  const std::vector<WordGroup> one = groups_with(std::string(89, 'a'), packed);
+  ASSERT_EQ(one.size(), 1U);
+  EXPECT_LT(one[0].words.size(), std::size_t{66} * 1024);
+  std::string many;
+  for (int more = 0; more < 100000; ++more) many += "#a!~";
+  EXPECT_EQ(groups_with("a", many).size(), 100U);
 }
 
 TEST(NearWords, TheOneThatWasMeant) {

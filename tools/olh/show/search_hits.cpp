@@ -13,13 +13,15 @@ namespace olh {
 
 namespace {
 
-constexpr std::size_t kMostBytesOfPiece = std::size_t{64} * 1024 * 1024;
+// A word may be in all sections of an index; texts are cut to pieces, and take many times more memory than room in a file.
+constexpr std::size_t kMostBytesOfPiece = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kMostBytesOfTexts = std::size_t{1024} * 1024;
 constexpr std::size_t kBefore = 30;  // bytes of a text before the first word of the query
 constexpr std::size_t kExcerpt = 200;
 constexpr std::size_t kLongestWord = 40;  // that an excerpt is not cut in
 
-std::string piece_at(const std::string& path) {
-  return olh_viewers::text_of_file(path, kMostBytesOfPiece).value_or("");
+std::string piece_at(const std::string& path, std::size_t most = kMostBytesOfPiece) {
+  return olh_viewers::text_of_file(path, most).value_or("");
 }
 
 bool is_marked(std::string_view word, const olh_search::Ranking& ranking) {
@@ -112,7 +114,8 @@ std::optional<SearchHits> search_hits(const std::string& root, const std::string
   const std::optional<olh_search::IndexHead> head = head_at(root);
   if (!head) return std::nullopt;
   const olh_search::LoadPiece load = [&](const std::string& name) {
-    return piece_at(folder_of_indexes(root) + "/" + head->folder + "/" + name + ".js");
+    return piece_at(folder_of_indexes(root) + "/" + head->folder + "/" + name + ".js",
+                    name.starts_with("texts_") ? kMostBytesOfTexts : kMostBytesOfPiece);
   };
   SearchHits found;
   found.root = root;
