@@ -8,8 +8,10 @@
 #ifndef OLH_IMPORT_PDF_FILE_H
 #define OLH_IMPORT_PDF_FILE_H
 
-// What qpdf says of JSON is needed nowhere here, and clang 14 cannot read it with the standard library of GCC 12.
-#if defined(__clang__) && __clang_major__ < 15
+#include <qpdf/DLL.h>
+
+// What qpdf says of JSON is needed nowhere here, and up to qpdf 11 clang cannot read it as C++20.
+#if defined(__clang__) && QPDF_MAJOR_VERSION < 12
 #define JSON_HH
 class JSON;
 #endif
