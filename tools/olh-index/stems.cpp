@@ -3,6 +3,7 @@
 #include <libstemmer.h>
 
 #include <algorithm>
+#include <string_view>
 
 #include "common_words.h"
 #include "index_pieces.h"
@@ -25,7 +26,18 @@ void Stems::set_language(const std::string& language) {
   all_common_.insert(words.begin(), words.end());
 }
 
+namespace {
+
+// English words in -ant name something of their own: "determinant" is no form of "determine", nor "important" of "import".
+std::string_view name_in_ant(std::string_view word) {
+  if (word.ends_with('s')) word.remove_suffix(1);
+  return word.ends_with("ant") ? word : std::string_view();
+}
+
+}  // namespace
+
 std::string Stems::stem_of(const std::string& word) const {
+  if (const std::string_view name = is_english_ ? name_in_ant(word) : ""; !name.empty()) return std::string(name);
   const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80; };
   if (stemmer_ == nullptr || !std::ranges::all_of(word, is_letter)) return word;
   const auto* bytes = reinterpret_cast<const sb_symbol*>(word.data());

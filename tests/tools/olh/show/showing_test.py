@@ -166,6 +166,10 @@ class Showing(Verbs):
             self.index_texts(("", "", text))
             self.assertRegex(self.olh("search", "--text", query, "guide", code=0).stdout, rf'^1 page for "{query}"\.\n')
         self.assertFalse(left.parent.exists())
+        write(self.docs / "htmldocs/guide/intro.htm", '<html lang="en">')
+        self.index_texts(("one", "One", "It determines what is imported."), ("two", "Two", "The determinant is important."))
+        for word, heading in (("imported", "One"), ("important", "Two"), ("determinant", "Two")):
+            self.assertEqual(self.json("search", "--print", word, "guide")["results"][0]["heading"], heading)
 
     def test_an_excerpt_begins_near_the_words_and_is_cut_between_characters(self):
         wood = "\u6797" * 100
