@@ -63,10 +63,18 @@ Rank rank_of(const Entry& entry) {
   return entry.role.ends_with("Param") ? Rank::kDetail : Rank::kObject;
 }
 
+// "set" of "command:set", as some domains name their objects of the role "command"; else "".
+std::string_view short_name_of(const Entry& entry) {
+  const std::string_view role = entry.role.substr(entry.role.find(':') + 1);
+  const bool has_role = entry.name.starts_with(role) && entry.name.substr(role.size()).starts_with(':');
+  return has_role ? entry.name.substr(role.size() + 1) : std::string_view();
+}
+
 // An entry without a title is called by its name, with what it is: "json.dumps (function)".
 std::string title_of(const Entry& entry) {
   if (entry.title != "-" && !entry.title.empty()) return std::string(entry.title);
-  return std::string(entry.name) + " (" + std::string(entry.role.substr(entry.role.find(':') + 1)) + ")";
+  const std::string_view name = short_name_of(entry).empty() ? entry.name : short_name_of(entry);
+  return std::string(name) + " (" + std::string(entry.role.substr(entry.role.find(':') + 1)) + ")";
 }
 
 class SphinxReader : public Reader {
@@ -108,6 +116,8 @@ class SphinxReader : public Reader {
   }
 
   void finish(Manual& manual) override {
+    for (const auto& [name, topic] : short_names_)
+      if (topic) manual.add_topic(*topic);
     std::set<std::string> done = {root_};
     add_below(root_, 0, done, manual.contents);
   }
@@ -119,6 +129,13 @@ class SphinxReader : public Reader {
     if (address.ends_with('$')) address.replace(address.size() - 1, 1, entry.name);
     const LinkTarget target = target_of_link("", address);
     manual.add_topic({std::string(entry.name), target.page, target.place, title_of(entry), rank_of(entry)});
+    if (const std::string name(short_name_of(entry)); !name.empty()) {
+      const auto [known, is_new] = short_names_.try_emplace(name);
+      if (is_new)
+        known->second = Topic{name, target.page, target.place, title_of(entry), Rank::kDetail};
+      else
+        known->second.reset();
+    }
   }
 
   // Entries for pages, and the captions over them.
@@ -147,7 +164,8 @@ class SphinxReader : public Reader {
     }
   }
 
-  std::string root_;  // the page at which the contents begin
+  std::map<std::string, std::optional<Topic>> short_names_;  // nothing for one that several objects have
+  std::string root_;                                         // the page at which the contents begin
   std::map<std::string, std::vector<Chapter>> children_;
 };
 
