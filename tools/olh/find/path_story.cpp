@@ -85,7 +85,7 @@ class StoryReader {
 
   std::string reason_for(const std::string& path, std::string_view text) const {
     if (is_web_address(path))
-      return "neither htmldocs/qelhelp.htm nor tomedecks/index.html is there (" + url_answer_ + ")";
+      return "has neither htmldocs/qelhelp.htm nor tomedecks/index.html (" + url_answer_ + ")";
     if (path == "https") return "a root begins with http://, not with https://";
     if (text == kNoSuchPath) return "does not exist or cannot be read";
     if (text == kNoDocs) return "holds no htmldocs, pdfdocs, system_admin_docs or qel_doc_options.ini";

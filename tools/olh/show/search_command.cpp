@@ -136,9 +136,13 @@ std::optional<SearchHits> hits_at(const SearchPlace& place, const SearchArgument
   return is_here ? search_hits(place.located.root, asked.query, place.documents, wanted) : std::nullopt;
 }
 
-constexpr const char* kNoIndex =
-    "and this root has no search index here. 'olh dmerge ROOT' makes it; 'olh topics DOC' lists the topics of a "
-    "manual.";
+// The end of a sentence that says why no text answers.
+std::string without_index(const Located& located) {
+  return is_url(located.root.c_str()) != 0 ? "and a root on a web server is searched only in a browser."
+                                           : "and this root has no search index here. 'olh dmerge ROOT' makes it; "
+                                             "'olh topics DOC' lists the topics "
+                                             "of a manual.";
+}
 
 // The results as text, which show takes by their numbers from here on.
 std::string listed_as_text(const SearchHits& found, const SearchArguments& asked) {
@@ -146,24 +150,24 @@ std::string listed_as_text(const SearchHits& found, const SearchArguments& asked
   return as_text(found, asked.query);
 }
 
-int print_hits(const std::optional<SearchHits>& found, const SearchArguments& asked) {
-  if (!found) return failure(OLH_RESULT_NOT_FOUND, std::string("the results were asked for as text, ") + kNoIndex);
+int print_hits(const std::optional<SearchHits>& found, const SearchArguments& asked, const Located& located) {
+  if (!found) return failure(OLH_RESULT_NOT_FOUND, "the results were asked for as text, " + without_index(located));
   olh_viewers::print_text(listed_as_text(*found, asked), true);
   return found->hits.empty() ? OLH_RESULT_NOT_FOUND : OLH_RESULT_OK;
 }
 
-int open_hit(const std::optional<SearchHits>& found, const SearchArguments& asked) {
-  if (!found) return failure(OLH_RESULT_NOT_FOUND, std::string("a result was asked for, ") + kNoIndex);
+int open_hit(const std::optional<SearchHits>& found, const SearchArguments& asked, const Located& located) {
+  if (!found) return failure(OLH_RESULT_NOT_FOUND, "a result was asked for, " + without_index(located));
   return show_result(listed_results(*found, asked.query, asked.scope), result_number(asked.open), asked.options);
 }
 
 // No page shows what is found in one PDF: its results are text, also where there is a display.
 int search_pdf(const std::optional<SearchHits>& found, const SearchArguments& asked, const Located& located) {
   if (!found)
-    return failure(OLH_RESULT_NOT_FOUND,
-                   quoted(asked.scope) + " is a PDF, which only a search index can search, " + kNoIndex);
-  if (!asked.open.empty()) return open_hit(found, asked);
-  if (!asked.options.json) return print_hits(found, asked);
+    return failure(OLH_RESULT_NOT_FOUND, quoted(asked.scope) + " is a PDF, which only a search index can search, " +
+                                             without_index(located));
+  if (!asked.open.empty()) return open_hit(found, asked, located);
+  if (!asked.options.json) return print_hits(found, asked, located);
   nlohmann::json answer = scope_as_json(asked, located);
   answer["results"] = as_json(*found);
   answer["result"] = found->hits.empty() ? OLH_RESULT_NOT_FOUND : OLH_RESULT_OK;
@@ -183,15 +187,15 @@ int search(const SearchArguments& given) {
   if (place.located.found && place.located.kind == OLH_VIEWER_PDF) return search_pdf(found, asked, place.located);
   ShowRequest request;
   request.located = place.located;
-  if (request.located.found && asked.as_text) return print_hits(found, asked);
-  if (request.located.found && !asked.open.empty()) return open_hit(found, asked);
+  if (request.located.found && asked.as_text) return print_hits(found, asked, place.located);
+  if (request.located.found && !asked.open.empty()) return open_hit(found, asked, place.located);
   request.named = "the search for " + quoted(asked.query) + " in " + scope_in_words(asked.scope);
   request.answer = [&] {
     nlohmann::json answer = scope_as_json(asked, request.located);
     answer["results"] = found ? as_json(*found) : nlohmann::json::array();
     return answer;
   };
-  if (!found) request.obstacle_to_text = std::string("there is no display, ") + kNoIndex;
+  if (!found) request.obstacle_to_text = "there is no display, " + without_index(place.located);
   request.text = [&] { return listed_as_text(*found, asked); };
   if (found && found->hits.empty()) request.result_of_text = OLH_RESULT_NOT_FOUND;
   request.words = {"search", asked.query, asked.scope};

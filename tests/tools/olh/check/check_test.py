@@ -147,5 +147,5 @@ class Check(Verbs):
 
     def test_what_is_no_root(self):
         for root, reason in ((self.dir / "missing", "does not exist"), (self.home, "holds no htmldocs"),
-                             ("http://127.0.0.1:1", "neither htmldocs/qelhelp.htm nor")):
+                             ("http://127.0.0.1:1", "has neither htmldocs/qelhelp.htm nor")):
             self.assertIn(f"error    {root} is no documentation root: it {reason}", self.olh("check", root, code=2).stdout)
