@@ -92,6 +92,7 @@ class ImportPdf(Verbs):
         self.assertIn("topics that the PDF has no place for: 2 (index, html_only)", answer["pdf"]["notes"])
         self.assertIn("tags of the PDF that are no topics of the pages: 4 (intro, a, Setting up Linux, ...)", answer["pdf"]["notes"])
         self.assertIn('["Start","product"]', self.lists())
+        self.tools("pdfinfo")
         self.assertIn("product.pdf has no named destination for 2 of 3 topics", self.olh("check", "--all", self.root).stdout)
         self.assertIn("no place for: 2", self.run_import(self.dir / "pages").stderr)
         self.olh("remove", self.root, "product", code=0)
