@@ -79,8 +79,8 @@ TEST(WordGroups, ThereAndBack) {
   EXPECT_EQ(packed.find_first_of("\"\\"), std::string::npos) << "it stands in a script";
   EXPECT_LT(packed.size(), 60U) << "letters that words share are written once";
   const char* const words[] = {"options", "optionally",
-                               "\xc3\xb6"
-                               "dnis"};
+                               ("\xc3\xb6"
+                                "dnis")};
   for (std::size_t at = 0; at < groups.size(); ++at) {
     const std::vector<WordGroup> back = groups_with(words[at], packed);
     ASSERT_EQ(back.size(), 1U);
