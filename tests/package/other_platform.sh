@@ -6,7 +6,8 @@ set -eu
 forking='DetachedStartWithoutProcesses|DetachedStart\.(OutcomesAndNoZombie|SameOutcomes|ThreadsThatSpawn|BareNames)|ReaderStart\.CommandLines'
 case $1 in
   arm64) processor=aarch64 compiler=aarch64-linux-gnu libraries=aarch64-linux-gnu left_out=$forking ;;
-  i386) processor=i686 compiler=i686-linux-gnu libraries=i386-linux-gnu left_out='^$' ;;
+  # All that is done with sockets is one system call there, so that none of it can be refused alone.
+  i386) processor=i686 compiler=i686-linux-gnu libraries=i386-linux-gnu left_out='UrlProbe\.WhatTheSystemRefusesIsNamed' ;;
   s390x) processor=s390x compiler=s390x-linux-gnu libraries=s390x-linux-gnu left_out=$forking ;;
 esac
 build=/build/$1
