@@ -115,6 +115,9 @@ void SectionPortals::list_portals(const std::string& folder) const {
 void SectionPortals::write(const std::string& root, std::vector<std::string>& problems) const {
   const std::string folder = root + "/tomedecks";
   const std::string model = olh_viewers::content_of(folder + "/qel_td/" + kPortalPage);
+  if (model.empty() && !portals_.empty())
+    problems.push_back("the sections' portals have no page of their own: " + folder + "/qel_td/" + kPortalPage +
+                       " cannot be read");
   std::set<std::string> names;
   for (const auto& [word, portal] : portals_) {
     names.insert(portal.name);
@@ -125,7 +128,7 @@ void SectionPortals::write(const std::string& root, std::vector<std::string>& pr
       continue;
     }
     OutputFolder made(place);
-    made.write(kPortalPage, portal_page(model, portal.name, portal.title));
+    if (!model.empty()) made.write(kPortalPage, portal_page(model, portal.name, portal.title));
     made.write(kPortalList, documents_of(portal));
     made.take_place();
   }
