@@ -7,7 +7,6 @@ import shutil
 import signal
 import socket
 import subprocess
-import time
 from pathlib import Path
 
 from scene import BUILD, Scene, needs_root, run, wait_until, write
@@ -76,6 +75,14 @@ TYPES = {  # a file, its bytes, how it is called in the header
     "README": (b"text", "text/plain"), "blob": (b"\0\1", "application/octet-stream"), "a.PDF": (b"%PDF", "application/pdf"),
     "i.svg": (b"<svg/>", "image/svg+xml"), "empty.css": (b"", "text/css"), "100% #?.htm": (b"<p>a", "text/html"),
 }
+
+
+def has_ended(process):
+    """Whether the process has let go of its files and locks too, which it keeps a while when its command line is gone."""
+    try:
+        return Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()[0] in "ZX"
+    except OSError:
+        return True
 
 
 class Answer:
@@ -228,7 +235,7 @@ class Adapters(Served):
         while process := self.server():
             with contextlib.suppress(ProcessLookupError):
                 os.kill(process, signal.SIGKILL)
-            time.sleep(0.01)
+            wait_until(lambda: has_ended(process))
 
     def open(self, *words, adapter="olh-browser", **variables):
         return self.run_program(BUILD / "bin" / adapter, *words, **variables)
