@@ -59,7 +59,7 @@ olh_package(olh-doc doc "on-line help for host programs: the manual"
 portals, and a model for a root of one's own.")
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SHLIBDEPS OFF)
-set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SUGGESTS "olh, python3, qpdf, chromium")
+set(CPACK_DEBIAN_OLH-DOC_PACKAGE_SUGGESTS "olh, python3, chromium")
 set(CPACK_DEBIAN_OLH-DOC_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/debian/olh-doc/conffiles)
 
 include(CPack)

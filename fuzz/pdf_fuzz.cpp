@@ -9,11 +9,17 @@ namespace {
 
 using olh_import::PdfFile;
 using olh_import::PdfNames;
+using olh_import::PdfPlace;
 
 // The PDF with all that olh import adds; nothing when it is refused.
 std::optional<std::string> completed(const std::string& bytes) try {
   PdfFile pdf(bytes, "product.pdf");
-  for (const PdfNames::Added& one : olh_import::names_for_library(pdf).added) pdf.add_name(one.name, *one.place);
+  std::vector<PdfPlace> given;
+  if (std::optional<PdfPlace> first = pdf.place_of_page(1)) given.push_back(*first);
+  for (PdfPlace& place : given) place.name = "first page";
+  const PdfNames names = olh_import::names_for_library(pdf, given);
+  for (const PdfNames::Added& one : names.added) pdf.add_name(one.name, *one.place);
+  pdf.lead_beside("/");
   pdf.set_title("Title");
   return pdf.written();
 } catch (const olh_import::Refusal& refusal) {
@@ -28,5 +34,5 @@ void try_input(const std::string& input) {
   if (!made) return;
   const PdfFile again(*made, "product.pdf");
   expect(again.has_visible_title() && again.title() == "Title", "the lists see the title");
-  expect(olh_import::names_for_library(again).added.empty(), "no name lacks");
+  expect(olh_import::names_for_library(again, {}).added.empty(), "no name lacks");
 }

@@ -1,4 +1,4 @@
-"""An HTML manual as the build and the tests read it: topic table, pages, the names of PDF destinations."""
+"""An HTML manual as the build and the tests read it: topic table and pages."""
 
 import html
 import re
@@ -45,8 +45,3 @@ def lead(page):
     """What a page is about: the first sentence of its opening paragraph."""
     text = plain_text(re.search(r'<p class="lead">(.*?)</p>', Path(page).read_text(encoding="utf-8"), re.DOTALL).group(1))
     return re.match(r".*?[.](?= |$)|.*", text)[0]
-
-
-def destination(tag):
-    """The name of the PDF destination that the library asks for when a host names this tag."""
-    return "M8.newlink." + re.sub(r"[^A-Za-z0-9.]", "", tag.replace(".", "").replace(" ", "."))

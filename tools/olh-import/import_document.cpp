@@ -65,6 +65,7 @@ DocumentOutcome import_document(const ImportRequest& asked,
   std::optional<PdfImport> pdf;
   if (!pdfs.empty()) pdf.emplace(asked, pdfs.front());
   pages.sources.erase(first_pdf, pages.sources.end());
+  if (!pdf && !asked.places.empty()) throw Refusal(kWrongUse, "--place names a page of a PDF, and there is none.");
   if (pages.sources.empty() && !asked.start.empty()) throw Refusal(kWrongUse, "a PDF begins with its first page.");
   DocumentOutcome document;
   if (!pages.sources.empty()) document.manual = import_manual(pages, progress);

@@ -22,6 +22,7 @@ struct ImportRequest {
   std::vector<std::string> sources;
   std::string title;                          // "": the source's own
   std::string start;                          // "": the source's own
+  std::vector<std::string> places;            // of a PDF, as "TAG=PAGE"
   std::vector<std::string> wanted;            // patterns of pages, in which "*" goes for "/" too; none: every page
   std::string verb = olh_viewers::kByImport;  // for the mark of origin
   bool link = false;

@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 #include <zlib.h>
 
+#include <charconv>
 #include <filesystem>
 #include <memory>
 
@@ -79,6 +80,54 @@ std::string title_of(const ImportRequest& asked, const std::string& own) {
   return title.empty() ? asked.name : title;
 }
 
+// "Getting Started=3"; what follows the last "=" is a page.
+PdfPlace given_place(PdfFile& pdf, const std::string& file, const std::string& text) {
+  const std::size_t equals = std::min(text.rfind('='), text.size());
+  const std::string page = text.substr(std::min(equals + 1, text.size()));
+  int number = 0;
+  const auto [end, error] = std::from_chars(page.data(), page.data() + page.size(), number);
+  std::optional<PdfPlace> place;
+  if (equals != 0 && error == std::errc() && end == page.data() + page.size()) place = pdf.place_of_page(number);
+  if (!place)
+    throw Refusal(kWrongUse,
+                  "\"" + text + "\" is no TAG=PAGE; " + file + " has " + std::to_string(pdf.pages()) + " pages.");
+  place->name = text.substr(0, equals);
+  return *place;
+}
+
+// A PDF, and what it is to get.
+class CompletedPdf {
+ public:
+  CompletedPdf(const ImportRequest& asked, const std::string& file) : pdf_(needed_bytes(file), file) {
+    for (const std::string& place : asked.places) given_.push_back(given_place(pdf_, file, place));
+    names_ = names_for_library(pdf_, given_);
+    outcome_ = {"PDF",       title_of(asked, pdf_.title()), pdf_.pages(), names_.known_tags, names_.same_names,
+                names_.notes};
+  }
+
+  // As long as it gets nothing.
+  ImportOutcome& outcome() { return outcome_; }
+  std::size_t lacking() const { return names_.added.size(); }
+
+  // The file with all that it is to get; the same bytes where it lacks nothing.
+  std::string completed(const std::string& beside) {
+    const bool needs_title = !pdf_.has_visible_title() || pdf_.title() != outcome_.title;
+    if (needs_title) pdf_.set_title(outcome_.title);
+    for (const PdfNames::Added& one : names_.added) {
+      pdf_.add_name(one.name, *one.place);
+      outcome_.topics.push_back(*olh_viewers::tag_for(one.name));
+    }
+    const bool leads_elsewhere = !beside.empty() && pdf_.lead_beside(beside);
+    return needs_title || leads_elsewhere || lacking() != 0 ? pdf_.written() : pdf_.bytes();
+  }
+
+ private:
+  PdfFile pdf_;
+  std::vector<PdfPlace> given_;
+  PdfNames names_;
+  ImportOutcome outcome_;
+};
+
 }  // namespace
 
 bool is_pdf_name(std::string_view name) {
@@ -102,26 +151,14 @@ PdfImport::PdfImport(const ImportRequest& asked, const std::string& file, Unread
 }
 
 void PdfImport::put_together(const std::string& file) {
-  const std::string bytes = needed_bytes(file);
-  PdfFile pdf(bytes, file);
-  PdfNames names = names_for_library(pdf);
-  outcome_ = {
-      "PDF", title_of(asked_, pdf.title()), pdf.pages(), std::move(names.known_tags), std::move(names.same_names),
-      {}};
-  outcome_.notes = std::move(names.notes);
-  const bool needs_title = !pdf.has_visible_title() || pdf.title() != outcome_.title;
   if (asked_.link && is_compressed(file)) throw Refusal(kNoSource, file + " is compressed: it can only be copied.");
-  if (asked_.link && !names.added.empty())
-    outcome_.notes.push_back(file + " is linked as it is, without the names of " +
-                             std::to_string(names.added.size()) + " places: import it without --link");
-  if (asked_.link) names.added.clear();
-  for (const PdfNames::Added& one : names.added) {
-    pdf.add_name(one.name, *one.place);
-    outcome_.topics.push_back(*olh_viewers::tag_for(one.name));
-  }
-  if (needs_title) pdf.set_title(outcome_.title);
-  const bool changes = !asked_.link && (needs_title || !names.added.empty());
-  lay_ready(file, asked_.link, changes ? pdf.written() : bytes);
+  CompletedPdf pdf(asked_, file);
+  const std::string bytes = asked_.link ? "" : pdf.completed("");
+  outcome_ = std::move(pdf.outcome());
+  if (asked_.link && pdf.lacking() != 0)
+    outcome_.notes.push_back(file + " is linked as it is, without the names of " + std::to_string(pdf.lacking()) +
+                             " places: import it without --link");
+  lay_ready(file, asked_.link, bytes);
 }
 
 void PdfImport::lay_ready(const std::string& file, bool link, const std::string& bytes) {
@@ -139,13 +176,26 @@ void PdfImport::take_place() {
   out_->put("pdf", place_);
 }
 
+ImportOutcome write_pdf(const ImportRequest& asked, const std::string& from, const std::string& to,
+                        const std::string& beside) {
+  const MemoryBound bound;
+  CompletedPdf pdf(asked, from);
+  const std::string bytes = pdf.completed(beside);
+  if (!asked.dry_run) {
+    const OutputFolder out(to);
+    out.write("pdf", bytes);
+    out.put("pdf", to);
+  }
+  return std::move(pdf.outcome());
+}
+
 std::set<std::string> tags_of_pdf(const std::string& root, const std::string& name) {
   const MemoryBound bound;
-  const std::optional<std::string> bytes = unpacked(place_of_pdf(root, name));
+  std::optional<std::string> bytes = unpacked(place_of_pdf(root, name));
   std::set<std::string> tags;
   try {
     if (!bytes) return tags;
-    const PdfFile pdf(*bytes, name);
+    const PdfFile pdf(std::move(*bytes), name);
     for (const PdfPlace& place : pdf.named())
       if (const auto tag = olh_viewers::tag_for(place.name)) tags.insert(*tag);
   } catch (const Refusal&) {

@@ -1,8 +1,8 @@
-// The import of a PDF: read and refused first, brought to its place later.
+// The import of a PDF: read and refused first, brought to its place later. And the same of a PDF that stays outside a root.
 //
 // Knows    where a PDF and its mark of origin lie in a root, and what a linked one does without.
 // Not      what is in a PDF (pdf_file, pdf_names).
-// For      import_document.
+// For      import_document, import_doc_base, main.
 #ifndef OLH_IMPORT_IMPORT_PDF_H
 #define OLH_IMPORT_IMPORT_PDF_H
 
@@ -38,6 +38,11 @@ class PdfImport {
   std::optional<OutputFolder> out_;
   ImportOutcome outcome_;
 };
+
+// Writes the PDF `from` with what the library needs to the file `to`, in one step. Links to files in the folder `beside`
+// become links to files beside `to`; "": there are none. Of `asked`, title, places and dry_run count. Throws a Refusal.
+ImportOutcome write_pdf(const ImportRequest& asked, const std::string& from, const std::string& to,
+                        const std::string& beside);
 
 // The tags that lead to a place in a PDF of the root; none where there is no such PDF, or it cannot be read.
 std::set<std::string> tags_of_pdf(const std::string& root, const std::string& name);

@@ -12,6 +12,7 @@
 #include "files.h"
 #include "import_doc_base.h"
 #include "import_document.h"
+#include "import_pdf.h"
 #include "manual_name.h"
 #include "refusal.h"
 #include "search_text.h"
@@ -40,6 +41,8 @@ constexpr const char* kExamples =
     "have\n"
     "changed:\n"
     "  olh import ROOT --doc-base\n"
+    "A PDF without destinations, which gets those that you name:\n"
+    "  olh import --place \"Getting Started=3\" --place installing=12 ROOT guide draft.pdf\n"
     "The search text of a manual that you write by hand; run 'olh dmerge' afterwards:\n"
     "  olh import --search-text ROOT handbook\n"
     "If olh import has imported a manual with that name before, it is replaced in one step.\n"
@@ -162,49 +165,110 @@ int import_registered(const DocBaseRequest& asked, bool json) {
   return end_import(asked.root, asked.dry_run);
 }
 
-int run(int argc, char** argv) {
-  ImportRequest asked;
+// A PDF without a root.
+struct PdfRequest {
+  std::vector<std::string> files;  // from, to
+  std::string beside;
+};
+
+int write_pdf_alone(ImportRequest asked, const PdfRequest& pdf, bool json) {
+  const std::filesystem::path to = std::filesystem::absolute(pdf.files[1]).lexically_normal();
+  const std::string beside = pdf.beside.empty() ? "" : std::filesystem::canonical(pdf.beside).string();
+  asked.name = to.stem().string();
+  const ImportOutcome outcome = write_pdf(asked, pdf.files[0], to.string(), beside);
+  if (json) return print_json(as_json(outcome)), olh_import::kDone;
+  for (const std::string& note : outcome.notes) say(stderr, "note: " + note + ".");
+  say(stdout, pdf.files[1] + (asked.dry_run ? " would hold \"" : " holds \"") + outcome.title + "\": " +
+                  std::to_string(outcome.pages) + " pages, " + std::to_string(outcome.topics.size()) + " topics.");
+  return olh_import::kDone;
+}
+
+struct Asked {
+  ImportRequest import;
+  PdfRequest pdf;
   std::string registrations;
   bool search_text = false;
   bool json = false;
+};
+
+using Options = std::vector<CLI::Option*>;
+
+void exclude(CLI::Option* one, const Options& others) {
+  for (CLI::Option* const other : others) one->excludes(other);
+}
+
+// Which of the ways of this program can be asked for together.
+void add_options(CLI::App& app, Asked& asked) {
+  ImportRequest& import = asked.import;
+  CLI::Option* const root =
+      app.add_option("ROOT", import.root, "A documentation root; created if it does not exist")->type_name("");
+  CLI::Option* const name =
+      app.add_option("NAME", import.name, "The name of the manual, as help calls will use it")->type_name("");
+  const Options of_pages = {
+      app.add_option("SOURCE", import.sources, "The folder of its HTML pages, files that describe them, its PDF")
+          ->type_name(""),
+      app.add_option("--start", import.start, "The first page of the manual; by default, the source decides")
+          ->type_name("PAGE"),
+      app.add_flag("--link", import.link, "Link to the pages where they lie instead of copying them")};
+  const Options of_pdfs = {
+      app.add_option("--title", import.title, "The title of the manual; by default, that of the source")
+          ->type_name("TEXT"),
+      app.add_option("--place", import.places, "A topic of the PDF and its page; repeat for more topics")
+          ->type_name("TAG=PAGE")
+          ->allow_extra_args(false)};
+  CLI::Option* const all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", asked.registrations,
+                                        "Import all manuals that this machine has registered with doc-base");
+  CLI::Option* const text = app.add_flag("--search-text", asked.search_text,
+                                         "Only write the search text of a manual that ROOT already has");
+  CLI::Option* const pdf = app.add_option("--pdf", asked.pdf.files, "Only write a PDF with what the library needs")
+                               ->type_name("FROM TO")
+                               ->expected(2);
+  app.add_option("--links-beside", asked.pdf.beside,
+                 "With --pdf: links to files in this folder become links to files beside the PDF")
+      ->type_name("FOLDER")
+      ->needs(pdf);
+  app.add_flag("--dry-run", import.dry_run, "Print what would be imported and change nothing");
+  app.add_flag("--json", asked.json, "Print JSON");
+  for (CLI::Option* const way : {all, text, pdf}) exclude(way, of_pages);
+  for (CLI::Option* const way : {all, text}) exclude(way, of_pdfs);
+  exclude(all, {name, text});
+  exclude(pdf, {root, name, all, text});
+}
+
+// What the parser cannot tell alone.
+void check_names(const Asked& asked) {
+  const ImportRequest& import = asked.import;
+  if (!asked.pdf.files.empty()) return;
+  if (import.root.empty()) throw CLI::RequiredError("ROOT");
+  if (asked.search_text ? import.name.empty() : asked.registrations.empty() && import.sources.empty())
+    throw CLI::RequiredError(asked.search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
+  if (asked.search_text || !asked.registrations.empty()) return;
+  if (const std::string refusal = olh_viewers::refusal_of_manual_name(import.name); !refusal.empty())
+    throw CLI::ValidationError("NAME", refusal);
+}
+
+int run(int argc, char** argv) {
+  Asked asked;
   CLI::App app("Import a manual from another program: every page and every named place becomes a topic.",
                "olh import");
-  app.add_option("ROOT", asked.root, "A documentation root; created if it does not exist")->required()->type_name("");
-  CLI::Option* const of_one[] = {
-      app.add_option("NAME", asked.name, "The name of the manual, as help calls will use it")->type_name(""),
-      app.add_option("SOURCE", asked.sources, "The folder of its HTML pages, files that describe them, its PDF")
-          ->type_name(""),
-      app.add_option("--title", asked.title, "The title of the manual; by default, that of the source")
-          ->type_name("TEXT"),
-      app.add_option("--start", asked.start, "The first page of the manual; by default, the source decides")
-          ->type_name("PAGE"),
-      app.add_flag("--link", asked.link, "Link to the pages where they lie instead of copying them")};
-  CLI::Option* const of_all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", registrations,
-                                           "Import all manuals that this machine has registered with doc-base");
-  CLI::Option* const of_text =
-      app.add_flag("--search-text", search_text, "Only write the search text of a manual that ROOT already has");
-  for (CLI::Option* const option : of_one) of_all->excludes(option);
-  for (CLI::Option* const option : {of_all, of_one[1], of_one[2], of_one[3], of_one[4]}) of_text->excludes(option);
-  app.add_flag("--dry-run", asked.dry_run, "Print what would be imported and change nothing");
-  app.add_flag("--json", json, "Print JSON");
+  add_options(app, asked);
   app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
   app.footer(kExamples);
   try {
     app.parse(argc, argv);
-    if (search_text ? asked.name.empty() : registrations.empty() && asked.sources.empty())
-      throw CLI::RequiredError(search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
-    if (const std::string refusal = olh_viewers::refusal_of_manual_name(asked.name);
-        !search_text && registrations.empty() && !refusal.empty())
-      throw CLI::ValidationError("NAME", refusal);
+    check_names(asked);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? olh_import::kDone : olh_import::kWrongUse;
   }
-  std::filesystem::path root = std::filesystem::absolute(asked.root).lexically_normal();
-  asked.root = (root.has_filename() ? root : root.parent_path()).string();
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
-  if (search_text) return write_search_text(asked.root + "/htmldocs/" + asked.name), olh_import::kDone;
-  if (registrations.empty()) return import(asked, json);
-  return import_registered({asked.root, olh_viewers::pieces_of(registrations, ':'), asked.dry_run}, json);
+  if (!asked.pdf.files.empty()) return write_pdf_alone(asked.import, asked.pdf, asked.json);
+  std::string& root = asked.import.root;
+  const std::filesystem::path place = std::filesystem::absolute(root).lexically_normal();
+  root = (place.has_filename() ? place : place.parent_path()).string();
+  if (asked.search_text) return write_search_text(root + "/htmldocs/" + asked.import.name), olh_import::kDone;
+  if (asked.registrations.empty()) return import(asked.import, asked.json);
+  return import_registered({root, olh_viewers::pieces_of(asked.registrations, ':'), asked.import.dry_run},
+                           asked.json);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "pdf_file.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <new>
 #include <qpdf/Buffer.hh>
 #include <qpdf/QPDFExc.hh>
@@ -13,6 +14,7 @@
 #include "carried_text.h"
 #include "markup.h"
 #include "refusal.h"
+#include "url.h"
 #include "xmp_title.h"
 
 namespace olh_import {
@@ -174,14 +176,41 @@ void PdfFile::read_title() {
   if (title_.empty()) title_ = text_of(value_of(pdf_.getTrailer().getKey("/Info"), "/Title"));
 }
 
+std::optional<PdfPlace> PdfFile::place_of_page(int page) {
+  const auto found = std::ranges::find(pages_, page, &std::pair<const QPDFObjGen, int>::second);
+  if (found == pages_.end()) return std::nullopt;
+  PdfPlace made = {"", page, QPDFObjectHandle::newArray(), ""};
+  made.target.appendItem(pdf_.getObjectByObjGen(found->first));
+  made.target.appendItem(QPDFObjectHandle::newName("/Fit"));
+  made.where = made.target.unparse();
+  return made;
+}
+
 void PdfFile::add_name(const std::string& name, const PdfPlace& place) {
   QPDFObjectHandle target = place.target;
   if (!target.isIndirect()) target = target.shallowCopy();
-  values_.emplace(name, target);
+  values_.insert_or_assign(name, target);
   // Some readers look into the dictionary alone where there is one.
   QPDFObjectHandle dictionary = value_of(catalog_, "/Dests");
   if (dictionary.isDictionary()) dictionary.replaceKey("/" + name, target);
   has_new_names_ = true;
+}
+
+bool PdfFile::lead_beside(const std::string& folder) {
+  bool any = false;
+  parsing([&] {
+    for (const auto& [page, number] : pages_)
+      for (const QPDFObjectHandle& link : items_of(value_of(pdf_.getObjectByObjGen(page), "/Annots"))) {
+        const QPDFObjectHandle address = value_of(value_of(link, "/A"), "/URI");
+        const std::string file = olh_viewers::file_of(text_of(address));
+        if (file.empty() || std::filesystem::path(file).parent_path() != folder) continue;
+        QPDFObjectHandle action = QPDFObjectHandle::parse("<< /S /GoToR /D [0 /Fit] >>");
+        action.replaceKey("/F", QPDFObjectHandle::newString(std::filesystem::path(file).filename().string()));
+        QPDFObjectHandle(link).replaceKey("/A", action);
+        any = true;
+      }
+  });
+  return any;
 }
 
 // All names in one tree of two storeys.

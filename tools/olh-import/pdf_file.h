@@ -17,6 +17,7 @@ class JSON;
 #endif
 
 #include <map>
+#include <optional>
 #include <qpdf/QPDF.hh>
 #include <string>
 #include <vector>
@@ -38,6 +39,7 @@ class PdfFile {
   PdfFile(const PdfFile&) = delete;
   PdfFile& operator=(const PdfFile&) = delete;
 
+  const std::string& bytes() const { return bytes_; }  // as they were
   std::size_t pages() const { return page_count_; }
   const std::vector<PdfPlace>& named() const { return named_; }      // in the order of their bytes
   const std::vector<PdfPlace>& outline() const { return outline_; }  // in reading order
@@ -45,7 +47,14 @@ class PdfFile {
   const std::string& title() const { return title_; }
   bool has_visible_title() const { return has_visible_title_; }
 
+  // The whole of a page, counted from 1; nothing where there is none.
+  std::optional<PdfPlace> place_of_page(int page);
+
+  // A name that is there already leads to this place from now on.
   void add_name(const std::string& name, const PdfPlace& place);
+  // Links to files in this folder become links to files beside the PDF: what is printed names them by their place. Whether
+  // there are any.
+  bool lead_beside(const std::string& folder);
   void set_title(const std::string& title);
   // The file with what was added. A Refusal when it turns out to be damaged.
   std::string written();

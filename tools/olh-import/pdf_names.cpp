@@ -76,8 +76,9 @@ class Naming {
 
 }  // namespace
 
-PdfNames names_for_library(const PdfFile& pdf) {
+PdfNames names_for_library(const PdfFile& pdf, const std::vector<PdfPlace>& given) {
   Naming naming;
+  for (const PdfPlace& place : given) naming.take(place);
   for (const PdfPlace& place : pdf.named()) naming.keep(place);
   for (const PdfPlace& place : pdf.named()) naming.take(place);
   for (const PdfPlace& line : pdf.outline()) naming.take(line);

@@ -25,7 +25,8 @@ struct PdfNames {
   std::vector<std::string> notes;
 };
 
-PdfNames names_for_library(const PdfFile& pdf);
+// What a person calls places (`given`, which live as long as the result) comes before all that the PDF says.
+PdfNames names_for_library(const PdfFile& pdf, const std::vector<PdfPlace>& given);
 
 }  // namespace olh_import
 

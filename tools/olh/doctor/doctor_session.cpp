@@ -52,7 +52,6 @@ constexpr std::array kTools = {
 // Only those who write manuals miss them.
 constexpr std::array kToolsOfWriters = {
     Tool{"python3", "python3", "the tools that come with olh, for the search and the PDF of a manual"},
-    Tool{"qpdf", "qpdf", "the tools that give a PDF its destinations and title"},
     Tool{"chromium", "chromium", "the tools that print a manual as a PDF"}};
 
 }  // namespace

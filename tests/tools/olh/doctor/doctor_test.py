@@ -59,7 +59,7 @@ class Doctor(Verbs):
         done = self.olh("doctor", "guide", code=2, **nothing)
         self.assertEqual(done.stderr, "")
         for said in ("No documentation root is known", "No PDF reader is known", "fix with: olh setup", "There is no display",
-                     "pdfinfo is not installed", "fix with: apt-get install w3m", "qpdf is not installed; the tools that", "Without a documentation root there are no lists",
+                     "pdfinfo is not installed", "fix with: apt-get install w3m", "chromium is not installed; the tools that", "Without a documentation root there are no lists",
                      '"guide" cannot be found without a documentation root'):
             self.assertIn(said, done.stdout)
 

@@ -80,6 +80,20 @@ class ImportPdf(Verbs):
         self.assertIn('"Mine","product","pdf"', self.lists())
         self.assertEqual(self.names_of(self.made), self.names_of(self.source))
 
+    def test_a_person_names_places_of_a_pdf_in_a_root_or_outside_of_one(self):
+        given, out = ["--place", "intro=1", "--place", "Getting Started=2"], self.dir / "out.pdf"
+        self.olh("import", "--pdf", self.source, out, "--title", "Mine", *given, code=0)
+        self.run_import("--title", "Mine", *given, self.source)
+        self.assertEqual(out.read_bytes(), self.made.read_bytes())
+        self.assertEqual(self.names_of(out), {**self.names_of(self.source), **ADDED, "M8.newlink.intro": 1, "M8.newlink.Getting.Started": 2})
+        out.unlink()
+        for wrong in ("tag=0", "tag=3", "tag=", "tag", "=1", "tag=1x"):
+            self.assertIn(f'"{wrong}" is no TAG=PAGE; {self.source} has 2 pages', self.olh("import", "--pdf", self.source, out, "--place", wrong, code=64).stderr)
+        self.assertIn("no PDF", self.olh("import", "--pdf", write(self.dir / "no.pdf", "text"), out, code=4).stderr)
+        for wrong in (["--pdf", self.source], ["--pdf", self.source, out, self.root], ["--links-beside", self.dir, self.root, "a", self.source], [self.root, "a", self.dir, *given]):
+            self.olh("import", *wrong, code=64)
+        self.assertFalse(out.exists())
+
     def test_equal_names_are_told_and_the_first_stays(self):
         write(self.source, pdf([one.replace("Elsewhere", "intro").replace("/A << /S /URI /URI (https://example.com/) >>", "/Dest [3 0 R /Fit]") for one in BODY]).decode("latin-1"))
         write(self.dir / "pages/index.html", "<h1 id='chapter1'>Start</h1>")
