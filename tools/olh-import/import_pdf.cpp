@@ -17,6 +17,10 @@
 #include "refusal.h"
 #include "words.h"
 
+#ifndef __has_feature
+#define __has_feature(name) 0
+#endif
+
 namespace olh_import {
 
 namespace fs = std::filesystem;
@@ -42,7 +46,7 @@ class MemoryBound {
   MemoryBound& operator=(const MemoryBound&) = delete;
 
  private:
-#ifdef __SANITIZE_ADDRESS__  // it takes an address space for itself
+#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)  // it takes an address space for itself
   static constexpr bool kIsPossible = false;
 #else
   static constexpr bool kIsPossible = sizeof(void*) > 4;
