@@ -116,6 +116,8 @@ void IndexMaker::write_texts() {
 
 nlohmann::json IndexMaker::finish() {
   if (sections_in_texts_ > 0) write_texts();
+  tokens_.forget();
+  shares_ = {};
   nlohmann::json head = write_words(vocabulary_, sections_, write_);
   head["version"] = olh_search::kIndexVersion;
   head["manuals"] = manuals_;

@@ -2,16 +2,31 @@
 
 namespace olh_index {
 
+namespace {
+
+constexpr std::size_t kMostKnown = std::size_t{1} << 18;
+
+}  // namespace
+
 void KnownTokens::set_language(const std::string& language) {
   if (language == language_) return;
   language_ = language;
   vocabulary_.set_language(language);
-  texts_ = {};
-  tokens_.clear();
-  given_.clear();
+  forget();
 }
 
-void KnownTokens::learn(std::string_view token) {
+void KnownTokens::forget() {
+  texts_ = {};
+  tokens_ = {};
+  given_ = {};
+}
+
+// Its number.
+std::uint32_t KnownTokens::learn(std::string_view token) {
+  if (tokens_.size() == kMostKnown) {
+    forget();
+    texts_.number_of(token);
+  }
   Known known = {static_cast<std::uint32_t>(given_.size()), 0, 0};
   olh_search::read_symbol(token, symbol_);
   for (const std::string_view whole : symbol_.wholes)
@@ -24,6 +39,7 @@ void KnownTokens::learn(std::string_view token) {
   }
   known.count = static_cast<std::uint32_t>(given_.size()) - known.first;
   tokens_.push_back(known);
+  return static_cast<std::uint32_t>(tokens_.size() - 1);
 }
 
 }  // namespace olh_index

@@ -1,7 +1,7 @@
 // What the words and symbols of texts say, which are the same ones again and again.
 //
 // Knows    which stems a token gives: of its parts, of itself as a symbol, and of what it means; each token is taken apart
-//          once.
+//          once, as long as they are not too many for the memory.
 // Not      how much these count (stem_shares).
 // For      index_maker.
 #ifndef OLH_TOOLS_INDEX_KNOWN_TOKENS_H
@@ -26,6 +26,8 @@ class KnownTokens {
 
   // The tokens to come are of this language.
   void set_language(const std::string& language);
+  // Each token is new again; what it gives stays the same.
+  void forget();
 
   struct Given {
     StemNumber stem;
@@ -37,8 +39,8 @@ class KnownTokens {
     std::uint32_t words;           // how many
   };
   Token look_up(std::string_view token) {
-    const std::uint32_t number = texts_.number_of(token);
-    if (number == tokens_.size()) learn(token);
+    std::uint32_t number = texts_.number_of(token);
+    if (number == tokens_.size()) number = learn(token);
     const Known& known = tokens_[number];
     return {{given_.data() + known.first, known.count}, known.words};
   }
@@ -49,7 +51,7 @@ class KnownTokens {
     std::uint32_t count = 0;
     std::uint32_t words = 0;
   };
-  void learn(std::string_view token);
+  std::uint32_t learn(std::string_view token);
 
   Vocabulary& vocabulary_;
   std::string language_;

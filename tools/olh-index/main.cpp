@@ -12,6 +12,10 @@
 #include "pdf_text.h"
 #include "visible.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -37,14 +41,21 @@ int complain(int code, const std::string& sentence) {
 olh_index::IndexedManual read_document(const fs::path& root, const olh_search::IndexSource& document,
                                        olh_search::Sum& sum) {
   olh_index::IndexedManual manual = {document.name, document.title, document.is_pdf, "", "", {}};
-  const olh_search::ManualScripts scripts = olh_search::read_source(root.string(), document, sum);
+  olh_search::ManualScripts scripts = olh_search::read_source(root.string(), document, sum);
   if (manual.is_pdf)
     olh_index::read_pdf((fs::absolute(root) / "pdfdocs" / (manual.name + ".pdf")).string(),
                         "pdfdocs/" + manual.name + ".pdf", manual);
   else
-    olh_index::read_manual((root / "htmldocs" / manual.name).string(), scripts, "htmldocs/" + manual.name + "/",
-                           manual);
+    olh_index::read_manual((root / "htmldocs" / manual.name).string(), std::move(scripts),
+                           "htmldocs/" + manual.name + "/", manual);
   return manual;
+}
+
+// The texts of a document come from another thread, and leave gaps that the C library keeps.
+void give_memory_back() {
+#ifdef __GLIBC__
+  malloc_trim(0);
+#endif
 }
 
 // Calls with each document in its order; while it is at work, the next one is read.
@@ -57,6 +68,7 @@ void each_document(const fs::path& root, olh_search::IndexSources& sources, Call
     const olh_index::IndexedManual manual = next.get();
     if (at < sources.documents.size()) next = std::async(std::launch::async, read, at);
     call(manual);
+    give_memory_back();
   }
 }
 

@@ -212,11 +212,13 @@ void take_links(const std::string& folder, const std::string& below, IndexedManu
   }
 }
 
-void read_manual(const std::string& folder, const olh_search::ManualScripts& scripts, const std::string& below,
+void read_manual(const std::string& folder, olh_search::ManualScripts scripts, const std::string& below,
                  IndexedManual& manual) {
   take_topics(scripts.table, scripts.texts ? std::string_view(*scripts.texts) : "", below, manual);
+  const bool has_texts = scripts.texts.has_value();
+  scripts = {};  // the manual has all of them
   take_links(folder, below, manual);
-  if (!scripts.texts)
+  if (!has_texts)
     manual.unsearched = manual.pages.empty() ? "has no topic table" : "has no search text: its titles are searched";
   // The start page of an imported manual is not its own.
   if (!manual.pages.empty())

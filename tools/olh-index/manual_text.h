@@ -16,7 +16,7 @@
 namespace olh_index {
 
 // The pages of an HTML manual in `folder`, by its scripts; addresses begin with `below`.
-void read_manual(const std::string& folder, const olh_search::ManualScripts& scripts, const std::string& below,
+void read_manual(const std::string& folder, olh_search::ManualScripts scripts, const std::string& below,
                  IndexedManual& manual);
 
 // The same without what its pages say.

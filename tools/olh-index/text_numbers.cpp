@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kPlacesAtFirst = std::size_t{1} << 16;
 constexpr std::size_t kBytesOfBlock = std::size_t{256} * 1024;
+constexpr std::size_t kLongestKnownSize = 255;
 
 template <typename Number>
 std::uint64_t number_at(const char* text) {
@@ -41,30 +42,28 @@ std::uint32_t sum_of(std::string_view text, std::uint64_t first) {
     for (const char* at = text.data() + 8; at < end - 8; at += 8) sum = mixed(sum, number_at<std::uint64_t>(at));
     sum = mixed(sum, number_at<std::uint64_t>(end - 8));
   }
-  return static_cast<std::uint32_t>(mixed(sum, 0));
+  const std::size_t size = std::min<std::size_t>(text.size(), kLongestKnownSize);
+  return static_cast<std::uint32_t>(mixed(sum, 0) << 8 | size);
 }
+
+// Where a text is looked for first; the size says least of it.
+std::size_t first_place(std::uint32_t sum, std::size_t mask) { return (sum >> 8 | sum << 24) & mask; }
 
 }  // namespace
 
 TextNumbers::TextNumbers() : places_(kPlacesAtFirst) {}
 
-bool TextNumbers::holds(const Place& place, std::string_view text) const {
-  return text.size() <= sizeof place.bytes || texts_[place.number - 1] == text;
-}
-
 std::uint32_t TextNumbers::number_of(std::string_view text) {
   const std::uint64_t bytes = first_bytes(text);
   const std::uint32_t sum = sum_of(text, bytes);
-  const auto length = static_cast<std::uint32_t>(text.size());
   const std::size_t mask = places_.size() - 1;
-  std::size_t at = sum & mask;
+  std::size_t at = first_place(sum, mask);
   for (; places_[at].number != 0; at = (at + 1) & mask) {
     const Place& place = places_[at];
-    if (place.bytes == bytes && place.sum == sum && place.size == length && holds(place, text))
-      return place.number - 1;
+    if (place.bytes == bytes && place.sum == sum && holds(place, text)) return place.number - 1;
   }
   texts_.push_back(kept(text));
-  places_[at] = {bytes, sum, length, size()};
+  places_[at] = {bytes, sum, size()};
   if (2 * texts_.size() > places_.size()) double_places();
   return size() - 1;
 }
@@ -74,7 +73,7 @@ void TextNumbers::double_places() {
   const std::size_t mask = places.size() - 1;
   for (const Place& place : places_) {
     if (place.number == 0) continue;
-    std::size_t at = place.sum & mask;
+    std::size_t at = first_place(place.sum, mask);
     while (places[at].number != 0) at = (at + 1) & mask;
     places[at] = place;
   }

@@ -24,12 +24,13 @@ class TextNumbers {
  private:
   // A text of at most eight bytes, as most are, is found without a look at the texts.
   struct Place {
-    std::uint64_t bytes = 0;  // the first eight
-    std::uint32_t sum = 0;
-    std::uint32_t size = 0;
+    std::uint64_t bytes = 0;   // the first eight
+    std::uint32_t sum = 0;     // its last byte is the size, 255 for all that are longer
     std::uint32_t number = 0;  // one more than that; 0 for a place that is free
   };
-  bool holds(const Place& place, std::string_view text) const;
+  bool holds(const Place& place, std::string_view text) const {
+    return text.size() <= sizeof place.bytes || texts_[place.number - 1] == text;
+  }
   void double_places();
   std::string_view kept(std::string_view text);
 

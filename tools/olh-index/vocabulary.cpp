@@ -8,6 +8,12 @@
 
 namespace olh_index {
 
+namespace {
+
+constexpr StemNumber kNoStem = ~StemNumber{0};
+
+}  // namespace
+
 void Vocabulary::set_language(const std::string& language) {
   if (language == words_language_) return;
   words_language_ = language;
@@ -29,9 +35,17 @@ void Vocabulary::add_english_meanings() {
     stems_[meaning].is_meaning = true;
     for (const std::string& word : olh_search::words_with_blanks(line)) {
       meanings_[look_up(word).stem].push_back(meaning);
-      stems_of_words_[words_.number_of(word)].push_back(meaning);
+      add_stem(words_.number_of(word), meaning);
     }
   }
+}
+
+void Vocabulary::add_stem(std::uint32_t word, StemNumber stem) {
+  StemNumber& first = first_stems_[word];
+  if (first == kNoStem) first = stem;
+  if (first == stem) return;
+  std::vector<StemNumber>& all = all_stems_.try_emplace(word, 1, first).first->second;
+  if (std::ranges::find(all, stem) == all.end()) all.push_back(stem);
 }
 
 Vocabulary::KnownWord Vocabulary::learn(std::uint32_t number) {
@@ -39,13 +53,9 @@ Vocabulary::KnownWord Vocabulary::learn(std::uint32_t number) {
   const std::uint32_t stem_text = stem_texts_.number_of(language_.stem_of(word));
   if (stem_text == stems_of_texts_.size()) stems_of_texts_.push_back(new_stem());
   const StemNumber stem = stems_of_texts_[stem_text];
-  if (stems_of_words_.size() < words_.size()) stems_of_words_.resize(words_.size());
-  std::vector<StemNumber>& of_word = stems_of_words_[number];
-  const auto add = [&of_word](StemNumber one) {
-    if (std::ranges::find(of_word, one) == of_word.end()) of_word.push_back(one);
-  };
-  add(stem);
-  std::ranges::for_each(meanings_[stem], add);
+  if (first_stems_.size() < words_.size()) first_stems_.resize(words_.size(), kNoStem);
+  add_stem(number, stem);
+  for (const StemNumber meaning : meanings_[stem]) add_stem(number, meaning);
   if (known_.size() < words_.size()) known_.resize(words_.size(), {0, false, nullptr});
   return known_[number] = {stem, language_.is_common(word), &meanings_[stem]};
 }
@@ -80,8 +90,11 @@ std::uint64_t order_of(std::string_view text) {
 std::vector<Vocabulary::Word> Vocabulary::sorted_words() const {
   std::vector<std::pair<std::uint64_t, Word>> words;
   words.reserve(words_.size());
-  for (std::uint32_t number = 0; number < words_.size(); ++number)
-    words.push_back({order_of(words_.text(number)), {words_.text(number), &stems_of_words_[number]}});
+  for (std::uint32_t number = 0; number < words_.size(); ++number) {
+    std::span<const StemNumber> stems(&first_stems_[number], 1);
+    if (const auto several = all_stems_.find(number); several != all_stems_.end()) stems = several->second;
+    words.push_back({order_of(words_.text(number)), {words_.text(number), stems}});
+  }
   std::ranges::sort(words, [](const auto& a, const auto& b) {
     return a.first != b.first ? a.first < b.first : a.second.text < b.second.text;
   });

@@ -9,8 +9,10 @@
 
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "stems.h"
@@ -55,13 +57,14 @@ class Vocabulary {
 
   struct Word {
     std::string_view text;
-    const std::vector<StemNumber>* stems;  // one for each language that has it, mostly
+    std::span<const StemNumber> stems;  // one for each language that has it, mostly
   };
   // All words in the order of their bytes.
   std::vector<Word> sorted_words() const;
 
  private:
   KnownWord learn(std::uint32_t word);
+  void add_stem(std::uint32_t word, StemNumber stem);
   StemNumber new_stem();
   void add_english_meanings();
 
@@ -73,8 +76,9 @@ class Vocabulary {
   std::vector<StemNumber> stems_of_texts_;
   std::string words_language_;  // at present
   TextNumbers words_;
-  std::vector<KnownWord> known_;                         // of each word, in this language
-  std::vector<std::vector<StemNumber>> stems_of_words_;  // in all languages
+  std::vector<KnownWord> known_;                                          // of each word, in this language
+  std::vector<StemNumber> first_stems_;                                   // of each word: most have no other one
+  std::unordered_map<std::uint32_t, std::vector<StemNumber>> all_stems_;  // of words that have several
 };
 
 }  // namespace olh_index

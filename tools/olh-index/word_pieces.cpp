@@ -113,13 +113,13 @@ std::vector<std::pair<StemNumber, Words>> words_of_stems(const Vocabulary& vocab
   std::map<StemNumber, Words> of_meanings;
   std::map<StemNumber, Words> of_stems;
   for (const Vocabulary::Word& word : words)
-    for (const StemNumber stem : *word.stems)
+    for (const StemNumber stem : word.stems)
       (vocabulary.stem(stem).is_meaning ? of_meanings : of_stems)[stem].push_back(word);
   std::vector<std::pair<StemNumber, Words>> all;
   for (auto& [meaning, its_words] : of_meanings) {
     all.emplace_back(meaning, its_words);
     for (const Vocabulary::Word& word : its_words)
-      for (const StemNumber stem : *word.stems)
+      for (const StemNumber stem : word.stems)
         if (const auto own = of_stems.find(stem); own != of_stems.end()) {
           all.emplace_back(stem, std::move(own->second));
           of_stems.erase(own);
@@ -154,7 +154,7 @@ std::string near_words(const Vocabulary& vocabulary, const Words& words) {
   std::vector<std::pair<std::uint32_t, std::string_view>> near;
   for (const Vocabulary::Word& word : words) {
     std::uint32_t sections = 0;
-    for (const StemNumber stem : *word.stems) sections = std::max(sections, vocabulary.stem(stem).sections);
+    for (const StemNumber stem : word.stems) sections = std::max(sections, vocabulary.stem(stem).sections);
     if (word.text.size() >= kShortestNearWord && sections > 0) near.emplace_back(sections, word.text);
   }
   std::ranges::stable_sort(near, [](const auto& a, const auto& b) { return a.first > b.first; });
@@ -170,7 +170,7 @@ nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections,
   Words words = vocabulary.sorted_words();
   write("near", in_quotes(near_words(vocabulary, words)));
   const auto meant = std::stable_partition(words.begin(), words.end(), [&vocabulary](const Vocabulary::Word& word) {
-    return std::ranges::none_of(*word.stems,
+    return std::ranges::none_of(word.stems,
                                 [&vocabulary](StemNumber stem) { return vocabulary.stem(stem).is_meaning; });
   });
   Pieces pieces(vocabulary, sections, write);
@@ -179,7 +179,7 @@ nlohmann::json write_words(const Vocabulary& vocabulary, std::uint32_t sections,
   head["first_words"] = nlohmann::json::array();
   words.erase(meant, words.end());
   for (const Vocabulary::Word& word : words)
-    if (pieces.add(word.text, *word.stems, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
+    if (pieces.add(word.text, word.stems, kBytesOfPiece)) head["first_words"].push_back(std::string(word.text));
   pieces.hand_out();
   return head;
 }
