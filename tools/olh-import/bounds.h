@@ -22,11 +22,11 @@ inline constexpr std::size_t kLongestTitle = 300;                    // bytes: l
 inline constexpr std::size_t kLongestName = 500;                     // a topic's name
 inline constexpr std::size_t kLongestAddress = 2000;                 // a topic's page and place, percent-encoded
 inline constexpr std::size_t kLargestPdf = 256 * 1024 * 1024;        // also when it was compressed
-inline constexpr std::size_t kMostPdfObjects = 1'000'000;
+inline constexpr std::size_t kMostPdfObjects = 500'000;
 inline constexpr std::size_t kMostPdfPlaces = 200'000;  // names; lines of the outline; pages
 inline constexpr int kDeepestPdfTree = 64;
-inline constexpr std::size_t kMostPdfMemory = std::size_t{3} * 1024 * 1024 * 1024;  // of the whole program
-inline constexpr int kDeepestChapter = 12;                                          // of the contents
+inline constexpr std::size_t kMostPdfMemory = std::size_t{1} << 30;  // of the whole program
+inline constexpr int kDeepestChapter = 12;                           // of the contents
 
 }  // namespace olh_import
 

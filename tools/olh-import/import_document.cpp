@@ -8,6 +8,7 @@
 #include "files.h"
 #include "import_pdf.h"
 #include "notes.h"
+#include "pdf_bytes.h"
 #include "refusal.h"
 #include "topic_table.h"
 

@@ -6,6 +6,8 @@
 #ifndef OLH_IMPORT_IMPORT_PDF_H
 #define OLH_IMPORT_IMPORT_PDF_H
 
+#include <cstdio>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,9 +16,6 @@
 #include "output_folder.h"
 
 namespace olh_import {
-
-// Whether a file is taken for a PDF: "guide.pdf", "guide.pdf.gz".
-bool is_pdf_name(std::string_view name);
 
 class PdfImport {
  public:
@@ -31,7 +30,7 @@ class PdfImport {
 
  private:
   void put_together(const std::string& file);
-  void lay_ready(const std::string& file, bool link, const std::string& bytes);
+  void lay_ready(const std::string& file, bool link, const std::function<void(std::FILE*)>& write);
 
   const ImportRequest& asked_;
   std::string place_;

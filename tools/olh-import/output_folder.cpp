@@ -212,6 +212,17 @@ bool OutputFolder::write(std::string_view name, const std::function<std::optiona
   return true;
 }
 
+bool OutputFolder::write(std::string_view name, const std::function<void(std::FILE*)>& write) const {
+  if (!is_harmless(name)) return false;
+  const std::string path = made_room_for(path_, name);
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(fd < 0 ? nullptr : fdopen(fd, "wb"), std::fclose);
+  if (!file) refuse(path);
+  write(file.get());
+  if (std::fflush(file.get()) != 0 || std::ferror(file.get()) != 0 || std::fclose(file.release()) != 0) refuse(path);
+  return true;
+}
+
 bool OutputFolder::copy(const SourceTree& from, const std::string& name, const std::string& to) const {
   const int fd = from.open(name);
   if (fd < 0 || !is_harmless(to)) return fd >= 0 && (close(fd), false);

@@ -47,6 +47,8 @@ class OutputFolder {
   bool write(std::string_view name, std::string_view bytes) const;
   // The same with pieces as they come, up to the first that is none.
   bool write(std::string_view name, const std::function<std::optional<std::string>()>& next) const;
+  // The same with what `write` puts into a stream, which may also throw.
+  bool write(std::string_view name, const std::function<void(std::FILE*)>& write) const;
   // The same with the bytes of a source's file; false when that cannot be read.
   bool copy(const SourceTree& from, const std::string& name, const std::string& to) const;
   void link(const std::string& target, const std::string& name) const;

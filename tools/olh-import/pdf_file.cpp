@@ -57,11 +57,11 @@ std::string bytes_of(Buffer& buffer) { return {reinterpret_cast<const char*>(buf
 
 }  // namespace
 
-PdfFile::PdfFile(std::string bytes, std::string file) : bytes_(std::move(bytes)), file_(std::move(file)) {
-  parsing([this] {
+PdfFile::PdfFile(std::FILE* bytes, std::string file) : file_(std::move(file)) {
+  parsing([&] {
     pdf_.setSuppressWarnings(true);
     pdf_.setAttemptRecovery(false);
-    pdf_.processMemoryFile(file_.c_str(), bytes_.data(), bytes_.size());
+    pdf_.processFile(file_.c_str(), bytes, false);
     if (pdf_.isEncrypted()) refuse("is encrypted: nothing can be added to it");
     if (pdf_.getXRefTable().size() > kMostPdfObjects) refuse("has too many objects");
     catalog_ = pdf_.getRoot();
@@ -86,8 +86,8 @@ void PdfFile::parsing(Action action) {
   } catch (const QPDFExc& error) {
     if (error.getErrorCode() == qpdf_e_password) refuse("is encrypted: nothing can be added to it");
     complaint = error.getMessageDetail();
-  } catch (const std::bad_alloc&) {
-    refuse("takes too much memory");
+  } catch (const std::bad_alloc&) {  // not even enough for a sentence
+    throw;
   } catch (const std::exception& error) {
     complaint = error.what();
   }
@@ -245,18 +245,20 @@ void PdfFile::set_title(const std::string& title) {
   catalog_.replaceKey("/Metadata", metadata);
 }
 
-std::string PdfFile::written() {
-  std::string made;
+void PdfFile::write(std::FILE* to) {
   parsing([&] {
     if (has_new_names_) write_name_tree();
     QPDFWriter writer(pdf_);
-    writer.setOutputMemory();
+    writer.setOutputFile(file_.c_str(), to, false);
     writer.setStreamDataMode(qpdf_s_preserve);
     writer.setDeterministicID(true);
-    writer.write();
-    made = bytes_of(*writer.getBufferSharedPointer());
+    try {
+      writer.write();
+    } catch (const std::runtime_error& error) {
+      if (std::ferror(to) != 0) throw Refusal(kCannotWrite, std::string(error.what()) + ".");
+      throw;
+    }
   });
-  return made;
 }
 
 }  // namespace olh_import

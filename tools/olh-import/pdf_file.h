@@ -16,8 +16,11 @@
 class JSON;
 #endif
 
+#include <cstdio>
 #include <map>
+#include <memory>
 #include <optional>
+#include <qpdf/Buffer.hh>
 #include <qpdf/QPDF.hh>
 #include <string>
 #include <vector>
@@ -34,12 +37,12 @@ struct PdfPlace {
 
 class PdfFile {
  public:
-  // A Refusal for one that is encrypted or damaged, and for what is none. `file` is how a person calls it.
-  PdfFile(std::string bytes, std::string file);
+  // A Refusal for one that is encrypted or damaged, and for what is none. `file` is how a person calls it; `bytes` live
+  // as long.
+  PdfFile(std::FILE* bytes, std::string file);
   PdfFile(const PdfFile&) = delete;
   PdfFile& operator=(const PdfFile&) = delete;
 
-  const std::string& bytes() const { return bytes_; }  // as they were
   std::size_t pages() const { return page_count_; }
   const std::vector<PdfPlace>& named() const { return named_; }      // in the order of their bytes
   const std::vector<PdfPlace>& outline() const { return outline_; }  // in reading order
@@ -56,8 +59,8 @@ class PdfFile {
   // there are any.
   bool lead_beside(const std::string& folder);
   void set_title(const std::string& title);
-  // The file with what was added. A Refusal when it turns out to be damaged.
-  std::string written();
+  // Writes the file with what was added. A Refusal when it turns out to be damaged, and when `to` does not take it.
+  void write(std::FILE* to);
 
  private:
   template <typename Action>
@@ -72,7 +75,6 @@ class PdfFile {
   PdfPlace place(std::string name, QPDFObjectHandle target) const;
   void write_name_tree();
 
-  std::string bytes_;
   std::string file_;
   QPDF pdf_;
   QPDFObjectHandle catalog_;
