@@ -5,8 +5,8 @@
 #include <set>
 
 #include "fuzz.h"
-#include "olh-import/import_manual.h"
-#include "olh-import/refusal.h"
+#include "import_manual.h"
+#include "refusal.h"
 #include "topic_table.h"
 
 namespace {

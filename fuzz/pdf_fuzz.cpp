@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "fuzz.h"
-#include "olh-import/pdf_names.h"
-#include "olh-import/refusal.h"
+#include "pdf_names.h"
+#include "refusal.h"
 
 namespace {
 
