@@ -76,13 +76,16 @@ class DocBase(Verbs):
         write(self.registry / "untitled", "Document: untitled\nSection: Bad\n\n" + PAGES.format(other, "index.html"))
         write(self.registry / "empty")
         (self.registry / "folder").mkdir()
+        (self.root / "tomedecks/qel_td/index.html").mkdir(parents=True)
         self.olh("import", self.root, "taken", other, code=0)
         told = self.run_import().splitlines()
-        expected = [sentence for _, sentence in bad.values() if sentence] + ["twice has registered this name", 'no field "Title"', 'no field "Document"', "folder cannot be read", "damaged"]
+        expected = [sentence for _, sentence in bad.values() if sentence] + ["twice has registered this name", 'no field "Title"', 'no field "Document"', "folder cannot be read", "damaged",
+                                                                            "portals have no page of their own"]
         for sentence in expected:
             self.assertTrue([line for line in told if re.search(sentence, line)], (sentence, told))
         self.assertEqual(len(told), len(expected))
         self.assertEqual(set(self.portals()["bad_td"][1]), {"locked", "damaged", "two", "twice"})
+        self.assertEqual(list(self.root.glob("tomedecks/bad_td/*")), [self.root / "tomedecks/bad_td/js"])
         self.assertEqual(os.readlink(self.root / "pdfdocs/locked.pdf"), str(locked))
         self.olh("import", self.root, "--doc-base=/gone", code=4)
 
