@@ -163,8 +163,9 @@ class Import {
     for (const std::size_t at : topics_of_pages_[name]) {
       std::string& place = manual_.topics[at].place;
       if (page.places.contains(place)) continue;
-      missing_places_.push_back(address_of(name, place));
-      place.clear();
+      const std::string meant = reader_->place_meant(page, place);
+      if (meant.empty()) missing_places_.push_back(address_of(name, place));
+      place = meant;
     }
     reader_->read_page(page, manual_);
     take_headings(page);

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view kProject = ".qhp";
 constexpr std::string_view kPacked = ".qch";
+constexpr std::string_view kSignal = "Changed";  // of a property
 
 // The numbers and texts of Qt's streams, big end first. At the end of the bytes there is no more.
 class QtStream {
@@ -149,6 +150,15 @@ class QtHelpReader : public Reader {
       helps_.emplace_back(std::make_unique<PackedHelp>(source.path_of(name), packed.size() > 1))
           ->unpack(out, written, room, left_out_);
     return !written.empty();
+  }
+
+  // Of two places that only differ in small and capital letters, the page has one with an "x" behind it. The signal of a
+  // property has no place of its own.
+  std::string place_meant(const HtmlPage& page, const std::string& missing) const override {
+    if (page.places.contains(missing + "x")) return missing + "x";
+    const std::string property =
+        missing.substr(0, missing.size() - std::min(missing.size(), kSignal.size())) + "-prop";
+    return missing.ends_with(kSignal) && page.places.contains(property) ? property : "";
   }
 
   void read(const Source& source, const SourceTree&, Manual& manual) override {

@@ -115,6 +115,8 @@ class Reader {
   // Whether the identifier of a heading may name a topic; generators make up many that nobody asks for ("toc-Overview",
   // "XREFjoin", "l00042").
   virtual bool is_place(std::string_view /*identifier*/) const { return true; }
+  // The place in a page that is meant by one that the page does not have; "" for none.
+  virtual std::string place_meant(const HtmlPage&, const std::string& /*missing*/) const { return ""; }
   virtual void read_page(const HtmlPage&, Manual&) {}
   virtual void finish(Manual&) {}
 };

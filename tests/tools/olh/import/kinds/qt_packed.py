@@ -29,8 +29,9 @@ TITLE = "Core \U0001f600\ufffd"
 SOURCES = ["core.qch", "more.qch"]
 FILES = {
     "core.qch": packed_help(
-        "core", [("", b"index"), ("index.html", b"<h1>Core</h1><h2><a name='parent'></a>Object *parent()</h2>"), ("a/b.css", b"")],
-        [("parent", "Object::parent", 1, "parent"), ("parent", "Other::parent", 1, None), ("gone", "gone", 9, "")],
+        "core", [("", b"index"), ("index.html", b"<h1>Core</h1><h2><a name='parent'></a>Object *parent()</h2>"
+          b"<h2 id='scope'>Scope</h2><h2 id='Scopex'>Scope()</h2><h2 id='size-prop'>size : int</h2>"), ("a/b.css", b"")],
+        [("", "Scope", 1, "Scope"), ("", "sizeChanged", 1, "sizeChanged"), ("", "goneChanged", 1, "goneChanged"), ("parent", "Object::parent", 1, "parent"), ("parent", "Other::parent", 1, None), ("gone", "gone", 9, "")],
         [(0, "index.html", "Core \U0001f600\udc00"), (1, "index.html#parent", "Parent")]),
     "more.qch": packed_help(
         "more", [("index.html", b"<h1>More</h1>"), ("../core/up.html", b"up"), ("/tmp/abs.html", b"up"), (".hidden", b"up"),
@@ -38,6 +39,10 @@ FILES = {
         [("", "dlg_print", 0, None)], [(0, "index.html", "More"), (-5, "", "Strange")]),
 }
 TOPICS = [
+    # Places that the index names as the page does not.
+    ("Scope", "pages/core/index.html#Scopex", "Scope()"),
+    ("sizeChanged", "pages/core/index.html#size-prop", "size : int"),
+    ("goneChanged", "pages/core/index.html", "Core"),
     ("Object::parent", "pages/core/index.html#parent", "Object *parent()"),
     ("Other::parent", "pages/core/index.html", "Core"),
     ("dlg_print", "pages/more/index.html", "More"),
