@@ -76,7 +76,9 @@ class DocBase(Verbs):
         write(self.registry / "untitled", "Document: untitled\nSection: Bad\n\n" + PAGES.format(other, "index.html"))
         write(self.registry / "empty")
         (self.registry / "folder").mkdir()
-        (self.root / "tomedecks/qel_td/index.html").mkdir(parents=True)
+        for folder in ("htmldocs", "tomedecks/qel_td/js"):
+            (self.root / folder).mkdir(parents=True)
+        write(self.root / "tomedecks/qel_td/index.html")  # empty, and stays
         self.olh("import", self.root, "taken", other, code=0)
         told = self.run_import().splitlines()
         expected = [sentence for _, sentence in bad.values() if sentence] + ["twice has registered this name", 'no field "Title"', 'no field "Document"', "folder cannot be read", "damaged",

@@ -51,6 +51,8 @@ TOPICS = [
     ("core/same", "pages/core/same.html", "Core"),
     ("more/index", "pages/more/index.html", "More"),
     ("more/same", "pages/more/same.html", "more/same.html"),
+    ("Scopex", "pages/core/index.html#Scopex", "Scope()"),
+    ("size-prop", "pages/core/index.html#size-prop", "size : int"),
 ]
 CONTENTS = [(0, "pages/core/index.html", "Core \U0001f600\ufffd"), (1, "pages/core/index.html#parent", "Parent"),
             (0, "pages/more/index.html", "More"), (1, None, "Strange")]
