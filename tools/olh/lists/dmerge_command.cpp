@@ -22,6 +22,7 @@ constexpr const char* kDmergeExamples =
     "Examples:\n"
     "  olh dmerge docs                           of the root that 'olh new docs handbook' makes\n"
     "  olh dmerge --check /usr/share/olh/docs    which lists are out of date; nothing is written\n"
+    "  olh dmerge --no-index docs                the lists only; 'olh index docs' makes the index later\n"
     "Exit code: 0 the lists are made (--check: they are up to date), 1 --check: a list is out of date,\n"
     "2 the portals cannot be listed, 4 no such root, 5 a list cannot be written, 64 wrong use.\n";
 
@@ -30,6 +31,7 @@ constexpr int kOutOfDate = 1;
 struct DmergeArguments {
   std::string root;
   bool check = false;
+  bool no_index = false;
   bool quiet = false;
   bool json = false;
 };
@@ -79,7 +81,7 @@ int make(const std::string& root, const DmergeArguments& asked) {
   const bool shows_progress = !asked.quiet && isatty(STDERR_FILENO) == 1;
   const ListRun run = asked.json ? make_lists_silently(root) : make_lists(root, tell, shows_progress);
   const bool is_made = run.result == DMERGE_RESULT_OK;
-  const std::string index = is_made ? make_search_index(run.root) : "";
+  const std::string index = is_made && !asked.no_index ? make_search_index(run.root) : "";
   if (asked.json) {
     nlohmann::json answer = run_as_json(root, run);
     answer["files"] = run.files;
@@ -97,7 +99,7 @@ int make(const std::string& root, const DmergeArguments& asked) {
 // ---- --check -----------------------------------------------------------------------------------------------------
 
 int check(const std::string& root, const DmergeArguments& asked) {
-  const ListTrial trial = try_lists(root);
+  const ListTrial trial = try_lists(root, !asked.no_index);
   const ListRun& run = trial.run;
   const int code = run.result != DMERGE_RESULT_OK ? exit_code_of(run)
                    : trial.changes.empty()        ? static_cast<int>(OLH_RESULT_OK)
@@ -150,6 +152,7 @@ void add_dmerge_command(const Verb& olh) {
   DmergeArguments& asked = verb.action(dmerge_verb);
   verb.option("ROOT", asked.root, "The directory of the documentation root");
   verb.flag("--check", asked.check, "Write nothing; say which lists are out of date, and whether the index is");
+  verb.flag("--no-index", asked.no_index, "Leave the search index as it is; make or check the lists only");
   verb.flag("-q,--quiet", asked.quiet, "Say nothing but the generator's own messages");
   add_json_option(verb, asked.json);
 }

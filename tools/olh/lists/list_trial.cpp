@@ -106,7 +106,7 @@ ListChange compared(const fs::path& before, const fs::path& after) {
 
 }  // namespace
 
-ListTrial try_lists(const std::string& root) {
+ListTrial try_lists(const std::string& root, bool with_index) {
   const ShadowRoot shadow(root);
   ListTrial trial = {make_lists_silently(shadow.path()), {}, ""};
   for (std::string& message : trial.run.messages) message = shadow.unveiled(message);
@@ -118,7 +118,7 @@ ListTrial try_lists(const std::string& root) {
     if (change.is_new || change.is_unreadable || change.more != 0 || change.less != 0)
       trial.changes.push_back(change);
   }
-  const IndexState index = state_of_search_index(root);
+  const IndexState index = with_index ? state_of_search_index(root) : IndexState::kGood;
   if (index != IndexState::kGood) trial.changes.push_back({kHeadOfIndex, index == IndexState::kMissing});
   return trial;
 }

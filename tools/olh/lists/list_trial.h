@@ -29,8 +29,9 @@ struct ListTrial {
   std::string failure;              // a sentence; "" when the lists could be made
 };
 
-// Throws std::runtime_error when the root cannot be listed, or there is no place for a trial.
-ListTrial try_lists(const std::string& root);
+// with_index: whether the search index is looked at, too. Throws std::runtime_error when the root cannot be listed, or there is
+// no place for a trial.
+ListTrial try_lists(const std::string& root, bool with_index = true);
 
 // "is missing", "cannot be read...", "is out of date: 1 line to add, 2 lines to remove", or what is wrong with the index.
 std::string state_of(const ListChange& change);

@@ -42,6 +42,20 @@ class Dmerge(Verbs):
         self.assertEqual(answer["files"], [str(self.docs / name) for name in LISTS])
         self.assertIn("1 library, 2 PDFs, ", self.dmerge(f"{self.docs}///").stdout)
 
+    def test_without_the_index(self):
+        """None is made or missed, and one that is there stays, however old."""
+        root, head = str(self.docs), self.docs / INDEX
+        self.dmerge("--no-index", root)
+        self.assertFalse(head.exists())
+        self.dmerge("--check", "--no-index", root)
+        self.assertIn(INDEX, self.dmerge("--check", root, code=1).stdout)
+        self.dmerge(root)
+        made = head.read_text()
+        write(self.docs / "pdfdocs/more.pdf", "%PDF-1.4\n")
+        self.assertIsNone(json.loads(self.dmerge("--no-index", "--json", root).stdout)["index"])
+        self.assertEqual(head.read_text(), made)
+        self.assertIn(INDEX, self.dmerge("--check", root, code=1).stdout)
+
     def test_titles_that_are_more_than_text_are_named_with_their_files(self):
         titles = {"htmldocs/guide/QELdata/QELAllData.js": ("\nQELAddBookVar(\"DocTitle\",\"%s\");\n", "A <b>", "'<'", 2),
                   "pdfdocs/a&b.pdf": ("%%PDF-1.4%s", "", "'&'", None),
