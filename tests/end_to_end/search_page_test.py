@@ -127,6 +127,44 @@ class SearchInThePage(Pages):
             parts = self.browser.value(f"olhFind.excerpt({json.dumps(text)}, {json.dumps(marks)})")
             self.assertEqual("".join(f"[{part}]" if i % 2 else part for i, part in enumerate(parts)), shown)
 
+    # From here on the next piece of words comes only when the page is told so; what is loaded, which searches
+    # have ended, and how many asked for the texts of their hits is noted.
+    HOLD_BACK = """(() => {
+      const load = olh.script, find = olhFind.find, hits = olhFind.hits, released = new Promise(done => { window.release = done; });
+      window.loaded = [];
+      window.ended = [];
+      window.withTexts = 0;
+      olh.script = address => {
+        const isFirst = /words_/.test(address) && !loaded.some(one => /words_/.test(one));
+        loaded.push(address);
+        return isFirst ? released.then(() => load(address)) : load(address);
+      };
+      olhFind.find = (index, query, names) => find(index, query, names).then(answer => { ended.push(query); return answer; });
+      olhFind.hits = (...all) => { withTexts++; return hits(...all); };
+    })()"""
+
+    def test_a_search_that_a_newer_one_has_overtaken_is_dropped(self):
+        """Its words come late: it asks for no texts any more, and what the newer one has found stays."""
+        field, form = "document.querySelector('.bar input')", "document.querySelector('main form')"
+        begin = "(query => { const field = %s; field.value = query; field.dispatchEvent(new InputEvent('input')); })" % field
+        submit = "(query => { document.getElementById('query').value = query; %s.requestSubmit(); })" % form
+        for place, ask, ready, found in (("htmldocs/olh_manual/viewers.htm", begin, f"{field} && ({field}.focus(), document.querySelector('.hits'))", ".hits"),
+                                         (IN_MANUAL % "", submit, "window.olhFind && document.querySelector('main form')", "section[aria-label=Search]")):
+            with self.subTest(place=place):
+                self.browser.go(f"{self.web}/{place}")
+                self.browser.wait(ready)
+                self.browser.value(self.HOLD_BACK)
+                self.browser.value(f"{ask}('zathura')")
+                self.browser.wait("loaded.some(one => /words_/.test(one))")
+                self.browser.value(f"{ask}('nginx')")
+                self.browser.wait(f"document.querySelector('{found} li') && document.querySelector('{found} [role=status]').textContent.includes('\"nginx\"')")
+                self.assertEqual(self.browser.value("ended"), ["nginx"])
+                before = self.browser.value(f"[document.querySelector('{found}').textContent, withTexts]")
+                self.browser.value("release()")
+                self.browser.wait("ended.length == 2")
+                self.assertEqual(self.browser.value("ended[1]"), "zathura")
+                self.assertEqual(self.browser.value(f"[document.querySelector('{found}').textContent, withTexts]"), before)
+
     def test_an_index_that_is_replaced_while_a_page_is_open(self):
         root = shutil.copytree(DOCS, self.dir / "replaced")
         self.search(root.as_uri(), "nginx")
