@@ -310,28 +310,32 @@ var olhFind = (function () {
     this.addSections(group.sections, weight, bit);
   };
 
+  // What follows runs tens of thousands of times at the first search, before the browser has compiled it: what it needs is in
+  // variables of its own.
   Points.prototype.addTitles = function (titles, weight, bit) {
-    for (var at = 0; at < titles.length; at += 2) {
+    var searched = this.searched, title = this.title, words = this.words, ofTitle = this.ofTitle, inTitle = this.inTitle;
+    for (var at = 0, end = titles.length; at < end; at += 2) {
       var page = titles[at], share = titles[at + 1];
-      if (!this.searched[page]) continue;
-      this.title[page] += weight * share;
-      this.words[page] |= bit;
-      this.ofTitle[page] |= bit;
-      if (share > SHARE_OF_LINKS) this.inTitle[page] |= bit;
+      if (!searched[page]) continue;
+      title[page] += weight * share;
+      words[page] |= bit;
+      ofTitle[page] |= bit;
+      if (share > SHARE_OF_LINKS) inTitle[page] |= bit;
     }
   };
 
   Points.prototype.addSections = function (sections, weight, bit) {
-    var last = 0, most = 0;
-    for (var at = 0; at < sections.length; at += 2) {
-      var section = sections[at], page = this.index.pageOf[section], gives = weight * sections[at + 1];
-      if (!this.searched[page]) continue;
-      this.section[section] += gives;
-      this.ofSection[section] |= bit;
-      this.words[page] |= bit;
-      if (page !== last) most = 0;
-      last = page;
-      if (gives > most) { this.sections[page] += gives - most; most = gives; }
+    var searched = this.searched, pageOf = this.index.pageOf, points = this.section, ofSection = this.ofSection, words = this.words;
+    var ofPage = this.sections, last = 0, most = 0;
+    for (var at = 0, end = sections.length; at < end; at += 2) {
+      var section = sections[at], page = pageOf[section];
+      if (!searched[page]) continue;
+      var gives = weight * sections[at + 1];
+      points[section] += gives;
+      ofSection[section] |= bit;
+      words[page] |= bit;
+      if (page !== last) { most = 0; last = page; }
+      if (gives > most) { ofPage[page] += gives - most; most = gives; }
     }
   };
 
@@ -358,21 +362,29 @@ var olhFind = (function () {
 
   // What answers: total pages, of which complete have all words, and best, which gives the first ones in their order.
   Points.prototype.ranked = function () {
-    var points = this, first = this.index.firstSections, of = [], total = 0, complete = 0, whole = this.weightOf(~0);
+    var points = this, first = this.index.firstSections, count = this.count, of = [], total = 0, complete = 0, whole = this.weightOf(~0);
     var pages = new Uint32Array(this.words.length), ranks = new Float64Array(this.words.length);
-    // Of words: how many, how much they count, and how much in a title.
+    var wordsOf = this.words, inTitle = this.inTitle, title = this.title, sections = this.sections, section = this.section;
+    // Of words: how much they count, how much in a title, what comes on top where pages with more words come first, and whether
+    // they are enough, or all.
     function known(words) {
-      return of[words] || (of[words] = { count: bits(words), weight: points.weightOf(words), inTitle: whole + points.weightOf(words) });
+      var many = bits(words), weight = points.weightOf(words);
+      return of[words] = { isEnough: 2 * many >= count, isAll: many === count, weight: weight, inTitle: whole + weight,
+        more: count > FEW_WORDS ? 0 : many * MORE_THAN_POINTS };
     }
     this.index.manuals.forEach(function (manual, number) {
-      for (var page = manual.first; page < manual.end; page++) {
-        if (!points.words[page] || first[page] === first[page + 1]) continue;
-        var words = known(points.words[page] | points.ofManual[number]);
-        if (2 * words.count < points.count) continue;
-        var sum = 5 * points.section[points.bestSection(page)] + 5 * points.title[page] + 2 * points.sections[page];
-        ranks[total] = sum * words.weight * known(points.inTitle[page]).inTitle + (points.count > FEW_WORDS ? 0 : words.count * MORE_THAN_POINTS);
+      for (var page = manual.first, end = manual.end, ofManual = points.ofManual[number]; page < end; page++) {
+        var here = wordsOf[page];
+        if (!here) continue;
+        var words = of[here | ofManual] || known(here | ofManual), at = first[page], behind = first[page + 1];
+        if (!words.isEnough || at === behind) continue;
+        // As in bestSection.
+        var best = section[at], most = best + (title[page] >>> 1);
+        while (++at < behind) if (section[at] > most) most = best = section[at];
+        var sum = 5 * best + 5 * title[page] + 2 * sections[page];
+        ranks[total] = sum * words.weight * (of[inTitle[page]] || known(inTitle[page])).inTitle + words.more;
         pages[total++] = page;
-        if (words.count === points.count) complete++;
+        if (words.isAll) complete++;
       }
     });
     ranks = ranks.subarray(0, total);
