@@ -7,6 +7,7 @@
 #include <libxml/xmlerror.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "bounds.h"
@@ -64,6 +65,14 @@ const char* wider_than(std::string_view encoding) {
   return found == std::end(kWider) ? nullptr : found->meant;
 }
 
+// What ends a word or a tag, and quotes: few of the characters in tags.
+constexpr std::array<bool, 256> kInTags = [] {
+  std::array<bool, 256> in_tags{};
+  for (const char c : {' ', '\t', '\n', '\v', '\f', '\r', '/', '"', '\'', '>'})
+    in_tags[static_cast<unsigned char>(c)] = true;
+  return in_tags;
+}();
+
 // The parser compares each attribute with all that stand before it in its element. Whether that ends soon: every word of
 // a tag may be one, and one in quotes, where a ">" ends nothing, counts too.
 bool has_few_attributes(std::string_view bytes) {
@@ -75,6 +84,10 @@ bool has_few_attributes(std::string_view bytes) {
     char last = '<';  // that is no blank
     for (++at; at < bytes.size() && (quote != '\0' || bytes[at] != '>'); ++at) {
       const char c = bytes[at];
+      if (!kInTags[static_cast<unsigned char>(c)]) {
+        last = c;
+        continue;
+      }
       if (is_space(c) || c == '/') {
         ++words;
         if (comparisons + words * words > kMostComparisons) return false;
