@@ -71,7 +71,7 @@ DocumentOutcome import_document(const ImportRequest& asked,
   DocumentOutcome document;
   if (!pages.sources.empty()) document.manual = import_manual(pages, progress);
   if (pdf) {
-    pdf->take_place();
+    pdf->take_place(document.manual.has_value());
     document.pdf = pdf->outcome();
   }
   compare(document, asked);

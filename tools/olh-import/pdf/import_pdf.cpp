@@ -156,9 +156,9 @@ void PdfImport::lay_ready(const std::string& file, bool link, const std::functio
   link ? out_->link(fs::canonical(file).string(), "pdf") : static_cast<void>(out_->write("pdf", write));
 }
 
-void PdfImport::take_place() {
+void PdfImport::take_place(bool has_room) {
   if (!out_) return;
-  make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
+  if (!has_room) make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
   out_->put("mark", olh_viewers::origin_file_of_pdf(place_));
   out_->put("pdf", place_);
 }

@@ -26,7 +26,8 @@ class PdfImport {
   PdfImport(const ImportRequest& asked, const std::string& file, Unread);
 
   const ImportOutcome& outcome() const { return outcome_; }
-  void take_place();
+  // Without make_room where the pages of the document have just had it: the two take their places right behind each other.
+  void take_place(bool has_room = false);
 
  private:
   void put_together(const std::string& file);

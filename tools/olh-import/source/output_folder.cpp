@@ -14,6 +14,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "manual_origin.h"
 #include "refusal.h"
 
 namespace olh_import {
@@ -22,7 +23,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kWorkshop = ".olh-import-";
 constexpr const char* kBefore = "before";  // in it: the manual that gives way, under its name
 
 [[noreturn]] void refuse(const std::string& file) {
@@ -127,7 +127,7 @@ bool is_own(int fd) {
 void clear_away_left_behind(const fs::path& directory) {
   std::error_code ignored;
   for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
-    if (!entry.path().filename().string().starts_with(kWorkshop)) continue;
+    if (!entry.path().filename().string().starts_with(olh_viewers::kWorkshop)) continue;
     const int lock = locked(entry.path());
     if (lock < 0) continue;
     if (is_own(lock)) {
@@ -138,13 +138,21 @@ void clear_away_left_behind(const fs::path& directory) {
   }
 }
 
-// An empty directory stays so: a root may be made of it.
+bool is_on_disk_of_its_own(const fs::path& directory) {
+  struct stat own = {};
+  struct stat above = {};
+  return stat(directory.c_str(), &own) == 0 && stat(directory.parent_path().c_str(), &above) == 0 &&
+         own.st_dev != above.st_dev;
+}
+
+// An empty directory stays so, since a root may be made of it, unless nothing above can be moved there.
 fs::path directory_for(const fs::path& place) {
   std::error_code failed;
   fs::path directory = place.parent_path();
   if (fs::is_directory(directory, failed)) return directory;
   while (directory != directory.root_path() &&
-         (!fs::is_directory(directory, failed) || fs::is_empty(directory, failed)))
+         (!fs::is_directory(directory, failed) ||
+          (fs::is_empty(directory, failed) && !is_on_disk_of_its_own(directory))))
     directory = directory.parent_path();
   return directory;
 }
@@ -182,7 +190,7 @@ OutputFolder::OutputFolder(const std::string& place) : place_(place) {
   // Another import could clear it away before the lock is there.
   for (int tries = 0; tries < 10 && lock_ < 0; ++tries) {
     if (!workshop_.empty()) rmdir(workshop_.c_str());
-    workshop_ = (directory / (std::string(kWorkshop) + "XXXXXX")).string();
+    workshop_ = (directory / (std::string(olh_viewers::kWorkshop) + "XXXXXX")).string();
     if (mkdtemp(workshop_.data()) == nullptr) refuse(directory.string());
     lock_ = locked(workshop_);
   }

@@ -126,6 +126,16 @@ std::string reason_of(const fs::filesystem_error& error) {
   return error.path1().string() + ": " + error.code().message();
 }
 
+// A directory that cannot give way, since a disk is mounted there, is filled instead.
+void move_to(const fs::path& root, const fs::path& made) {
+  std::error_code failed;
+  fs::rename(made, root, failed);
+  const bool is_stuck = failed == std::errc::device_or_resource_busy || failed == std::errc::directory_not_empty ||
+                        failed == std::errc::cross_device_link;
+  if (is_stuck) return fs::copy(made, root, fs::copy_options::recursive);
+  if (failed) throw fs::filesystem_error("", root, failed);
+}
+
 // Puts a root together beside its place, with what `fill` makes of its own, and moves it there.
 void make_in_one_step(const fs::path& root, const ShippedPages& pages,
                       const std::function<void(const fs::path&)>& fill) {
@@ -137,7 +147,7 @@ void make_in_one_step(const fs::path& root, const ShippedPages& pages,
     copy_wanted(pages.docs, made, kWanted);
     fill(made);
     make_its_lists(made.string());
-    fs::rename(made, root);
+    move_to(root, made);
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error(reason_of(error));
   }

@@ -1,7 +1,9 @@
 #include "root_place.h"
 
+#include <algorithm>
 #include <filesystem>
 
+#include "manual_origin.h"
 #include "olh/support.h"
 
 namespace olh {
@@ -32,10 +34,22 @@ bool is_nothing(const std::string& place, std::error_code& failed) {
   return fs::symlink_status(place, failed).type() == fs::file_type::not_found;
 }
 
+namespace {
+
+// What a new file system has, and what olh-import is about to put into the root.
+bool is_as_good_as_nothing(const fs::directory_entry& entry) {
+  const std::string name = entry.path().filename().string();
+  return name == "lost+found" || name.starts_with(olh_viewers::kWorkshop);
+}
+
+}  // namespace
+
 bool takes_new_root(const std::string& place, std::error_code& failed) {
   const fs::file_type type = fs::symlink_status(place, failed).type();
   if (type == fs::file_type::not_found) return true;
-  return type == fs::file_type::directory && fs::is_empty(place, failed);
+  if (type != fs::file_type::directory) return false;
+  const fs::directory_iterator entries(place, failed);
+  return !failed && std::all_of(begin(entries), end(entries), is_as_good_as_nothing);
 }
 
 std::string no_root(const std::string& directory) {

@@ -16,6 +16,9 @@ inline constexpr const char* kByImport = "import";
 inline constexpr const char* kByDocBase = "import --doc-base";
 inline constexpr const char* kByNew = "new";
 
+// How the directories begin in which olh-import puts manuals together. They may lie in a root.
+inline constexpr const char* kWorkshop = ".olh-import-";
+
 // The text of the mark: the verb in its first line, then what a person may want to know.
 std::string origin_mark(const std::string& verb, const std::string& more = "");
 

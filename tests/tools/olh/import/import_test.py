@@ -2,15 +2,19 @@
 import json
 import os
 import re
+import shutil
 import signal
 import subprocess
+import unittest
 import zlib
+from pathlib import Path
 
 from databases import database
-from scene import BUILD, needs_docs, wait_until, write
+from scene import BUILD, OLH, needs_docs, wait_until, write
 from verbs import Verbs
 
 IMPORT = BUILD / "bin/olh-import"
+CAN_MOUNT = subprocess.run(["sh", "-c", "unshare -rm mount -t tmpfs tmpfs /mnt"], capture_output=True).returncode == 0
 QUEER = '<h1 id="a">A "quoted" \\ title<script>1</script> &lt;b> &amp; \x07\u202e</h1>'
 
 
@@ -160,6 +164,15 @@ class Import(Verbs):
         self.assertEqual(os.readlink(self.manual / "pages"), str(self.source))
         self.olh("remove", self.root, "product", code=0)
         self.assertTrue((self.source / "index.htm").exists())
+
+    @unittest.skipUnless(CAN_MOUNT, "no disk can be mounted")
+    def test_a_disk_that_is_mounted_becomes_a_root_and_holds_one(self):
+        (disk := self.dir / "disk").mkdir()
+        for root, before in ((disk, ""), (disk, "lost+found"), (disk / "root", "")):
+            with self.subTest(root=root.name, before=before):
+                script = f'mount -t tmpfs tmpfs "$1"; mkdir -p "$1/{before}"; "$2" import "$3" product "$4" && cat "$3/htmldocs/product/pages/index.htm"'
+                done = self.run_program(Path(shutil.which("unshare")), "-rm", "sh", "-c", script, "-", disk, OLH, root, self.source, PATH=os.environ["PATH"])
+                self.assertIn("<h1>Product", done.stdout, done.stderr)
 
     def test_an_interrupted_import_leaves_the_old_manual_and_the_next_one_clears_up(self):
         self.run_import()
