@@ -69,9 +69,12 @@ DocumentOutcome import_document(const ImportRequest& asked,
   if (!pdf && !asked.places.empty()) throw Refusal(kWrongUse, "--place names a page of a PDF, and there is none.");
   if (pages.sources.empty() && !asked.start.empty()) throw Refusal(kWrongUse, "a PDF begins with its first page.");
   DocumentOutcome document;
-  if (!pages.sources.empty()) document.manual = import_manual(pages, progress);
+  if (!pages.sources.empty())
+    document.manual = import_manual(pages, progress, [&pdf] {
+      if (pdf) pdf->take_place_beside_pages();
+    });
   if (pdf) {
-    pdf->take_place(document.manual.has_value());
+    if (!document.manual) pdf->take_place();
     document.pdf = pdf->outcome();
   }
   compare(document, asked);

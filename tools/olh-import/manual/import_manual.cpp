@@ -83,8 +83,13 @@ class Titles {
 
 class Import {
  public:
-  Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress)
-      : asked_(asked), progress_(progress), source_(source_of(asked)), reader_(reader_for(source_)) {}
+  Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress,
+         const std::function<void()>& placed)
+      : asked_(asked),
+        progress_(progress),
+        placed_(placed),
+        source_(source_of(asked)),
+        reader_(reader_for(source_)) {}
 
   ImportOutcome run() {
     make_output();
@@ -199,6 +204,7 @@ class Import {
     if (asked_.dry_run) return outcome;
     make_room(asked_, place(), olh_viewers::origin_of(place()));
     out_->take_place();
+    placed_();
     return outcome;
   }
 
@@ -253,6 +259,7 @@ class Import {
 
   const ImportRequest& asked_;
   const std::function<void(std::size_t, std::size_t)>& progress_;
+  const std::function<void()>& placed_;
   Source source_;
   std::unique_ptr<Reader> reader_;
   std::optional<OutputFolder> out_;
@@ -290,9 +297,9 @@ void make_room(const ImportRequest& asked, const std::string& place, const std::
   fs::create_directory(fs::path(place).parent_path(), failed);
 }
 
-ImportOutcome import_manual(const ImportRequest& asked,
-                            const std::function<void(std::size_t, std::size_t)>& progress) {
-  return Import(asked, progress).run();
+ImportOutcome import_manual(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress,
+                            const std::function<void()>& placed) {
+  return Import(asked, progress, placed).run();
 }
 
 }  // namespace olh_import

@@ -48,9 +48,11 @@ void prepare_root(const std::string& root, const olh_viewers::Words& options = {
 // only now: an import that fails leaves none behind.
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by);
 
-// `progress` hears of each page. Throws a Refusal.
-ImportOutcome import_manual(const ImportRequest& asked,
-                            const std::function<void(std::size_t done, std::size_t of)>& progress);
+// `progress` hears of each page, `placed` of the manual's being in its place, while the one before is still to be cleared
+// away. Throws a Refusal.
+ImportOutcome import_manual(
+    const ImportRequest& asked, const std::function<void(std::size_t done, std::size_t of)>& progress,
+    const std::function<void()>& placed = [] {});
 
 }  // namespace olh_import
 

@@ -156,9 +156,16 @@ void PdfImport::lay_ready(const std::string& file, bool link, const std::functio
   link ? out_->link(fs::canonical(file).string(), "pdf") : static_cast<void>(out_->write("pdf", write));
 }
 
-void PdfImport::take_place(bool has_room) {
+void PdfImport::take_place() {
   if (!out_) return;
-  if (!has_room) make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
+  make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
+  take_place_beside_pages();
+}
+
+void PdfImport::take_place_beside_pages() {
+  if (!out_) return;
+  std::error_code failed;
+  fs::create_directory(fs::path(place_).parent_path(), failed);
   out_->put("mark", olh_viewers::origin_file_of_pdf(place_));
   out_->put("pdf", place_);
 }

@@ -26,8 +26,9 @@ class PdfImport {
   PdfImport(const ImportRequest& asked, const std::string& file, Unread);
 
   const ImportOutcome& outcome() const { return outcome_; }
-  // Without make_room where the pages of the document have just had it: the two take their places right behind each other.
-  void take_place(bool has_room = false);
+  void take_place();
+  // The same right after pages of its name, which have made room: a document is never in two versions for long.
+  void take_place_beside_pages();
 
  private:
   void put_together(const std::string& file);
