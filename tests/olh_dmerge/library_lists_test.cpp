@@ -135,6 +135,7 @@ TEST_F(LibraryLists, WithoutPortalsOnlyTheirOwnList) {
 TEST_F(LibraryLists, BasicPage) {
   make("tomedecks/qel_td/js");
   olh::add_document("T", "d", olh::kHtmlType);
+  olh::add_document("U", "d", olh::kHtmlType);  // has lost its name, so it has no row
   const std::string rows =
       "<tr><td>T</td><td class=\"right\">\n"
       "<a href=\"../htmldocs/d/index.htm\" class=\"doctagging\" target=\"_blank\">HTM</a>\n"
