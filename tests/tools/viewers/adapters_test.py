@@ -181,6 +181,7 @@ class Adapters(Scene):
             self.browser("http://h/")
             for step in steps:
                 step.join()
+            wait_until(lambda: seen.is_file() and seen.read_text())  # the browser outlives its start
             self.assertIn("windows-restored", seen.read_text(), begin)
         # What its last run has written means nothing.
         os.utime(progress, (1, 1))
