@@ -51,7 +51,7 @@ constexpr std::array kTools = {
 
 // Only those who write manuals miss them.
 constexpr std::array kToolsOfWriters = {
-    Tool{"python3", "python3", "the tools that come with olh, for the search and the PDF of a manual"},
+    Tool{"python3", "python3", "the tools that make the search text and the PDF of a manual"},
     Tool{"chromium", "chromium", "the tools that print a manual as a PDF"}};
 
 }  // namespace

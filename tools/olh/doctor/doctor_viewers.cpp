@@ -110,6 +110,20 @@ void add_question(Diagnoses& diagnoses, const ViewerKind& kind, const ChosenView
                        kSetup});
 }
 
+bool shows_pages() {
+  return olh_viewers::has_display() || olh_viewers::shows_elsewhere(olh_viewers::choose_browser());
+}
+
+// Programs that call the library get what PATH holds; this command takes the adapter all the same.
+void add_own_viewer(Diagnoses& diagnoses, const ViewerKind& kind, const ChosenViewer& used) {
+  const std::string adapter = installed_adapter(kind);
+  if (used.choice == "option_file" || used.choice == "variable" || used.choice == "tree" || adapter.empty()) return;
+  diagnoses.push_back(
+      {State::kOk, "'olh show' itself uses " + adapter + ", since nobody has chosen a " + kind.label + "."});
+  if (kind.viewer == OLH_VIEWER_HTML && shows_pages() && !driven_by(kind, adapter).program.empty())
+    diagnoses.push_back(of_way());
+}
+
 Diagnoses check_viewer(const ViewerKind& kind, const Machine& machine) {
   Diagnoses diagnoses;
   const ChosenViewer used = viewer_in_use(kind, machine.roots);
@@ -119,12 +133,11 @@ Diagnoses check_viewer(const ViewerKind& kind, const Machine& machine) {
     const Driven driven = driven_by(kind, used.program);
     diagnoses.push_back(of_adapter(kind, used, driven));
     if (kind.viewer == OLH_VIEWER_PDF && !driven.program.empty()) diagnoses.push_back(of_destinations(driven));
-    const bool shows_pages =
-        olh_viewers::has_display() || olh_viewers::shows_elsewhere(olh_viewers::choose_browser());
-    if (kind.viewer == OLH_VIEWER_HTML && shows_pages && !driven.program.empty()) diagnoses.push_back(of_way());
+    if (kind.viewer == OLH_VIEWER_HTML && shows_pages() && !driven.program.empty()) diagnoses.push_back(of_way());
   } else {
     diagnoses.push_back(of_program(kind, used));
   }
+  if (!is_adapter(kind, used.program)) add_own_viewer(diagnoses, kind, used);
   if (kind.viewer == OLH_VIEWER_HTML) add_question(diagnoses, kind, used);
   add_vain_choices(diagnoses, kind, viewer_sources(kind, machine.roots));
   return diagnoses;

@@ -3,10 +3,12 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "browser_reach.h"
 #include "child.h"
 #include "olh/support.h"
 #include "rehearsal.h"
 #include "shared.h"
+#include "url.h"
 #include "viewers.h"
 
 namespace olh {
@@ -61,9 +63,23 @@ std::string print_again(const ShowRequest& request) {
   return command_line(words);
 }
 
+// How a page fares in the browser behind the adapter: a Snap, say, may not see what lies on the disk.
+std::string fate_of(const ShowRequest& request, const ChosenViewer& viewer) {
+  const std::string& location = request.located.location;
+  const bool is_file = is_url(location.c_str()) == 0 || olh_viewers::is_file_url(location);
+  if (viewer_for(request.located) != OLH_VIEWER_HTML || !is_file ||
+      !is_adapter(kind_of(OLH_VIEWER_HTML), viewer.program))
+    return "Shown";
+  const olh_viewers::Choice browser = olh_viewers::choose_browser();
+  const olh_viewers::Way way = olh_viewers::way_to(browser);
+  if (way.barrier.empty() || way.is_served) return "Shown";
+  return "Given to " + olh_viewers::name_of(browser) + ", which " + way.effect + " it";
+}
+
 void say_shown(const ShowRequest& request, const ChosenViewer& viewer) {
   const std::string& root = request.located.root;
-  say("Shown: " + request.named + (root.empty() ? "" : ", from the root " + root) + ", in " + viewer.program + ".");
+  say(fate_of(request, viewer) + ": " + request.named + (root.empty() ? "" : ", from the root " + root) + ", in " +
+      viewer.program + ".");
 }
 
 void explain_failure(int result, const ShowRequest& request, const ChosenViewer& viewer, const SearchRoots& roots) {

@@ -63,6 +63,12 @@ class Doctor(Verbs):
                      '"guide" cannot be found without a documentation root'):
             self.assertIn(said, done.stdout)
 
+    def test_the_way_of_a_page_where_nobody_has_chosen(self):
+        snap = self.script("packaged", 'exec /snap/bin/firefox "$@"')
+        said = self.olh("doctor", QEL_HTML_BROWSER=None, OLH_BROWSER_PROGRAM=str(snap)).stdout
+        self.assertIn(f"'olh show' itself uses {BUILD}/bin/olh-browser, since nobody has chosen a browser.", said)
+        self.assertIn(f"Pages are served to {snap}, since it is a Snap.", said)
+
     def test_each_fault_alone(self):
         firefox, evince, gone = self.viewer("firefox"), str(self.evince), self.dir / "gone"
         falkon, unknown = self.viewer("falkon"), self.viewer("my_reader")

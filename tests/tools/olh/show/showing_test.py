@@ -195,6 +195,13 @@ class Showing(Verbs):
         self.script("w3m", "echo The text")
         self.assertIn("The text", self.answer("show", "guide", **nobody))
 
+    def test_what_the_browser_may_not_see_is_not_called_shown(self):
+        self.with_desktop()
+        snap, plain = self.script("packaged", "exit 0; exec /snap/bin/firefox"), self.script("plain", "exit 0")
+        for browser, begin in ((snap, f"Given to {snap}, which may not see it: file:"), (plain, "Shown: file:")):
+            done = self.olh("show", "guide", QEL_HTML_BROWSER=str(BUILD / "bin/olh-browser"), OLH_BROWSER_PROGRAM=str(browser), OLH_SERVE="never")
+            self.assertEqual((done.stdout[:len(begin)], done.returncode), (begin, 0))
+
     def test_the_substitute_is_named(self):
         write(self.docs / "htmldocs/qel_html_help/index.htm")
         page = f"file://{self.docs}/htmldocs/qel_html_help/index.htm#context=&topic=qel_help_014"
