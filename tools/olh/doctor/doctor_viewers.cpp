@@ -117,7 +117,8 @@ bool shows_pages() {
 // Programs that call the library get what PATH holds; this command takes the adapter all the same.
 void add_own_viewer(Diagnoses& diagnoses, const ViewerKind& kind, const ChosenViewer& used) {
   const std::string adapter = installed_adapter(kind);
-  if (used.choice == "option_file" || used.choice == "variable" || used.choice == "tree" || adapter.empty()) return;
+  const bool is_chosen = !used.program.empty() && used.choice != "search";
+  if (is_chosen || adapter.empty()) return;
   diagnoses.push_back(
       {State::kOk, "'olh show' itself uses " + adapter + ", since nobody has chosen a " + kind.label + "."});
   if (kind.viewer == OLH_VIEWER_HTML && shows_pages() && !driven_by(kind, adapter).program.empty())
