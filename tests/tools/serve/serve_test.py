@@ -78,11 +78,11 @@ TYPES = {  # a file, its bytes, how it is called in the header
 
 
 def has_ended(process):
-    """Whether the process has let go of its files and locks too, which it keeps a while when its command line is gone."""
+    """Whether the last thread of the process has let go of its files and locks, which outlive its command line."""
     try:
-        return Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()[0] in "ZX"
-    except OSError:
-        return True
+        return all(thread.joinpath("stat").read_text().rsplit(")", 1)[1].split()[0] in "ZX" for thread in Path(f"/proc/{process}/task").iterdir())
+    except OSError:  # a thread, or all of it, has gone meanwhile
+        return not Path(f"/proc/{process}").exists()
 
 
 class Answer:
