@@ -4,6 +4,7 @@
 #include "index_pieces.h"
 #include "json_texts.h"
 #include "packed_numbers.h"
+#include "versions.h"
 #include "words_in_text.h"
 
 namespace olh_index {
@@ -38,6 +39,7 @@ void add_row(std::string& rows, const std::string& number, std::initializer_list
 
 void IndexMaker::add(const IndexedManual& manual) {
   tokens_.set_language(manual.language);
+  version_ = version_in(manual.title);
   const std::uint32_t first_page = pages_;
   for (const Page& page : manual.pages) {
     const std::uint32_t first = sections_;
@@ -63,6 +65,7 @@ void IndexMaker::take_words(std::string_view text, Field field) {
 
 void IndexMaker::add_title(const Page& page) {
   take_words(page.title, kTitle);
+  if (names_version(page.title, version_)) take_words("version", kTitle);
   for (const std::string& link : page.links) take_words(link, kLink);
   shares_.take_of_page([this](StemNumber stem, std::uint32_t share) { vocabulary_.add_title(stem, pages_, share); });
 }

@@ -43,7 +43,8 @@ class IndexMaker {
   WritePiece write_;
   Vocabulary vocabulary_;
   KnownTokens tokens_{vocabulary_};
-  StemShares shares_;  // of the section or title that is read
+  StemShares shares_;    // of the section or title that is read
+  std::string version_;  // of what the manual that is read is about
   nlohmann::json manuals_ = nlohmann::json::array();
   std::string sections_of_pages_;
   std::string sections_of_texts_;

@@ -179,11 +179,13 @@ class Showing(Verbs):
             self.assertEqual(self.json("search", "--print", query, "guide")["results"][0]["excerpt"], shown)
 
     def test_what_is_new_comes_behind_what_explains(self):
-        pages, text = (("news", "What is new"), ("cages", "Cages"), ("names", "Index of names")), "Each zebra has a cage."
+        news = [(f"news_{number}", f"What is new in 2.{number}") for number in (5, 4, 3)]
+        pages, text = [("news", "What is new"), ("cages", "Cages"), ("names", "Index of names"), *news], "Each zebra has a cage."
         for file, row in (("QELAllData.js", 'QELAddTopic(["{0}","{0}.htm","{1}"]);\n'), ("QELSearchText.js", 'QELAddText(["{0}","","","{2}"]);\n')):
-            write(self.docs / "htmldocs/guide/QELdata" / file, "".join(row.format(*page, text) for page in pages))
+            title = 'QELAddBookVar("DocTitle","The guide 2.4.1");\n' * file.startswith("QELAll")
+            write(self.docs / "htmldocs/guide/QELdata" / file, title + "".join(row.format(*page, text) for page in pages))
         self.make_lists(self.docs)
-        for query, first in (("zebras", "cages"), ("what is new", "news")):
+        for query, first in (("zebras", "cages"), ("what is new", "news"), ("new in this version", "news_4")):
             self.assertEqual(self.json("search", "--print", query, "guide")["results"][0]["topic"], first)
 
     def test_where_nobody_has_chosen_the_adapters_show_it(self):
