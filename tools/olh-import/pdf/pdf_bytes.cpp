@@ -21,11 +21,12 @@ constexpr std::size_t kBlock = std::size_t{64} * 1024;
 std::FILE* opened(const std::string& file) {
   const int fd = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   struct stat status = {};
-  if (fd < 0) return nullptr;
+  std::FILE* stream = nullptr;
+  if (fd < 0) return stream;
   if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) <= kLargestPdf)
-    return fdopen(fd, "rb");
-  close(fd);
-  return nullptr;
+    stream = fdopen(fd, "rb");
+  if (stream == nullptr) close(fd);
+  return stream;
 }
 
 }  // namespace
@@ -45,13 +46,14 @@ PdfBytes::PdfBytes(const std::string& file) : file_(file), stream_(opened(file),
 // Without a stream where it fails. What is named like a compressed file, and is none, is taken as it is.
 void PdfBytes::unpack() {
   const std::unique_ptr<gzFile_s, int (*)(gzFile)> packed(gzopen(file_.c_str(), "rb"), gzclose);
-  stream_.reset();
-  if (!packed) return;
+  stream_.reset(std::tmpfile());
+  if (!packed || !stream_) return stream_.reset();
   char block[kBlock];
+  std::size_t size = 0;
   int count = 0;
-  while (unpacked_.size() <= kLargestPdf && (count = gzread(packed.get(), block, sizeof block)) > 0)
-    unpacked_.append(block, static_cast<std::size_t>(count));
-  if (count == 0 && !unpacked_.empty()) stream_.reset(fmemopen(unpacked_.data(), unpacked_.size(), "rb"));
+  while (size <= kLargestPdf && (count = gzread(packed.get(), block, sizeof block)) > 0)
+    size += std::fwrite(block, 1, static_cast<std::size_t>(count), stream());
+  if (count != 0 || std::fflush(stream()) != 0 || std::ferror(stream()) != 0) stream_.reset();
 }
 
 bool PdfBytes::is_pdf() const {

@@ -1,7 +1,7 @@
 // The bytes of a PDF as a stream, out of their compression where they have one.
 //
 // Knows    which files are taken for PDFs by their name, and how large one may be.
-// Owns     the stream, and what came out of a compressed file; a file that is not compressed is never in memory.
+// Owns     the stream. A file is never in memory as a whole; what came out of a compressed one is in a file without a name.
 // For      import_pdf.
 #ifndef OLH_IMPORT_PDF_BYTES_H
 #define OLH_IMPORT_PDF_BYTES_H
@@ -32,7 +32,6 @@ class PdfBytes {
   void unpack();
 
   std::string file_;
-  std::string unpacked_;
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream_;
 };
 
