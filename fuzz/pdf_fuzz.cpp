@@ -1,6 +1,5 @@
 // PDFs of strangers: refused, or, once they have the names and the title that they lack, without a lack.
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -20,14 +19,8 @@ Stream stream_of(const std::string& bytes) {
   return {fmemopen(const_cast<char*>(bytes.data()), bytes.size(), "rb"), std::fclose};
 }
 
-struct Written {
-  char* bytes = nullptr;
-  std::size_t size = 0;
-  ~Written() { std::free(bytes); }
-};
-
 // The PDF with all that olh import adds; nothing when it is refused.
-std::optional<std::string> completed(const std::string& bytes) try {
+Stream completed(const std::string& bytes) try {
   const Stream stream = stream_of(bytes);
   PdfFile pdf(stream.get(), "product.pdf");
   std::vector<PdfPlace> given;
@@ -37,24 +30,22 @@ std::optional<std::string> completed(const std::string& bytes) try {
   for (const PdfNames::Added& one : names.added) pdf.add_name(one.name, *one.place);
   pdf.lead_beside("/");
   pdf.set_title("Title");
-  Written made;
-  const Stream to(open_memstream(&made.bytes, &made.size), std::fclose);
-  pdf.write(to.get());
-  std::fflush(to.get());
-  return std::string(made.bytes, made.size);
+  Stream made(std::tmpfile(), std::fclose);
+  std::fwrite(bytes.data(), 1, bytes.size(), made.get());
+  pdf.append_to(made.get());
+  return made;
 } catch (const olh_import::Refusal& refusal) {
   expect(std::string_view(refusal.what()).ends_with('.'), "a refusal is a sentence");
-  return std::nullopt;
+  return {nullptr, std::fclose};
 }
 
 }  // namespace
 
 void try_input(const std::string& input) {
   if (input.empty()) return;
-  const std::optional<std::string> made = completed(input);
+  const Stream made = completed(input);
   if (!made) return;
-  const Stream stream = stream_of(*made);
-  const PdfFile again(stream.get(), "product.pdf");
+  const PdfFile again(made.get(), "product.pdf");
   expect(again.has_visible_title() && again.title() == "Title", "the lists see the title");
   expect(olh_import::names_for_library(again, {}).added.empty(), "no name lacks");
 }

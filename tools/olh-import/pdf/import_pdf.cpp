@@ -1,8 +1,10 @@
 #include "import_pdf.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <charconv>
+#include <cstdlib>
 #include <filesystem>
 
 #include "bounds.h"
@@ -26,13 +28,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What this program may take while a PDF is read: what is packed in one may be without end.
+// What this program may take besides what it has while a PDF is read: what is packed in one may be without end.
 class MemoryBound {
  public:
   MemoryBound() {
     getrlimit(RLIMIT_AS, &before_);
     rlimit bound = before_;
-    bound.rlim_cur = std::min<rlim_t>(before_.rlim_cur, kMostPdfMemory);
+    const rlim_t pages = std::strtoull(olh_viewers::content_of("/proc/self/statm").c_str(), nullptr, 10);
+    const rlim_t most = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kMostPdfMemory;
+    bound.rlim_cur = std::min(before_.rlim_cur, most);
     if (kIsPossible) setrlimit(RLIMIT_AS, &bound);
   }
   ~MemoryBound() {
@@ -110,7 +114,10 @@ class CompletedPdf {
     if (!beside.empty() && pdf_.lead_beside(beside)) is_changed_ = true;
   }
   // The same bytes where nothing was added.
-  void write(std::FILE* to) { is_changed_ ? pdf_.write(to) : bytes_.copy(to); }
+  void write(std::FILE* to) {
+    bytes_.copy(to);
+    if (is_changed_) pdf_.append_to(to);
+  }
 
  private:
   PdfBytes bytes_;

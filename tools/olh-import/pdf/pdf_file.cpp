@@ -5,14 +5,12 @@
 #include <new>
 #include <qpdf/Buffer.hh>
 #include <qpdf/QPDFExc.hh>
-#include <qpdf/QPDFObjectHandle.hh>
-#include <qpdf/QPDFWriter.hh>
-#include <set>
 #include <utility>
 
 #include "bounds.h"
 #include "carried_text.h"
 #include "markup.h"
+#include "pdf_update.h"
 #include "refusal.h"
 #include "url.h"
 #include "xmp_title.h"
@@ -57,7 +55,7 @@ std::string bytes_of(Buffer& buffer) { return {reinterpret_cast<const char*>(buf
 
 }  // namespace
 
-PdfFile::PdfFile(std::FILE* bytes, std::string file) : file_(std::move(file)) {
+PdfFile::PdfFile(std::FILE* bytes, std::string file) : bytes_(bytes), file_(std::move(file)) {
   parsing([&] {
     pdf_.setSuppressWarnings(true);
     pdf_.setAttemptRecovery(false);
@@ -116,7 +114,8 @@ void PdfFile::read_pages() {
   walk("page tree", value_of(catalog_, "/Pages"), [this](QPDFObjectHandle node, int depth, std::vector<Node>& to_do) {
     const QPDFObjectHandle kids = value_of(node, "/Kids");
     if (QPDFObjectHandle(kids).isArray()) return push_kids(kids, depth, to_do);
-    pages_.emplace(node.getObjGen(), static_cast<int>(++page_count_));
+    ++page_count_;
+    if (node.isIndirect()) pages_.emplace(node.getObjGen(), static_cast<int>(page_count_));
   });
   if (page_count_ == 0) refuse("has no page");
 }
@@ -186,79 +185,98 @@ std::optional<PdfPlace> PdfFile::place_of_page(int page) {
   return made;
 }
 
+// Of these, each of which is in the next, the innermost that is an object of its own is written again. What is in none is in
+// the trailer, which is written in any case.
+void PdfFile::mark_changed(std::initializer_list<QPDFObjectHandle> from_inside) {
+  const auto object = std::ranges::find_if(from_inside, [](QPDFObjectHandle one) { return one.isIndirect(); });
+  if (object != from_inside.end()) changed_.insert(object->getObjGen());
+}
+
 void PdfFile::add_name(const std::string& name, const PdfPlace& place) {
-  QPDFObjectHandle target = place.target;
-  if (!target.isIndirect()) target = target.shallowCopy();
-  values_.insert_or_assign(name, target);
+  values_.insert_or_assign(name, place.target);
+  has_new_names_ = true;
   // Some readers look into the dictionary alone where there is one.
   QPDFObjectHandle dictionary = value_of(catalog_, "/Dests");
-  if (dictionary.isDictionary()) dictionary.replaceKey("/" + name, target);
-  has_new_names_ = true;
+  if (!dictionary.isDictionary()) return;
+  dictionary.replaceKey("/" + name, place.target);
+  mark_changed({dictionary, catalog_});
 }
 
 bool PdfFile::lead_beside(const std::string& folder) {
   bool any = false;
   parsing([&] {
-    for (const auto& [page, number] : pages_)
-      for (const QPDFObjectHandle& link : items_of(value_of(pdf_.getObjectByObjGen(page), "/Annots"))) {
-        const QPDFObjectHandle address = value_of(value_of(link, "/A"), "/URI");
+    for (const auto& [number, _] : pages_) {
+      const QPDFObjectHandle page = pdf_.getObjectByObjGen(number);
+      const QPDFObjectHandle links = value_of(page, "/Annots");
+      for (QPDFObjectHandle link : items_of(links)) {
+        QPDFObjectHandle address = value_of(value_of(link, "/A"), "/URI");
         const std::string file = olh_viewers::file_of(text_of(address));
         if (file.empty() || std::filesystem::path(file).parent_path() != folder) continue;
         QPDFObjectHandle action = QPDFObjectHandle::parse("<< /S /GoToR /D [0 /Fit] >>");
         action.replaceKey("/F", QPDFObjectHandle::newString(std::filesystem::path(file).filename().string()));
-        QPDFObjectHandle(link).replaceKey("/A", action);
+        // What was there says where the file lay when it was made.
+        const std::string written = address.unparseResolved();
+        outdated_.push_back({address.getParsedOffset() + 1, written.substr(1, written.size() - 2)});
+        link.replaceKey("/A", action);
+        mark_changed({link, links, page});
         any = true;
       }
+    }
   });
   return any;
 }
 
+// The list generator takes the first title in the bytes of the file.
+void PdfFile::set_title(const std::string& title) {
+  new_xmp_ = xmp_with_title(xmp_, title);
+  if (xmp_.find("pdf:Title") != std::string::npos)
+    outdated_.push_back({value_of(catalog_, "/Metadata").getParsedOffset(), xmp_});
+}
+
+void PdfFile::append_to(std::FILE* to) {
+  parsing([&] {
+    PdfUpdate update(bytes_, pdf_.getTrailer(), to);
+    for (const Outdated& one : outdated_) update.blank(one.from, one.bytes);
+    if (has_new_names_) append_name_tree(update);
+    if (!new_xmp_.empty()) append_metadata(update);
+    for (const QPDFObjGen& object : changed_)
+      update.replace(object, pdf_.getObjectByObjGen(object).unparseResolved());
+    update.finish();
+  });
+}
+
+// The parser takes what was written for an object of the file.
+QPDFObjectHandle PdfFile::reference_to(QPDFObjGen written) {
+  pdf_.replaceObject(written, QPDFObjectHandle::newDictionary());
+  return pdf_.getObjectByObjGen(written);
+}
+
 // All names in one tree of two storeys.
-void PdfFile::write_name_tree() {
-  QPDFObjectHandle leaves = QPDFObjectHandle::newArray();
+void PdfFile::append_name_tree(PdfUpdate& update) {
+  std::string leaves;
   for (auto next = values_.begin(); next != values_.end();) {
-    QPDFObjectHandle pairs = QPDFObjectHandle::newArray();
-    const std::string first = next->first;
+    const std::string first = QPDFObjectHandle::newString(next->first).unparse();
     std::string last;
+    std::string leaf = "<< /Names [\n";
     for (std::size_t count = 0; count < kNamesOfALeaf && next != values_.end(); ++count, ++next) {
-      last = next->first;
-      pairs.appendItem(QPDFObjectHandle::newString(last));
-      pairs.appendItem(next->second);
+      last = QPDFObjectHandle::newString(next->first).unparse();
+      leaf += last + " " + next->second.unparse() + "\n";
     }
-    QPDFObjectHandle leaf = QPDFObjectHandle::newDictionary();
-    leaf.replaceKey("/Limits", QPDFObjectHandle::newArray(
-                                   {QPDFObjectHandle::newString(first), QPDFObjectHandle::newString(last)}));
-    leaf.replaceKey("/Names", pairs);
-    leaves.appendItem(pdf_.makeIndirectObject(leaf));
+    leaf += "] /Limits [ " + first;
+    leaf += " " + last + " ] >>";
+    leaves += update.add(leaf).unparse(' ') + " R\n";
   }
-  QPDFObjectHandle tree = QPDFObjectHandle::newDictionary();
-  tree.replaceKey("/Kids", leaves);
   QPDFObjectHandle names = value_of(catalog_, "/Names");
   if (!names.isDictionary()) catalog_.replaceKey("/Names", names = QPDFObjectHandle::newDictionary());
-  names.replaceKey("/Dests", pdf_.makeIndirectObject(tree));
+  names.replaceKey("/Dests", reference_to(update.add("<< /Kids [\n" + leaves + "] >>")));
+  mark_changed({names, catalog_});
 }
 
-void PdfFile::set_title(const std::string& title) {
-  QPDFObjectHandle metadata = QPDFObjectHandle::newStream(&pdf_, xmp_with_title(xmp_, title));
-  metadata.getDict().replaceKey("/Type", QPDFObjectHandle::newName("/Metadata"));
-  metadata.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/XML"));
-  catalog_.replaceKey("/Metadata", metadata);
-}
-
-void PdfFile::write(std::FILE* to) {
-  parsing([&] {
-    if (has_new_names_) write_name_tree();
-    QPDFWriter writer(pdf_);
-    writer.setOutputFile(file_.c_str(), to, false);
-    writer.setStreamDataMode(qpdf_s_preserve);
-    writer.setDeterministicID(true);
-    try {
-      writer.write();
-    } catch (const std::runtime_error& error) {
-      if (std::ferror(to) != 0) throw Refusal(kCannotWrite, std::string(error.what()) + ".");
-      throw;
-    }
-  });
+void PdfFile::append_metadata(PdfUpdate& update) {
+  catalog_.replaceKey("/Metadata", reference_to(update.add("<< /Type /Metadata /Subtype /XML /Length " +
+                                                           std::to_string(new_xmp_.size()) + " >>\nstream\n" +
+                                                           new_xmp_ + "\nendstream")));
+  mark_changed({catalog_});
 }
 
 }  // namespace olh_import

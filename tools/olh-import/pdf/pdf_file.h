@@ -1,31 +1,29 @@
-// A PDF as what it says of itself (places that it names, outline, title), and the same file with more names and another
-// title.
+// A PDF as what it says of itself (places that it names, outline, title), and what makes the same file have more names and
+// another title.
 //
-// Knows    the parser (qpdf), how much of a PDF is believed, and the two forms in which a PDF names places.
-// Not      which names the library asks for (pdf_names), how a title is written (xmp_title).
+// Knows    the parser (qpdf), how much of a PDF is believed, the two forms in which a PDF names places, and which objects
+//          change.
+// Not      which names the library asks for (pdf_names), how a title is written (xmp_title), the form of an update
+//          (pdf_update).
 // Owns     the document; a PdfPlace lives as long.
 // For      import_pdf, pdf_names.
 #ifndef OLH_IMPORT_PDF_FILE_H
 #define OLH_IMPORT_PDF_FILE_H
 
-#include <qpdf/DLL.h>
-
-// What qpdf says of JSON is needed nowhere here, and up to qpdf 11 clang cannot read it as C++20.
-#if defined(__clang__) && QPDF_MAJOR_VERSION < 12
-#define JSON_HH
-class JSON;
-#endif
-
 #include <cstdio>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <optional>
-#include <qpdf/Buffer.hh>
-#include <qpdf/QPDF.hh>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "pdf_parser.h"
+
 namespace olh_import {
+
+class PdfUpdate;
 
 // Where a name, or a line of the outline, leads.
 struct PdfPlace {
@@ -59,8 +57,9 @@ class PdfFile {
   // there are any.
   bool lead_beside(const std::string& folder);
   void set_title(const std::string& title);
-  // Writes the file with what was added. A Refusal when it turns out to be damaged, and when `to` does not take it.
-  void write(std::FILE* to);
+  // Writes what was added behind the bytes of the file, which are in `to` already. A Refusal when the file turns out to be
+  // damaged; whether `to` takes it is the business of whoever has opened it.
+  void append_to(std::FILE* to);
 
  private:
   template <typename Action>
@@ -73,8 +72,18 @@ class PdfFile {
   void read_outline();
   void read_title();
   PdfPlace place(std::string name, QPDFObjectHandle target) const;
-  void write_name_tree();
+  void mark_changed(std::initializer_list<QPDFObjectHandle> from_inside);
+  QPDFObjectHandle reference_to(QPDFObjGen written);
+  void append_name_tree(PdfUpdate& update);
+  void append_metadata(PdfUpdate& update);
 
+  // Bytes of the file that say what is so no more to whoever does not look through the parser's eyes.
+  struct Outdated {
+    long long from;
+    std::string bytes;
+  };
+
+  std::FILE* bytes_;
   std::string file_;
   QPDF pdf_;
   QPDFObjectHandle catalog_;
@@ -83,7 +92,10 @@ class PdfFile {
   std::map<std::string, QPDFObjectHandle> values_;  // of all names, by their bytes
   std::vector<PdfPlace> named_;
   std::vector<PdfPlace> outline_;
+  std::set<QPDFObjGen> changed_;
+  std::vector<Outdated> outdated_;
   std::string xmp_;
+  std::string new_xmp_;
   std::string title_;
   bool has_visible_title_ = false;
   bool has_new_names_ = false;

@@ -21,7 +21,11 @@ CATALOG = ("<< /Type /Catalog /Pages 2 0 R /Outlines 7 0 R /Dests << /chapter.1 
 ADDED = {"M8.newlink.chapter1": 1, "M8.newlink.a": 2, "M8.newlink.Setting.up.Linux": 2, "M8.newlink.page.2": 2, "M8.newlink.Chapter1": 2}
 
 
-def pdf(body=BODY, catalog=CATALOG.format("/Metadata 13 0 R"), more=(f"<< /Type /Metadata /Subtype /XML /Length {len(XMP)} >> stream\n{XMP}\nendstream",)):
+def metadata(xmp=XMP):
+    return f"<< /Type /Metadata /Subtype /XML /Length {len(xmp)} >> stream\n{xmp}\nendstream"
+
+
+def pdf(body=BODY, catalog=CATALOG.format("/Metadata 13 0 R"), more=(metadata(),)):
     """A PDF of these objects, its catalog the first, and a title for a person."""
     objects = [catalog, *body, *more, "<< /Title (A \\(small\\) guide & more) >>"]
     made, places = bytearray(b"%PDF-1.7\n"), []
@@ -69,7 +73,7 @@ class ImportPdf(Verbs):
         self.assertIn('"A (small) guide \uff06 more","product","pdf"', self.lists())
         self.olh("test", "--root", self.root, "product", "chapter1", code=0)
         first = self.made.read_bytes()
-        # What lacks nothing stays byte for byte, compressed or not; another title is all that changes.
+        # What lacks nothing stays byte for byte, compressed or not; of another title, only the one before is taken out.
         self.source.write_bytes(first)
         packed = self.dir / "packed.pdf.gz"
         packed.write_bytes(gzip.compress(first))
@@ -78,7 +82,46 @@ class ImportPdf(Verbs):
             self.assertEqual(self.made.read_bytes(), first)
         self.run_import("--title", "Mine", self.source)
         self.assertIn('"Mine","product","pdf"', self.lists())
+        at = first.rindex(b"<x:xmpmeta")
+        self.assertEqual(self.made.read_bytes()[:at], first[:at])
         self.assertEqual(self.names_of(self.made), self.names_of(self.source))
+
+    def forms(self):
+        """The source in the forms that PDFs have."""
+        plain = self.source.read_bytes()
+        yield "begins late and ends early", b"#!printer\n" + plain.rstrip()
+        yield "a later generation", plain.replace(b"\n1 0 obj", b"\n1 2 obj").replace(b"00000 n", b"00002 n", 1).replace(b"/Root 1 0 R", b"/Root 1 2 R")
+        yield "what changes has objects of its own", pdf(catalog="<< /Type /Catalog /Pages 2 0 R /Outlines 7 0 R /Dests 13 0 R /Names 14 0 R /Metadata 16 0 R >>",
+                                                         more=["<< /chapter.1 [3 0 R /Fit] >>", "<< /Dests 15 0 R /Other (kept) >>", "<< /Names [(M8.newlink.intro) [4 0 R /Fit] (a\\377) [4 0 R /Fit]] >>", metadata()])
+        for options in (["--object-streams=generate"], ["--linearize"], ["--linearize", "--object-streams=generate"]):
+            run("qpdf", *options, self.source, self.dir / "form.pdf")
+            yield options, (self.dir / "form.pdf").read_bytes()
+        yield "a title that the lists see", pdf(more=[metadata(XMP.replace("pdf:Producer='Kept'", "pdf:Title='Draft' pdf:Producer='Kept'"))])
+
+    def test_each_form_of_a_pdf_stays_and_is_added_to_in_its_form(self):
+        names, look = {**self.names_of(self.source), **ADDED}, self.look_of(self.source)
+        for form, content in self.forms():
+            with self.subTest(form=form):
+                self.source.write_bytes(content)
+                self.run_import("--title", "Mine", self.source)
+                made = self.made.read_bytes()
+                self.assertEqual(made[:len(content)], re.sub(b"<x:xmpmeta.*Draft.*</x:xmpmeta>", lambda draft: b" " * len(draft[0]), content))
+                self.assertEqual(b"/Type /XRef" in made[len(content):], b"/ObjStm" in content)
+                self.assertEqual((self.names_of(self.made), self.look_of(self.made)), (names, look))
+                run("qpdf", "--check", self.made)
+                self.assertIn('"Mine","product","pdf"', self.lists())
+                self.run_import("--title", "Mine", self.source)
+                self.assertEqual(self.made.read_bytes(), made)
+
+    def test_links_lead_beside_wherever_a_link_is_written(self):
+        link = f"<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /A << /S /URI /URI (file://{self.dir}/a\\(1\\).pdf) >> >>"
+        for annotations in (f"[{link}]", "[13 0 R]", "14 0 R"):
+            with self.subTest(annotations=annotations):
+                page = PAGE.format(5).replace("/Type /Page ", f"/Type /Page /Annots {annotations} ")
+                self.source.write_bytes(pdf([BODY[0], page, *BODY[2:]], CATALOG.format(""), [link, f"[{link}]"]))
+                self.olh("import", "--pdf", self.source, self.dir / "out.pdf", "--links-beside", self.dir, code=0)
+                self.assertIn("/F (a\\(1\\).pdf) /S /GoToR", " ".join(run("qpdf", "--qdf", self.dir / "out.pdf", "-", errors="replace").split()))
+                self.assertEqual(self.source.read_bytes().count(b"file:") - 1, (self.dir / "out.pdf").read_bytes().count(b"file:"))
 
     def test_a_person_names_places_of_a_pdf_in_a_root_or_outside_of_one(self):
         given, out = ["--place", "intro=1", "--place", "Getting Started=2"], self.dir / "out.pdf"
