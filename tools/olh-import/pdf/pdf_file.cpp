@@ -25,6 +25,7 @@ constexpr std::size_t kNamesOfALeaf = 64;
 struct Node {
   QPDFObjectHandle object;
   int depth = 0;
+  QPDFObjGen number = {};
 };
 
 QPDFObjectHandle value_of(QPDFObjectHandle dictionary, const char* key) {
@@ -61,7 +62,11 @@ PdfFile::PdfFile(std::FILE* bytes, std::string file) : bytes_(bytes), file_(std:
     pdf_.setAttemptRecovery(false);
     pdf_.processFile(file_.c_str(), bytes, false);
     if (pdf_.isEncrypted()) refuse("is encrypted: nothing can be added to it");
-    if (pdf_.getXRefTable().size() > kMostPdfObjects) refuse("has too many objects");
+    {
+      const std::map<QPDFObjGen, QPDFXRefEntry> table = pdf_.getXRefTable();
+      if (table.size() > kMostPdfObjects) refuse("has too many objects");
+      packed_.emplace(pdf_, table);
+    }
     catalog_ = pdf_.getRoot();
     read_pages();
     read_names();
@@ -97,25 +102,32 @@ void PdfFile::parsing(Action action) {
 template <typename Take>
 void PdfFile::walk(const char* what, const QPDFObjectHandle& top, Take take) {
   std::set<QPDFObjGen> seen;
-  std::vector<Node> to_do = {{top, 0}};
+  std::vector<Node> to_do = {{top}};
   while (!to_do.empty()) {
     Node node = std::move(to_do.back());
     to_do.pop_back();
+    node.number = node.object.getObjGen();
+    node.object = packed_->read(node.object);
     if (!node.object.isDictionary()) continue;
-    if (node.object.isIndirect() && !seen.insert(node.object.getObjGen()).second)
+    if (node.number.isIndirect() && !seen.insert(node.number).second)
       refuse(std::string("is damaged: its ") + what + " runs in a circle");
     if (node.depth > kDeepestPdfTree) refuse(std::string("is damaged: its ") + what + " is nested too deeply");
     if (seen.size() > kMostPdfPlaces || to_do.size() > kMostPdfPlaces) refuse(std::string("has too large a ") + what);
-    take(node.object, node.depth, to_do);
+    take(node, to_do);
   }
 }
 
+// What is behind a key; value_of() has the reference where there is one.
+QPDFObjectHandle PdfFile::read(const QPDFObjectHandle& dictionary, const char* key) {
+  return packed_->read(value_of(dictionary, key));
+}
+
 void PdfFile::read_pages() {
-  walk("page tree", value_of(catalog_, "/Pages"), [this](QPDFObjectHandle node, int depth, std::vector<Node>& to_do) {
-    const QPDFObjectHandle kids = value_of(node, "/Kids");
-    if (QPDFObjectHandle(kids).isArray()) return push_kids(kids, depth, to_do);
+  walk("page tree", value_of(catalog_, "/Pages"), [this](const Node& node, std::vector<Node>& to_do) {
+    QPDFObjectHandle kids = read(node.object, "/Kids");
+    if (kids.isArray()) return push_kids(kids, node.depth, to_do);
     ++page_count_;
-    if (node.isIndirect()) pages_.emplace(node.getObjGen(), static_cast<int>(page_count_));
+    if (node.number.isIndirect()) pages_.emplace(node.number, static_cast<int>(page_count_));
   });
   if (page_count_ == 0) refuse("has no page");
 }
@@ -126,9 +138,9 @@ void PdfFile::read_names() {
   if (dictionary.isDictionary())
     for (const auto& [name, value] : dictionary.getDictAsMap()) values_.emplace(name.substr(1), value);
   const QPDFObjectHandle tree = value_of(value_of(catalog_, "/Names"), "/Dests");
-  walk("tree of names", tree, [this](const QPDFObjectHandle& node, int depth, std::vector<Node>& to_do) {
-    push_kids(value_of(node, "/Kids"), depth, to_do);
-    const std::vector<QPDFObjectHandle> pairs = items_of(value_of(node, "/Names"));
+  walk("tree of names", tree, [this](const Node& node, std::vector<Node>& to_do) {
+    push_kids(read(node.object, "/Kids"), node.depth, to_do);
+    const std::vector<QPDFObjectHandle> pairs = items_of(read(node.object, "/Names"));
     for (std::size_t at = 0; at + 1 < pairs.size(); at += 2)
       if (QPDFObjectHandle(pairs[at]).isString()) values_.emplace(name_in(pairs[at]), pairs[at + 1]);
     if (values_.size() > kMostPdfPlaces) refuse("names too many places");
@@ -141,28 +153,30 @@ void PdfFile::read_names() {
 
 void PdfFile::read_outline() {
   const QPDFObjectHandle first = value_of(value_of(catalog_, "/Outlines"), "/First");
-  walk("outline", first, [this](const QPDFObjectHandle& entry, int depth, std::vector<Node>& to_do) {
-    to_do.push_back({value_of(entry, "/Next"), depth});
-    to_do.push_back({value_of(entry, "/First"), depth + 1});
-    const QPDFObjectHandle action = value_of(entry, "/A");
+  walk("outline", first, [this](const Node& entry, std::vector<Node>& to_do) {
+    to_do.push_back({value_of(entry.object, "/Next"), entry.depth});
+    to_do.push_back({value_of(entry.object, "/First"), entry.depth + 1});
+    const QPDFObjectHandle action = read(entry.object, "/A");
     const bool goes_there = value_of(action, "/S").isNameAndEquals("/GoTo");
-    outline_.push_back(
-        place(text_of(value_of(entry, "/Title")), goes_there ? value_of(action, "/D") : value_of(entry, "/Dest")));
+    outline_.push_back(place(text_of(read(entry.object, "/Title")),
+                             goes_there ? value_of(action, "/D") : value_of(entry.object, "/Dest")));
   });
 }
 
 // A name leads where the file has that name lead. A target is an array that begins with a page.
-PdfPlace PdfFile::place(std::string name, QPDFObjectHandle target) const {
+PdfPlace PdfFile::place(std::string name, QPDFObjectHandle target) {
   PdfPlace made = {std::move(name), 0, {}, ""};
-  if (const auto known = values_.find(name_in(target)); known != values_.end()) target = known->second;
-  if (target.isDictionary()) target = target.getKey("/D");
+  QPDFObjectHandle array = packed_->read(target);
+  if (const auto known = values_.find(name_in(array)); known != values_.end())
+    array = packed_->read(target = known->second);
+  if (array.isDictionary()) array = packed_->read(target = array.getKey("/D"));
   constexpr int kMostItems = 8;
-  if (!target.isArray() || target.getArrayNItems() == 0 || target.getArrayNItems() > kMostItems) return made;
-  const auto page = pages_.find(target.getArrayItem(0).getObjGen());
+  if (!array.isArray() || array.getArrayNItems() == 0 || array.getArrayNItems() > kMostItems) return made;
+  const auto page = pages_.find(array.getArrayItem(0).getObjGen());
   if (page == pages_.end()) return made;
   made.page = page->second;
   made.target = target;
-  made.where = target.unparseResolved();
+  made.where = array.unparseResolved();
   return made;
 }
 

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "packed_objects.h"
 #include "pdf_parser.h"
 
 namespace olh_import {
@@ -67,11 +68,12 @@ class PdfFile {
   template <typename Take>
   void walk(const char* what, const QPDFObjectHandle& top, Take take);
   [[noreturn]] void refuse(const std::string& why) const;
+  QPDFObjectHandle read(const QPDFObjectHandle& dictionary, const char* key);
   void read_pages();
   void read_names();
   void read_outline();
   void read_title();
-  PdfPlace place(std::string name, QPDFObjectHandle target) const;
+  PdfPlace place(std::string name, QPDFObjectHandle target);
   void mark_changed(std::initializer_list<QPDFObjectHandle> from_inside);
   QPDFObjectHandle reference_to(QPDFObjGen written);
   void append_name_tree(PdfUpdate& update);
@@ -86,6 +88,7 @@ class PdfFile {
   std::FILE* bytes_;
   std::string file_;
   QPDF pdf_;
+  std::optional<PackedObjects> packed_;
   QPDFObjectHandle catalog_;
   std::size_t page_count_ = 0;
   std::map<QPDFObjGen, int> pages_;

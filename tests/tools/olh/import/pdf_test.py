@@ -3,8 +3,11 @@ import gzip
 import os
 import re
 import subprocess
+import unittest
+import zlib
+from pathlib import Path
 
-from scene import needs_docs, run, write
+from scene import BUILD, cached, needs_docs, run, write
 from verbs import Verbs
 
 PAGE = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 200] /Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> /Contents {} 0 R >>"
@@ -187,3 +190,18 @@ class ImportPdf(Verbs):
                 self.assertIn(sentence, said)
                 self.assertEqual(said.count("\n"), 1)
         self.assertFalse(self.root.exists())
+
+    @unittest.skipIf("sanitize" in cached("CMAKE_CXX_FLAGS"), "the sanitizers take the address space")
+    def test_what_a_pdf_has_packed_takes_little_memory_or_is_refused(self):
+        pages, links, first = 200, 200, len(BODY) + 2
+        more = [PAGE.format(5).replace("/Type /Page ", f"/Type /Page /Annots [{' '.join(f'{first + pages + page * links + at} 0 R' for at in range(links))}] ")
+                for page in range(pages)]
+        more += ["<< /Type /Annot /Subtype /Link /Border [0 0 0] /Rect [10 20 30 40] /A << /S /GoTo /D (chapter.1) >> >>"] * (pages * links)
+        tree = f"<< /Type /Pages /Kids [3 0 R 4 0 R {' '.join(f'{first + page} 0 R' for page in range(pages))}] /Count {pages + 2} >>"
+        self.source.write_bytes(pdf([tree, *BODY[1:]], CATALOG.format(""), more))
+        run("qpdf", "--object-streams=generate", self.source, self.dir / "packed.pdf")
+        for file in (self.source, self.dir / "packed.pdf"):
+            self.run_program(Path("/bin/sh"), "-c", 'ulimit -v 150000; exec "$@"', "sh", BUILD / "bin/olh-import", "--pdf", file, self.dir / "out.pdf", code=0)
+        bomb = zlib.compress(bytes(300 << 20), 1).decode("latin-1")
+        self.source.write_bytes(pdf(more=[f"<< /Type /Metadata /Filter /FlateDecode /Length {len(bomb)} >> stream\n{bomb}\nendstream"]))
+        self.assertEqual(self.run_import(code=4).stderr.count("\n"), 1)
