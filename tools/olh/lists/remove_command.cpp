@@ -1,12 +1,14 @@
 // olh remove ROOT NAME: takes away a manual that olh import or olh new has brought.
 // olh prepare-root ROOT, for olh-import: a root that has what the pages of a manual read; with --portals, all that every
 // root wants.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "files.h"
@@ -75,6 +77,31 @@ void remove_form(const Form& form) {
   fs::remove(olh_viewers::origin_file_of_pdf(form.place), failed);
 }
 
+// Where a list is written: where its link leads, if root or this user has made it; a stranger's gives way.
+std::string place_of_list(const std::string& name) {
+  struct stat link = {};
+  const bool is_link = lstat(name.c_str(), &link) == 0 && S_ISLNK(link.st_mode);
+  return is_link && (link.st_uid == 0 || link.st_uid == geteuid()) ? fs::canonical(name).string() : name;
+}
+
+// Gives a list another text in one step, with the mode and, where that is allowed, the owner of the old one. The name
+// under which it is put together is nobody else's, so that two runs never write into one file.
+void replace_list(const std::string& name, const std::string& text) {
+  const std::string list = place_of_list(name);
+  struct stat old = {};
+  std::string made = list + ".XXXXXX";
+  const int fd = stat(list.c_str(), &old) == 0 ? mkstemp(made.data()) : -1;
+  if (fd < 0) throw std::runtime_error(list + ": " + std::strerror(errno));
+  const bool same_owner = fchown(fd, old.st_uid, old.st_gid) == 0;
+  const bool is_written = fchmod(fd, old.st_mode & (same_owner ? 07777 : 0777)) == 0 &&
+                          write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size()) && fsync(fd) == 0;
+  const bool is_whole = close(fd) == 0 && is_written;
+  if (is_whole && rename(made.c_str(), list.c_str()) == 0) return;
+  const std::string reason = std::strerror(errno);
+  unlink(made.c_str());
+  throw std::runtime_error(list + ": " + reason);
+}
+
 // Whether a line of the portal's list is the one that olh new writes for the document.
 bool is_portal_line(const std::string& line, const std::string& name) {
   return line.starts_with("List.fAddItem( \"") && line.ends_with("\", \"" + name + "\" );");
@@ -90,13 +117,7 @@ void remove_from_portal(const std::string& root, const std::string& name) {
     const std::string line = before.substr(begin, end - begin);
     if (!is_portal_line(line.substr(0, line.find_last_not_of("\r\n") + 1), name)) after += line;
   }
-  if (after == before) return;
-  const std::string made = list + ".new";
-  std::ofstream file(made, std::ios::binary | std::ios::trunc);
-  file << after;
-  file.close();
-  if (!file) throw std::runtime_error(made + " cannot be written");
-  fs::rename(made, list);
+  if (after != before) replace_list(list, after);
 }
 
 // What something else has brought stays beside what goes.

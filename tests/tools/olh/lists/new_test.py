@@ -140,8 +140,13 @@ class New(Verbs):
         self.assertIn(line, listed.read_bytes())
         listed.write_bytes(listed.read_bytes() + own)
         without = listed.read_bytes().replace(line, b"")
+        kept = listed.rename(self.dir / "kept.js")
+        kept.chmod(0o640)
+        listed.symlink_to(kept)
+        write(listed.with_name("doclist.js.new"), "of another program")
         self.olh("remove", self.root, "handbook", code=0)
-        self.assertEqual(listed.read_bytes(), without)
+        self.assertEqual((listed.is_symlink(), kept.read_bytes(), kept.stat().st_mode & 0o7777), (True, without, 0o640))
+        self.assertEqual(listed.with_name("doclist.js.new").read_text(), "of another program")
 
     def test_a_parent_that_takes_no_directory(self):
         write(self.dir / "file")
