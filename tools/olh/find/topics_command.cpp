@@ -110,6 +110,16 @@ void print_row(const Row& row, std::size_t tag_width, std::size_t page_width, st
   }
 }
 
+// On a screen that has no room for columns: a line for each part of a row. A tag stays whole, so that it can be copied.
+void print_in_lines(const Row& row, std::size_t screen) {
+  constexpr std::size_t kIndent = 2;
+  constexpr std::size_t kLeast = 10;
+  say(row.tag);
+  for (const std::string* part : {&row.page, &row.rest})
+    for (const std::string& piece : folded(*part, std::max(screen, kIndent + kLeast) - kIndent))
+      say(std::string(kIndent, ' ') + piece.substr(0, piece.find_last_not_of(' ') + 1));
+}
+
 void print_as_text(const Topics& topics) {
   constexpr std::size_t kLeast = 20;
   const std::vector<Row> rows = rows_of(topics);
@@ -121,8 +131,12 @@ void print_as_text(const Topics& topics) {
     page_width = std::max(page_width, width_of(row.page));
   }
   const std::size_t used = tag_width + page_width + 4;
-  for (const Row& row : rows)
-    print_row(row, tag_width, page_width, std::max(screen - std::min(used, screen), kLeast));
+  for (const Row& row : rows) {
+    if (used + kLeast > screen)
+      print_in_lines(row, screen);
+    else
+      print_row(row, tag_width, page_width, screen - used);
+  }
 }
 
 void print_names(const Topics& topics) {

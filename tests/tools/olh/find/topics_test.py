@@ -34,6 +34,9 @@ class Topics(Verbs):
             "short  short.htm  A title of many words that goes on A title",
             "                  of many words that goes on", tag, "       long.htm   Long", ""])
         self.assertIn(title.strip() + "\n", self.olh("topics", "guide").stdout)
+        self.assertEqual(self.on_a_terminal(OLH, "topics", "guide", columns=30).split("\r\n"), [
+            "short", "  short.htm", "  A title of many words that", "  goes on A title of many", "  words that goes on",
+            tag, "  long.htm", "  Long", ""])
 
     def test_a_pdfs_tags_lead_to_its_destinations(self):
         write(self.docs / "pdfdocs/paper_only.pdf", PDF)
