@@ -335,6 +335,8 @@ class Adapters(Served):
             told = self.open("--dry-run", self.page, OLH_BROWSER_PROGRAM=browser, **{"OLH_SERVE": "auto", **environment}).stdout
             self.assertEqual(re.findall("; the page is served, since (.*)\\)", told), [why] if why else [], (browser, environment))
         self.assertEqual(self.server(), 0, "a rehearsal starts nothing")
+        self.assertIn("note: OLH_SERVE is alway, none of auto, always and never, and is ignored.",
+                      self.open(self.page, OLH_BROWSER_PROGRAM="plain", OLH_SERVE="alway").stderr)
 
     def test_a_flatpak_needs_the_network_to_be_served(self):
         self.script("boxed", 'exec flatpak run --command=x org.app "$@"')

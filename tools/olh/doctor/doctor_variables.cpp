@@ -96,8 +96,8 @@ Diagnosis of_known(const std::string& name, const std::string& value) {
     return in_vain("none of normal, topic and popup, and is ignored.", "unset " + name);
   if (name == "OLH_PROBE_TIMEOUT" && !is_positive_number(value))
     return in_vain("which is no positive number, and is ignored.", "export OLH_PROBE_TIMEOUT=2");
-  if (name == olh_viewers::kServeVariable && value != "auto" && value != "always" && value != "never")
-    return in_vain("none of auto, always and never, and is ignored.", "export " + name + "=auto");
+  const std::string fault = name == olh_viewers::kServeVariable ? olh_viewers::fault_of_serve(value) : "";
+  if (!fault.empty()) return in_vain((fault + ".").c_str(), "export " + name + "=auto");
   return {State::kOk, name + "=" + command_line({value})};
 }
 

@@ -84,6 +84,11 @@ std::string barrier_before(const Choice& browser) {
 
 }  // namespace
 
+std::string fault_of_serve(const std::string& value) {
+  const bool is_known = value.empty() || value == "auto" || value == "always" || value == "never";
+  return is_known ? "" : "none of auto, always and never, and is ignored";
+}
+
 bool shows_elsewhere(const Choice& browser) {
   return browser && (is_on_windows_side(browser) || leads_to_another_machine(browser.program));
 }
@@ -124,6 +129,9 @@ Choice choose_reader_within_reach() {
 
 std::string address_for(const Choice& browser, const std::string& url, const Trace& trace) {
   if (!is_file_url(url)) return url;
+  const std::string chosen = variable(kServeVariable);
+  if (const std::string fault = fault_of_serve(chosen); !fault.empty())
+    trace.complain("note: " + std::string(kServeVariable) + " is " + command_line({chosen}) + ", " + fault + ".");
   const Way way = way_to(browser);
   std::string said;
   std::string served = way.is_served ? served_address(url, said) : "";

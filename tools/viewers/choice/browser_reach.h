@@ -13,6 +13,8 @@
 namespace olh_viewers {
 
 inline constexpr const char* kServeVariable = "OLH_SERVE";
+// What is wrong with a value of it: the end of a sentence, or "".
+std::string fault_of_serve(const std::string& value);
 
 struct Way {
   std::string barrier;  // why the browser may not read a file, "it is a Snap"; "" when it can
