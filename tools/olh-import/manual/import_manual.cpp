@@ -15,6 +15,7 @@
 #include "manual_files.h"
 #include "manual_origin.h"
 #include "notes.h"
+#include "page_titles.h"
 #include "refusal.h"
 #include "search_text.h"
 #include "topic_table.h"
@@ -55,32 +56,6 @@ Source source_of(const ImportRequest& asked) {
   return source;
 }
 
-// What a title is worth: the reader's own word for a place, the heading there, the title of the page, its name.
-class Titles {
- public:
-  void add(const HtmlPage& page) {
-    pages_[page.name] = page.title;
-    for (const Passage& passage : page.passages)
-      if (passage.level > 0 && !passage.place.empty())
-        places_.try_emplace(page.name + "#" + passage.place, passage.heading);
-  }
-  std::string of_page(const std::string& page) const {
-    const auto found = pages_.find(page);
-    return found == pages_.end() || found->second.empty() ? page : found->second;
-  }
-  std::string at(const Topic& topic) const {
-    if (!topic.title.empty()) return topic.title;
-    const auto found = places_.find(topic.page + "#" + topic.place);
-    return found == places_.end() || found->second.empty() ? of_page(topic.page) : found->second;
-  }
-  // Every page that has one, in the order of names.
-  const std::map<std::string, std::string>& pages() const { return pages_; }
-
- private:
-  std::map<std::string, std::string> pages_;
-  std::unordered_map<std::string, std::string> places_;
-};
-
 class Import {
  public:
   Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress,
@@ -99,6 +74,7 @@ class Import {
     note_places();
     go_through_files();
     reader_->finish(manual_);
+    titles_.cut_repeated(manual_.title);
     return finish();
   }
 
@@ -187,7 +163,7 @@ class Import {
   }
 
   void take_headings(const HtmlPage& page) {
-    manual_.add_topic({name_of_page(page.name), page.name, "", page.title, Rank::kPage});
+    manual_.add_topic({name_of_page(page.name), page.name, "", "", Rank::kPage});
     for (const Passage& passage : page.passages)
       if (passage.level > 0 && !passage.place.empty() && reader_->is_place(passage.place))
         manual_.add_topic({passage.place, page.name, passage.place, passage.heading, Rank::kHeading});
@@ -209,8 +185,9 @@ class Import {
   }
 
   std::string title() const {
-    const std::string& given = asked_.title.empty() ? manual_.title : asked_.title;
-    std::string title = carried_title(given.empty() ? titles_.of_page(manual_.start) : given);
+    std::string given = asked_.title.empty() ? manual_.title : asked_.title;
+    if (given.empty() && !manual_.is_collection) given = titles_.whole_of_page(manual_.start);
+    const std::string title = carried_title(given);
     return title.empty() ? asked_.name : title;
   }
 
@@ -269,7 +246,7 @@ class Import {
   Manual manual_;
   std::unordered_map<std::string, std::vector<std::size_t>> topics_of_pages_;
   std::string language_;
-  Titles titles_;
+  PageTitles titles_;
   std::optional<SearchText> text_;  // not for a dry run
   std::vector<std::string> unread_;
   std::vector<std::string> missing_places_;

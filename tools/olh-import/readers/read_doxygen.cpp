@@ -83,6 +83,7 @@ class DoxygenReader : public Reader {
     is_tagged_ = is_tag_file(tags);
     for (Element at = tags.root().first_child(); is_tagged_ && at; at = at.next_sibling())
       if (at.is("compound")) take_compound(at, manual);
+    put_members_last(manual);
   }
 
   bool is_content(std::string_view page) const override {
@@ -122,6 +123,7 @@ class DoxygenReader : public Reader {
   }
 
   void finish(Manual& manual) override {
+    if (!is_tagged_) put_members_last(manual);
     for (const DoxygenPart* part :
          {static_cast<const DoxygenPart*>(nullptr), &kGroupPart, &kNamespacePart, &kClassPart, &kFilePart}) {
       std::vector<Chapter>& chapters = parts_[part];
@@ -154,6 +156,12 @@ class DoxygenReader : public Reader {
 
   static void add(Manual& manual, Topic topic) {
     if (!topic.name.empty() && !topic.page.empty()) manual.add_topic(std::move(topic));
+  }
+
+  // A class is often called as a typedef in another one is: of equal names that with a page of its own is kept.
+  static void put_members_last(Manual& manual) {
+    std::stable_partition(manual.topics.begin(), manual.topics.end(),
+                          [](const Topic& topic) { return topic.place.empty(); });
   }
 
   // What an author names (groups, pages, anchors) comes before what the code defines.

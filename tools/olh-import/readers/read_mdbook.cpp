@@ -37,8 +37,6 @@ class MdbookReader : public Reader {
   // or stand for missing pages.
   bool is_content(std::string_view page) const override { return chapters_.empty() || chapters_.contains(page); }
 
-  void finish(Manual& manual) override { shorten_page_titles(manual, " - " + manual.title); }
-
  private:
   std::set<std::string, std::less<>> chapters_;  // their pages
 };

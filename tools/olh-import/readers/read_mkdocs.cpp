@@ -64,8 +64,6 @@ class MkdocsReader : public Reader {
   }
 
   bool is_content(std::string_view page) const override { return page != kMissingPage; }
-
-  void finish(Manual& manual) override { shorten_page_titles(manual, " - " + manual.title); }
 };
 
 }  // namespace

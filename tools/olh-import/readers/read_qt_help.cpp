@@ -73,6 +73,19 @@ void add_qt_section(Manual& manual, int depth, const std::string& title, const L
   manual.add_chapter({depth, title, target.page, target.place});
 }
 
+// The words with which more than half of the titles begin: "Qt" of "Qt Core", "Qt Widgets" and "QMake Manual".
+std::string common_beginning(const std::vector<std::string>& titles) {
+  std::map<std::string, std::size_t> counts;
+  std::string longest;
+  for (const std::string& title : titles)
+    for (std::size_t end = title.find(' '); true; end = title.find(' ', end + 1)) {
+      const std::string beginning = title.substr(0, end);
+      if (2 * ++counts[beginning] > titles.size() && beginning.size() > longest.size()) longest = beginning;
+      if (end == std::string::npos) break;
+    }
+  return longest;
+}
+
 // One packed help. With a folder, its pages lie there, and its names begin there.
 class PackedHelp {
  public:
@@ -163,7 +176,14 @@ class QtHelpReader : public Reader {
 
   void read(const Source& source, const SourceTree&, Manual& manual) override {
     tell(manual.notes, "packed files with a name or a size that is not safe, left out", left_out_);
-    for (const auto& help : helps_) help->read(manual);
+    std::vector<std::string> titles;
+    for (const auto& help : helps_) {
+      const std::size_t before = manual.contents.size();
+      help->read(manual);
+      if (manual.contents.size() > before) titles.push_back(manual.contents[before].title);
+    }
+    manual.is_collection = helps_.size() > 1;
+    if (manual.is_collection) manual.title = common_beginning(titles);
     if (helps_.empty()) read_project(Markup::xml(source.read_file(source.find(kProject)).value_or("")), manual);
   }
 

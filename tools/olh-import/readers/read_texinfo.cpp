@@ -77,7 +77,6 @@ class TexinfoReader : public Reader {
     std::erase_if(manual.topics, [this](const Topic& topic) {
       return topic.rank == Rank::kKeyword && entries_.contains(without_number(topic.place));
     });
-    shorten_page_titles(manual, " (" + manual.title + ")");
   }
 
  private:

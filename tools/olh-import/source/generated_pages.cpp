@@ -135,12 +135,6 @@ void add_label(Element anchor, const std::string& page, const Reader& reader, Ma
     manual.add_topic({id, page, id, title_of_label(anchor), Rank::kLabel});
 }
 
-void shorten_page_titles(Manual& manual, const std::string& added) {
-  for (Topic& topic : manual.topics)
-    if (topic.rank == Rank::kPage && topic.title.size() > added.size() && topic.title.ends_with(added))
-      topic.title.resize(topic.title.size() - added.size());
-}
-
 void ReadingOrder::take(const HtmlPage& page, const Manual& manual) {
   pages_.push_back(page.name);
   if (page.name != manual.start) return;

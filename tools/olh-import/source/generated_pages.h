@@ -35,9 +35,6 @@ std::string title_of_label(Element label);
 // A topic for a link that leads nowhere, but has a name that the reader takes for a place: an author gave it.
 void add_label(Element anchor, const std::string& page, const Reader& reader, Manual& manual);
 
-// Titles of pages without what generators add to each, as in "Menus - The manual".
-void shorten_page_titles(Manual& manual, const std::string& added);
-
 // The pages in the order in which the start page leads to them; behind those that it names, the others by name.
 class ReadingOrder {
  public:

@@ -229,14 +229,15 @@ bool is_page_name(std::string_view name) {
 }
 
 HtmlPage read_html_page(const std::string& name, std::string_view bytes) {
-  HtmlPage page = {name, "", {}, {}, Markup::page(bytes), false, {}};
+  HtmlPage page = {name, "", {}, {}, Markup::page(bytes), false, false, {}};
   const Survey survey(page);
   Gathering gathering(page);
   visit(page.main, gathering);
   gathering.finish();
   const auto first = std::ranges::find(page.passages, 1, &Passage::level);
   if (first != page.passages.end()) page.title = first->heading;
-  if (page.title.empty()) page.title = page.markup.first("title").text();
+  page.is_title_of_head = page.title.empty();
+  if (page.is_title_of_head) page.title = page.markup.first("title").text();
   return page;
 }
 

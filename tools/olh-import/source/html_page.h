@@ -32,6 +32,7 @@ struct HtmlPage {
   std::set<std::string, std::less<>> places;  // every identifier of the page
   Markup markup;
 
+  bool is_title_of_head = false;
   // Whether it does nothing but lead to another page.
   bool is_redirect = false;
 

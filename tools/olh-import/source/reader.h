@@ -85,8 +85,9 @@ class Manual {
   void add_topic(Topic topic);
   void add_chapter(Chapter chapter);
 
-  std::string title;  // "" takes that of the start page
-  std::string start;  // the page that the source itself begins with; "": index.html and the like are tried
+  std::string title;           // "" takes that of the start page, in a collection the name that a person gave
+  bool is_collection = false;  // of several works: the title of none of them fits all
+  std::string start;           // the page that the source itself begins with; "": index.html and the like are tried
   std::vector<Topic> topics;
   std::vector<Chapter> contents;   // empty: start page first, then all pages by name
   std::vector<std::string> notes;  // sentences about what could not be read, for the person who imports
