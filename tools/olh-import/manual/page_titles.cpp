@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kBorders[] = {": ", " - ", " | ", " \u2014 ", " \u2013 ", " ("};
 constexpr int kMostBorders = 3;  // that are looked at from each end of a title
 
-using Counts = std::unordered_map<std::string, std::size_t>;
+using Counts = std::map<std::string, std::size_t>;
 
 // Counts what a title may end with, border included.
 void count_ends(std::string_view title, Counts& ends) {

@@ -3,7 +3,7 @@
 // table, or the pages themselves where the browser reads them, which it does not from file://. Needs page.js and find.js.
 var olhSearch = (function () {
   'use strict';
-  var PAGES_READ = 300, AT_ONCE = 6, SHOWN = 8, SEARCHING = 'Searching \u2026', last = Promise.resolve(), turn = 0;
+  var PAGES_READ = 300, AT_ONCE = 6, SHOWN = 8, SEARCHING = 'Searching \u2026', FAILED = 'The search failed. Reload the page and search again.', last = Promise.resolve(), turn = 0;
 
   // The text of topics from their pages, each page once and not too many of them. A page is only read, none of its
   // scripts runs.
@@ -223,10 +223,13 @@ var olhSearch = (function () {
       say.textContent = SEARCHING;
       ask(base, query, names, SHOWN, overtaken).then(function (found) {
         return found ? fill(found, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
+      }).catch(function (error) {
+        console.error(error);
+        if (!overtaken()) say.textContent = FAILED;
       });
     }
     return olh.element('section', { 'aria-label': 'Search' }, [form, say, list, more]);
   }
 
-  return { panel: panel, indexOf: indexOf, ask: ask, SEARCHING: SEARCHING, addressOf: addressOf, outcome: outcome };
+  return { panel: panel, indexOf: indexOf, ask: ask, FAILED: FAILED, SEARCHING: SEARCHING, addressOf: addressOf, outcome: outcome };
 })();

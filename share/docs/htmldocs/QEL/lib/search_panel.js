@@ -43,10 +43,18 @@ var olhPanel = (function () {
         if (mine !== turn) return;
         say.textContent = olhSearch.SEARCHING;
         open(true);
-      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN, function () { return mine !== turn; });
+      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN, function () { return mine !== turn; }).catch(function (error) {
+        console.error(error);
+        return { failed: true };
+      });
       clearTimeout(late);
       if (mine === turn && !found) open(false);
       if (mine !== turn || !found) return;
+      if (found.failed) {
+        list.replaceChildren();
+        say.textContent = olhSearch.FAILED;
+        return open(true);
+      }
       var answer = found.answer, hits = found.hits;
       var marks = olhFind.marksOf(answer, query);
       list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, marks, i, scope.names && scope.names.length === 1); }));
