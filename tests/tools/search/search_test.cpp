@@ -29,6 +29,7 @@ TEST(WordsInText, WordsAndSymbols) {
       {"a-b", {"a", "b"}, {"a-b"}},
       {"5-3 -5 - x", {"5", "3", "5", "x"}, {"5-3"}},
       {"OlhHelpCall PDFs HTMLPage", {"olh", "help", "call", "pdfs", "html", "page"}, {"olhhelpcall", "htmlpage"}},
+      {"xMin", {"x", "min"}, {"xmin"}},
       {"LibList.js", {"lib", "list", "js"}, {"liblist.js", "liblist"}},
       {"C++ g++-12 C#", {"c", "g", "12", "c"}, {"c++", "g++", "c#"}},
       {"std::vector a:b", {"std", "vector", "a", "b"}, {"std::vector"}},

@@ -16,8 +16,8 @@ class AltPath(Verbs):
         self.answer("alt-path", self.other)
         self.assertEqual(self.json("alt-path"), {"file": str(self.file), "paths": str(self.other)})
         self.assertEqual(self.first_root(), str(self.other))
-        self.assertEqual(self.olh("alt-path").stdout, f"{self.other}\n")  # from the parent tree, not the new first root
-        self.assertIn("forgotten", self.olh("alt-path", "--forget").stdout)
+        self.assertEqual(self.olh("alt-path", code=0).stdout, f"{self.other}\n")  # from the parent tree, not the new first root
+        self.assertIn("forgotten", self.olh("alt-path", "--forget", code=0).stdout)
         self.assertEqual(self.json("alt-path")["paths"], None)
         self.assertEqual(self.first_root(), str(self.docs))
 

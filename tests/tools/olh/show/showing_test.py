@@ -111,6 +111,7 @@ class Showing(Verbs):
         self.assertRegex(self.olh("search", "--text", "--limit", "1", "zebras", "paper", code=0).stdout, "\n1\\.[^$]*To list all 2: --limit 2")
         found = self.json("search", "--print", "stripes")["results"]
         self.assertEqual([(one["document"], one["topic"], one["heading"]) for one in found], [("guide", "intro", "Stripes")])
+        self.assertEqual(self.json("search", "--print", 'introduction "first section"')["results"][0]["topic"], "intro")
         self.assertEqual(self.json("search", "--print", "paper")["results"][0]["document"], "paper_only.pdf")
         self.assertIsNone(self.json("search", "--print", "intro")["results"][0]["heading"])
         self.olh("search", "--open", "1", "stripes", code=0)
