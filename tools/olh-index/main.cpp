@@ -51,24 +51,37 @@ olh_index::IndexedManual read_document(const fs::path& root, const olh_search::I
   return manual;
 }
 
-// The texts of a document come from another thread, and leave gaps that the C library keeps.
-void give_memory_back() {
+// The texts of documents come from another thread, and leave gaps that the C library keeps. To give these back takes as long
+// as to read a small manual.
+class MemoryToGiveBack {
+ public:
+  void add(const olh_index::IndexedManual& manual) {
+    for (const olh_index::Page& page : manual.pages)
+      for (const olh_index::Section& section : page.sections) bytes_ += section.text.size();
+    if (bytes_ < kWorthwhile) return;
+    bytes_ = 0;
 #ifdef __GLIBC__
-  malloc_trim(0);
+    malloc_trim(0);
 #endif
-}
+  }
+
+ private:
+  static constexpr std::size_t kWorthwhile = std::size_t{4} << 20;  // bytes of text
+  std::size_t bytes_ = 0;
+};
 
 // Calls with each document in its order; while it is at work, the next one is read.
 template <typename Call>
 void each_document(const fs::path& root, olh_search::IndexSources& sources, Call call) {
   const auto read = [&](std::size_t at) { return read_document(root, sources.documents[at], sources.sum); };
   std::future<olh_index::IndexedManual> next;
+  MemoryToGiveBack behind;
   if (!sources.documents.empty()) next = std::async(std::launch::async, read, 0);
   for (std::size_t at = 1; at <= sources.documents.size(); ++at) {
     const olh_index::IndexedManual manual = next.get();
     if (at < sources.documents.size()) next = std::async(std::launch::async, read, at);
     call(manual);
-    give_memory_back();
+    behind.add(manual);
   }
 }
 
