@@ -25,6 +25,19 @@ const json& member(const json& object, const char* name) {
   return object.is_object() && object.contains(name) ? object[name] : nothing;
 }
 
+// What stands between a call's name and its end; "" for another script.
+std::string_view value_of_call(std::string_view script) {
+  const std::size_t comma = script.find(',');
+  const std::size_t end = script.rfind(')');
+  if (!script.starts_with("olhIndexPiece(\"") || comma == std::string_view::npos || end == std::string_view::npos ||
+      end <= comma)
+    return {};
+  return script.substr(comma + 1, end - comma - 1);
+}
+
+// Nothing in a piece lies deeper than a row of a list in an object; what does is passed over.
+bool is_shallow(int depth, json::parse_event_t /*event*/, json& /*value*/) { return depth <= 3; }
+
 std::string text_of(const json& value) { return value.is_string() ? value.get<std::string>() : ""; }
 
 // Where each part begins, of parts with so many sections each.
@@ -79,14 +92,14 @@ std::string script_of_piece(const std::string& name, std::string_view value) {
 }
 
 std::optional<json> value_in_script(std::string_view script) {
-  const std::size_t comma = script.find(',');
-  const std::size_t end = script.rfind(')');
-  if (!script.starts_with("olhIndexPiece(\"") || comma == std::string_view::npos || end == std::string_view::npos ||
-      end <= comma)
-    return std::nullopt;
-  json value = json::parse(script.substr(comma + 1, end - comma - 1), nullptr, false);
+  json value = json::parse(value_of_call(script), is_shallow, false);
   if (value.is_discarded()) return std::nullopt;
   return value;
+}
+
+std::string text_in_script(std::string_view script) {
+  const std::string_view value = value_of_call(script);
+  return value.starts_with('"') ? text_of(json::parse(value, nullptr, false)) : "";
 }
 
 std::optional<IndexHead> head_in(std::string_view script) {
@@ -125,8 +138,6 @@ TextPiece texts_in(std::string_view script) {
   return piece;
 }
 
-std::vector<std::string> near_words_in(std::string_view script) {
-  return words_with_blanks(text_of(value_in_script(script).value_or(json())));
-}
+std::vector<std::string> near_words_in(std::string_view script) { return words_with_blanks(text_in_script(script)); }
 
 }  // namespace olh_search

@@ -24,6 +24,9 @@ inline constexpr std::uint32_t kMostSections = 1U << 22;
 // What a script says, with the value as JSON; the value, nothing when it is no such script.
 std::string script_of_piece(const std::string& name, std::string_view value);
 std::optional<nlohmann::json> value_in_script(std::string_view script);
+// The same where the value has to be a text; "" for anything else, which is not taken apart: lists in lists take eighty
+// times as much memory as room in a file.
+std::string text_in_script(std::string_view script);
 
 // A short name for texts, one after the other: other texts have another one, as do the same cut in other places.
 class Sum {

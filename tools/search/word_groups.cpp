@@ -73,9 +73,6 @@ std::vector<WordGroup> groups_with(std::string_view wanted, std::string_view pac
   return groups;
 }
 
-std::string packed_groups_in(std::string_view script) {
-  const std::optional<nlohmann::json> value = value_in_script(script);
-  return value && value->is_string() ? value->get<std::string>() : "";
-}
+std::string packed_groups_in(std::string_view script) { return text_in_script(script); }
 
 }  // namespace olh_search

@@ -1,6 +1,7 @@
 // The parts of the search that turn one text into another.
 #include <gtest/gtest.h>
 
+#include "index_pieces.h"
 #include "near_words.h"
 #include "packed_numbers.h"
 #include "query.h"
@@ -121,6 +122,13 @@ TEST(NearWords, TheOneThatWasMeant) {
     const Words found = near_words(word, words, 1);
     EXPECT_EQ(found.empty() ? "" : found[0], near) << word;
   }
+}
+
+TEST(IndexPieces, ListsInListsAreNotTakenApart) {
+  EXPECT_EQ(text_in_script(script_of_piece("near", "\"a b\"")), "a b");
+  EXPECT_EQ(text_in_script(script_of_piece("near", "[\"a b\"]")), "");
+  const auto rows = value_in_script(script_of_piece("texts_0", R"({"rows":[["kept",["left out"]]]})"));
+  EXPECT_EQ(rows.value_or(nullptr).dump(), R"({"rows":[["kept",[]]]})");
 }
 
 TEST(Query, WordsWholesAndPhrases) {

@@ -13,15 +13,22 @@ namespace olh {
 
 namespace {
 
-// A word may be in all sections of an index; texts are cut to pieces, and take many times more memory than room in a file.
+// A word may be in all sections of an index; texts are cut to pieces, near words are 30,000 at most. Both take many times
+// more memory than room in a file.
 constexpr std::size_t kMostBytesOfPiece = std::size_t{16} * 1024 * 1024;
 constexpr std::size_t kMostBytesOfTexts = std::size_t{1024} * 1024;
+constexpr std::size_t kMostBytesOfNearWords = std::size_t{2} * 1024 * 1024;
 constexpr std::size_t kBefore = 30;  // bytes of a text before the first word of the query
 constexpr std::size_t kExcerpt = 200;
 constexpr std::size_t kLongestWord = 40;  // that an excerpt is not cut in
 
 std::string piece_at(const std::string& path, std::size_t most = kMostBytesOfPiece) {
   return olh_viewers::text_of_file(path, most).value_or("");
+}
+
+std::size_t most_bytes_of(const std::string& piece) {
+  if (piece == "near") return kMostBytesOfNearWords;
+  return piece.starts_with("texts_") ? kMostBytesOfTexts : kMostBytesOfPiece;
 }
 
 bool is_marked(std::string_view word, const olh_search::Ranking& ranking) {
@@ -114,8 +121,7 @@ std::optional<SearchHits> search_hits(const std::string& root, const std::string
   const std::optional<olh_search::IndexHead> head = head_at(root);
   if (!head) return std::nullopt;
   const olh_search::LoadPiece load = [&](const std::string& name) {
-    return piece_at(folder_of_indexes(root) + "/" + head->folder + "/" + name + ".js",
-                    name.starts_with("texts_") ? kMostBytesOfTexts : kMostBytesOfPiece);
+    return piece_at(folder_of_indexes(root) + "/" + head->folder + "/" + name + ".js", most_bytes_of(name));
   };
   SearchHits found;
   found.root = root;
