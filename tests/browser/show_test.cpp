@@ -47,12 +47,16 @@ TEST_F(BrowserShow, RunningBrowserGetsTheUrlByteForByte) {
   EXPECT_EQ(browser.arguments(), expected);
 }
 
-// As "#context=" carries an address: whatever is in it, olh-browser finds its end.
+// As "#context=" carries an address: whatever is in it, olh-browser finds its end. Of each two pieces one address has the one before
+// the other, and each piece ends one.
 TEST_F(BrowserShow, AddressesOfAnyShapeReachTheBrowserLayerWhole) {
   const Words pieces = {" ", "'", "\"", "(", ",new-tab)", "\\", "$(touch x)", "`touch x`", "\xfc\xff%41#?", "\n"};
   Words urls;
-  for (const std::string& one : pieces)
-    for (const std::string& other : pieces) urls.emplace_back("file:///d/i.htm#context=").append(one).append(other);
+  for (std::size_t at = 0; at < pieces.size(); ++at) {
+    urls.emplace_back("file:///d/i.htm#context=");
+    for (std::size_t step = 1; step <= pieces.size(); ++step)
+      urls.back().append(pieces[at]).append(pieces[(at + step) % pieces.size()]);
+  }
   for (const std::string& url : urls) ASSERT_EQ(OlhBrowserOpenURL(url.c_str(), nullptr), OLH_RESULT_OK) << url;
   Words received;
   for (const Words& arguments : browser.arguments()) {
