@@ -12,8 +12,10 @@ import subprocess
 import tempfile
 import time
 
+# One renderer for all sites: a page from the disk or the test's own server is then loaded into the process that is there.
 FLAGS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--no-first-run", "--disable-background-networking",
-         "--disable-component-update", "--disable-sync", "--remote-debugging-pipe", "--hide-scrollbars"]
+         "--disable-component-update", "--disable-sync", "--remote-debugging-pipe", "--hide-scrollbars",
+         "--disable-site-isolation-trials"]
 PATIENCE = 60  # seconds; only a failure ever waits that long
 
 
