@@ -113,8 +113,11 @@ class SearchInThePage(Pages):
         self.browser.go(f"{self.disk}/{IN_MANUAL % 'x'}")
         self.browser.value("olhSearch.indexOf('../').then(index => { window.index = index })")
         for words in questions + more:
-            there = self.browser.value(f"""olhFind.find(index, {json.dumps(words)}, ['olh_manual']).then(answer =>
-                olhFind.hits(index, answer, 0, 10)).then(all => all.map(hit => new URL(hit.href, location).href))""")
+            there = self.browser.value(f"""(async all => {{
+                const answer = await olhFind.find(index, {json.dumps(words)}, ['olh_manual']);
+                await olhFind.hits(index, answer, 0, 10, hit => all.push(new URL(hit.href, location).href));
+                return all;
+            }})([])""")
             answer = run(OLH, "search", "--print", "--json", "--root", DOCS, "--", words, "olh_manual", env=ENVIRONMENT)
             self.assertEqual([one["file"] for one in json.loads(answer)["results"]], [one.removeprefix("file://") for one in there], words)
 

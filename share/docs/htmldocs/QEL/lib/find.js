@@ -5,7 +5,7 @@
 // and the texts of what is shown. Nothing else is loaded.
 var olhFind = (function () {
   'use strict';
-  var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100;
+  var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100, AT_ONCE = 3;
   var MORE_THAN_POINTS = Math.pow(2, 50), MOST_WEIGHT = 1000, ASCII = /^[\0-\x7f]*$/;
   var PAIRED = /[\u0e00-\u0eff\u1000-\u109f\u1780-\u17ff\u3005-\u3007\u3040-\u30ff\u31f0-\u31ff\u3400-\u4dbf\u4e00-\u9fff\uac00-\ud7af\uf900-\ufaff\uff66-\uff9f\u{20000}-\u{3ffff}]/u;
   var PAIRED_RUN = new RegExp('(' + PAIRED.source + '+)', 'u');
@@ -204,16 +204,11 @@ var olhFind = (function () {
     for (var at = 0, end; at < packed.length; at = end + 1) {
       end = packed.indexOf('~', at);
       if (end < 0) end = packed.length;
-      var words = [], isHere = false, to = at - 1;
-      do {
-        var from = to + 1;
-        for (to = from; to < end && packed[to] !== ' ' && packed[to] !== '!'; to++);
-        last = last.slice(0, characterAt(packed, from)) + packed.slice(from + 1, to);
-        words.push(last);
-        isHere = isHere || last === word;
-      } while (packed[to] === ' ');
-      if (!isHere) continue;
-      var numbers = new Numbers(packed, to + 1), weight = Math.min(numbers.next(), MOST_WEIGHT), parts = packed.slice(numbers.at, end).split('!');
+      var group = packed.slice(at, end), head = group.indexOf('!'), words = (head < 0 ? group : group.slice(0, head)).split(' ').map(function (one) {
+        return last = last.slice(0, characterAt(one, 0)) + one.slice(1);
+      });
+      if (words.indexOf(word) < 0) continue;
+      var numbers = new Numbers(group, head < 0 ? group.length : head + 1), weight = Math.min(numbers.next(), MOST_WEIGHT), parts = group.slice(numbers.at).split('!');
       found.push({ words: words, weight: weight, sections: postings(parts[0]), titles: postings(parts[1] || '') });
     }
     return found;
@@ -390,10 +385,18 @@ var olhFind = (function () {
     ranks = ranks.subarray(0, total);
     return { total: total, complete: complete, best: function (count) {
       // Of ten thousands only those that may be among the best are put in order.
-      var least = ranks.slice().sort()[Math.max(total - count, 0)], best = [];
-      for (var at = 0; at < total; at++) if (ranks[at] >= least) best.push(at);
-      best.sort(function (a, b) { return ranks[b] - ranks[a] || a - b; });
-      return best.slice(0, count).map(function (at) { return points.rankedPage(pages[at]); });
+      var best = [], least = -1, most = 2 * count + 50;
+      function keepBest() {
+        best.sort(function (a, b) { return ranks[b] - ranks[a] || a - b; });
+        if (best.length < count) return;
+        best.length = count;
+        least = ranks[best[count - 1]];
+      }
+      for (var at = 0; at < total; at++) {
+        if (ranks[at] > least && best.push(at) === most) keepBest();
+      }
+      keepBest();
+      return best.map(function (at) { return points.rankedPage(pages[at]); });
     } };
   };
 
@@ -503,14 +506,16 @@ var olhFind = (function () {
     return query.phrases.length ? Object.assign(answer, await keepPhrases(index, query, points, answer)) : answer;
   }
 
-  // The hits of an answer from first on, with their texts; one whose text is not there is left out.
-  function hits(index, answer, first, count) {
-    return Promise.all(answer.best(first + count).slice(first).map(function (one) {
-      return textOf(index, one.page, one.section).then(function (text) {
-        return text && Object.assign(text, { manual: one.manual, words: one.words,
-          href: text.address + (text.anchor ? '#' + text.anchor : '') });
+  // Calls show with the hits of an answer from first on, in their order, each with its text; one whose text is not there is left out.
+  // The first ones do not wait for the others, which are not loaded at all once show has said false: nobody wants them any more.
+  async function hits(index, answer, first, count, show) {
+    var best = answer.best(first + count).slice(first);
+    for (var at = 0, goesOn = true; at < best.length && goesOn; at += AT_ONCE) {
+      var part = best.slice(at, at + AT_ONCE), texts = await Promise.all(part.map(function (one) { return textOf(index, one.page, one.section); }));
+      texts.forEach(function (text, i) {
+        if (text) goesOn = show(Object.assign(text, { manual: part[i].manual, words: part[i].words, href: text.address + (text.anchor ? '#' + text.anchor : '') })) !== false;
       });
-    })).then(function (all) { return all.filter(Boolean); });
+    }
   }
 
   // ---- what is shown of a hit ----

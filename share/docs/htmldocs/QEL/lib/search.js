@@ -163,18 +163,26 @@ var olhSearch = (function () {
       missing.length ? olh.element('p', { 'class': 'without' }, 'Without: ' + missing.join(', ')) : '']);
   }
 
-  // Fills the list from the index, more of it on request. `overtaken` says that a newer search has begun.
-  async function fill(found, query, names, say, list, more, overtaken) {
-    var marks = olhFind.marksOf(found.answer, query), next = 0;
-    function show(hits) {
-      if (overtaken()) return;
-      hits.forEach(function (hit) { list.append(hitRow(hit, found.answer, marks, names && names.length === 1)); });
-      next += SHOWN;
-      more.hidden = next >= found.answer.total;
-    }
-    more.addEventListener('click', function () { olhFind.hits(found.index, found.answer, next, SHOWN).then(show); });
-    show(found.hits);
-    if (!overtaken()) say.textContent = outcome(found.index, found.answer, query, names);
+  // Fills the list from the index, more of it on request; says whether there is one. `overtaken` says that a newer search has begun.
+  async function fill(base, query, names, say, list, more, overtaken) {
+    var next = 0, show, said;
+    var there = await ask(base, query, names, SHOWN, overtaken, function (index, answer) {
+      var marks = olhFind.marksOf(answer, query);
+      list.replaceChildren();
+      said = function () {
+        say.textContent = outcome(index, answer, query, names);
+        next += SHOWN;
+        more.hidden = next >= answer.total;
+      };
+      show = function (hit) {
+        if (overtaken()) return false;
+        list.append(hitRow(hit, answer, marks, names && names.length === 1));
+      };
+      more.onclick = function () { olhFind.hits(index, answer, next, SHOWN, show).then(said); };
+      return show;
+    });
+    if (there && !overtaken()) said();
+    return there;
   }
 
   async function fillWithout(base, libraries, query, say, list, overtaken) {
@@ -194,14 +202,17 @@ var olhSearch = (function () {
     return indexes[base];
   }
 
-  // Asks the index below base: { index, answer, hits }, with so many hits; nothing where there is none. One that was replaced
-  // since the page opened is opened anew. Where `overtaken` says that a newer search has begun, no hits are loaded any more.
-  async function ask(base, query, names, count, overtaken) {
+  // Asks the index below base; says whether there is one. begin(index, answer) is called with what was found, and gives what
+  // is called with each of so many hits as its text comes. For an index that was replaced since the page opened begin is called
+  // once more, with the new one. Where `overtaken` says that a newer search has begun, nothing is called or loaded any more.
+  async function ask(base, query, names, count, overtaken, begin) {
     for (var again = false; ; again = true) {
       var index = await indexOf(base);
-      if (!index) return null;
-      var answer = await olhFind.find(index, query, names), hits = overtaken() ? [] : await olhFind.hits(index, answer, 0, count);
-      if (!index.isGone || again || overtaken()) return { index: index, answer: answer, hits: hits };
+      if (!index) return false;
+      var answer = await olhFind.find(index, query, names);
+      if (overtaken()) return true;
+      if (!index.isGone || again) await olhFind.hits(index, answer, 0, count, begin(index, answer));
+      if (!index.isGone || again || overtaken()) return true;
       indexes[base] = olhFind.open(base, index);
     }
   }
@@ -221,8 +232,8 @@ var olhSearch = (function () {
     if (query.trim()) {
       var names = scope ? libraries.map(function (one) { return one[1]; }) : null, overtaken = function () { return mine !== turn; };
       say.textContent = SEARCHING;
-      ask(base, query, names, SHOWN, overtaken).then(function (found) {
-        return found ? fill(found, query, names, say, list, more, overtaken) : fillWithout(base, libraries, query, say, list, overtaken);
+      fill(base, query, names, say, list, more, overtaken).then(function (there) {
+        return there || fillWithout(base, libraries, query, say, list, overtaken);
       }).catch(function (error) {
         console.error(error);
         if (!overtaken()) say.textContent = FAILED;

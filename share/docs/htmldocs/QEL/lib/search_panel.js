@@ -35,32 +35,44 @@ var olhPanel = (function () {
       list.children[number].scrollIntoView({ block: 'nearest' });
     }
 
-    async function search() {
-      choose(-1);  // what was chosen answers an older query
-      var mine = ++turn, query = field.value;
-      if (!query.trim()) return open(false);
-      var late = setTimeout(function () {  // what loads for long says so
-        if (mine !== turn) return;
-        say.textContent = olhSearch.SEARCHING;
-        open(true);
-      }, PATIENCE), found = await olhSearch.ask(scope.base, query, scope.names, SHOWN, function () { return mine !== turn; }).catch(function (error) {
-        console.error(error);
-        return { failed: true };
-      });
-      clearTimeout(late);
-      if (mine === turn && !found) open(false);
-      if (mine !== turn || !found) return;
-      if (found.failed) {
-        list.replaceChildren();
-        say.textContent = olhSearch.FAILED;
-        return open(true);
-      }
-      var answer = found.answer, hits = found.hits;
-      var marks = olhFind.marksOf(answer, query);
-      list.replaceChildren.apply(list, hits.map(function (hit, i) { return option(hit, marks, i, scope.names && scope.names.length === 1); }));
-      say.textContent = olhSearch.outcome(found.index, answer, query, scope.names) + (answer.total > hits.length ? ' Enter shows all.' : '');
+    // What the list held goes when there is something else to show: the first result, or that there is none.
+    function begin(text) {
+      list.replaceChildren();
+      say.textContent = text;
       choose(-1);
       open(true);
+    }
+
+    async function search() {
+      choose(-1);  // what was chosen answers an older query
+      var mine = ++turn, query = field.value, isOnly = scope.names && scope.names.length === 1, said, count;
+      function overtaken() { return mine !== turn; }
+      if (!query.trim()) return open(false);
+      var late = setTimeout(function () {  // what loads for long says so
+        if (overtaken() || count) return;
+        say.textContent = olhSearch.SEARCHING;
+        open(true);
+      }, PATIENCE);
+      try {
+        var there = await olhSearch.ask(scope.base, query, scope.names, SHOWN, overtaken, function (index, answer) {
+          var marks = olhFind.marksOf(answer, query);
+          count = 0;
+          said = olhSearch.outcome(index, answer, query, scope.names) + (answer.total > SHOWN ? ' Enter shows all.' : '');
+          return function (hit) {
+            if (overtaken()) return false;
+            if (!count) begin(said);
+            list.append(option(hit, marks, count++, isOnly));
+          };
+        });
+        if (overtaken()) return;
+        if (!there) open(false);
+        else if (!count) begin(said);
+      } catch (error) {
+        console.error(error);
+        if (!overtaken()) begin(olhSearch.FAILED);
+      } finally {
+        clearTimeout(late);
+      }
     }
 
     field.addEventListener('input', search);
