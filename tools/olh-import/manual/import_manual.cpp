@@ -19,6 +19,7 @@
 #include "refusal.h"
 #include "search_text.h"
 #include "topic_table.h"
+#include "translations.h"
 #include "words.h"
 
 namespace olh_import {
@@ -113,6 +114,8 @@ class Import {
     for (const char* usual : kStartPages)
       if (manual_.start.empty() && pages_->has(usual)) manual_.start = usual;
     if (manual_.start.empty()) manual_.start = *std::ranges::find_if(pages_->names(), is_page_name);
+    translations_ = Translations(*pages_, asked_.start);
+    if (const std::string start = translations_.counterpart(manual_.start); pages_->has(start)) manual_.start = start;
   }
 
   // A reader's places are looked for in their pages.
@@ -125,7 +128,7 @@ class Import {
     std::size_t done = 0;
     for (const std::string& name : pages_->names()) {
       progress_(done++, pages_->names().size());
-      if (is_page_name(name) && reader_->is_content(name)) take_page(name);
+      if (is_page_name(name) && reader_->is_content(name) && !translations_.is_other(name)) take_page(name);
       const bool is_wanted = !asked_.link && !asked_.dry_run && !is_unpacked_;
       if (is_wanted && !out_->copy(*pages_, name, std::string(kPages) + "/" + name)) unread_.push_back(name);
     }
@@ -152,7 +155,7 @@ class Import {
     take_headings(page);
   }
 
-  // The start page's language, else that of the first page that has one.
+  // The start page's language, else that of the first page that has one; else what its name says.
   void take_language(const HtmlPage& page) {
     for (const char* element : {"html", "body"}) {
       const std::string language = page.markup.first(element).attribute("lang");
@@ -200,7 +203,8 @@ class Import {
         const auto found = names.find(address_of(page, ""));
         return found == names.end() ? "" : found->second;
       });
-    out_->write("index.htm", start_page_file(title, language_, contents()));
+    out_->write("index.htm",
+                start_page_file(title, language_.empty() ? translations_.taken() : language_, contents()));
     out_->write(olh_viewers::kOriginFile, olh_viewers::origin_mark(asked_.verb, origin()));
   }
 
@@ -227,6 +231,8 @@ class Import {
   std::vector<std::string> notes(const std::vector<std::string>& of_topics) const {
     std::vector<std::string> all = of_topics;
     all.insert(all.end(), manual_.notes.begin(), manual_.notes.end());
+    tell(all, "other languages of the same pages, imported with --start and their index page",
+         translations_.others());
     tell(all, "files that cannot be read, left out", unread_);
     tell(all, "places that their page does not have, replaced by its beginning", missing_places_);
     if (const std::size_t links = pages_->links_left_out(); links != 0 && !asked_.link)
@@ -245,6 +251,7 @@ class Import {
   bool is_unpacked_ = false;
   Manual manual_;
   std::unordered_map<std::string, std::vector<std::size_t>> topics_of_pages_;
+  Translations translations_;
   std::string language_;
   PageTitles titles_;
   std::optional<SearchText> text_;  // not for a dry run

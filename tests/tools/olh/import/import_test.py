@@ -69,6 +69,22 @@ class Import(Verbs):
             self.run_import()
             self.assertIn(f'<html lang="{language}">', (self.manual / "index.htm").read_text())
 
+    def test_of_pages_in_several_languages_one_is_taken(self):
+        """English, or that of the start page. "re" is no language here: there is no index page in it."""
+        (self.source / "index.htm").unlink()
+        for language, title in (("de", "Handbuch"), ("en", "Handbook"), ("pt-br", "Manual")):
+            write(self.source / f"index.{language}.html", f"<h1 id=begin>{title}</h1>")
+        write(self.source / "os.re.html", "<h1>Expressions</h1>")
+        for start, title, page, others in (((), "Handbook", "index.en", "2 (de, pt-br)"),
+                                           (("--start", "index.de.html"), "Handbuch", "index.de", "2 (en, pt-br)")):
+            said = self.run_import(*start)
+            self.assertIn(f'"{title}": 3 pages', said)
+            self.assertIn(others, said)
+            table = (self.manual / "QELdata/QELAllData.js").read_text()
+            self.assertEqual(set(re.findall(r'"pages/([^"#]+)\.html', table)), {page, "os.re"})
+            self.assertEqual(self.files(self.manual / "pages"), self.files(self.source))
+            self.assertIn(f'<html lang="{page.removeprefix("index.")}">', (self.manual / "index.htm").read_text())
+
     def test_what_is_said_of_a_term_is_a_passage(self):
         """Of several terms together the first; behind the list the text around it goes on. Terms are no headings."""
         write(self.source / "index.htm", """<h1 id=top>Calls</h1>Before.<dl><dt id=open>open(file)</dt><dt id=open-2>open(fd)<dd>Opens.
