@@ -182,6 +182,7 @@ class Import {
     outcome.notes = notes(topics.notes);
     if (asked_.dry_run) return outcome;
     make_room(asked_, place(), olh_viewers::origin_of(place()));
+    const NoSignals between_pages_and_pdf;
     out_->take_place();
     placed_();
     return outcome;

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,22 +27,6 @@ constexpr const char* kBefore = "before";  // in it: the manual that gives way, 
 [[noreturn]] void refuse(const std::string& file) {
   throw Refusal(kCannotWrite, file + " cannot be written: " + std::strerror(errno) + ".");
 }
-
-// Signals wait while it lives.
-class NoSignals {
- public:
-  NoSignals() {
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_SETMASK, &all, &before_);
-  }
-  ~NoSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-  NoSignals(const NoSignals&) = delete;
-  NoSignals& operator=(const NoSignals&) = delete;
-
- private:
-  sigset_t before_ = {};
-};
 
 // A file that is being written. One that is not finished goes with the folder that it is in.
 class NewFile {
@@ -158,6 +141,14 @@ fs::path directory_for(const fs::path& place) {
 }
 
 }  // namespace
+
+NoSignals::NoSignals() {
+  sigset_t all;
+  sigfillset(&all);
+  sigprocmask(SIG_SETMASK, &all, &before_);
+}
+
+NoSignals::~NoSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
 NamelessFile::NamelessFile(const std::string& directory) : directory_(directory), file_(nullptr, std::fclose) {
   std::string name = directory + "/XXXXXX";

@@ -8,6 +8,7 @@
 #ifndef OLH_IMPORT_OUTPUT_FOLDER_H
 #define OLH_IMPORT_OUTPUT_FOLDER_H
 
+#include <csignal>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -18,6 +19,18 @@
 #include "source_tree.h"
 
 namespace olh_import {
+
+// Signals wait while it lives.
+class NoSignals {
+ public:
+  NoSignals();
+  NoSignals(const NoSignals&) = delete;
+  NoSignals& operator=(const NoSignals&) = delete;
+  ~NoSignals();
+
+ private:
+  sigset_t before_ = {};
+};
 
 // What is too much to be kept in memory, written once and then read from its beginning. It goes with the object.
 class NamelessFile {

@@ -2,12 +2,14 @@
 import gzip
 import os
 import re
+import shutil
+import signal
 import subprocess
 import unittest
 import zlib
 from pathlib import Path
 
-from scene import BUILD, cached, needs_docs, run, write
+from scene import BUILD, ENVIRONMENT, cached, needs_docs, run, write
 from verbs import Verbs
 
 PAGE = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 200] /Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> /Contents {} 0 R >>"
@@ -157,6 +159,20 @@ class ImportPdf(Verbs):
         self.assertIn("no place for: 2", self.run_import(self.dir / "pages").stderr)
         self.olh("remove", self.root, "product", code=0)
         self.assertEqual([path for path in self.root.rglob("*product*")], [])
+
+    @unittest.skipUnless(shutil.which("strace"), "strace is not installed")
+    def test_a_signal_between_pages_and_pdf_waits_until_both_are_new(self):
+        pages, log = write(self.dir / "pages/index.html", "<h1>Pages</h1>").parent, self.dir / "log"
+        self.run_import(pages, self.source, "--title", "Old title")
+        # The leak checker traces its own process.
+        done = subprocess.run(["strace", "-qq", "-o", log, "-e", "trace=renameat2", "-e", "inject=renameat2:signal=SIGUSR1:when=1", BUILD / "bin/olh-import",
+                               "--title", "New title", self.root, "product", pages, self.source], env={**ENVIRONMENT, "ASAN_OPTIONS": "detect_leaks=0"},
+                              capture_output=True, text=True)
+        if "ptrace" in done.stderr or "SIGUSR1" not in log.read_text():
+            self.skipTest("this machine does not let a process be traced")
+        self.assertEqual(done.returncode, -signal.SIGUSR1)
+        for file in (self.root / "htmldocs/product/index.htm", self.made):
+            self.assertIn(b"New title", file.read_bytes())
 
     def test_a_link_is_as_it_is_and_what_others_brought_stays(self):
         self.assertIn("linked as it is, without the names of 5 places", self.run_import("--link", self.source).stderr)
