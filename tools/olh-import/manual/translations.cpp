@@ -9,12 +9,12 @@ namespace olh_import {
 
 namespace {
 
-constexpr std::string_view kIndex = "index";
+constexpr std::string_view kIndexPage = "index";
 
 bool is_small_letter(char c) { return c >= 'a' && c <= 'z'; }
 
 // "de", "pt-br", "zh_TW"
-bool is_language(std::string_view text) {
+bool is_language_of_name(std::string_view text) {
   constexpr std::size_t kLetters = 2;
   constexpr std::size_t kLongest = 7;
   return (text.size() == kLetters || (text.size() > kLetters + 2 && text.size() <= kLongest)) &&
@@ -34,7 +34,7 @@ NameParts parts_of(std::string_view page) {
   const std::size_t before = is_page_name(page) && dot > 0 ? page.rfind('.', dot - 1) : std::string_view::npos;
   if (before == std::string_view::npos) return {};
   const std::string_view language = page.substr(before + 1, dot - before - 1);
-  if (!is_language(language)) return {};
+  if (!is_language_of_name(language)) return {};
   return {page.substr(0, before + 1), language, page.substr(dot)};
 }
 
@@ -42,7 +42,7 @@ NameParts parts_of(std::string_view page) {
 
 Translations::Translations(const SourceTree& pages, std::string_view start) {
   for (const std::string& name : pages.names())
-    if (const NameParts parts = parts_of(name); parts.before == std::string(kIndex) + ".")
+    if (const NameParts parts = parts_of(name); parts.before == std::string(kIndexPage) + ".")
       languages_.emplace(parts.language);
   if (languages_.size() < 2) languages_.clear();
   if (languages_.empty()) return;
