@@ -168,7 +168,7 @@ class ImportPdf(Verbs):
         done = subprocess.run(["strace", "-qq", "-o", log, "-e", "trace=renameat2", "-e", "inject=renameat2:signal=SIGUSR1:when=1", BUILD / "bin/olh-import",
                                "--title", "New title", self.root, "product", pages, self.source], env={**ENVIRONMENT, "ASAN_OPTIONS": "detect_leaks=0"},
                               capture_output=True, text=True)
-        if "ptrace" in done.stderr or "SIGUSR1" not in log.read_text():
+        if "ptrace" in done.stderr and not (log.exists() and log.read_text()):
             self.skipTest("this machine does not let a process be traced")
         self.assertEqual(done.returncode, -signal.SIGUSR1)
         for file in (self.root / "htmldocs/product/index.htm", self.made):
