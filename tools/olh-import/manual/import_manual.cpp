@@ -113,9 +113,10 @@ class Import {
     if (!pages_->has(manual_.start)) manual_.start.clear();
     for (const char* usual : kStartPages)
       if (manual_.start.empty() && pages_->has(usual)) manual_.start = usual;
-    if (manual_.start.empty()) manual_.start = *std::ranges::find_if(pages_->names(), is_page_name);
     translations_ = Translations(*pages_, asked_.start);
-    if (const std::string start = translations_.counterpart(manual_.start); pages_->has(start)) manual_.start = start;
+    if (manual_.start.empty()) manual_.start = translations_.index();
+    if (manual_.start.empty()) manual_.start = *std::ranges::find_if(pages_->names(), is_page_name);
+    manual_.start = translations_.counterpart(manual_.start);
   }
 
   // A reader's places are looked for in their pages.

@@ -1,7 +1,7 @@
 #include "translations.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 #include "html_page.h"
 
@@ -9,7 +9,7 @@ namespace olh_import {
 
 namespace {
 
-constexpr std::string_view kIndexPage = "index";
+constexpr std::string_view kIndexPage = "index.";
 
 bool is_small_letter(char c) { return c >= 'a' && c <= 'z'; }
 
@@ -42,31 +42,35 @@ NameParts parts_of(std::string_view page) {
 
 Translations::Translations(const SourceTree& pages, std::string_view start) {
   for (const std::string& name : pages.names())
-    if (const NameParts parts = parts_of(name); parts.before == std::string(kIndexPage) + ".")
-      languages_.emplace(parts.language);
+    if (const NameParts parts = parts_of(name); parts.before == kIndexPage) languages_.emplace(parts.language, name);
   if (languages_.size() < 2) languages_.clear();
   if (languages_.empty()) return;
   const std::string_view wanted = parts_of(start).language;
   taken_ = languages_.contains(wanted) ? wanted
            : languages_.contains("en") ? std::string_view("en")
-                                       : *languages_.begin();
+                                       : languages_.begin()->first;
+  for (const std::string& name : pages.names()) {
+    const NameParts parts = parts_of(name);
+    if (parts.language == taken_ || !languages_.contains(parts.language)) continue;
+    std::string counterpart = std::string(parts.before).append(taken_).append(parts.behind);
+    if (pages.has(counterpart)) counterparts_.emplace(name, std::move(counterpart));
+  }
 }
 
-bool Translations::is_other(std::string_view page) const {
-  const std::string_view language = parts_of(page).language;
-  return language != taken_ && languages_.contains(language);
+std::string Translations::index() const {
+  const auto found = languages_.find(taken_);
+  return found == languages_.end() ? "" : found->second;
 }
 
-std::string Translations::counterpart(const std::string& page) const {
-  if (!is_other(page)) return page;
-  const NameParts parts = parts_of(page);
-  return std::string(parts.before).append(taken_).append(parts.behind);
+const std::string& Translations::counterpart(const std::string& page) const {
+  const auto found = counterparts_.find(page);
+  return found == counterparts_.end() ? page : found->second;
 }
 
 std::vector<std::string> Translations::others() const {
   std::vector<std::string> others;
-  std::ranges::copy_if(languages_, std::back_inserter(others),
-                       [this](const std::string& language) { return language != taken_; });
+  for (const auto& [language, page] : languages_)
+    if (language != taken_) others.push_back(language);
   return others;
 }
 

@@ -7,9 +7,10 @@
 #define OLH_IMPORT_TRANSLATIONS_H
 
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "source_tree.h"
@@ -26,16 +27,19 @@ class Translations {
 
   // "en"; "" where there are no translations.
   const std::string& taken() const { return taken_; }
-  // Whether a page is there for another language only.
-  bool is_other(std::string_view page) const;
-  // The name that a page has in the language that is taken.
-  std::string counterpart(const std::string& page) const;
+  // The index page in it.
+  std::string index() const;
+  // Whether a page is there in the language that is taken, too.
+  bool is_other(const std::string& page) const { return counterparts_.contains(page); }
+  // Its name in that language; that of any other page is its own.
+  const std::string& counterpart(const std::string& page) const;
   // The languages that are not taken.
   std::vector<std::string> others() const;
 
  private:
-  std::set<std::string, std::less<>> languages_;
+  std::map<std::string, std::string, std::less<>> languages_;  // with their index pages
   std::string taken_;
+  std::unordered_map<std::string, std::string> counterparts_;
 };
 
 }  // namespace olh_import

@@ -70,18 +70,19 @@ class Import(Verbs):
             self.assertIn(f'<html lang="{language}">', (self.manual / "index.htm").read_text())
 
     def test_of_pages_in_several_languages_one_is_taken(self):
-        """English, or that of the start page. "re" is no language here: there is no index page in it."""
+        """English, or that of the start page. "re" is no language here: there is no index page in it. What is there in German only stays."""
         (self.source / "index.htm").unlink()
         for language, title in (("de", "Handbuch"), ("en", "Handbook"), ("pt-br", "Manual")):
             write(self.source / f"index.{language}.html", f"<h1 id=begin>{title}</h1>")
         write(self.source / "os.re.html", "<h1>Expressions</h1>")
+        write(self.source / "extra.de.html", "<h1>Zugabe</h1>")
         for start, title, page, others in (((), "Handbook", "index.en", "2 (de, pt-br)"),
                                            (("--start", "index.de.html"), "Handbuch", "index.de", "2 (en, pt-br)")):
             said = self.run_import(*start)
-            self.assertIn(f'"{title}": 3 pages', said)
+            self.assertIn(f'"{title}": 4 pages', said)
             self.assertIn(others, said)
             table = (self.manual / "QELdata/QELAllData.js").read_text()
-            self.assertEqual(set(re.findall(r'"pages/([^"#]+)\.html', table)), {page, "os.re"})
+            self.assertEqual(set(re.findall(r'"pages/([^"#]+)\.html', table)), {page, "os.re", "extra.de"})
             self.assertEqual(self.files(self.manual / "pages"), self.files(self.source))
             self.assertIn(f'<html lang="{page.removeprefix("index.")}">', (self.manual / "index.htm").read_text())
 
