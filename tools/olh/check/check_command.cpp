@@ -12,7 +12,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kCheckExamples =
     "Of a root on a web server it checks what can be read from here.\n"
     "Examples:\n"
     "  olh check /usr/share/olh/docs\n"
@@ -46,7 +46,7 @@ constexpr std::array kChecks = {NamedCheck{"start_pages", check_start_pages},
                                 NamedCheck{"letter_case", check_letter_case},
                                 NamedCheck{"tags", check_tags}};
 
-struct Arguments {
+struct CheckArguments {
   std::string root;
   std::string tags;
   bool all = false;
@@ -72,7 +72,7 @@ std::string contents_of(const CheckedRoot& root) {
          ", " + counted(number(&Holding::portal), "portal", "portals");
 }
 
-void print_findings(const Arguments& asked, const Findings& findings) {
+void print_findings(const CheckArguments& asked, const Findings& findings) {
   if (asked.all) {
     for (const Finding& one : findings.all()) say(line_of(one));
     return;
@@ -82,7 +82,7 @@ void print_findings(const Arguments& asked, const Findings& findings) {
   if (in_short.is_cut) say("With --all every problem is shown, and each in full.");
 }
 
-void print_as_text(const Arguments& asked, const std::string& root, const std::string& contents,
+void print_as_text(const CheckArguments& asked, const std::string& root, const std::string& contents,
                    const Findings& findings) {
   print_findings(asked, findings);
   const std::string total = counted(how_many(findings, Level::kError), "error", "errors") + ", " +
@@ -106,7 +106,7 @@ void print_as_json(const std::string& root, const Findings& findings) {
   say_json(answer);
 }
 
-int check(const Arguments& asked) {
+int check(const CheckArguments& asked) {
   Findings findings;
   std::string reason;
   std::optional<CheckedRoot> root = read_root(asked.root, reason);
@@ -132,8 +132,8 @@ int check(const Arguments& asked) {
 }  // namespace
 
 void add_check_command(const Verb& olh) {
-  const Verb verb = olh.verb("check", "Check a documentation root for problems", kExamples);
-  Arguments& asked = verb.action(check);
+  const Verb verb = olh.verb("check", "Check a documentation root for problems", kCheckExamples);
+  CheckArguments& asked = verb.action(check);
   verb.option("ROOT", asked.root, "The directory or http:// URL of the documentation root").required();
   verb.option("--tags", asked.tags, "The documents and tags that a program uses, one a line")
       .existing_file()

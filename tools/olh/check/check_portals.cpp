@@ -13,9 +13,9 @@ namespace {
 constexpr const char* kMainPortal = "qel_td";
 constexpr const char* kPages = "common";
 
-std::string directory_of(const std::string& portal) { return "tomedecks/" + portal; }
-std::string page_of(const std::string& portal) { return directory_of(portal) + "/index.html"; }
-std::string script_of(const std::string& portal) { return directory_of(portal) + "/js/doclist.js"; }
+std::string folder_of(const std::string& portal) { return "tomedecks/" + portal; }
+std::string page_of(const std::string& portal) { return folder_of(portal) + "/index.html"; }
+std::string script_of(const std::string& portal) { return folder_of(portal) + "/js/doclist.js"; }
 
 // Every portal that has one of the two files which make it one.
 std::vector<std::string> portals_in(const CheckedRoot& root) {
@@ -57,7 +57,7 @@ void check_portal_list(const CheckedRoot& root, Findings& findings) {
   }
   for (const std::string& portal : portals_in(root))
     if (portal != kMainPortal && !names.contains(portal))
-      findings.warning({directory_of(portal)}, "is a portal that {} does not name", kInstalledPortals);
+      findings.warning({folder_of(portal)}, "is a portal that {} does not name", kInstalledPortals);
 }
 
 void check_portal_files(const CheckedRoot& root, Findings& findings) {
@@ -74,8 +74,7 @@ void check_portal_files(const CheckedRoot& root, Findings& findings) {
       findings.warning({script_of(portal)},
                        "gives no name (mTomeDeckName = \"...\"), so that no list shows the portal");
     if (!portal.ends_with("_td"))
-      findings.warning({directory_of(portal)},
-                       "does not end in _td, so that a help call does not take it for a portal");
+      findings.warning({folder_of(portal)}, "does not end in _td, so that a help call does not take it for a portal");
   }
 }
 

@@ -12,7 +12,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kDoctorExamples =
     "Each step reports what works, what does not, what cannot be checked, and the command that fixes it.\n"
     "Examples:\n"
     "  olh doctor                           this machine\n"
@@ -39,7 +39,7 @@ constexpr std::array kSteps = {Step{"variables", "Variables", check_variables},
                                Step{"document", "Document", check_document},
                                Step{"trial", "Trial", try_viewers}};
 
-struct Arguments {
+struct DoctorArguments {
   std::string document;
   std::string tag;
   std::string root;
@@ -103,7 +103,7 @@ class Report {
   nlohmann::json answer_ = nlohmann::json::array();
 };
 
-int doctor(const Arguments& asked) {
+int doctor(const DoctorArguments& asked) {
   Report report(asked.json);
   std::string root = asked.root;
   report.add("roots", "Search path", check_answering_roots(root));
@@ -115,8 +115,8 @@ int doctor(const Arguments& asked) {
 }  // namespace
 
 void add_doctor_command(const Verb& olh) {
-  const Verb verb = olh.verb("doctor", "Find out why help is not shown, and how to fix it", kExamples);
-  Arguments& asked = verb.action(doctor);
+  const Verb verb = olh.verb("doctor", "Find out why help is not shown, and how to fix it", kDoctorExamples);
+  DoctorArguments& asked = verb.action(doctor);
   verb.option("DOC", asked.document, "A document that has to be found");
   verb.option("TAG", asked.tag, "A topic, destination or tab of it");
   verb.flag("--try", asked.attempt, "Show the manual of olh itself, as a page and as a PDF");

@@ -26,7 +26,7 @@ std::vector<Lookup> lookups_for(const std::string& document, OlhViewer preferred
 }
 
 // A path is what the lookup says; for a bare name the location decides.
-OlhViewer kind_of(const std::string& document, Lookup lookup, const std::string& location) {
+OlhViewer viewer_of(const std::string& document, Lookup lookup, const std::string& location) {
   if (lookup == FindTomeDeck) return OLH_VIEWER_TOMEDECK;
   const bool is_pdf = is_path_or_url(document) ? lookup == FindPdfDoc : ends_in_pdf(location);
   return is_pdf ? OLH_VIEWER_PDF : OLH_VIEWER_HTML;
@@ -74,7 +74,7 @@ Located locate(const std::string& document, const SearchRoots& roots) {
   for (const Lookup lookup : lookups_for(document, roots.preferred)) {
     Located located = answer_of(lookup, document);
     if (!located.found) continue;
-    located.kind = kind_of(document, lookup, located.location);
+    located.kind = viewer_of(document, lookup, located.location);
     take_root(located, root_of(document, located.location, roots));
     return located;
   }

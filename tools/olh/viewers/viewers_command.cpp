@@ -11,7 +11,7 @@ namespace olh {
 
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kViewersExamples =
     "A viewer is chosen by the first of four places that names an executable program: your option file,\n"
     "the variable, the options file of the documentation tree, a search along PATH.\n"
     "Examples:\n"
@@ -171,7 +171,7 @@ Change& add_change(const Verb& verb, int (*work)(const Change&)) {
 }  // namespace
 
 void add_viewers_command(const Verb& olh) {
-  const Verb verb = olh.verb("viewers", "Show or choose the browser and the PDF reader", kExamples);
+  const Verb verb = olh.verb("viewers", "Show or choose the browser and the PDF reader", kViewersExamples);
   add_json_option(verb, verb.action(tell));
   verb.take_one_verb_at_most();
   const Verb choose = verb.verb("set", "Choose a program", kExitCodes);
