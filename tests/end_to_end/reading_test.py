@@ -59,42 +59,56 @@ UNTOLD = """(() => {
 # Wherever the page can lead.
 LINKS = "[...document.querySelectorAll('a[href], link[href], script[src]')].map(one => one.href || one.src)"
 
+# Where the links at a page's end lead that turn to the topic before and after it, as far as they are shown.
+TURNS = """['prev', 'next'].map(way => [...document.querySelectorAll(`.turn [rel=${way}]`)].filter(one => one.getClientRects().length)
+    .map(one => one.getAttribute('href')).join() || null)"""
+
 
 class Reading(Pages):
-    def open(self, page, base=None):
-        self.browser.go(f"{base or self.disk}/{page}")
-        self.browser.wait(SETTLED)
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.seen = {page: cls.look_at(page) for page in PAGES}
+
+    @classmethod
+    def open(cls, page, base=None):
+        cls.browser.go(f"{base or cls.disk}/{page}")
+        cls.browser.wait(SETTLED)
+
+    @classmethod
+    def look_at(cls, page):
+        """What the tests ask of every page, found out while it is open once: to open it takes longest."""
+        value = cls.browser.value
+        cls.browser.screen(1200)
+        cls.open(page, cls.web)
+        seen = {"links": value(LINKS), "untold": value(UNTOLD), "requests": cls.browser.requested(), "turns": value(TURNS), "grounds": [], "faint": [],
+                "policies": value("[...document.querySelectorAll('meta[http-equiv^=Content-Sec]')].map(one => one.content)")}
+        for scheme in ("light", "dark"):
+            cls.browser.screen(1200, scheme=scheme)
+            seen["grounds"].append(value("getComputedStyle(document.body).backgroundColor"))
+            seen["faint"] += value(FAINT)
+        cls.browser.screen(360, 740)
+        seen["width"], seen["bar"] = value("[document.scrollingElement.scrollWidth, document.querySelector('.bar')?.offsetHeight ?? 0]")
+        cls.browser.screen(1200)
+        return seen
 
     def test_every_page_can_be_read(self):
         """In light and in dark, aloud, and on a phone without scrolling to the side."""
-        self.addCleanup(self.browser.screen, 1200)
-        grounds = set()
-        for page in PAGES:
-            self.browser.screen(1200)
-            self.open(page)
-            for scheme in ("light", "dark"):
-                self.browser.screen(1200, scheme=scheme)
-                grounds.add(self.browser.value("getComputedStyle(document.body).backgroundColor"))
-                with self.subTest(page=page, scheme=scheme):
-                    self.assertEqual(self.browser.value(FAINT), [])
+        for page, seen in self.seen.items():
             with self.subTest(page=page):
-                self.assertEqual(self.browser.value(UNTOLD), [])
-                self.browser.screen(360, 740)
-                self.assertEqual(self.browser.value("document.scrollingElement.scrollWidth"), 360)
-                self.assertLess(self.browser.value("document.querySelector('.bar')?.offsetHeight ?? 0"), 70)
-        self.assertEqual(len(grounds), 4)  # paper, and the ground of a popup, in both
+                self.assertEqual((seen["faint"], seen["untold"], seen["width"]), ([], [], 360))
+                self.assertLess(seen["bar"], 70)
+        self.assertEqual(len({ground for seen in self.seen.values() for ground in seen["grounds"]}), 4)  # paper, and a popup's, in both
 
     def test_links_lead_somewhere_and_nobody_else_is_asked(self):
-        wanted, policies = {}, set()
-        for page in PAGES:
-            self.open(page, self.web)
-            for address in self.browser.value(LINKS):
-                wanted.setdefault(address, page)
-            policies.update(self.browser.value("[...document.querySelectorAll('meta[http-equiv^=Content-Sec]')].map(one => one.content)") or [page])
-            self.assertEqual([one for one in self.browser.requested() if not one.startswith((self.web + "/", "about:"))], [], page)
+        wanted = {address: page for page, seen in self.seen.items() for address in seen["links"]}
+        for page, seen in self.seen.items():
+            self.assertEqual([one for one in seen["requests"] if not one.startswith((self.web + "/", "about:"))], [], page)
         self.assertGreater(len(wanted), 150)
         policy = urllib.request.urlopen(f"{self.web}/index.html").headers["Content-Security-Policy"]
+        policies = {one for page, seen in self.seen.items() for one in seen["policies"] or [page]}
         self.assertEqual({policy}, {f"{one}; frame-src 'self'; frame-ancestors 'self'" for one in policies})
+        self.open("index.html", self.web)
         self.browser.value("document.body.append(Object.assign(document.createElement('script'), { textContent: 'inside = true' }))")
         self.assertEqual(self.browser.value("typeof inside"), "undefined")
         places = subprocess.run(["pdfinfo", "-dests", DOCS / "pdfdocs/olh_manual.pdf"], capture_output=True, text=True).stdout
@@ -110,15 +124,16 @@ class Reading(Pages):
                     self.assertIn(f' id="{fragment}"', target.read_text())
 
     def test_from_the_first_topic_to_the_last_and_back(self):
-        self.open(f"htmldocs/olh_manual/{TOPICS[0][1]}")
-        for way, titles in (("next", TOPICS), ("prev", TOPICS[::-1])):
-            for _, _, title in titles[1:]:
-                self.browser.wait(f"document.querySelector('.turn [rel={way}]')?.click() || true")
-                self.heading(title)
-            self.assertEqual(self.visible(f"[rel={way}]"), 0)
-        for key, (_, _, title) in (("ArrowRight", TOPICS[1]), ("ArrowLeft", TOPICS[0])):
+        pages = [page for _, page, _ in TOPICS]
+        for page, before, after in zip(pages, [None, *pages], [*pages[1:], None]):
+            self.assertEqual(self.seen[f"htmldocs/olh_manual/{page}"]["turns"], [before, after], page)
+        (_, first, first_title), (_, _, second_title) = TOPICS[:2]
+        self.open(f"htmldocs/olh_manual/{first}")
+        for key, way, title in (("ArrowRight", "prev", second_title), ("ArrowLeft", "next", first_title)):
             self.browser.press(key)
             self.heading(title)
+            self.browser.value(f"document.querySelector('.turn [rel={way}]').click()")
+            self.heading(first_title if way == "prev" else second_title)
 
     def focus(self):
         return self.browser.value("(one => one.textContent.trim() || one.getAttribute('aria-label') || one.localName)(document.activeElement)")
