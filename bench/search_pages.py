@@ -5,13 +5,14 @@ bytes, and how much the browser's renderer grows.
 usage: search_pages.py BUILD_DIRECTORY ROOT
 
 A root for it is made by search_root.py. Each query is asked in a page that was just opened, then the others after the first one in
-one page. Of each query the median of several browsers counts, and of the queries the worst. Requests, bytes and memory are counted
+one page: at once, as if pasted but for its last letter, and letter by letter, as a person types. Of each query the median of several browsers counts, and of the queries the worst. Requests, bytes and memory are counted
 in a browser of its own: to be told of requests makes each of them slower.
 """
 import os
 import re
 import statistics
 import sys
+import time
 from pathlib import Path
 from urllib.parse import unquote
 
@@ -20,12 +21,12 @@ from chromium import Browser
 
 TURNS = 5
 QUERIES = ("search path", "browser does not open", "option files and the order of viewers", "enviroment variables", "install", "OLH_DEBUG")
-# Puts the query up to its last letter into the field, which says nothing of it; the key that comes then is timed to its results,
-# not those of another query: the line below them names it.
-PREPARE = """(() => {
+PACE = 0.1  # seconds between two letters that are typed
+# Puts the beginning of a query into the field, which says nothing of it.
+PUT = "(field => { field.focus(); field.value = %r; })(document.querySelector('.bar input'))"
+# The key that comes next is timed to the results of the query, not those of another one: the line below them names it.
+WATCH = """(() => {
   const field = document.querySelector('.bar input'), query = %r;
-  field.focus();
-  field.value = query.slice(0, -1);
   window.took = null;
   field.addEventListener('keydown', () => {
     const begin = performance.now();
@@ -40,8 +41,12 @@ PREPARE = """(() => {
 })()"""
 
 
-def took(browser, query):
-    browser.value(PREPARE % query)
+def took(browser, query, is_typed=False):
+    browser.value(PUT % ("" if is_typed else query[:-1]))
+    for letter in query[:-1] if is_typed else "":
+        browser.press(letter)
+        time.sleep(PACE)
+    browser.value(WATCH % query)
     browser.press(query[-1])
     return browser.wait("window.took")
 
@@ -77,7 +82,7 @@ def opened(browser, base):
     browser.wait("document.querySelector('.bar input')")
 
 
-def times(base, first, nexts):
+def times(base, first, nexts, typed):
     """Adds the times of each query in a browser that nobody watches."""
     browser = Browser()
     try:
@@ -88,6 +93,9 @@ def times(base, first, nexts):
             if query == QUERIES[0]:
                 for other in QUERIES[1:]:
                     nexts[other].append(took(browser, other))
+        opened(browser, base)
+        for query in QUERIES:
+            typed[query].append(took(browser, query, is_typed=True))
     finally:
         browser.close()
 
@@ -115,12 +123,12 @@ def costs(base, root):
 
 
 def measure(name, base, root):
-    first, nexts = {query: [] for query in QUERIES}, {query: [] for query in QUERIES[1:]}
+    first, typed, nexts = {query: [] for query in QUERIES}, {query: [] for query in QUERIES}, {query: [] for query in QUERIES[1:]}
     for _ in range(TURNS):
-        times(base, first, nexts)
+        times(base, first, nexts, typed)
     requests, loaded, grown = costs(base, root)
-    worst = [max(statistics.median(one) for one in queries.values()) for queries in (first, nexts)]
-    print(f"{name}: first results after {worst[0]:.0f} ms (at most 150), next ones after {worst[1]:.0f} ms (50); "
+    worst = [max(statistics.median(one) for one in queries.values()) for queries in (first, nexts, typed)]
+    print(f"{name}: first results after {worst[0]:.0f} ms (at most 150), next ones after {worst[1]:.0f} ms (50), typed ones after {worst[2]:.0f} ms (50); "
           f"{requests} requests (15), {loaded / 1e6:.2f} MB (1); renderer +{grown / 1e6:.0f} MB (40)")
 
 
