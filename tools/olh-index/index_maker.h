@@ -1,7 +1,8 @@
 // The index of a root, put together manual by manual.
 //
-// Knows    which texts speak for a section or page, and where a long section is cut.
-// Not      how much a word counts (stem_shares), and files: pieces are handed out as values (index_folder writes them).
+// Knows    which texts speak for a section or page.
+// Not      how much a word counts (stem_shares), the texts that are shown of a hit (text_pieces), and files: pieces are passed on
+//          as values (index_folder writes them).
 // For      main.
 #ifndef OLH_TOOLS_INDEX_INDEX_MAKER_H
 #define OLH_TOOLS_INDEX_INDEX_MAKER_H
@@ -25,7 +26,7 @@ class IndexMaker {
   explicit IndexMaker(WritePiece write) : write_(std::move(write)) {}
 
   void add(const IndexedManual& manual);
-  // Hands out the rest of the pieces; the head, which the others are found by, is returned.
+  // Passes on the pieces of words; the head, which all pieces are found by, is returned without the place of texts.
   nlohmann::json finish();
 
   std::uint32_t pages() const { return pages_; }
@@ -34,11 +35,7 @@ class IndexMaker {
  private:
   void take_words(std::string_view text, Field field);
   void add_title(const Page& page);
-  void add_section(const Page& page, const Section& section, bool is_first);
   void add_part(const Page& page, const Section& section, std::string_view text, bool is_first);
-  void add_text(const Page& page, const Section& section, std::string_view text);
-  void begin_texts(const Page& page);
-  void write_texts();
 
   WritePiece write_;
   Vocabulary vocabulary_;
@@ -47,11 +44,6 @@ class IndexMaker {
   std::string version_;  // of what the manual that is read is about
   nlohmann::json manuals_ = nlohmann::json::array();
   std::string sections_of_pages_;
-  std::string sections_of_texts_;
-  std::string rows_of_pages_;  // of the piece of texts that is made, as JSON
-  std::string rows_of_sections_;
-  std::uint32_t sections_in_texts_ = 0;
-  std::uint32_t pieces_of_texts_ = 0;
   std::uint32_t sections_ = 0;
   std::uint32_t pages_ = 0;
 };

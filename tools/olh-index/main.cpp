@@ -10,6 +10,7 @@
 #include "index_sources.h"
 #include "manual_text.h"
 #include "pdf_text.h"
+#include "text_pieces.h"
 #include "visible.h"
 
 #ifdef __GLIBC__
@@ -70,10 +71,15 @@ class MemoryToGiveBack {
   std::size_t bytes_ = 0;
 };
 
-// Calls with each document in its order; while it is at work, the next one is read.
+// Calls with each document in its order; while it is at work, the next one is read, and its texts are put into pieces: this thread
+// has less to do.
 template <typename Call>
-void each_document(const fs::path& root, olh_search::IndexSources& sources, Call call) {
-  const auto read = [&](std::size_t at) { return read_document(root, sources.documents[at], sources.sum); };
+void each_document(const fs::path& root, olh_search::IndexSources& sources, olh_index::TextPieces& texts, Call call) {
+  const auto read = [&](std::size_t at) {
+    olh_index::IndexedManual manual = read_document(root, sources.documents[at], sources.sum);
+    texts.add(manual);
+    return manual;
+  };
   std::future<olh_index::IndexedManual> next;
   MemoryToGiveBack behind;
   if (!sources.documents.empty()) next = std::async(std::launch::async, read, 0);
@@ -92,13 +98,18 @@ int make_index(const Arguments& asked) {
     return complain(kNotFound,
                     "the list of the documents in " + asked.root + " cannot be read. 'olh dmerge' makes it.");
   olh_index::IndexFolder folder(root);
-  olh_index::IndexMaker maker([&](const std::string& name, std::string_view piece) { folder.write(name, piece); });
-  each_document(root, *sources, [&](const olh_index::IndexedManual& manual) {
+  // Pieces of texts come from one thread, and those of words when it has ended.
+  const auto write = [&](const std::string& name, std::string_view piece) { folder.write(name, piece); };
+  olh_index::TextPieces texts(write);
+  olh_index::IndexMaker maker(write);
+  each_document(root, *sources, texts, [&](const olh_index::IndexedManual& manual) {
     if (!asked.quiet && !manual.unsearched.empty())
       std::printf("%s %s.\n", olh_viewers::visible(manual.name).c_str(), manual.unsearched.c_str());
     maker.add(manual);
   });
+  const std::string sections_of_texts = texts.finish();
   nlohmann::json head = maker.finish();
+  head["sections_of_texts"] = sections_of_texts;
   head["sources"] = sources->sum.name();
   folder.finish(std::move(head));
   if (!asked.quiet)
