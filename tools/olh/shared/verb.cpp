@@ -6,6 +6,7 @@
 
 #include "olh/olh.h"
 #include "output.h"
+#include "shared.h"
 
 namespace olh {
 
@@ -57,6 +58,7 @@ CommandLine::CommandLine(const char* what, const char* footer, std::initializer_
     : words_(std::make_unique<CLI::App>(what, "olh")) {
   words_->require_subcommand(1);
   words_->footer(footer);
+  words_->set_version_flag("--version", version_line, "Print the version and exit");
   for (const auto add : verbs) add(Verb(*words_, exit_code_));
 }
 

@@ -1,4 +1,4 @@
-// olh version: of the package, and of the library's interface.
+// olh version, and olh --version: of the package, and of the library's interface.
 #include <nlohmann/json.hpp>
 
 #include "olh/olh.h"
@@ -9,17 +9,16 @@ namespace olh {
 namespace {
 
 int print(const bool& json) {
-  const std::string package = OLH_PACKAGE_VERSION;
-  const std::string interface = OlhVersion();
-  if (json) {
-    say_json({{"package", package}, {"interface", interface}});
-  } else {
-    say("olh " + package + " (interface " + interface + ")");
-  }
+  if (json)
+    say_json({{"package", OLH_PACKAGE_VERSION}, {"interface", OlhVersion()}});
+  else
+    say(version_line());
   return OLH_RESULT_OK;
 }
 
 }  // namespace
+
+std::string version_line() { return std::string("olh " OLH_PACKAGE_VERSION " (interface ") + OlhVersion() + ")"; }
 
 void add_version_command(const Verb& olh) {
   const Verb verb = olh.verb("version", "Print the version",

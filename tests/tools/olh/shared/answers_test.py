@@ -53,6 +53,7 @@ class Answers(Verbs):
                 self.assertEqual(set(map(int, codes)), everywhere | {code for of, code in page if of == verb})
                 answering |= {verb} if "--json" in said else set()
                 self.olh(verb, "--nonsense", code=64)
+        self.assertEqual(self.olh("--version").stdout, self.olh("version").stdout)
         self.assertEqual(answering, {verb for verbs, _ in answers.TABLES for verb in verbs})
 
     def rows(self):

@@ -16,6 +16,7 @@
 namespace olh {
 
 void add_version_command(const Verb& olh);
+std::string version_line();
 
 }  // namespace olh
 
