@@ -85,8 +85,10 @@ class SearchInThePage(Pages):
         asked = [one for one in self.browser.requested() if "/search/" in one]
         self.assertLessEqual(len(asked), 15, asked)
         self.assertEqual(len(found), 8)
-        self.browser.value("document.querySelector('.more').click()")
-        self.browser.wait("document.querySelectorAll('#found > li').length > 8")
+        self.browser.value("document.querySelector('.more').click(); document.querySelector('.more').click()")  # a double click
+        self.browser.wait("document.querySelectorAll('#found > li').length >= 16")
+        found = self.browser.value("[...document.querySelectorAll('#found > li > a')].map(one => one.href)")
+        self.assertEqual((len(found), len(set(found))), (16, 16))
 
     def test_results_as_a_person_types(self):
         """Arrow keys and Enter go to a hit, Escape closes, "/" gets to the field."""

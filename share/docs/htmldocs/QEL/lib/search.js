@@ -165,7 +165,7 @@ var olhSearch = (function () {
 
   // Fills the list from the index, more of it on request; says whether there is one. `overtaken` says that a newer search has begun.
   async function fill(base, query, names, say, list, more, overtaken) {
-    var next = 0, show, said;
+    var next = 0, isLoading = false, show, said;
     var there = await ask(base, query, names, SHOWN, overtaken, function (index, answer) {
       var marks = olhFind.marksOf(answer, query);
       list.replaceChildren();
@@ -178,7 +178,11 @@ var olhSearch = (function () {
         if (overtaken()) return false;
         list.append(hitRow(hit, answer, marks, names && names.length === 1));
       };
-      more.onclick = function () { olhFind.hits(index, answer, next, SHOWN, show).then(said); };
+      more.onclick = function () {
+        if (isLoading) return;
+        isLoading = true;
+        olhFind.hits(index, answer, next, SHOWN, show).finally(function () { isLoading = false; }).then(said);
+      };
       return show;
     });
     if (there && !overtaken()) said();
