@@ -5,9 +5,11 @@ bytes, and how much the browser's renderer grows.
 usage: search_pages.py BUILD_DIRECTORY ROOT
 
 A root for it is made by search_root.py. Each query is asked in a page that was just opened, then the others after the first one in
-one page: at once, as if pasted but for its last letter, and letter by letter, as a person types. Of each query the median of several browsers counts, and of the queries the worst. Requests, bytes and memory are counted
-in a browser of its own: to be told of requests makes each of them slower.
+one page: at once, as if pasted but for its last letter, and letter by letter, as a person types. The first search of a person who
+types is that of one letter. Of each query the median of several browsers counts, and of the queries the worst. Requests, bytes and
+memory are counted in a browser of its own: to be told of requests makes each of them slower.
 """
+import collections
 import os
 import re
 import statistics
@@ -41,14 +43,28 @@ WATCH = """(() => {
 })()"""
 
 
-def took(browser, query, is_typed=False):
-    browser.value(PUT % ("" if is_typed else query[:-1]))
-    for letter in query[:-1] if is_typed else "":
-        browser.press(letter)
-        time.sleep(PACE)
+def key(browser, query):
+    """The time of the key that completes a query."""
     browser.value(WATCH % query)
     browser.press(query[-1])
     return browser.wait("window.took")
+
+
+def took(browser, query):
+    browser.value(PUT % query[:-1])
+    return key(browser, query)
+
+
+def typed(browser, query):
+    """The times of the first and the last letter."""
+    browser.value(PUT % "")
+    time.sleep(PACE)
+    first = key(browser, query[0])
+    for letter in query[1:-1]:
+        time.sleep(PACE)
+        browser.press(letter)
+    time.sleep(PACE)
+    return first, key(browser, query)
 
 
 def renderers(program):
@@ -82,7 +98,7 @@ def opened(browser, base):
     browser.wait("document.querySelector('.bar input')")
 
 
-def times(base, first, nexts, typed):
+def times(base, first, nexts, first_letter, last_letter):
     """Adds the times of each query in a browser that nobody watches."""
     browser = Browser()
     try:
@@ -94,8 +110,11 @@ def times(base, first, nexts, typed):
                 for other in QUERIES[1:]:
                     nexts[other].append(took(browser, other))
         opened(browser, base)
-        for query in QUERIES:
-            typed[query].append(took(browser, query, is_typed=True))
+        for number, query in enumerate(QUERIES):
+            letters = typed(browser, query)
+            last_letter[query].append(letters[1])
+            if number == 0:
+                first_letter[query].append(letters[0])
     finally:
         browser.close()
 
@@ -123,13 +142,13 @@ def costs(base, root):
 
 
 def measure(name, base, root):
-    first, typed, nexts = {query: [] for query in QUERIES}, {query: [] for query in QUERIES}, {query: [] for query in QUERIES[1:]}
+    columns = [collections.defaultdict(list) for _ in range(4)]
     for _ in range(TURNS):
-        times(base, first, nexts, typed)
+        times(base, *columns)
     requests, loaded, grown = costs(base, root)
-    worst = [max(statistics.median(one) for one in queries.values()) for queries in (first, nexts, typed)]
-    print(f"{name}: first results after {worst[0]:.0f} ms (at most 150), next ones after {worst[1]:.0f} ms (50), typed ones after {worst[2]:.0f} ms (50); "
-          f"{requests} requests (15), {loaded / 1e6:.2f} MB (1); renderer +{grown / 1e6:.0f} MB (40)")
+    worst = [max(statistics.median(one) for one in queries.values()) for queries in columns]
+    print(f"{name}: first results after {worst[0]:.0f} ms (at most 150), next ones after {worst[1]:.0f} ms (50); "
+          f"typed: first letter {worst[2]:.0f} ms (150), last letter {worst[3]:.0f} ms (50); {requests} requests (15), {loaded / 1e6:.2f} MB (1); renderer +{grown / 1e6:.0f} MB (40)")
 
 
 def main(_, root):
