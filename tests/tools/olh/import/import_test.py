@@ -26,7 +26,8 @@ class Import(Verbs):
         self.root = self.dir / "made/root"
         self.manual = self.root / "htmldocs/product"
         (self.dir / "made").mkdir()
-        write(self.source / "index.htm", "<h1>Product</h1>\r\n<div class=header><p>Next: <a accesskey=n>passed over</a></div><p>searched")
+        around = "".join(f"<{tag}>passed over</{tag}>" for tag in "script style template noscript svg math nav footer button form".split())
+        write(self.source / "index.htm", f"<h1>Product</h1>\r\n<div class=header><p>Next: <a accesskey=n>passed over</a></div>{around}<p>searched")
         write(self.source / "sub/a b#c%..htm", "<h2 id='x y'>Odd</h2>")
         (self.source / "sub/data.bin").write_bytes(bytes(range(256)))
 

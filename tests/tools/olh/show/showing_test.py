@@ -179,6 +179,16 @@ class Showing(Verbs):
             self.index_texts(("", "", text))
             self.assertEqual(self.json("search", "--print", query, "guide")["results"][0]["excerpt"], shown)
 
+    def test_a_place_with_a_topic_of_its_own(self):
+        """Its text, its title and what links to it say lead to the same place."""
+        write(self.docs / "htmldocs/guide/QELdata/QELAllData.js",
+              'QELAddTopic(["intro","intro.htm","Introduction"]);\nQELAddTopic(["coats","intro.htm#stripes","Coats of animals"]);\n')
+        write(self.docs / "htmldocs/guide/far/other.htm", "<p><a href='../intro.htm#stripes'>striped <i>horses</i></a>")
+        self.index_texts(("", "Introduction", "The first section."), ("stripes", "Stripes", "A zebra has them."))
+        for query in ("zebras", "coats of animals", "striped horses"):
+            (found,) = self.json("search", "--print", query, "guide")["results"]
+            self.assertEqual((found["topic"], found["heading"]), ("coats", "Stripes"), query)
+
     def test_what_is_new_comes_behind_what_explains(self):
         news = [(f"news_{number}", f"What is new in 2.{number}") for number in (5, 4, 3)]
         pages, text = [("news", "What is new"), ("cages", "Cages"), ("names", "Index of names"), *news], "Each zebra has a cage."
