@@ -162,6 +162,7 @@ class Showing(Verbs):
         """Other words for the same, in English; words that nobody looks for. What a killed run left is removed."""
         left = self.docs / "htmldocs/QEL/search/making-x/words_0.js"
         write(left, "")
+        write(self.docs / "htmldocs/guide/index.htm", '<html lang="fr">')  # as one that was made around pages of another language
         for language, text, query in (("en", "Where the directories are.", "the folder"), ("de", "Das ist die Tabelle.", "und Tabelle")):
             write(self.docs / "htmldocs/guide/intro.htm", f'<html lang="{language}">')
             self.index_texts(("", "", text))
