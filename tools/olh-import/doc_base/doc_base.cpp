@@ -94,8 +94,10 @@ std::vector<Registration> registrations_in(const std::vector<std::string>& folde
     if (!found.why_not_all.empty())
       throw Refusal(kNoSource, folder + " cannot be listed: " + found.why_not_all + ".");
     std::ranges::sort(found.names);
-    for (const std::string& name : found.names)
+    for (const std::string& name : found.names) {
+      if (name == "README" || name == "data") continue;  // Debian's own, in these folders
       if (auto one = read_registration(olh_viewers::path_in(folder, name), problems)) all.push_back(std::move(*one));
+    }
   }
   if (!is_there) throw Refusal(kNoSource, "no document is registered: there is no folder " + folders.back() + ".");
   return all;

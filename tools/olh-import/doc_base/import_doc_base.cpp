@@ -117,6 +117,12 @@ class DocBaseImport {
       return tell_of(one, refusal);
     const auto [first, is_new] = files_of_names_.try_emplace(name, one.file);
     if (!is_new) return tell_of(one, first->second + " has registered this name already");
+    bool is_free = false;
+    attempt(one, [&] {
+      refuse_taken(one, name);
+      is_free = true;
+    });
+    if (!is_free) return;
     attempt(one, [&] { bring_pages(one, name); });
     attempt(one, [&] { bring_pdf(one, name); });
     if (!asked_.dry_run && is_held(name)) portals_.add(one.section, one.title, name);
@@ -125,6 +131,13 @@ class DocBaseImport {
   bool is_held(const std::string& name) const {
     return olh_viewers::origin_of(place_of_pages(name)) == olh_viewers::kByDocBase ||
            olh_viewers::origin_of_pdf(place_of_pdf(name)) == olh_viewers::kByDocBase;
+  }
+
+  // Pages and a PDF of one name are one document: a name that somebody has given to either of them is taken for both.
+  void refuse_taken(const Registration& one, const std::string& name) const {
+    const ImportRequest request = request_for(one, name);
+    refuse_what_others_brought(request, place_of_pages(name), olh_viewers::origin_of(place_of_pages(name)));
+    refuse_what_others_brought(request, place_of_pdf(name), olh_viewers::origin_of_pdf(place_of_pdf(name)));
   }
 
   // What keeps one document out keeps out no other.

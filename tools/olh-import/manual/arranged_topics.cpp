@@ -77,6 +77,24 @@ class Arranging {
   std::vector<Topic> unnameable_;
 };
 
+// Of topics of one rank that the library cannot tell from each other the first wins: one that is written as the library sees it
+// takes the place of one that is not. "QHashIterator" is that class, and not "QHash::Iterator".
+void put_exact_names_first(std::vector<Topic>& topics) {
+  std::unordered_map<std::string, std::size_t> inexact;
+  Rank rank = Rank{};
+  for (std::size_t at = 0; at < topics.size(); ++at) {
+    if (topics[at].rank != rank) inexact.clear();
+    rank = topics[at].rank;
+    std::string seen = olh_viewers::normal_topic(topics[at].name);
+    if (seen.size() != topics[at].name.size()) {
+      inexact.try_emplace(std::move(seen), at);
+    } else if (const auto found = inexact.find(seen); found != inexact.end()) {
+      std::swap(topics[found->second], topics[at]);
+      inexact.erase(found);
+    }
+  }
+}
+
 }  // namespace
 
 // Only pages are asked for, and each of their names has an ending.
@@ -85,6 +103,7 @@ std::string name_of_page(std::string_view page) { return std::string(page.substr
 ArrangedTopics arranged_topics(std::vector<Topic> topics, const SourceTree& pages,
                                const std::function<std::string(const Topic&)>& title_at) {
   std::ranges::stable_sort(topics, {}, &Topic::rank);
+  put_exact_names_first(topics);
   Arranging arranging(pages, title_at);
   for (Topic& topic : topics) {
     const Topic taken = std::move(topic);  // its memory goes with it

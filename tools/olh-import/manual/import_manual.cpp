@@ -74,6 +74,9 @@ class Import {
     choose_start();
     note_places();
     go_through_files();
+    if (titles_.pages().empty())
+      throw Refusal(kNoSource, "no page of the source can be read: a page has at most " +
+                                   std::to_string(kLargestPage >> 20) + " MiB.");
     reader_->finish(manual_);
     titles_.cut_repeated(manual_.title);
     return finish();

@@ -70,6 +70,13 @@ std::string_view short_name_of(const Entry& entry) {
   return has_role ? entry.name.substr(role.size() + 1) : std::string_view();
 }
 
+// How soon one of several objects is meant by the name alone: "CMAKE_BUILD_TYPE" is a variable and of the environment, too.
+std::size_t place_among_same(const Entry& entry) {
+  constexpr std::string_view kFirst[] = {"command", "variable", "module", "prop_tgt"};
+  const auto* const found = std::ranges::find(kFirst, entry.role.substr(entry.role.find(':') + 1));
+  return static_cast<std::size_t>(found - std::begin(kFirst));
+}
+
 // An entry without a title is called by its name, with what it is: "json.dumps (function)".
 std::string title_of(const Entry& entry) {
   if (entry.title != "-" && !entry.title.empty()) return std::string(entry.title);
@@ -116,8 +123,10 @@ class SphinxReader : public Reader {
   }
 
   void finish(Manual& manual) override {
-    for (const auto& [name, topic] : short_names_)
-      if (topic) manual.add_topic(*topic);
+    for (auto& [name, objects] : short_names_) {
+      std::ranges::stable_sort(objects, {}, &ShortName::place);
+      for (const ShortName& object : objects) manual.add_topic(object.topic);
+    }
     std::set<std::string> done = {root_};
     add_below(root_, 0, done, manual.contents);
   }
@@ -129,13 +138,9 @@ class SphinxReader : public Reader {
     if (address.ends_with('$')) address.replace(address.size() - 1, 1, entry.name);
     const LinkTarget target = target_of_link("", address);
     manual.add_topic({std::string(entry.name), target.page, target.place, title_of(entry), rank_of(entry)});
-    if (const std::string name(short_name_of(entry)); !name.empty()) {
-      const auto [known, is_new] = short_names_.try_emplace(name);
-      if (is_new)
-        known->second = Topic{name, target.page, target.place, title_of(entry), Rank::kDetail};
-      else
-        known->second.reset();
-    }
+    if (const std::string name(short_name_of(entry)); !name.empty())
+      short_names_[name].push_back(
+          {place_among_same(entry), {name, target.page, target.place, title_of(entry), Rank::kDetail}});
   }
 
   // Entries for pages, and the captions over them.
@@ -164,8 +169,12 @@ class SphinxReader : public Reader {
     }
   }
 
-  std::map<std::string, std::optional<Topic>> short_names_;  // nothing for one that several objects have
-  std::string root_;                                         // the page at which the contents begin
+  struct ShortName {
+    std::size_t place;
+    Topic topic;
+  };
+  std::map<std::string, std::vector<ShortName>> short_names_;  // all objects of the name
+  std::string root_;                                           // the page at which the contents begin
   std::map<std::string, std::vector<Chapter>> children_;
 };
 

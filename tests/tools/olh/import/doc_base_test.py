@@ -66,7 +66,7 @@ class DocBase(Verbs):
         run("qpdf", "--encrypt", "", "owner", "256", "--", self.dir / "plain.pdf", locked)
         bad = {"gone": (PAGES.format(gone, "index.html"), "gone/index.html is not there"),
                "gone-pdf": (is_pdf.format(gone + "/*.pdf"), r"gone/\*.pdf is not there"), "no_page": (PAGES.format(other, "style.css"), "is no HTML page"),
-               "x.pdf": (PAGES.format(other, "index.html"), "among the PDFs"), "taken": (PAGES.format(other, "index.html"), "did not create it"),
+               "x.pdf": (PAGES.format(other, "index.html"), "among the PDFs"), "taken": (is_pdf.format(self.dir / "plain.pdf"), "htmldocs/taken already exists, and olh import --doc-base did not create it"),
                "text-only": ("Format: text\nFiles: /x.txt\n", None), "locked": (is_pdf.format(locked), "encrypted.* It is shown as it is"),
                "damaged": (is_pdf.format(damaged), "damaged.* It is shown as it is"), "two": (is_pdf.format(f"{other}/*.pdf"), "only the first"),
                "twice": (PAGES.format(other, "more/x.htm"), None)}
@@ -75,6 +75,7 @@ class DocBase(Verbs):
         write(self.registry / "twice2", REGISTRATION.format("twice", "Again", "Bad", PAGES.format(other, "index.html")))
         write(self.registry / "untitled", "Document: untitled\nSection: Bad\n\n" + PAGES.format(other, "index.html"))
         write(self.registry / "empty")
+        write(self.registry / "README", "What is in this folder")  # as Debian has it, and told nobody
         (self.registry / "folder").mkdir()
         for folder in ("htmldocs", "tomedecks/qel_td/js"):
             (self.root / folder).mkdir(parents=True)
@@ -86,6 +87,7 @@ class DocBase(Verbs):
         for sentence in expected:
             self.assertTrue([line for line in told if re.search(sentence, line)], (sentence, told))
         self.assertEqual(len(told), len(expected))
+        self.assertFalse((self.root / "pdfdocs/taken.pdf").exists())
         self.assertEqual(set(self.portals()["bad_td"][1]), {"locked", "damaged", "two", "twice"})
         self.assertEqual(list(self.root.glob("tomedecks/bad_td/*")), [self.root / "tomedecks/bad_td/js"])
         self.assertEqual(os.readlink(self.root / "pdfdocs/locked.pdf"), str(locked))

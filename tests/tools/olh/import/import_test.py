@@ -59,6 +59,11 @@ class Import(Verbs):
         self.run_import("--title", "Mine")
         self.assertEqual(self.files(self.manual / "pages"), self.files(self.source))
         self.assertIn('"Mine","product"', self.lists())
+        before = self.files(self.root)
+        for page in self.source.rglob("*.htm"):
+            os.truncate(page, 17 << 20)
+        self.assertIn("no page of the source can be read", self.run_import(code=4))
+        self.assertEqual(self.files(self.root), before)
         self.olh("remove", self.root, "product", code=0)
         self.assertEqual([path.name for path in self.manual.parent.iterdir() if "product" in path.name or path.name[0] == "."], [])
         self.assertNotIn("product", self.lists())

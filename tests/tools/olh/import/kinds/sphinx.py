@@ -8,6 +8,8 @@ FILES = {
         b"run py:function 1 api.html#$ -\nrun.how py:functionParam 1 api.html#run.how -\nsetting up std:label -1 index.html#set-up Setting up\n"
         b"run std:label -1 index.html#other The other run\nlost py:data 1 api.html#lost -\nout std:label -1 ../out.html#a Out\n"
         b"command:set x:command 1 api.html#run -\ncommand:two x:command 1 api.html#run -\nvariable:two x:variable 1 api.html#run -\n"
+        b"q.iter py:class 1 api.html#run -\nqiter py:class 1 deep.html -\n"
+        b"envvar:three x:envvar 1 api.html#run -\nvariable:three x:variable 1 api.html#run.how -\n"
         b"gone std:doc -1 gone.html Gone\nno entry\n\n: : : :\n"),
     "index.html": """<body><div role="main"><h1>Start</h1><div class="toctree-wrapper"><p class="caption">Part one</p><ul>
         <li class="toctree-l1"><a href="api.html">The API</a><ul><li class="toctree-l2"><a href="deep.html">no</a></li></ul></li>
@@ -25,12 +27,17 @@ TOPICS = [
     ("command:set", "pages/api.html#run", "set (command)"),
     ("command:two", "pages/api.html#run", "two (command)"),
     ("variable:two", "pages/api.html#run", "two (variable)"),
+    ("qiter", "pages/deep.html", "qiter (class)"),
+    ("envvar:three", "pages/api.html#run", "three (envvar)"),
+    ("variable:three", "pages/api.html#run.how", "three (variable)"),
     ("api", "pages/api.html", "API"),
     ("deep", "pages/deep.html", "Deep"),
     ("index", "pages/index.html", "Start"),
     ("set-up", "pages/index.html#set-up", "Setting up"),
     ("run.how", "pages/api.html#run.how", "run.how (functionParam)"),
     ("set", "pages/api.html#run", "set (command)"),
+    ("three", "pages/api.html#run.how", "three (variable)"),
+    ("two", "pages/api.html#run", "two (command)"),
 ]
 CONTENTS = [(0, None, "Part one"), (1, "pages/api.html", "The API"), (2, "pages/deep.html", "Deep")]
-NOTES = ["pages/index.html#other and not pages/api.html#run", "pages/api.html#lost", "out to "]
+NOTES = ["q.iter: pages/deep.html and not pages/api.html#run", "three: pages/api.html#run.how and not pages/api.html#run", "pages/index.html#other and not pages/api.html#run", "pages/api.html#lost", "out to "]
