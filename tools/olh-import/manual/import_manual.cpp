@@ -95,7 +95,9 @@ class Import {
     if (asked_.wanted.empty()) find_folder();  // pages that are named lie where their names say
     if (!folder_.names().empty()) pages_ = &folder_;
     if (std::ranges::none_of(pages_->names(), is_page_name))
-      throw Refusal(kNoSource, "this " + std::string(reader_->kind()) + " source contains no HTML page.");
+      throw Refusal(kNoSource,
+                    "this " + std::string(reader_->kind()) + " source contains no HTML page." +
+                        (source_.tree.folder().empty() && !is_unpacked_ ? " Name the folder that it is in." : ""));
     if (asked_.link && !is_unpacked_) out_->link(pages_->folder(), kPages);
   }
 
@@ -268,8 +270,10 @@ class Import {
 
 void refuse_what_others_brought(const ImportRequest& asked, const std::string& place, const std::string& brought_by) {
   std::error_code failed;
-  const bool is_there = fs::symlink_status(place, failed).type() != fs::file_type::not_found;
-  if (is_there && !brought_by.starts_with(asked.verb))
+  const fs::file_type type = fs::symlink_status(place, failed).type();
+  if (type == fs::file_type::none)  // too long a name, for example
+    throw Refusal(kCannotWrite, place + " cannot be created: " + failed.message() + ".");
+  if (type != fs::file_type::not_found && !brought_by.starts_with(asked.verb))
     throw Refusal(kCannotWrite, place + " already exists, and olh " + asked.verb + " did not create it.");
 }
 

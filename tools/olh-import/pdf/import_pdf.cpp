@@ -100,9 +100,10 @@ class CompletedPdf {
 
   ImportOutcome& outcome() { return outcome_; }
   std::size_t lacking() const { return names_.added.size(); }
+  bool shows_title() const { return pdf_.has_visible_title() && pdf_.title() == outcome_.title; }
 
   void add_all(const std::string& beside) {
-    if (!pdf_.has_visible_title() || pdf_.title() != outcome_.title) {
+    if (!shows_title()) {
       pdf_.set_title(outcome_.title);
       is_changed_ = true;
     }
@@ -152,6 +153,9 @@ void PdfImport::put_together(const std::string& file) {
   if (asked_.link && pdf.lacking() != 0)
     outcome_.notes.push_back(file + " is linked as it is, without the names of " + std::to_string(pdf.lacking()) +
                              " places: import it without --link");
+  if (asked_.link && !pdf.shows_title())
+    outcome_.notes.push_back(file + " is linked as it is, without the title \"" + outcome_.title +
+                             "\": import it without --link");
   lay_ready(file, asked_.link, [&](std::FILE* to) { pdf.write(to); });
 }
 

@@ -42,8 +42,9 @@ constexpr std::unique_ptr<Reader> (*kReaders[])() = {
 std::unique_ptr<Reader> reader_for(const Source& source) {
   for (const auto make : kReaders)
     if (std::unique_ptr<Reader> reader = make(); reader->recognises(source)) return reader;
-  const std::string& given = source.tree.folder().empty() ? source.files.front() : source.tree.folder();
-  throw Refusal(kNoSource, given + " contains no HTML page: a manual is a folder of HTML pages.");
+  if (source.tree.folder().empty())
+    throw Refusal(kNoSource, source.files.front() + " is no manual by itself: name the folder that it is in.");
+  throw Refusal(kNoSource, source.tree.folder() + " contains no HTML page: a manual is a folder of HTML pages.");
 }
 
 // What a topic takes beside its own texts: itself, its line of the table, its title among those of places.

@@ -122,9 +122,13 @@ class Import(Verbs):
         (self.dir / "empty").mkdir()
         (self.dir / "fifo").mkdir()
         os.mkfifo(self.dir / "fifo/index.html")
-        for source in ("empty", "fifo", "gone", "source/sub/data.bin"):
+        write(self.dir / "tool.qhp", "<QtHelpProject/>")
+        for source, sentence in (("empty", "contains no HTML page"), ("fifo", "contains no HTML page"), ("gone", "cannot be read"),
+                                 ("source/index.htm", "name the folder"), ("source/sub/data.bin", "name the folder"),
+                                 ("tool.qhp", "Name the folder")):
             with self.subTest(source=source):
-                self.run_import(code=4, source=self.dir / source)
+                self.assertIn(sentence, self.run_import(code=4, source=self.dir / source))
+        self.assertIn("too long", self.olh("import", self.root, "x" * 256, self.source, code=5).stderr)
         self.run_import("--start", "gone.html", code=4)
         self.olh("import", "--start", "gone.html", self.dir / "new", "guide", self.source, code=4)
         self.assertFalse((self.dir / "new").exists())
