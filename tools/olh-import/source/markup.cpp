@@ -8,7 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <optional>
+#include <string>
 
 #include "bounds.h"
 #include "utf8.h"
@@ -158,6 +161,30 @@ xmlDoc* parsed_page(std::string_view bytes, const char* encoding, bool* is_cut) 
 // Escape sequences of ISO-2022 are ASCII too, and mean other characters.
 bool is_utf8(std::string_view bytes) { return bytes.find('\x1b') == std::string_view::npos && is_whole_utf8(bytes); }
 
+// A text of 16-bit characters, which says so with its first one, as UTF-8; nothing for every other. What is no character becomes
+// U+FFFD.
+std::optional<std::string> utf8_of_wide(std::string_view bytes) {
+  const bool is_big = bytes.starts_with("\xfe\xff");
+  if (!is_big && !bytes.starts_with("\xff\xfe")) return std::nullopt;
+  const auto unit_at = [&](std::size_t at) -> std::uint32_t {
+    if (at + 1 >= bytes.size()) return 0;
+    const std::uint32_t first = static_cast<unsigned char>(bytes[at]);
+    const std::uint32_t second = static_cast<unsigned char>(bytes[at + 1]);
+    return is_big ? first << 8 | second : second << 8 | first;
+  };
+  std::string text;
+  for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) {
+    std::uint32_t point = unit_at(at);
+    const std::uint32_t next = unit_at(at + 2);
+    if (point >= 0xd800 && point < 0xdc00 && next >= 0xdc00 && next < 0xe000) {
+      point = 0x10000 + ((point - 0xd800) << 10) + (next - 0xdc00);
+      at += 2;
+    }
+    text += point == 0 || (point >= 0xd800 && point < 0xe000) ? "\ufffd" : utf8_of(point);
+  }
+  return text;
+}
+
 // The next node of any kind in the order of the document, within `top`.
 const xmlNode* next_node(const xmlNode* node, const xmlNode* top, bool into) {
   if (into && node->type == XML_ELEMENT_NODE && node->children != nullptr) return node->children;
@@ -300,6 +327,7 @@ std::string text_without(Element element, std::initializer_list<std::string_view
 }
 
 Markup Markup::page(std::string_view bytes) {
+  if (const std::optional<std::string> text = utf8_of_wide(bytes)) return page(*text);
   const bool is_bounded = has_few_attributes(bytes);
   if (!is_bounded) bytes = bytes.substr(0, 0);
   bool is_cut = false;

@@ -9,6 +9,7 @@ FILES = {
     "second.html": '<meta charset="Shift_JIS"><title>x</title><h1 id="jp">\u65e5\u672c\u8a9e</h1>'.encode("cp932"),
     "deep/legacy.htm": '<meta http-equiv="Content-Type" content="text/html; charset=iso-8859-1"><h1>\u201cQuoted\u201d</h1>'.encode("cp1252"),
     "unsaid.html": "<h1>\u00dcber</h1>".encode(),
+    "wide.html": '<meta charset="utf-16"><h1 id="w">Weit \u00fc\U0001d11e</h1>'.encode("utf-16"),
     "style.css": "h1 {}",
 }
 TOPICS = [
@@ -17,11 +18,13 @@ TOPICS = [
     ("index", "pages/index.html", "A guide"),
     ("second", "pages/second.html", "\u65e5\u672c\u8a9e"),
     ("unsaid", "pages/unsaid.html", "\u00dcber"),
+    ("wide", "pages/wide.html", "Weit \u00fc\U0001d11e"),
     ("around", "pages/first.html#around", "Around"),
     ("before", "pages/first.html#before", "Before"),
     ("own", "pages/index.html#own", "Own & place"),
     ("jp", "pages/second.html#jp", "\u65e5\u672c\u8a9e"),
+    ("w", "pages/wide.html#w", "Weit \u00fc\U0001d11e"),
 ]
 CONTENTS = [(0, "pages/index.html", "A guide"), (0, "pages/second.html", "\u65e5\u672c\u8a9e"),
             (0, "pages/deep/legacy.htm", "\u201cQuoted\u201d"), (0, "pages/first.html", "Around"),
-            (0, "pages/unsaid.html", "\u00dcber")]
+            (0, "pages/unsaid.html", "\u00dcber"), (0, "pages/wide.html", "Weit \u00fc\U0001d11e")]
