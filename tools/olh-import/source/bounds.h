@@ -13,7 +13,7 @@ inline constexpr std::size_t kDeepestFolder = 64;                // folders in f
 inline constexpr std::size_t kMostFileNames = 64 * 1024 * 1024;  // bytes of all their names
 inline constexpr std::size_t kLargestPage = 16 * 1024 * 1024;    // a page, or a file that a reader looks into
 inline constexpr std::size_t kLargestTree =
-    96 * 1024 * 1024;  // of elements, in memory: the rest of a page is left out
+    80 * 1024 * 1024;  // of elements, in memory: the rest of a page is left out
 inline constexpr std::size_t kLargestTable = 64 * 1024 * 1024;       // what a compressed table may become
 inline constexpr std::size_t kLargestPacked = std::size_t{1} << 31;  // what all files that a source has packed become
 inline constexpr int kMostSteps = 500'000'000;                       // of the database engine, over one database
