@@ -26,9 +26,9 @@ constexpr int kNothingSaid = -1;
 // signal has ended it, and not when a handler of the host jumps out of the wait.
 struct Watch {
   explicit Watch(std::unique_ptr<ChildProgram> prepared) noexcept
-      : program(std::move(prepared)), memory(can_share_memory() ? CLONE_VM : 0) {}
+      : program(prepared.release()), memory(can_share_memory() ? CLONE_VM : 0) {}
 
-  std::unique_ptr<ChildProgram> program;
+  ChildProgram* const program;  // deleted by give_back
   int memory;
   std::atomic<int> outcome = kNothingSaid;  // the status of the intermediate child, for a host that is told none
   ChildStack stack_of_watcher;
@@ -41,8 +41,10 @@ Watch* make_watch(std::unique_ptr<ChildProgram> program) noexcept {
   return place == MAP_FAILED ? nullptr : ::new (place) Watch(std::move(program));
 }
 
+// A child with a copy of the host's memory may still be at work, and has this mapping in common with the host: nothing is
+// written into it.
 void give_back(Watch* watch) noexcept {
-  watch->~Watch();
+  delete watch->program;
   munmap(watch, sizeof(Watch));
 }
 
