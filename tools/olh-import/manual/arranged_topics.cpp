@@ -23,7 +23,8 @@ class Arranging {
 
   void take(const Topic& topic) {
     const std::string address = address_of(topic.page, topic.place);
-    if (!pages_.has(topic.page)) return without_page_.push_back(topic.name + " to " + topic.page);
+    if (!pages_.has(topic.page))
+      return without_page_.push_back(topic.name + " to " + (topic.page.empty() ? "a place outside" : topic.page));
     if (address.size() > kLongestAddress || topic.name.size() > kLongestName) return too_long_.push_back(topic.name);
     if (olh_viewers::normal_topic(topic.name).empty()) return unnameable_.push_back(topic);
     const auto taken = lines_of_names_.find(olh_viewers::normal_topic(topic.name));

@@ -73,7 +73,7 @@ class DocsetReader : public Reader {
     const auto take = [&manual](const Database::Row& row) {
       const LinkTarget target = target_in_docset(row[2], row[3]);
       const std::string name(row[0]);
-      if (!target.page.empty()) manual.add_topic({name, target.page, target.place, name, rank_of_type(row[1])});
+      manual.add_topic({name, target.page, target.place, name, rank_of_type(row[1])});
     };
     const bool is_older = !index.has_table("searchIndex");
     if (is_older && !index.has_table("ZTOKEN"))

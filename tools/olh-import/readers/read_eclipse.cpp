@@ -69,8 +69,8 @@ class PluginTables {
     const std::string before = owner.empty() || owner.size() > kLongestName ? "" : owner + ".";
     for (Element at = markup.root(); at; at = at.next_within(markup.root())) {
       const std::string id = at.is("context") ? at.attribute("id") : "";
-      const LinkTarget target = id.empty() ? LinkTarget() : first_target(plugin, at);
-      if (target.page.empty()) continue;
+      if (id.empty()) continue;
+      const LinkTarget target = first_target(plugin, at);
       const std::string title = at.attribute("title");
       if (!before.empty()) manual_.add_topic({before + id, target.page, target.place, title, Rank::kContext});
       manual_.add_topic({id, target.page, target.place, title, Rank::kContext});

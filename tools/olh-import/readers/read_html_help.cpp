@@ -164,7 +164,8 @@ class HtmlHelpTables {
   std::string file_at(const std::string& name) const { return target_at(project_, name).page; }
 
   void add(const std::string& name, const LinkTarget& target, Rank rank) {
-    if (!target.page.empty()) manual_.add_topic({name, target.page, target.place, "", rank});
+    if (!target.page.empty() || rank == Rank::kContext)
+      manual_.add_topic({name, target.page, target.place, "", rank});
   }
 
   // What an object of a table says: its values of each name, in their order.

@@ -80,8 +80,10 @@ class HelpSets {
     const Markup map = xml_of(file);
     for (Element at = map.root(); at; at = at.next_within(map.root())) {
       const std::string id = at.is("mapID") ? at.attribute("target") : "";
-      const LinkTarget target = id.empty() ? LinkTarget() : target_from(file, at.attribute("url"));
-      if (!is_page_name(target.page) || !targets_.try_emplace(id, target).second) continue;
+      if (id.empty()) continue;
+      const LinkTarget target = target_from(file, at.attribute("url"));
+      const bool is_picture = !target.page.empty() && !is_page_name(target.page);
+      if (is_picture || !targets_.try_emplace(id, target).second) continue;
       manual.add_topic({id, target.page, target.place, "", Rank::kContext});
     }
   }

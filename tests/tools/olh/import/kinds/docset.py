@@ -28,4 +28,4 @@ TOPICS = [
     ("mode", "pages/api/std.html#%2F%2Fapple_ref%2Fcpp%2FParameter%2Fa%2520mode", "mode"),
 ]
 CONTENTS = [(0, "pages/start.html", "Start"), (0, "pages/index.html", "Index"), (0, "pages/api/std.html", "API")]
-NOTES = ["none of the other docsets: 1", "not there, left out: 1 (gone to gone.html)"]
+NOTES = ["none of the other docsets: 1", "not there, left out: 4 (out to a place outside, cut to a place outside, gone to gone.html"]

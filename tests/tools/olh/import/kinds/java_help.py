@@ -36,4 +36,4 @@ TOPICS = [
 ]
 CONTENTS = [(0, None, "Tasks"), (1, "pages/help/html/start.html", "Start"), (1, "pages/help/html/print%20it.html#paper", "Printing"),
             (0, "pages/help/html/more.html", "Extra"), (0, "pages/help/html/more.html", "More")]
-NOTES = ["left out: 1 (help/second.hs)"]
+NOTES = ["left out: 1 (help/second.hs)", "web to a place outside"]
