@@ -28,7 +28,7 @@ struct Watch {
   explicit Watch(std::unique_ptr<ChildProgram> prepared) noexcept
       : program(prepared.release()), memory(can_share_memory() ? CLONE_VM : 0) {}
 
-  ChildProgram* const program;  // deleted by give_back
+  ChildProgram* const program;  // goes with give_back
   int memory;
   std::atomic<int> outcome = kNothingSaid;  // the status of the intermediate child, for a host that is told none
   ChildStack stack_of_watcher;
@@ -44,7 +44,7 @@ Watch* make_watch(std::unique_ptr<ChildProgram> program) noexcept {
 // A child with a copy of the host's memory may still be at work, and has this mapping in common with the host: nothing is
 // written into it.
 void give_back(Watch* watch) noexcept {
-  delete watch->program;
+  const std::unique_ptr<ChildProgram> program(watch->program);
   munmap(watch, sizeof(Watch));
 }
 

@@ -69,7 +69,7 @@ class PluginTables {
     const std::string before = owner.empty() || owner.size() > kLongestName ? "" : owner + ".";
     for (Element at = markup.root(); at; at = at.next_within(markup.root())) {
       const std::string id = at.is("context") ? at.attribute("id") : "";
-      if (id.empty()) continue;
+      if (id.empty() || !leads_anywhere(at)) continue;
       const LinkTarget target = first_target(plugin, at);
       const std::string title = at.attribute("title");
       if (!before.empty()) manual_.add_topic({before + id, target.page, target.place, title, Rank::kContext});
@@ -99,6 +99,13 @@ class PluginTables {
 
   static std::string file_of(const std::string& plugin, const std::string& name) {
     return target_of_entry(plugin, name).page;
+  }
+
+  // Whether it has a topic at all, of this source or another.
+  static bool leads_anywhere(Element element) {
+    for (Element at = element.next_within(element); at; at = at.next_within(element))
+      if (!at.attribute("href").empty()) return true;
+    return false;
   }
 
   static LinkTarget first_target(const std::string& plugin, Element element) {

@@ -13,7 +13,7 @@ FILES = {
     "linked.xml": '<toc label="no"><topic label="Linked" href="html/more.html"/></toc>',
     "contexts.xml": """<contexts><context id="panic"><description>Text</description><topic href="/org.other/a.html"/>
         <topic label="no" href="html/more.html"/></context><context id="text_only"><description/></context>
-        <context id="start" title="Set up"><topic href="html/start.html#first"/></context></contexts>""",
+        <context id="far"><topic href="../../out.html"/></context><context id="start" title="Set up"><topic href="html/start.html#first"/></context></contexts>""",
     "index.xml": '<index><entry keyword="tool"><entry keyword="panic"><topic href="html/more.html"/></entry></entry></index>',
     "html/start.html": '<h1>Start</h1><h2 id="first">First</h2>',
     "html/more.html": "<h1>More</h1>",
@@ -30,3 +30,4 @@ TOPICS = [
 ]
 CONTENTS = [(0, None, "Tasks & tools"), (1, "pages/html/start.html#first", "Start"), (1, "pages/html/more.html", "Attached"),
             (0, "pages/html/more.html", "Linked"), (0, None, "End")]
+NOTES = ["topics of pages that are not there, left out: 2 (org.product.doc.far to a place outside, far to a place outside)"]
