@@ -80,8 +80,9 @@ class Reading(Pages):
         """What the tests ask of every page, found out while it is open once: to open it takes longest."""
         value = cls.browser.value
         cls.browser.screen(1200)
+        cls.open(page)  # comes to rest from the disk, too
         cls.open(page, cls.web)
-        seen = {"links": value(LINKS), "untold": value(UNTOLD), "requests": cls.browser.requested(), "turns": value(TURNS), "grounds": [], "faint": [],
+        seen = {"heading": value("[...document.querySelectorAll('h1')].filter(one => one.getClientRects().length)[0].textContent"), "links": value(LINKS), "untold": value(UNTOLD), "requests": cls.browser.requested(), "turns": value(TURNS), "grounds": [], "faint": [],
                 "policies": value("[...document.querySelectorAll('meta[http-equiv^=Content-Sec]')].map(one => one.content)")}
         for scheme in ("light", "dark"):
             cls.browser.screen(1200, scheme=scheme)
@@ -125,8 +126,9 @@ class Reading(Pages):
 
     def test_from_the_first_topic_to_the_last_and_back(self):
         pages = [page for _, page, _ in TOPICS]
-        for page, before, after in zip(pages, [None, *pages], [*pages[1:], None]):
-            self.assertEqual(self.seen[f"htmldocs/olh_manual/{page}"]["turns"], [before, after], page)
+        for (_, page, title), before, after in zip(TOPICS, [None, *pages], [*pages[1:], None]):
+            seen = self.seen[f"htmldocs/olh_manual/{page}"]
+            self.assertEqual((seen["heading"], seen["turns"]), (title, [before, after]))
         (_, first, first_title), (_, _, second_title) = TOPICS[:2]
         self.open(f"htmldocs/olh_manual/{first}")
         for key, way, title in (("ArrowRight", "prev", second_title), ("ArrowLeft", "next", first_title)):

@@ -18,6 +18,11 @@ def topics():
     return {row[0]: row[2] for row in re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)","(.*?)"', table, re.M)}
 
 
+def topic_pages():
+    table = (MANUAL / "QELdata/QELAllData.js").read_text()
+    return dict(re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)"', table, re.M))
+
+
 def words_of_one_topic():
     """Words whose stem is in the text of one topic only, one for each topic that has any."""
     whole = {}
@@ -57,6 +62,8 @@ class SearchInThePage(Pages):
                 with self.subTest(base=base, topic=topic, word=word):
                     found = self.search_again(word.upper())
                     self.assertIn(topics()[topic], found)
+                    there = self.browser.value(f"document.querySelectorAll('#found > li > a')[{found.index(topics()[topic])}].href")
+                    self.assertRegex(there, rf"/olh_manual/{topic_pages()[topic]}\?mark={word[:4]}\w*(#|$)")
                     marked = self.texts("#found mark")
                     self.assertTrue(marked and all(one.lower()[:4] == word[:4] for one in marked), (word, marked))
             self.browser.value(f"document.querySelectorAll('#found > li > a')[{found.index(topics()[topic])}].click()")
