@@ -7,6 +7,7 @@
 #include "destination_names.h"
 #include "files.h"
 #include "import_pdf.h"
+#include "manual_origin.h"
 #include "notes.h"
 #include "pdf_bytes.h"
 #include "refusal.h"
@@ -52,6 +53,15 @@ void compare(DocumentOutcome& document, const ImportRequest& asked) {
        without_partner(tags, topics, olh_viewers::normal_topic));
 }
 
+// The form that this import does not bring stays beside the one that it brings: they may be of two versions.
+void tell_what_stays(DocumentOutcome& document, const ImportRequest& asked) {
+  const std::string pages = asked.root + "/htmldocs/" + asked.name;
+  const std::string pdf = asked.root + "/pdfdocs/" + asked.name + ".pdf";
+  const std::string as_it_was = " stays as an earlier import brought it";
+  if (!document.pdf && !olh_viewers::origin_of_pdf(pdf).empty()) document.manual->notes.push_back(pdf + as_it_was);
+  if (!document.manual && olh_viewers::is_imported(pages)) document.pdf->notes.push_back(pages + as_it_was);
+}
+
 }  // namespace
 
 DocumentOutcome import_document(const ImportRequest& asked,
@@ -78,6 +88,7 @@ DocumentOutcome import_document(const ImportRequest& asked,
     document.pdf = pdf->outcome();
   }
   compare(document, asked);
+  tell_what_stays(document, asked);
   return document;
 }
 

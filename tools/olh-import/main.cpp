@@ -231,7 +231,7 @@ void add_options(CLI::App& app, Asked& asked) {
   app.add_flag("--json", asked.json, "Print JSON");
   for (CLI::Option* const way : {all, text, pdf}) exclude(way, of_pages);
   for (CLI::Option* const way : {all, text}) exclude(way, of_pdfs);
-  exclude(all, {name, text});
+  all->excludes(text);
   exclude(pdf, {root, name, all, text});
 }
 
@@ -240,8 +240,15 @@ void check_names(const Asked& asked) {
   const ImportRequest& import = asked.import;
   if (!asked.pdf.files.empty()) return;
   if (import.root.empty()) throw CLI::RequiredError("ROOT");
+  if (const std::string refusal = olh_viewers::refusal_of_root(import.root); !refusal.empty())
+    throw CLI::ValidationError("ROOT", refusal);
   if (asked.search_text ? import.name.empty() : asked.registrations.empty() && import.sources.empty())
     throw CLI::RequiredError(asked.search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
+  if (!asked.registrations.empty() && !import.name.empty())
+    throw CLI::ValidationError("--doc-base",
+                               "it takes no NAME; registrations that lie elsewhere follow it as "
+                               "--doc-base=" +
+                                   import.name);
   if (asked.search_text || !asked.registrations.empty()) return;
   if (const std::string refusal = olh_viewers::refusal_of_manual_name(import.name); !refusal.empty())
     throw CLI::ValidationError("NAME", refusal);

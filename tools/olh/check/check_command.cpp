@@ -44,6 +44,7 @@ constexpr std::array kChecks = {NamedCheck{"start_pages", check_start_pages},
                                 NamedCheck{"lists", check_lists},
                                 NamedCheck{"options", check_options},
                                 NamedCheck{"letter_case", check_letter_case},
+                                NamedCheck{"interrupted_imports", check_interrupted_imports},
                                 NamedCheck{"tags", check_tags}};
 
 struct CheckArguments {

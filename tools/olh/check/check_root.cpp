@@ -1,10 +1,16 @@
-// Checks of a root as a whole: its generated lists and the titles in them, its options file, and names that differ only in
-// letter case.
+// Checks of a root as a whole: its generated lists and the titles in them, its options file, names that differ only in
+// letter case, and what an interrupted import has left.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <map>
 #include <set>
 
 #include "checks.h"
+#include "files.h"
 #include "find.h"
+#include "manual_origin.h"
 #include "olh/dmerge.h"
 #include "olh/support.h"
 #include "shared.h"
@@ -48,6 +54,15 @@ void tell_twins(const Spellings& spellings, Findings& findings) {
                        "differs only in letter case from {}, and a help call takes them for different documents",
                        other->second);
   }
+}
+
+// An import that still runs holds a lock on the directory that it works in.
+bool is_left_behind(const std::string& workshop) {
+  const int fd = open(workshop.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
+  if (fd < 0) return false;
+  const bool is_free = flock(fd, LOCK_SH | LOCK_NB) == 0;
+  close(fd);
+  return is_free;
 }
 
 }  // namespace
@@ -95,6 +110,15 @@ void check_letter_case(const CheckedRoot& root, Findings& findings) {
     for (const Holding& one : root.holdings.all) add_spelling(one.portal ? portals : documents, one.name, one.name);
   tell_twins(documents, findings);
   tell_twins(portals, findings);
+}
+
+void check_interrupted_imports(const CheckedRoot& root, Findings& findings) {
+  for (const char* directory : {"", "htmldocs", "pdfdocs"})
+    for (const std::string& name : root.names_in(directory)) {
+      const std::string place = olh_viewers::path_in(directory, name);
+      if (name.starts_with(olh_viewers::kWorkshop) && is_left_behind(place_in_root(root.path, place)))
+        findings.warning({place}, "was left by an import that was interrupted: run that import again");
+    }
 }
 
 }  // namespace olh

@@ -33,6 +33,7 @@ void check_titles(const CheckedRoot& root, Findings& findings);
 void check_lists(const CheckedRoot& root, Findings& findings);
 void check_options(const CheckedRoot& root, Findings& findings);
 void check_letter_case(const CheckedRoot& root, Findings& findings);
+void check_interrupted_imports(const CheckedRoot& root, Findings& findings);
 
 // check_tags.cpp
 void check_tags(const CheckedRoot& root, Findings& findings);

@@ -132,7 +132,7 @@ void add_new_command(const Verb& olh) {
   NewArguments& asked = verb.action(make_new);
   verb.option("ROOT", asked.root, "A documentation root; if it is not there, it is made")
       .required()
-      .refused_by(refusal_of_root);
+      .refused_by(olh_viewers::refusal_of_root);
   verb.option("NAME", asked.manual.name, "The name of the manual, as help calls will ask for it")
       .required()
       .refused_by(olh_viewers::refusal_of_manual_name);

@@ -175,7 +175,7 @@ int prepare_root(const PrepareArguments& asked) {
 void add_remove_command(const Verb& olh) {
   const Verb verb = olh.verb("remove", "Remove a manual that was imported or made", kRemoveExamples);
   RemoveArguments& asked = verb.action(remove);
-  verb.option("ROOT", asked.root, "The documentation root").required().refused_by(refusal_of_root);
+  verb.option("ROOT", asked.root, "The documentation root").required().refused_by(olh_viewers::refusal_of_root);
   verb.option("NAME", asked.name, "The name of the manual")
       .required()
       .refused_by(olh_viewers::refusal_of_manual_name);
@@ -186,7 +186,7 @@ void add_remove_command(const Verb& olh) {
 void add_prepare_root_command(const Verb& olh) {
   const Verb verb = olh.hidden_verb("prepare-root");
   PrepareArguments& asked = verb.action(prepare_root);
-  verb.option("ROOT", asked.root, "").required().refused_by(refusal_of_root);
+  verb.option("ROOT", asked.root, "").required().refused_by(olh_viewers::refusal_of_root);
   verb.flag("--portals", asked.portals, "");
 }
 

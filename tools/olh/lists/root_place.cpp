@@ -10,14 +10,6 @@ namespace olh {
 
 namespace fs = std::filesystem;
 
-std::string refusal_of_root(const std::string& root) {
-  if (root.empty()) return "the name of the root is empty.";
-  if (is_url(root.c_str()) != 0) return root + " is an address: a root is made where its files lie, in a directory.";
-  if (root.find(':') != std::string::npos)
-    return "':' separates the roots of a search path: no root has it in its name.";
-  return "";
-}
-
 std::string path_of_root(const std::string& given) {
   fs::path path = fs::absolute(given).lexically_normal();
   if (!path.has_filename()) path = path.parent_path();

@@ -1,6 +1,6 @@
 // The place of a documentation root, as the verbs take it that change one.
 //
-// Knows    which directories are roots, and what nobody can make one of.
+// Knows    which directories are roots, and what one can be made of.
 // For      new, prepare-root, remove.
 #ifndef OLH_TOOLS_ROOT_PLACE_H
 #define OLH_TOOLS_ROOT_PLACE_H
@@ -9,9 +9,6 @@
 #include <system_error>
 
 namespace olh {
-
-// Why it cannot be a root, as a sentence; "" when it can.
-std::string refusal_of_root(const std::string& root);
 
 // The absolute path, without slashes at its end.
 std::string path_of_root(const std::string& given);

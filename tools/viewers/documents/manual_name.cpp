@@ -28,4 +28,13 @@ std::string refusal_of_manual_name(const std::string& name) {
   return "";
 }
 
+std::string refusal_of_root(const std::string& root) {
+  if (root.empty()) return "the name of the root is empty.";
+  if (root.starts_with("http://") || root.starts_with("https://"))
+    return root + " is an address: a root is made where its files lie, in a directory.";
+  if (root.find(':') != std::string::npos)
+    return "':' separates the roots of a search path: no root has it in its name.";
+  return "";
+}
+
 }  // namespace olh_viewers

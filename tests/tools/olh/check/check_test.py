@@ -83,6 +83,7 @@ class Check(Verbs):
             (OPTIONS, 'QEL_PDF_READER="/no/reader"\n', ("warning", "options", OPTIONS, None)),
             (OPTIONS, 'QEL_ALT_DOC_PATH="/no/root"\n', ("warning", "options", OPTIONS, None)),
             ("pdfdocs/Guide.pdf", PDF, ("warning", "letter_case", "pdfdocs/Guide.pdf", None)),
+            ("htmldocs/.olh-import-x/manual/a.htm", "", ("warning", "interrupted_imports", "htmldocs/.olh-import-x", None)),
         ]
         for number, (file, text, finding) in enumerate(faults):
             with self.subTest(number=number, file=file):

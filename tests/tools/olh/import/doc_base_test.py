@@ -92,6 +92,7 @@ class DocBase(Verbs):
         self.assertEqual(list(self.root.glob("tomedecks/bad_td/*")), [self.root / "tomedecks/bad_td/js"])
         self.assertEqual(os.readlink(self.root / "pdfdocs/locked.pdf"), str(locked))
         self.olh("import", self.root, "--doc-base=/gone", code=4)
+        self.assertIn("--doc-base=/gone", self.olh("import", self.root, "--doc-base", "/gone", code=64).stderr)
 
     def test_another_run_takes_the_place_of_the_first_and_removes_what_is_gone(self):
         self.register("old", "Old", "Old section", PAGES.format(self.package("old"), "index.html"), f"Format: PDF\nFiles: {self.packages}/book/*.gz\n")

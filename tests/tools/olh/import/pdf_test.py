@@ -138,7 +138,7 @@ class ImportPdf(Verbs):
         for wrong in ("tag=0", "tag=3", "tag=", "tag", "=1", "tag=1x"):
             self.assertIn(f'"{wrong}" is no TAG=PAGE; {self.source} has 2 pages', self.olh("import", "--pdf", self.source, out, "--place", wrong, code=64).stderr)
         self.assertIn("no PDF", self.olh("import", "--pdf", write(self.dir / "no.pdf", "text"), out, code=4).stderr)
-        for wrong in (["--pdf", self.source], ["--pdf", self.source, out, self.root], ["--links-beside", self.dir, self.root, "a", self.source], [self.root, "a", self.dir, *given]):
+        for wrong in (["--pdf", self.source], ["--pdf", self.source, out, self.root], ["--links-beside", self.dir, self.root, "a", self.source], [self.root, "a", self.dir, *given], ["http://a.example/docs", "a", self.dir], ["a:b", "a", self.dir]):
             self.olh("import", *wrong, code=64)
         self.assertFalse(out.exists())
 
@@ -156,7 +156,10 @@ class ImportPdf(Verbs):
         self.assertIn('["Start","product"]', self.lists())
         self.tools("pdfinfo")
         self.assertIn("product.pdf has no named destination for 2 of 3 topics", self.olh("check", "--all", self.root).stdout)
-        self.assertIn("no place for: 2", self.run_import(self.dir / "pages").stderr)
+        said = self.run_import(self.dir / "pages").stderr
+        self.assertIn("no place for: 2", said)
+        self.assertIn(f"{self.made} stays as an earlier import brought it", said)
+        self.assertIn("htmldocs/product stays as an earlier import brought it", self.run_import().stderr)
         self.olh("remove", self.root, "product", code=0)
         self.assertEqual([path for path in self.root.rglob("*product*")], [])
 
