@@ -158,11 +158,11 @@ var olhFind = (function () {
 
   // Numbers are printable characters without quote and backslash: digits of base 45, the smallest first; all but the last are
   // 45 more.
-  function characterAt(text, at) {
-    var code = text.charCodeAt(at);
-    code -= code > 92 ? 36 : 35;
-    return code >= 0 && code < 90 ? code : 0;
-  }
+  var CHARACTERS = new Uint8Array(128).map(function (_, code) {
+    var number = code - (code > 92 ? 36 : 35);
+    return number >= 0 && number < 90 ? number : 0;
+  });
+  function characterAt(text, at) { return CHARACTERS[text.charCodeAt(at)] | 0; }
 
   // Reads such numbers from a place of a text on.
   function Numbers(packed, at) {
@@ -178,22 +178,28 @@ var olhFind = (function () {
     return sum;
   };
 
-  // Postings, each a number, packed as what it is more than the one before, and a share: in turn.
-  function postings(packed) {
-    var all = new Uint32Array(packed.length), count = 0, number = 0, numbers = new Numbers(packed, 0);
-    while (numbers.at < packed.length) {
-      all[count++] = number += numbers.next();
-      all[count++] = characterAt(packed, numbers.at++);
+  // Numbers packed as what each is more than the one before it, the first more than 0; behind each comes its share, where
+  // they have one. Most are of one digit.
+  function rising(packed, all, count, hasShares) {
+    for (var at = 0, number = 0, length = packed.length, characters = CHARACTERS; at < length;) {
+      var more = characters[packed.charCodeAt(at)] | 0;
+      if (more < 45) at++;
+      else {
+        var numbers = new Numbers(packed, at);
+        more = numbers.next();
+        at = numbers.at;
+      }
+      all[count++] = number += more;
+      if (hasShares) all[count++] = characters[packed.charCodeAt(at++)] | 0;
     }
     return all.subarray(0, count);
   }
 
+  // Each posting is a number and a share.
+  function postings(packed) { return rising(packed, new Uint32Array(packed.length + 1), 0, true); }
+
   // Where each of parts begins that are so long, and where the last one ends.
-  function sums(packed) {
-    var all = new Uint32Array(packed.length + 1), count = 1;
-    for (var numbers = new Numbers(packed, 0); numbers.at < packed.length; count++) all[count] = all[count - 1] + numbers.next();
-    return all.subarray(0, count);
-  }
+  function sums(packed) { return rising(packed, new Uint32Array(packed.length + 1), 1, false); }
 
   function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
 
@@ -252,9 +258,7 @@ var olhFind = (function () {
         firstSections: firstSections, pageOf: new Uint32Array(sections), firstOfTexts: sums(head.sections_of_texts),
         piece: function (name) { return piece(head.folder + '/' + name); }
       };
-      for (var page = 0, section = 0; page < pages; page++) {
-        while (section < firstSections[page + 1]) index.pageOf[section++] = page;
-      }
+      for (var page = 0; page < pages; page++) index.pageOf.fill(page, firstSections[page], firstSections[page + 1]);
       var first = 0;
       head.manuals.forEach(function (row) {
         index.manuals.push({ name: row[0], title: row[1], folded: folded(row[1]), pdf: row[2] === 'pdf', first: first, end: first += row[3], unsearched: row[4] });
