@@ -4,6 +4,7 @@
 #include <exception>
 #include <filesystem>
 #include <future>
+#include <utility>
 
 #include "index_folder.h"
 #include "index_maker.h"
@@ -56,9 +57,10 @@ olh_index::IndexedManual read_document(const fs::path& root, const olh_search::I
 // as to read a small manual.
 class MemoryToGiveBack {
  public:
-  void add(const olh_index::IndexedManual& manual) {
+  void take(olh_index::IndexedManual manual) {
     for (const olh_index::Page& page : manual.pages)
       for (const olh_index::Section& section : page.sections) bytes_ += section.text.size();
+    manual = {};
     if (bytes_ < kWorthwhile) return;
     bytes_ = 0;
 #ifdef __GLIBC__
@@ -71,23 +73,24 @@ class MemoryToGiveBack {
   std::size_t bytes_ = 0;
 };
 
-// Calls with each document in its order; while it is at work, the next one is read, and its texts are put into pieces: this thread
-// has less to do.
+// Calls with each document in its order; while it is at work, the one before goes, the next one is read, and its texts are put into
+// pieces: this thread has less to do.
 template <typename Call>
 void each_document(const fs::path& root, olh_search::IndexSources& sources, olh_index::TextPieces& texts, Call call) {
-  const auto read = [&](std::size_t at) {
+  MemoryToGiveBack behind;
+  const auto read = [&](std::size_t at, olh_index::IndexedManual done) {
+    behind.take(std::move(done));
     olh_index::IndexedManual manual = read_document(root, sources.documents[at], sources.sum);
     texts.add(manual);
     return manual;
   };
   std::future<olh_index::IndexedManual> next;
-  MemoryToGiveBack behind;
-  if (!sources.documents.empty()) next = std::async(std::launch::async, read, 0);
+  if (!sources.documents.empty()) next = std::async(std::launch::async, read, 0, olh_index::IndexedManual());
+  olh_index::IndexedManual manual;
   for (std::size_t at = 1; at <= sources.documents.size(); ++at) {
-    const olh_index::IndexedManual manual = next.get();
-    if (at < sources.documents.size()) next = std::async(std::launch::async, read, at);
+    olh_index::IndexedManual done = std::exchange(manual, next.get());
+    if (at < sources.documents.size()) next = std::async(std::launch::async, read, at, std::move(done));
     call(manual);
-    behind.add(manual);
   }
 }
 

@@ -62,8 +62,9 @@ Character character_at(std::string_view text, std::size_t at) {
 
 // The bytes of a joiner between two parts of a symbol: "." and "-", and "::"; 0 for everything else.
 std::size_t joiner_at(std::string_view text, std::size_t at) {
-  if (text.substr(at, 2) == "::") return 2;
-  return at < text.size() && (text[at] == '.' || text[at] == '-') ? 1 : 0;
+  if (at >= text.size()) return 0;
+  if (text[at] == '.' || text[at] == '-') return 1;
+  return text[at] == ':' && at + 1 < text.size() && text[at + 1] == ':' ? 2 : 0;
 }
 
 bool is_word_at(std::string_view text, std::size_t at) {
@@ -111,6 +112,7 @@ std::size_t start_of_dashes(std::string_view text, std::size_t body) {
 }
 
 std::size_t end_of_signs(std::string_view text, std::size_t at) {
+  if (at == text.size() || (text[at] != '+' && text[at] != '#')) return at;
   const std::string_view rest = text.substr(at);
   const std::size_t signs = rest.starts_with("++") ? 2 : rest.starts_with("#") ? 1 : 0;
   return is_word_at(text, at + signs) ? at : at + signs;
@@ -179,7 +181,9 @@ std::string_view cut_to(std::string_view text, std::size_t most) {
 }
 
 void each_token(std::string_view text, const TakeToken& take) {
-  for (std::size_t at = 0; at < text.size();) {
+  for (std::size_t at = 0;;) {
+    while (at < text.size() && is_ascii(text[at]) && !is_ascii_word(text[at])) ++at;
+    if (at == text.size()) return;
     const Character next = character_at(text, at);
     if (next.kind == Kind::kWord)
       at = take_symbol(text, at, take);

@@ -27,7 +27,8 @@ std::uint32_t KnownTokens::learn(std::string_view token) {
     forget();
     texts_.number_of(token);
   }
-  Known known = {static_cast<std::uint32_t>(given_.size()), 0, 0};
+  Known known;
+  known.first = static_cast<std::uint32_t>(given_.size());
   olh_search::read_symbol(token, symbol_);
   for (const std::string_view whole : symbol_.wholes)
     given_.push_back({vocabulary_.look_up(whole).stem, Stands::kAsSymbol, false});
@@ -37,7 +38,11 @@ std::uint32_t KnownTokens::learn(std::string_view token) {
     for (const StemNumber meaning : *word.meanings) given_.push_back({meaning, Stands::kAsMeaning, false});
     ++known.words;
   }
-  known.count = static_cast<std::uint32_t>(given_.size()) - known.first;
+  known.count = static_cast<std::uint16_t>(given_.size() - known.first);
+  if (known.count == 1) {
+    known.only = given_.back();
+    given_.pop_back();
+  }
   tokens_.push_back(known);
   return static_cast<std::uint32_t>(tokens_.size() - 1);
 }

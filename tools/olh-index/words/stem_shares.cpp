@@ -1,7 +1,6 @@
 #include "stem_shares.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "packed_numbers.h"
 #include "points.h"
@@ -30,16 +29,17 @@ constexpr double kAside = 0.6;  // of the text of a page that mentions everythin
 double saturated(double sum) { return sum / (sum + kSaturation) * kMostInOneCharacter; }
 
 std::uint32_t rounded(double part, std::uint32_t least, std::uint32_t most) {
-  return std::clamp(static_cast<std::uint32_t>(std::lround(part)), least, most);
+  return std::clamp(static_cast<std::uint32_t>(part + 0.5), least, most);
 }
 
 }  // namespace
 
-double StemShares::part_of(const Counts& counts, Field field) const {
-  if (counts.of_fields[field] == 0) return 0;
-  const Weights& weights = kWeights[field];
-  const double by_length = 1 - weights.by_length + weights.by_length * lengths_[field] / weights.usual_words;
-  return counts.of_fields[field] * weights.weight / by_length;
+void StemShares::weigh_fields() {
+  for (std::size_t field = 0; field < kFields; ++field) {
+    const Weights& weights = kWeights[field];
+    weights_[field] =
+        weights.weight / (1 - weights.by_length + weights.by_length * lengths_[field] / weights.usual_words);
+  }
 }
 
 // A symbol in a heading or name is what stands there; elsewhere it is only used.

@@ -15,7 +15,7 @@
 namespace olh_index {
 
 enum Field { kTitle, kHeading, kName, kLink, kText, kFields };
-enum class Stands { kAsWord, kAsSymbol, kAsMeaning };
+enum class Stands : std::uint8_t { kAsWord, kAsSymbol, kAsMeaning };
 
 class StemShares {
  public:
@@ -30,7 +30,8 @@ class StemShares {
     counts.is_found = true;
     counts.is_symbol |= as == Stands::kAsSymbol;
     counts.is_meaning |= as == Stands::kAsMeaning;
-    ++counts.of_fields[field];
+    std::uint16_t& count = counts.of_fields[field];
+    if (count < kMostCounted) ++count;
   }
 
   // Calls with each stem that was counted and its share, at most kMostInOneCharacter; then nothing is counted any more.
@@ -45,8 +46,11 @@ class StemShares {
   }
 
  private:
-  struct Counts {
-    std::array<std::uint32_t, kFields> of_fields{};
+  static constexpr std::uint16_t kMostCounted = 0xffff;  // more says nothing more
+
+  // Of 16 bytes: each is looked for in memory.
+  struct alignas(16) Counts {
+    std::array<std::uint16_t, kFields> of_fields{};
     bool is_found = false;
     bool is_symbol = false;
     bool is_meaning = false;
@@ -54,6 +58,7 @@ class StemShares {
 
   template <typename Call>
   void take(std::uint32_t (StemShares::*share)(const Counts&) const, Call call) {
+    weigh_fields();
     for (const StemNumber stem : found_) {
       call(stem, (this->*share)(counts_[stem]));
       counts_[stem] = {};
@@ -62,13 +67,15 @@ class StemShares {
     lengths_ = {};
   }
 
-  double part_of(const Counts& counts, Field field) const;
+  void weigh_fields();
+  double part_of(const Counts& counts, Field field) const { return counts.of_fields[field] * weights_[field]; }
   std::uint32_t share_of_section(const Counts& counts) const;
   std::uint32_t share_of_page(const Counts& counts) const;
 
   std::vector<Counts> counts_;  // of all stems, none of them found at first
   std::vector<StemNumber> found_;
   std::array<std::uint32_t, kFields> lengths_{};
+  std::array<double, kFields> weights_{};  // of an occurrence in a field of that length
   bool is_aside_ = false;
 };
 

@@ -36,14 +36,14 @@ std::uint64_t first_bytes(std::string_view text) {
 
 // The last bytes are taken with some before them, so that no text needs a loop over single ones.
 std::uint32_t sum_of(std::string_view text, std::uint64_t first) {
-  std::uint64_t sum = mixed(text.size(), first);
+  std::uint64_t sum = mixed(text.size() << 56, first);
   if (text.size() > 8) {
     const char* const end = text.data() + text.size();
     for (const char* at = text.data() + 8; at < end - 8; at += 8) sum = mixed(sum, number_at<std::uint64_t>(at));
     sum = mixed(sum, number_at<std::uint64_t>(end - 8));
   }
   const std::size_t size = std::min<std::size_t>(text.size(), kLongestKnownSize);
-  return static_cast<std::uint32_t>(mixed(sum, 0) << 8 | size);
+  return static_cast<std::uint32_t>(sum << 8 | size);
 }
 
 // Where a text is looked for first; the size says least of it.

@@ -24,11 +24,11 @@ using StemNumber = std::uint32_t;
 
 struct Stem {
   std::string postings;
-  std::string titles;  // pages with the stem in their title, as postings
   std::uint32_t last_section = 0;
-  std::uint32_t last_page = 0;
   std::uint32_t sections = 0;  // how many
-  bool is_meaning = false;     // of words that mean the same
+  std::uint32_t last_page = 0;
+  bool is_meaning = false;  // of words that mean the same
+  std::string titles;       // pages with the stem in their title, as postings
 };
 
 class Vocabulary {
@@ -69,7 +69,7 @@ class Vocabulary {
   void add_english_meanings();
 
   Stems language_;
-  std::deque<Stem> stems_;
+  std::vector<Stem> stems_;
   std::deque<std::vector<StemNumber>> meanings_;  // of each stem
   bool has_meanings_ = false;
   TextNumbers stem_texts_;
