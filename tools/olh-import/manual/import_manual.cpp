@@ -242,8 +242,7 @@ class Import {
          translations_.others());
     tell(all, "files that cannot be read, left out", unread_);
     tell(all, "places that their page does not have, replaced by its beginning", missing_places_);
-    if (const std::size_t links = pages_->links_left_out(); links != 0 && !asked_.link)
-      all.push_back("links to folders or out of the source, left out: " + std::to_string(links));
+    if (!asked_.link) tell(all, "links to folders or out of the source, left out", pages_->links_left_out());
     return all;
   }
 

@@ -44,7 +44,15 @@ std::unique_ptr<Reader> reader_for(const Source& source) {
     if (std::unique_ptr<Reader> reader = make(); reader->recognises(source)) return reader;
   if (source.tree.folder().empty())
     throw Refusal(kNoSource, source.files.front() + " is no manual by itself: name the folder that it is in.");
-  throw Refusal(kNoSource, source.tree.folder() + " contains no HTML page: a manual is a folder of HTML pages.");
+  const auto leads_to_folder = [&](const std::string& link) {
+    std::error_code failed;
+    return std::filesystem::is_directory(source.tree.folder() + "/" + link, failed);
+  };
+  const std::vector<std::string>& links = source.tree.links_left_out();
+  const auto link = std::ranges::find_if(links, leads_to_folder);
+  throw Refusal(kNoSource,
+                source.tree.folder() + " contains no HTML page: a manual is a folder of HTML pages." +
+                    (link == links.end() ? "" : " Its link " + *link + " leads to a folder: name that one."));
 }
 
 // What a topic takes beside its own texts: itself, its line of the table, its title among those of places.

@@ -59,7 +59,7 @@ struct Walk {
   std::string folder;
   std::vector<std::string> names;
   std::vector<std::string> folders_to_do = {"."};
-  std::size_t links_left_out = 0;
+  std::vector<std::string> links_left_out = {};
   std::size_t bytes_of_names = 0;
 
   void take(const std::string& name, int directory, const dirent& entry) {
@@ -69,7 +69,7 @@ struct Walk {
     if (S_ISREG(status.st_mode)) names.push_back(name);
     if (S_ISLNK(status.st_mode)) take_link(name);
     bytes_of_names += name.size();
-    if (names.size() + folders_to_do.size() > kMostFiles || bytes_of_names > kMostFileNames)
+    if (names.size() + links_left_out.size() + folders_to_do.size() > kMostFiles || bytes_of_names > kMostFileNames)
       throw Refusal(kNoSource, folder + " holds too many files: more than " + std::to_string(kMostFiles) +
                                    ", or their names are too long.");
   }
@@ -78,10 +78,7 @@ struct Walk {
     const int fd = open_below(top, name, kToRead);
     const bool leads_to_file = fd >= 0 && is_regular(fd);
     if (fd >= 0) close(fd);
-    if (leads_to_file)
-      names.push_back(name);
-    else
-      ++links_left_out;
+    (leads_to_file ? names : links_left_out).push_back(name);
   }
 
   void look_into(const std::string& below) {
@@ -113,7 +110,8 @@ SourceTree::SourceTree(const std::string& folder)
   }
   names_ = std::move(walk.names);
   std::ranges::sort(names_);
-  links_left_out_ = walk.links_left_out;
+  links_left_out_ = std::move(walk.links_left_out);
+  std::ranges::sort(links_left_out_);
 }
 
 SourceTree::~SourceTree() {

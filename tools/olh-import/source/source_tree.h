@@ -39,7 +39,7 @@ class SourceTree {
     std::erase_if(names_, [&](const std::string& name) { return !is_wanted(name); });
   }
   // Links that lead out of the folder, or to other folders: they are no files of it.
-  std::size_t links_left_out() const { return links_left_out_; }
+  const std::vector<std::string>& links_left_out() const { return links_left_out_; }
 
   // The bytes of a file; nothing when it has more than `most`, or cannot be read.
   std::optional<std::string> read(std::string_view name, std::size_t most = kLargestPage) const;
@@ -52,7 +52,7 @@ class SourceTree {
   std::string folder_;
   int fd_ = -1;
   std::vector<std::string> names_;
-  std::size_t links_left_out_ = 0;
+  std::vector<std::string> links_left_out_;
 };
 
 }  // namespace olh_import

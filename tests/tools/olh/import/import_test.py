@@ -120,10 +120,13 @@ class Import(Verbs):
         self.run_import()
         before = self.files(self.root)
         (self.dir / "empty").mkdir()
+        (self.dir / "links").mkdir()
+        (self.dir / "links/docs").symlink_to(self.source)
+        (self.dir / "links/README").symlink_to(self.dir / "tool.qhp")
         (self.dir / "fifo").mkdir()
         os.mkfifo(self.dir / "fifo/index.html")
         write(self.dir / "tool.qhp", "<QtHelpProject/>")
-        for source, sentence in (("empty", "contains no HTML page"), ("fifo", "contains no HTML page"), ("gone", "cannot be read"),
+        for source, sentence in (("empty", "contains no HTML page"), ("fifo", "contains no HTML page"), ("gone", "cannot be read"), ("links", "Its link docs leads to a folder"),
                                  ("source/index.htm", "name the folder"), ("source/sub/data.bin", "name the folder"),
                                  ("tool.qhp", "Name the folder")):
             with self.subTest(source=source):
@@ -143,7 +146,7 @@ class Import(Verbs):
                              "loop": "loop", "device.html": "/dev/zero"}.items():
             (self.source / name).symlink_to(target)
         (self.source / "inner.html").symlink_to("index.htm")
-        self.assertIn("left out: 5", self.run_import())
+        self.assertIn("left out: 5 (absolute.html, device.html, folder, ...)", self.run_import())
         brought = self.files(self.manual)
         self.assertIn("pages/inner.html", brought)
         self.assertFalse([name for name, content in brought.items() if b"secret" in content or "hidden" in name or ".git" in name])
