@@ -10,6 +10,7 @@
 #include "manual_origin.h"
 #include "notes.h"
 #include "pdf_bytes.h"
+#include "pdf_in_pages.h"
 #include "refusal.h"
 #include "topic_table.h"
 
@@ -80,8 +81,10 @@ DocumentOutcome import_document(const ImportRequest& asked,
   if (pages.sources.empty() && !asked.start.empty()) throw Refusal(kWrongUse, "a PDF begins with its first page.");
   DocumentOutcome document;
   if (!pages.sources.empty())
-    document.manual = import_manual(pages, progress, [&pdf] {
-      if (pdf) pdf->take_place_beside_pages();
+    document.manual = import_manual(pages, progress, [&](OutputFolder& ready) {
+      if (pdf) return pdf->take_place_with(ready);
+      PdfInPages(asked.root, asked.name).keep_in(ready);
+      ready.take_place();
     });
   if (pdf) {
     if (!document.manual) pdf->take_place();

@@ -60,10 +60,10 @@ Source source_of(const ImportRequest& asked) {
 class Import {
  public:
   Import(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress,
-         const std::function<void()>& placed)
+         const std::function<void(OutputFolder&)>& put_in_place)
       : asked_(asked),
         progress_(progress),
-        placed_(placed),
+        put_in_place_(put_in_place),
         source_(source_of(asked)),
         reader_(reader_for(source_)) {}
 
@@ -188,9 +188,7 @@ class Import {
     outcome.notes = notes(topics.notes);
     if (asked_.dry_run) return outcome;
     make_room(asked_, place(), olh_viewers::origin_of(place()));
-    const NoSignals between_pages_and_pdf;
-    out_->take_place();
-    placed_();
+    put_in_place_(*out_);
     return outcome;
   }
 
@@ -248,7 +246,7 @@ class Import {
 
   const ImportRequest& asked_;
   const std::function<void(std::size_t, std::size_t)>& progress_;
-  const std::function<void()>& placed_;
+  const std::function<void(OutputFolder&)>& put_in_place_;
   Source source_;
   std::unique_ptr<Reader> reader_;
   std::optional<OutputFolder> out_;
@@ -290,8 +288,8 @@ void make_room(const ImportRequest& asked, const std::string& place, const std::
 }
 
 ImportOutcome import_manual(const ImportRequest& asked, const std::function<void(std::size_t, std::size_t)>& progress,
-                            const std::function<void()>& placed) {
-  return Import(asked, progress, placed).run();
+                            const std::function<void(OutputFolder&)>& place) {
+  return Import(asked, progress, place).run();
 }
 
 }  // namespace olh_import

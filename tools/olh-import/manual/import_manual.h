@@ -12,6 +12,7 @@
 
 #include "arranged_topics.h"
 #include "manual_origin.h"
+#include "output_folder.h"
 #include "words.h"
 
 namespace olh_import {
@@ -48,11 +49,10 @@ void prepare_root(const std::string& root, const olh_viewers::Words& options = {
 // only now: an import that fails leaves none behind.
 void make_room(const ImportRequest& asked, const std::string& place, const std::string& brought_by);
 
-// `progress` hears of each page, `placed` of the manual's being in its place, while the one before is still to be cleared
-// away. Throws a Refusal.
+// `progress` hears of each page; `place` puts what is ready in its place. Throws a Refusal.
 ImportOutcome import_manual(
     const ImportRequest& asked, const std::function<void(std::size_t done, std::size_t of)>& progress,
-    const std::function<void()>& placed = [] {});
+    const std::function<void(OutputFolder& pages)>& place = [](OutputFolder& pages) { pages.take_place(); });
 
 }  // namespace olh_import
 

@@ -14,6 +14,7 @@
 #include "manual_origin.h"
 #include "pdf_bytes.h"
 #include "pdf_file.h"
+#include "pdf_in_pages.h"
 #include "pdf_names.h"
 #include "refusal.h"
 #include "words.h"
@@ -170,15 +171,27 @@ void PdfImport::lay_ready(const std::string& file, bool link, const std::functio
 void PdfImport::take_place() {
   if (!out_) return;
   make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
-  take_place_beside_pages();
+  put_mark();
+  const PdfInPages in_pages(asked_.root, asked_.name);
+  const bool was_in_pages = in_pages.is_there();
+  out_->put("pdf", place_);
+  if (was_in_pages) in_pages.forget();
 }
 
-void PdfImport::take_place_beside_pages() {
-  if (!out_) return;
+void PdfImport::take_place_with(OutputFolder& pages) {
+  put_mark();
+  if (PdfInPages(asked_.root, asked_.name).lay_into(pages, *out_)) return pages.take_place();
+  const NoSignals between_pages_and_pdf;
+  const bool has_pages = fs::exists(asked_.root + "/htmldocs/" + asked_.name);
+  if (!has_pages) out_->put("pdf", place_);  // a new PDF alone is better than new pages with an old one
+  pages.take_place();
+  if (has_pages) out_->put("pdf", place_);
+}
+
+void PdfImport::put_mark() {
   std::error_code failed;
   fs::create_directory(fs::path(place_).parent_path(), failed);
   out_->put("mark", olh_viewers::origin_file_of_pdf(place_));
-  out_->put("pdf", place_);
 }
 
 ImportOutcome write_pdf(const ImportRequest& asked, const std::string& from, const std::string& to,

@@ -27,10 +27,11 @@ class PdfImport {
 
   const ImportOutcome& outcome() const { return outcome_; }
   void take_place();
-  // The same right after pages of its name, which have made room: a document is never in two versions for long.
-  void take_place_beside_pages();
+  // The same with new pages of its name, which have made room: in one step with them, or right before or after.
+  void take_place_with(OutputFolder& pages);
 
  private:
+  void put_mark();
   void put_together(const std::string& file);
   void lay_ready(const std::string& file, bool link, const std::function<void(std::FILE*)>& write);
 

@@ -1,6 +1,7 @@
 #include "stem_shares.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "packed_numbers.h"
 #include "points.h"
@@ -29,7 +30,7 @@ constexpr double kAside = 0.6;  // of the text of a page that mentions everythin
 double saturated(double sum) { return sum / (sum + kSaturation) * kMostInOneCharacter; }
 
 std::uint32_t rounded(double part, std::uint32_t least, std::uint32_t most) {
-  return std::clamp(static_cast<std::uint32_t>(part + 0.5), least, most);
+  return std::clamp(static_cast<std::uint32_t>(std::lround(part)), least, most);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 """olh import with a PDF: what it adds for the library, what stays as it was, and what it refuses."""
 import gzip
+import itertools
 import os
 import re
 import shutil
@@ -164,18 +165,46 @@ class ImportPdf(Verbs):
         self.assertEqual([path for path in self.root.rglob("*product*")], [])
 
     @unittest.skipUnless(shutil.which("strace"), "strace is not installed")
-    def test_a_signal_between_pages_and_pdf_waits_until_both_are_new(self):
+    def test_an_end_at_any_step_leaves_pages_and_pdf_both_old_or_both_new(self):
         pages, log = write(self.dir / "pages/index.html", "<h1>Pages</h1>").parent, self.dir / "log"
-        self.run_import(pages, self.source, "--title", "Old title")
-        # The leak checker traces its own process.
-        done = subprocess.run(["strace", "-qq", "-o", log, "-e", "trace=renameat2", "-e", "inject=renameat2:signal=SIGUSR1:when=1", BUILD / "bin/olh-import",
-                               "--title", "New title", self.root, "product", pages, self.source], env={**ENVIRONMENT, "ASAN_OPTIONS": "detect_leaks=0"},
-                              capture_output=True, text=True)
-        if "ptrace" in done.stderr and not (log.exists() and log.read_text()):
-            self.skipTest("this machine does not let a process be traced")
-        self.assertEqual(done.returncode, -signal.SIGUSR1)
-        for file in (self.root / "htmldocs/product/index.htm", self.made):
-            self.assertIn(b"New title", file.read_bytes())
+
+        def titles(file):
+            return set(re.findall(b"Old title|New title", file.read_bytes())) if file.exists() else set()
+
+        def import_apart():
+            for source in (pages, self.source):
+                self.run_import(source, "--title", "Old title")
+        for before in (lambda: self.run_import(pages, self.source, "--title", "Old title"), import_apart, lambda: None):
+            for step in itertools.count(1):
+                shutil.rmtree(self.root, ignore_errors=True)
+                before()
+                # The leak checker traces its own process.
+                steps = "rename,renameat2,link,symlink,unlink"
+                done = subprocess.run(["strace", "-qq", "-o", log, "-e", f"trace={steps}", "-e", f"inject={steps}:signal=SIGKILL:when={step}", BUILD / "bin/olh-import",
+                                       "--title", "New title", self.root, "product", pages, self.source], env={**ENVIRONMENT, "ASAN_OPTIONS": "detect_leaks=0"},
+                                      capture_output=True, text=True)
+                if "ptrace" in done.stderr and not (log.exists() and log.read_text()):
+                    self.skipTest("this machine does not let a process be traced")
+                shown = titles(self.root / "htmldocs/product/index.htm")
+                self.assertEqual(titles(self.made), shown, log.read_text())
+                if done.returncode != -signal.SIGKILL:
+                    break
+            self.assertEqual((done.returncode, shown), (0, {b"New title"}))
+            self.assertGreater(step, 3)
+
+    def test_one_form_alone_takes_its_place_beside_the_other(self):
+        pages = write(self.dir / "pages/index.html", "<h1>Pages</h1>").parent
+        self.run_import(pages, self.source)
+        whole = self.made.read_bytes()
+        self.run_import(pages, "--title", "Pages alone")
+        self.assertEqual(self.made.read_bytes(), whole)
+        self.run_import(self.source, "--title", "PDF alone")
+        self.assertIn(b"PDF alone", self.made.read_bytes())
+        self.assertEqual(list((self.root / "htmldocs").rglob("*.pdf")), [])
+        (self.root / "pdfdocs").rename(self.dir / "elsewhere")
+        (self.root / "pdfdocs").symlink_to(self.dir / "elsewhere")
+        self.run_import(pages, self.source)
+        self.assertEqual(self.made.read_bytes(), whole)
 
     def test_a_link_is_as_it_is_and_what_others_brought_stays(self):
         said = self.run_import("--link", self.source, "--title", "Mine").stderr

@@ -1,0 +1,70 @@
+#include "pdf_in_pages.h"
+
+#include <filesystem>
+
+#include "refusal.h"
+
+namespace olh_import {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kInPages = "/QELdata/QELDocument.pdf";
+
+}  // namespace
+
+PdfInPages::PdfInPages(const std::string& root, const std::string& name)
+    : root_(root),
+      place_(root + "/pdfdocs/" + name + ".pdf"),
+      pages_(root + "/htmldocs/" + name),
+      old_(pages_ + kInPages),
+      link_("../htmldocs/" + name + kInPages) {}
+
+bool PdfInPages::is_there() const {
+  std::error_code failed;
+  return fs::read_symlink(place_, failed) == link_;
+}
+
+bool PdfInPages::lay_into(const OutputFolder& pages, const OutputFolder& pdf) const {
+  std::error_code failed;
+  fs::rename(pdf.path() + "/pdf", pages.path() + kInPages, failed);
+  if (failed) return false;
+  if (lead_to_pages(pdf)) return true;
+  fs::rename(pages.path() + kInPages, pdf.path() + "/pdf");
+  return false;
+}
+
+// A PDF that is there gets a second name in the pages first, so that the link shows it until they change. A directory of PDFs
+// that lies elsewhere is one from which the link leads nowhere.
+bool PdfInPages::lead_to_pages(const OutputFolder& pdf) const {
+  std::error_code failed;
+  if (is_there()) return true;
+  if (!fs::equivalent(root_ + "/pdfdocs/../htmldocs", root_ + "/htmldocs", failed)) return false;
+  if (fs::symlink_status(place_, failed).type() != fs::file_type::not_found) {
+    fs::remove(old_, failed);
+    fs::create_hard_link(place_, old_, failed);
+    if (failed) return false;
+  }
+  try {
+    pdf.link(link_, "link");
+    pdf.put("link", place_);
+    return true;
+  } catch (const Refusal&) {
+    return false;
+  }
+}
+
+void PdfInPages::keep_in(const OutputFolder& pages) const {
+  std::error_code failed;
+  if (!is_there() || !fs::exists(old_, failed)) return;
+  fs::create_hard_link(old_, pages.path() + kInPages, failed);
+  if (failed) fs::copy(old_, pages.path() + kInPages, fs::copy_options::copy_symlinks);
+}
+
+void PdfInPages::forget() const {
+  std::error_code ignored;
+  fs::remove(old_, ignored);
+}
+
+}  // namespace olh_import
