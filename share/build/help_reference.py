@@ -4,7 +4,7 @@ import html
 import re
 import subprocess
 import textwrap
-from itertools import takewhile
+from itertools import groupby, takewhile
 from pathlib import Path
 
 HEADING = re.compile(r"^(\w[\w ]*):$")
@@ -49,11 +49,18 @@ def columns(lines):
     return pairs
 
 
+def kept(text):
+    """As it is; commands get their colours."""
+    block = html.escape(textwrap.dedent(text.strip("\n")), quote=False)
+    return f'<pre class="sh">{block}</pre>\n' if block.startswith("olh") else f"<pre>{block}</pre>\n"
+
+
 def paragraph(text):
     """Running text; what is in columns, or indented, is kept as it is."""
-    if re.search(r"^  |\S  +\S", text, re.M):
-        return f"<pre>{html.escape(textwrap.dedent(text.strip(chr(10))), quote=False)}</pre>\n"
-    return f"<p>{html.escape(' '.join(text.split()), quote=False)}</p>\n"
+    if re.search(r"^\S.*\S  +\S", text, re.M):
+        return kept(text)
+    return "".join(kept("\n".join(lines)) if is_indented else f"<p>{html.escape(' '.join(' '.join(lines).split()), quote=False)}</p>\n"
+                   for is_indented, lines in groupby(filter(str.strip, text.split("\n")), key=lambda line: line.startswith("  ")))
 
 
 def shown(heading, lines):

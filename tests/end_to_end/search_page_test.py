@@ -72,7 +72,8 @@ class SearchInThePage(Pages):
 
     def test_the_best_comes_first(self):
         for words, first in (("option files", "Option files"), ("SEARCH PATH", "Search path and roots"),
-                             ("OlhSetViewerOrder", "Function reference"), ("writeLibAvail", "Lower-level functions")):
+                             ("OlhSetViewerOrder", "Function reference"), ("writeLibAvail", "Lower-level functions"),
+                             ("OLH_DEB", "Environment variables"), ("qel_doc_pa", "Environment variables")):
             for base in (self.disk, self.web):
                 found = self.search(base, words)
                 self.assertEqual(found[0], first, words)
@@ -80,12 +81,14 @@ class SearchInThePage(Pages):
     def test_what_is_missing_and_what_was_meant_is_said(self):
         self.assertEqual(self.search(self.disk, "nginx alias")[0], "Serve documentation from a web server")
         self.assertEqual(self.search(self.disk, "nginx zweitausendsechs")[0], "Serve documentation from a web server")
-        self.assertIn('"zweitausendsechs" is nowhere.', self.texts("section [role=status]")[0])
+        self.assertIn('"zweitausendsechs" was not found.', self.texts("section [role=status]")[0])
         self.assertIn("Without: zweitausendsechs", self.texts("#found .without")[0])
         self.assertIn("Environment variables", self.search(self.disk, "enviroment"))
-        self.assertIn('Results for "environment": "enviroment" is nowhere.', self.texts("section [role=status]")[0])
+        self.assertIn('Results for "environment". "enviroment" was not found.', self.texts("section [role=status]")[0])
+        self.assertEqual(self.search(self.disk, '"roots option path"'), [])
+        self.assertEqual(self.texts("section [role=status]"), ['No page has these words in this order: "roots option path".'])
         self.assertEqual(self.search(self.disk, "zweitausendsechs"), [])
-        self.assertIn("Nothing holds all the words", self.texts("section [role=status]")[0])
+        self.assertIn("No page has all the words", self.texts("section [role=status]")[0])
 
     def test_a_search_loads_little_and_the_rest_on_request(self):
         found = self.search(self.web, "root")
@@ -125,7 +128,7 @@ class SearchInThePage(Pages):
     def test_the_terminal_finds_the_same_in_the_same_order(self):
         questions = [line.split("\t")[2] for line in (PROJECT / "tests/resources/search_questions.tsv").read_text().splitlines()
                      if line.startswith("olh_manual")]
-        more = ["OLH_DEBUG", "LibList.js", "--print", '"search path" roots', "enviroment veiwer", "C++ PDFs", "\u00dcber Stra\u00dfe", "configuring"]
+        more = ["OLH_DEBUG", "QEL_DOC_PA", "OlhHelpCal", "LibList.js", "--print", '"search path" roots', "enviroment veiwer", "C++ PDFs", "\u00dcber Stra\u00dfe", "configuring"]
         self.browser.go(f"{self.disk}/{IN_MANUAL % 'x'}")
         self.browser.value("olhSearch.indexOf('../').then(index => { window.index = index })")
         for words in questions + more:

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::size_t kMostNear = 3;
 constexpr std::size_t kPiecesForPhrases = 10;
+constexpr std::size_t kShortestBeginning = 4;  // bytes
 
 bool is_among(const std::string& word, const std::string& words) {
   return (" " + words + " ").find(" " + word + " ") != std::string::npos;
@@ -28,12 +29,30 @@ class Words {
   Words(const IndexHead& head, const LoadPiece& load, const Points& points)
       : head_(head), load_(load), points_(points) {}
 
-  std::vector<WordGroup> groups_of(const std::string& word) {
+  std::vector<WordGroup> groups_of(const std::string& word, Wanted wanted = Wanted::kWord) {
     std::vector<WordGroup> groups;
     for (const std::size_t piece : pieces_of(word))
-      for (WordGroup& group : groups_with(word, packed_groups_of(piece)))
+      for (WordGroup& group : groups_with(word, packed_groups_of(piece), wanted))
         if (points_.are_given_by(group)) groups.push_back(std::move(group));
     return groups;
+  }
+
+  // A symbol that is nowhere is the beginning of others, as a person types it: `taken` is the first of these, else "".
+  struct Whole {
+    std::string asked;
+    std::string taken;
+    std::vector<WordGroup> groups;
+  };
+  Whole whole_of(const std::string& asked) {
+    Whole whole = {asked, "", groups_of(asked)};
+    if (!whole.groups.empty() || asked.size() < kShortestBeginning) return whole;
+    whole.groups = groups_of(asked, Wanted::kBeginning);
+    if (whole.groups.size() > kMostNear) whole.groups.resize(kMostNear);
+    if (whole.groups.empty()) return whole;
+    const std::vector<std::string> words = words_with_blanks(whole.groups.front().words);
+    const auto found = std::ranges::find_if(words, [&](const std::string& word) { return word.starts_with(asked); });
+    if (found != words.end()) whole.taken = *found;
+    return whole;
   }
 
   // Of a word near to this one, which becomes that; none when there is none.
@@ -157,18 +176,27 @@ Ranking find(const IndexHead& head, const LoadPiece& load, const std::string& te
   Points points(head, manuals, query.words.size());
   Words words(head, load, points);
   Ranking ranking;
+  std::vector<Words::Whole> wholes;
+  for (const std::string& whole : query.wholes) wholes.push_back(words.whole_of(whole));
   for (const std::string& word : query.words) {
     LookedForWord looked_for = {word, word, ""};
     std::vector<WordGroup> groups = words.groups_of(word);
-    if (groups.empty()) groups = words.groups_near(looked_for.taken);
+    const auto begun = std::ranges::find_if(
+        wholes, [&](const Words::Whole& one) { return !one.taken.empty() && one.asked.ends_with(word); });
+    if (begun != wholes.end()) {
+      if (groups.empty()) looked_for.taken = begun->taken;
+      groups.insert(groups.end(), begun->groups.begin(), begun->groups.end());
+    } else if (groups.empty()) {
+      groups = words.groups_near(looked_for.taken);
+    }
     const std::uint32_t bit = 1U << ranking.words.size();
     for (const WordGroup& group : groups) points.add(group, bit);
     points.add_titles_of_manuals(looked_for.taken.empty() ? word : looked_for.taken, bit);
     looked_for.mark = mark_of(looked_for.taken, groups);
     ranking.words.push_back(std::move(looked_for));
   }
-  for (const std::string& whole : query.wholes)
-    for (const WordGroup& group : words.groups_of(whole)) points.add(group, 0);
+  for (const Words::Whole& whole : wholes)
+    for (const WordGroup& group : whole.groups) points.add(group, 0);
   ranking.pages = points.ranked();
   if (!query.phrases.empty()) {
     keep_phrases(head, load, query, points, ranking);

@@ -49,7 +49,7 @@ std::string packed_groups(const std::vector<WordGroup>& groups) {
   return packed;
 }
 
-std::vector<WordGroup> groups_with(std::string_view wanted, std::string_view packed) {
+std::vector<WordGroup> groups_with(std::string_view wanted, std::string_view packed, Wanted what) {
   std::vector<WordGroup> groups;
   std::string word;
   std::string all_words;
@@ -62,7 +62,7 @@ std::vector<WordGroup> groups_with(std::string_view wanted, std::string_view pac
       PackedNumbers shared(coded);
       word.resize(std::min<std::size_t>(shared.next_character(), word.size()));
       word.append(coded.substr(std::min<std::size_t>(1, coded.size()), kLongestInPiece));
-      is_found = is_found || word == wanted;
+      is_found = is_found || word == wanted || (what == Wanted::kBeginning && word.starts_with(wanted));
       if (all_words.size() < kMostBytesOfWords) all_words.append(all_words.empty() ? "" : " ").append(word);
     }
     if (!is_found) continue;

@@ -27,8 +27,10 @@ struct WordGroup {
 };
 
 std::string packed_groups(const std::vector<WordGroup>& groups);
-// The groups that have a word. Whatever the text holds, it ends, and no more than a hundred groups are unpacked.
-std::vector<WordGroup> groups_with(std::string_view word, std::string_view packed);
+// The groups that have a word, or one that begins so. Whatever the text holds, it ends, and no more than a hundred groups are
+// unpacked.
+enum class Wanted { kWord, kBeginning };
+std::vector<WordGroup> groups_with(std::string_view word, std::string_view packed, Wanted wanted = Wanted::kWord);
 
 // The packed groups of a script; "" when it is no piece.
 std::string packed_groups_in(std::string_view script);

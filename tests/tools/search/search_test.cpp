@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "index_pieces.h"
+#include "json_texts.h"
 #include "near_words.h"
 #include "packed_numbers.h"
 #include "query.h"
@@ -58,6 +59,19 @@ TEST(WordsInText, ACutIsBetweenTwoCharactersAndAlwaysGoesOn) {
   EXPECT_EQ(cut_to(std::string(9, '\x80'), 4).size(), 4U) << "what is no text is cut anywhere";
 }
 
+TEST(JsonTexts, ThereAndBack) {
+  const std::vector<std::string> texts = {"", "plain", "\u00fcber \U0001f600", "a \"quote\" and \\ in it", "line\nand tab\t end"};
+  std::string script = "call([";
+  for (const std::string& text : texts) {
+    if (&text != &texts.front()) script += ',';
+    append_json(script, text);
+  }
+  EXPECT_EQ(texts_in_call(script + "])", "call("), texts);
+  std::string spoilt;
+  append_json(spoilt, "a\xff\"");
+  EXPECT_EQ(spoilt, "\"a\ufffd\\\"\"");
+}
+
 TEST(PackedNumbers, ThereAndBack) {
   std::string packed;
   const std::vector<std::uint32_t> numbers = {0, 44, 45, 89, 90, 2024, 2025, 1000000, 16777215};
@@ -91,6 +105,7 @@ TEST(WordGroups, ThereAndBack) {
     EXPECT_EQ(back[0].postings + "|" + back[0].titles, groups[at].postings + "|" + groups[at].titles);
   }
   EXPECT_TRUE(groups_with("opt", packed).empty());
+  EXPECT_EQ(groups_with("optional", packed, Wanted::kBeginning).size(), 1U);
 }
 
 TEST(WordGroups, AHostilePieceUnpacksToLittle) {

@@ -73,7 +73,7 @@ void say_how_it_is_listed(const NewArguments& asked, const std::string& root) {
 void print_as_text(const NewArguments& asked, const std::string& root, bool is_new_root) {
   say(root + " holds the manual " + asked.manual.name + ", \"" + asked.manual.title + "\".");
   is_new_root ? say_what_came_with_it(root) : say_how_it_is_listed(asked, root);
-  say("Write in " + root + "/htmldocs/" + asked.manual.name + "; its first topic says how. Then:");
+  say("Write in " + root + "/htmldocs/" + asked.manual.name + "; its first topic explains how. Then:");
   for (const auto& words : next_commands(root, asked.manual.name)) say("  " + command_line(words));
   if (is_new_root)
     say("A bookcase, pdfdocs/_bk_qel.pdf, is made when the root holds what it should list: olh show olh_manual "

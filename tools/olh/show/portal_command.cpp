@@ -17,7 +17,7 @@ constexpr const char* kPortalExamples =
     "Examples:\n"
     "  olh portal\n"
     "  olh portal olh_td\n"
-    "  olh portal --print olh_td search   what would be run; nothing is\n"
+    "  olh portal --print olh_td search   what would be run; nothing is started\n"
     "  olh portal '' search               a tab of the main page\n"
     "Without a display: the portals and documents that it shows, as a list.\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, 4 no such portal, 7 no browser\n"

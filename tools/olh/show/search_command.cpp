@@ -26,11 +26,10 @@ constexpr const char* kSearchExamples =
     "  olh search --text pdf reader olh_manual    the results as text\n"
     "  olh show 2                                 shows the second of them\n"
     "  olh search --open 2 pdf reader olh_manual  the same in one step\n"
-    "  olh search --print destinations olh_td     what would be run; nothing is\n"
+    "  olh search --print destinations olh_td     what would be run; nothing is started\n"
     "Exit code: 0 shown, 2 the browser failed or would show nothing, or there is no display, or --root is no\n"
-    "documentation root, 3 no query,\n"
-    "4 nothing of that name can be searched, or nothing is found (--text, --open), 7 no browser known, 64 wrong "
-    "use.\n";
+    "documentation root, 3 no query, 4 nothing of that name can be searched, or nothing is found (--text, --open),\n"
+    "7 no browser known, 64 wrong use.\n";
 
 constexpr const char* kSupportPortal = "orvane";
 constexpr std::size_t kListed = 10;

@@ -86,21 +86,24 @@ std::optional<olh_search::IndexHead> head_at(const std::string& root) {
   return olh_search::head_in(piece_at(folder_of_indexes(root) + "/head.js"));
 }
 
+// A query as it is shown: one with a phrase has quotation marks already.
+std::string shown(const std::string& query) { return query.find('"') == std::string::npos ? quoted(query) : query; }
+
 std::string outcome(const SearchHits& found, const std::string& query) {
-  if (found.ranking.pages.empty()) return "Nothing found for " + quoted(query) + ".";
+  if (found.ranking.pages.empty()) return "Nothing found for " + shown(query) + ".";
   std::string said;
   for (const olh_search::LookedForWord& word : found.ranking.words) {
     if (word.taken == word.asked) continue;
-    if (!word.taken.empty()) said += "Results for " + quoted(word.taken) + ": ";
-    said += quoted(word.asked) + " is nowhere. ";
+    if (!word.taken.empty()) said += "Results for " + quoted(word.taken) + ". ";
+    said += quoted(word.asked) + " was not found. ";
   }
   const std::size_t rest = found.ranking.pages.size() - found.ranking.complete;
   if (found.ranking.complete > 0)
-    said += counted(found.ranking.complete, "page", "pages") + " for " + quoted(query) +
+    said += counted(found.ranking.complete, "page", "pages") + " for " + shown(query) +
             (rest > 0 ? ", and " + std::to_string(rest) + " with most of the words." : ".");
   else
-    said += "Nothing holds all the words of " + quoted(query) + "." +
-            (rest > 0 ? " " + counted(rest, "page holds", "pages hold") + " some of them." : "");
+    said += "No page has all the words of " + shown(query) + "." +
+            (rest > 0 ? " " + counted(rest, "page has", "pages have") + " some of them." : "");
   return said;
 }
 

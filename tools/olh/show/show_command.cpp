@@ -18,7 +18,7 @@ constexpr const char* kShowExamples =
     "  olh show olh_manual quick_start              a topic of an HTML manual\n"
     "  olh show --pdf olh_manual quick_start        the same place in its PDF\n"
     "  olh show --display popup olh_manual topics   the topic alone, in a small frame\n"
-    "  olh show --print olh_manual quick_start      what would be run; nothing is\n"
+    "  olh show --print olh_manual quick_start      what would be run; nothing is started\n"
     "  olh show 2                                   the second result that 'olh search' has listed in this\n"
     "                                               terminal, unless there is a document named 2\n"
     "Exit code: 0 shown, 2 the browser failed or a viewer would show nothing, 3 no name, 4 no such\n"

@@ -58,7 +58,7 @@ void print_row(const std::string& mark, const std::string& label, const std::str
 std::string words_of(const ViewerSource& source, const std::vector<SpoiltFile>& spoilt) {
   for (const SpoiltFile& one : spoilt)
     if (one.file == source.from) return "unreadable (" + one.reason + ")";
-  if (source.value.empty()) return "nothing";
+  if (source.value.empty()) return "not set";
   return source.value + (source.program.empty() ? ", which is not executable and is ignored" : "");
 }
 

@@ -96,13 +96,13 @@ class Import(Verbs):
         """Of several terms together the first; behind the list the text around it goes on. Terms are no headings."""
         write(self.source / "index.htm", """<h1 id=top>Calls</h1>Before.<dl><dt id=open>open(file)</dt><dt id=open-2>open(fd)<dd>Opens.
             <dl><dt id=mode>mode<dd>How.</dl> With care.<dt>close<dd>Closes.</dl>After.<dl class=notes><dt id=n1 class=label>1<dd>A note.</dl>
-            <dl><dt id=last>last<dd>Ends.<h2 id=more>More</h2>On it.</dl>Still more.""")
+            <dl><dt id=last>last<dd>Ends.<h2 id=more>More<br>of it</h2>On it.</dl>Still more.""")
         self.run_import()
         rows = re.findall(r"^QELAddText\((.*)\);", (self.manual / "QELdata/QELSearchText.js").read_text(), re.M)
         self.assertEqual([json.loads(row)[1:] for row in rows if json.loads(row)[0] == "index"], [
             ["top", "Calls", "Before."], ["open", "open(file)", "open(fd) Opens."], ["mode", "mode", "How."],
             ["open", "open(file)", "With care. close Closes."], ["top", "Calls", "After. 1 A note."], ["last", "last", "Ends."],
-            ["more", "More", "On it. Still more."]])
+            ["more", "More of it", "On it. Still more."]])
         self.assertNotIn("mode", (self.manual / "QELdata/QELAllData.js").read_text())
 
     def test_what_something_else_brought_stays(self):

@@ -121,6 +121,13 @@ class Showing(Verbs):
             self.olh("search", *words.split(), code=4)
         self.olh("search", "--open", "0", "stripes", code=64)
 
+    def test_a_root_with_many_words(self):
+        words = [f"w{number:x}z" for number in range(40000)]
+        self.index_texts(*((f"p{at}", f"Part {at}", " ".join(words[at:at + 500])) for at in range(0, len(words), 500)))
+        for at in (0, 20001, 39999):
+            found = self.json("search", "--print", words[at])["results"]
+            self.assertEqual([one["heading"] for one in found], [f"Part {at // 500 * 500}"])
+
     def test_a_result_by_its_number(self):
         """Of the search that has listed results last in this terminal: a topic, and a page of a PDF."""
         self.script("pdftotext", r"printf 'A cover\fZebras on paper'")

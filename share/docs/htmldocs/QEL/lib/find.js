@@ -5,7 +5,7 @@
 // and the texts of what is shown. Nothing else is loaded.
 var olhFind = (function () {
   'use strict';
-  var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100, AT_ONCE = 3;
+  var NEAR = 3, MOST_WORDS = 16, MOST_PARTS = 32, PIECES_FOR_PHRASES = 10, SHARE_OF_LINKS = 40, FEW_WORDS = 2, MOST_PIECES = 100, AT_ONCE = 3, SHORTEST_BEGINNING = 4;
   var MORE_THAN_POINTS = Math.pow(2, 50), MOST_WEIGHT = 1000, ASCII = /^[\0-\x7f]*$/;
   var PAIRED = /[\u0e00-\u0eff\u1000-\u109f\u1780-\u17ff\u3005-\u3007\u3040-\u30ff\u31f0-\u31ff\u3400-\u4dbf\u4e00-\u9fff\uac00-\ud7af\uf900-\ufaff\uff66-\uff9f\u{20000}-\u{3ffff}]/u;
   var PAIRED_RUN = new RegExp('(' + PAIRED.source + '+)', 'u');
@@ -203,17 +203,18 @@ var olhFind = (function () {
 
   function isAmong(word, words) { return (' ' + words + ' ').includes(' ' + word + ' '); }
 
-  // The groups of a piece of words that have a word, each { words, weight, sections, titles }. Groups are separated by "~", the
-  // parts of a group by "!". A word begins with the number of characters that it shares with the word before it.
-  function groupsWith(word, packed) {
-    var last = '', found = [];
+  // The groups of a piece of words that have a word, or one that begins so, each { words, weight, sections, titles }. Groups are
+  // separated by "~", the parts of a group by "!". A word begins with the number of characters that it shares with the word
+  // before it.
+  function groupsWith(word, packed, isBeginning) {
+    var last = '', found = [], isWanted = function (one) { return isBeginning ? one.startsWith(word) : one === word; };
     for (var at = 0, end; at < packed.length; at = end + 1) {
       end = packed.indexOf('~', at);
       if (end < 0) end = packed.length;
       var group = packed.slice(at, end), head = group.indexOf('!'), words = (head < 0 ? group : group.slice(0, head)).split(' ').map(function (one) {
         return last = last.slice(0, characterAt(one, 0)) + one.slice(1);
       });
-      if (words.indexOf(word) < 0) continue;
+      if (!words.some(isWanted)) continue;
       var numbers = new Numbers(group, head < 0 ? group.length : head + 1), weight = Math.min(numbers.next(), MOST_WEIGHT), parts = group.slice(numbers.at).split('!');
       found.push({ words: words, weight: weight, sections: postings(parts[0]), titles: postings(parts[1] || '') });
     }
@@ -479,15 +480,24 @@ var olhFind = (function () {
 
   // Looks for a query in manuals, given by name (null: in all). The answer: words, each { asked, taken, mark }, where taken is
   // another word when the one that was asked for is nowhere, or ""; total pages, of which complete have all words; best, which
-  // gives the first ones of them.
+  // gives the first ones of them; hasPhrases, and cut where not all pages could be looked through for these.
   async function find(index, text, manuals) {
-    var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false };
-    async function groupsOf(word) {
+    var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false, hasPhrases: query.phrases.length > 0 };
+    async function groupsOf(word, isBeginning) {
       var pieces = await Promise.all(piecesOf(index, word).map(function (number) { return index.piece('words_' + number); }));
-      return pieces.flatMap(function (piece) { return groupsWith(word, piece || ''); }).filter(function (group) { return points.givenBy(group); });
+      return pieces.flatMap(function (piece) { return groupsWith(word, piece || '', isBeginning); }).filter(function (group) { return points.givenBy(group); });
+    }
+    // A symbol that is nowhere is the beginning of others, as a person types it.
+    async function lookForWhole(whole) {
+      var groups = await groupsOf(whole);
+      if (groups.length || bytes(whole) < SHORTEST_BEGINNING) return { groups: groups };
+      groups = (await groupsOf(whole, true)).slice(0, NEAR);
+      return { groups: groups, beginning: whole, taken: groups.length ? groups[0].words.find(function (word) { return word.startsWith(whole); }) : '' };
     }
     async function lookFor(word) {
       var groups = await groupsOf(word), taken = word;
+      var begun = (await Promise.all(wholes)).find(function (whole) { return whole.taken && whole.beginning.endsWith(word); });
+      if (begun) return { asked: word, taken: groups.length ? word : begun.taken, groups: groups.concat(begun.groups) };
       if (!groups.length) {
         taken = '';
         var near = await index.piece('near');
@@ -498,14 +508,14 @@ var olhFind = (function () {
       }
       return { asked: word, taken: taken, groups: groups };
     }
-    var wholes = query.wholes.map(groupsOf);
+    var wholes = query.wholes.map(lookForWhole);
     var found = await Promise.all(query.words.map(lookFor));
     found.forEach(function (one, number) {
       one.groups.forEach(function (group) { points.add(group, 1 << number); });
       points.addManuals(one.taken || one.asked, 1 << number);
       answer.words.push({ asked: one.asked, taken: one.taken, mark: markOf(one.taken, one.groups) });
     });
-    for (var groups of await Promise.all(wholes)) groups.forEach(function (group) { points.add(group, 0); });
+    for (var whole of await Promise.all(wholes)) whole.groups.forEach(function (group) { points.add(group, 0); });
     Object.assign(answer, points.ranked());
     return query.phrases.length ? Object.assign(answer, await keepPhrases(index, query, points, answer)) : answer;
   }

@@ -39,7 +39,7 @@
     table.then(function (isThere) {
       var place = places.get(olh.topicName(wanted));
       if (place) return single && location.protocol !== 'file:' ? showAlone(place) : location.replace(place);
-      say.textContent = isThere ? 'There is no topic "' + olh.shown(wanted) + '" in this manual. This is what it holds:'
+      say.textContent = isThere ? 'There is no topic "' + olh.shown(wanted) + '" in this manual. Its contents:'
         : 'The list of topics is missing. "olh import" writes it.';
     });
   }

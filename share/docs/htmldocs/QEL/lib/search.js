@@ -125,9 +125,12 @@ var olhSearch = (function () {
 
   function counted(number, one, many) { return number + ' ' + (number === 1 ? one : many); }
 
+  // A query as it is shown: one with a phrase has quotation marks already.
+  function quoted(query) { return /["\u201c\u201d\u201e]/.test(query) ? olh.shown(query) : '"' + olh.shown(query) + '"'; }
+
   function sayWithout(say, found, query) {
-    say.textContent = (found.length ? counted(found.length, 'place', 'places') + ' for "' + olh.shown(query) + '".'
-      : 'Nothing holds all the words of "' + olh.shown(query) + '". Fewer or shorter words find more.') +
+    say.textContent = (found.length ? counted(found.length, 'place', 'places') + ' for ' + quoted(query) + '.'
+      : 'No page has all the words of ' + quoted(query) + '. Fewer or shorter words find more.') +
       ' This root has no search index; "olh dmerge" makes it.';
   }
 
@@ -135,15 +138,16 @@ var olhSearch = (function () {
   function outcome(index, answer, query, names) {
     var words = answer.words.filter(function (word) { return word.taken !== word.asked; }), rest = answer.total - answer.complete;
     var said = words.map(function (word) {
-      return word.taken ? 'Results for "' + olh.shown(word.taken) + '": "' + olh.shown(word.asked) + '" is nowhere.' : '"' + olh.shown(word.asked) + '" is nowhere.';
+      return (word.taken ? 'Results for ' + quoted(word.taken) + '. ' : '') + quoted(word.asked) + ' was not found.';
     });
-    if (answer.complete) said.push(counted(answer.complete, 'page', 'pages') + ' for "' + olh.shown(query) + '"' + (rest ? ', and ' + rest + ' with most of the words.' : '.'));
-    else if (rest) said.push('Nothing holds all the words of "' + olh.shown(query) + '". ' + counted(rest, 'page holds', 'pages hold') + ' some of them.');
-    else said.push('Nothing holds all the words of "' + olh.shown(query) + '". Fewer or shorter words find more.');
+    if (answer.complete) said.push(counted(answer.complete, 'page', 'pages') + ' for ' + quoted(query) + (rest ? ', and ' + rest + ' with most of the words.' : '.'));
+    else if (answer.hasPhrases) said.push('No page has these words in this order: ' + quoted(query) + '.');
+    else if (rest) said.push('No page has all the words of ' + quoted(query) + '. ' + counted(rest, 'page has', 'pages have') + ' some of them.');
+    else said.push('No page has all the words of ' + quoted(query) + '. Fewer or shorter words find more.');
     if (answer.cut) said.push('The phrase was looked for in the best pages only.');
     var without = index.manuals.filter(function (manual) { return manual.unsearched && (!names || names.indexOf(manual.name) >= 0); });
     without.slice(0, 5).forEach(function (manual) { said.push(manual.title + ' ' + manual.unsearched + '.'); });
-    if (without.length > 5) said.push('So it is with ' + (without.length - 5) + ' more.');
+    if (without.length > 5) said.push(counted(without.length - 5, 'more manual', 'more manuals') + ' cannot be searched.');
     return said.join(' ');
   }
 
@@ -181,7 +185,10 @@ var olhSearch = (function () {
       more.onclick = function () {
         if (isLoading) return;
         isLoading = true;
-        olhFind.hits(index, answer, next, SHOWN, show).finally(function () { isLoading = false; }).then(said);
+        var before = list.children.length;
+        olhFind.hits(index, answer, next, SHOWN, show).finally(function () { isLoading = false; }).then(said).then(function () {
+          if (more.hidden && list.children[before]) list.children[before].querySelector('a').focus();  // the button had the focus
+        });
       };
       return show;
     });
