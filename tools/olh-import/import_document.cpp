@@ -59,7 +59,8 @@ void tell_what_stays(DocumentOutcome& document, const ImportRequest& asked) {
   const std::string pages = asked.root + "/htmldocs/" + asked.name;
   const std::string pdf = asked.root + "/pdfdocs/" + asked.name + ".pdf";
   const std::string as_it_was = " stays as an earlier import brought it";
-  if (!document.pdf && !olh_viewers::origin_of_pdf(pdf).empty()) document.manual->notes.push_back(pdf + as_it_was);
+  if (!document.pdf && olh_viewers::is_regular_file(pdf) && !olh_viewers::origin_of_pdf(pdf).empty())
+    document.manual->notes.push_back(pdf + as_it_was);
   if (!document.manual && olh_viewers::is_imported(pages)) document.pdf->notes.push_back(pages + as_it_was);
 }
 

@@ -31,7 +31,7 @@ class Words {
 
   std::vector<WordGroup> groups_of(const std::string& word, Wanted wanted = Wanted::kWord) {
     std::vector<WordGroup> groups;
-    for (const std::size_t piece : pieces_of(word))
+    for (const std::size_t piece : wanted == Wanted::kBeginning ? pieces_of_beginning(word) : pieces_of(word))
       for (WordGroup& group : groups_with(word, packed_groups_of(piece), wanted))
         if (points_.are_given_by(group)) groups.push_back(std::move(group));
     return groups;
@@ -79,9 +79,19 @@ class Words {
     for (std::size_t at = 0; at < head_.meant_words.size(); ++at)
       if (is_among(word, head_.meant_words[at])) pieces.push_back(at);
     if (!pieces.empty()) return pieces;
+    return {head_.meant_words.size() + place_of(word)};
+  }
+  // Of words that begin so: one, or two where a piece ends before them.
+  std::vector<std::size_t> pieces_of_beginning(const std::string& word) const {
+    const std::size_t at = place_of(word);
+    std::vector<std::size_t> pieces = {head_.meant_words.size() + at};
+    const bool goes_on = at + 1 < head_.first_words.size() && head_.first_words[at + 1].starts_with(word);
+    if (goes_on) pieces.push_back(pieces.front() + 1);
+    return pieces;
+  }
+  std::size_t place_of(const std::string& word) const {
     const auto after = std::ranges::upper_bound(head_.first_words, word);
-    const auto number = after == head_.first_words.begin() ? 0 : after - head_.first_words.begin() - 1;
-    return {head_.meant_words.size() + static_cast<std::size_t>(number)};
+    return after == head_.first_words.begin() ? 0 : static_cast<std::size_t>(after - head_.first_words.begin()) - 1;
   }
 
   const IndexHead& head_;

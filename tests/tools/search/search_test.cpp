@@ -60,7 +60,8 @@ TEST(WordsInText, ACutIsBetweenTwoCharactersAndAlwaysGoesOn) {
 }
 
 TEST(JsonTexts, ThereAndBack) {
-  const std::vector<std::string> texts = {"", "plain", "\u00fcber \U0001f600", "a \"quote\" and \\ in it", "line\nand tab\t end"};
+  const std::vector<std::string> texts = {"", "plain", "\u00fcber \U0001f600", "a \"quote\" and \\ in it",
+                                          "line\nand tab\t end"};
   std::string script = "call([";
   for (const std::string& text : texts) {
     if (&text != &texts.front()) script += ',';

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "manual_origin.h"
 #include "refusal.h"
 
 namespace olh_import {
@@ -21,9 +22,15 @@ PdfInPages::PdfInPages(const std::string& root, const std::string& name)
       old_(pages_ + kInPages),
       link_("../htmldocs/" + name + kInPages) {}
 
+// A directory of PDFs that lies elsewhere is one from which the link leads nowhere.
 bool PdfInPages::is_there() const {
   std::error_code failed;
-  return fs::read_symlink(place_, failed) == link_;
+  return leads_to_pages() && fs::read_symlink(place_, failed) == link_;
+}
+
+bool PdfInPages::leads_to_pages() const {
+  std::error_code failed;
+  return fs::equivalent(root_ + "/pdfdocs/../htmldocs", root_ + "/htmldocs", failed);
 }
 
 bool PdfInPages::lay_into(const OutputFolder& pages, const OutputFolder& pdf) const {
@@ -35,12 +42,11 @@ bool PdfInPages::lay_into(const OutputFolder& pages, const OutputFolder& pdf) co
   return false;
 }
 
-// A PDF that is there gets a second name in the pages first, so that the link shows it until they change. A directory of PDFs
-// that lies elsewhere is one from which the link leads nowhere.
+// A PDF that is there gets a second name in the pages first, so that the link shows it until they change.
 bool PdfInPages::lead_to_pages(const OutputFolder& pdf) const {
   std::error_code failed;
   if (is_there()) return true;
-  if (!fs::equivalent(root_ + "/pdfdocs/../htmldocs", root_ + "/htmldocs", failed)) return false;
+  if (!leads_to_pages()) return false;
   if (fs::symlink_status(place_, failed).type() != fs::file_type::not_found) {
     fs::remove(old_, failed);
     fs::create_hard_link(place_, old_, failed);
@@ -57,7 +63,12 @@ bool PdfInPages::lead_to_pages(const OutputFolder& pdf) const {
 
 void PdfInPages::keep_in(const OutputFolder& pages) const {
   std::error_code failed;
-  if (!is_there() || !fs::exists(old_, failed)) return;
+  if (!is_there()) return;
+  if (!fs::exists(old_, failed)) {  // an import ended before its pages were in place
+    fs::remove(place_, failed);
+    fs::remove(olh_viewers::origin_file_of_pdf(place_), failed);
+    return;
+  }
   fs::create_hard_link(old_, pages.path() + kInPages, failed);
   if (failed) fs::copy(old_, pages.path() + kInPages, fs::copy_options::copy_symlinks);
 }

@@ -20,7 +20,7 @@ class PdfInPages {
   // Whether the PDF in its place is the one in the folder of the pages.
   bool is_there() const;
   // Moves the file `pdf` of an output folder into that of new pages, and makes the place show what is in the pages that are
-  // there. False where file systems or an older document do not allow it: nothing has changed then.
+  // there. False where file systems or an older document do not allow it: the PDF waits in its output folder then.
   bool lay_into(const OutputFolder& pages, const OutputFolder& pdf) const;
   // New pages get the PDF that lies in those before them.
   void keep_in(const OutputFolder& pages) const;
@@ -28,6 +28,7 @@ class PdfInPages {
   void forget() const;
 
  private:
+  bool leads_to_pages() const;
   bool lead_to_pages(const OutputFolder& pdf) const;
 
   std::string root_;

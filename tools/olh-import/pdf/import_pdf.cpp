@@ -29,14 +29,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What this program may take besides what it has while a PDF is read: what is packed in one may be without end.
+// What this program may take while a PDF is read: what is packed in one may be without end.
 class MemoryBound {
  public:
   MemoryBound() {
     getrlimit(RLIMIT_AS, &before_);
     rlimit bound = before_;
-    const rlim_t pages = std::strtoull(olh_viewers::content_of("/proc/self/statm").c_str(), nullptr, 10);
-    const rlim_t most = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + kMostPdfMemory;
+    // Addresses and what is there of them, in pages: what is there goes off what it may take.
+    const std::string statm = olh_viewers::content_of("/proc/self/statm");
+    char* rest = nullptr;
+    const rlim_t addresses = std::strtoull(statm.c_str(), &rest, 10) * page_size();
+    const rlim_t taken = std::strtoull(rest, nullptr, 10) * page_size();
+    const rlim_t most = addresses + kMostPdfMemory - std::min<rlim_t>(taken, kMostPdfMemory);
     bound.rlim_cur = std::min(before_.rlim_cur, most);
     if (kIsPossible) setrlimit(RLIMIT_AS, &bound);
   }
@@ -47,6 +51,7 @@ class MemoryBound {
   MemoryBound& operator=(const MemoryBound&) = delete;
 
  private:
+  static rlim_t page_size() { return static_cast<rlim_t>(sysconf(_SC_PAGESIZE)); }
 #if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)  // it takes an address space for itself
   static constexpr bool kIsPossible = false;
 #else
@@ -179,6 +184,7 @@ void PdfImport::take_place() {
 }
 
 void PdfImport::take_place_with(OutputFolder& pages) {
+  refuse_what_others_brought(asked_, place_, olh_viewers::origin_of_pdf(place_));
   put_mark();
   if (PdfInPages(asked_.root, asked_.name).lay_into(pages, *out_)) return pages.take_place();
   const NoSignals between_pages_and_pdf;

@@ -41,7 +41,7 @@ class DevhelpReader : public Reader {
 
   void read(const Source& source, const SourceTree&, Manual& manual) override {
     const std::string file = source.find(kBookEnding);
-    const Markup markup = Markup::xml(source.read_file(file).value_or(""));
+    const Markup markup = manual.read_xml(file, source.read_file(file));
     const Element book = markup.root();
     if (!book.is("book")) {
       manual.notes.push_back(file + " is no book of DevHelp, and is not read");

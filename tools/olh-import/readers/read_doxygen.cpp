@@ -79,7 +79,8 @@ class DoxygenReader : public Reader {
   }
 
   void read(const Source& source, const SourceTree&, Manual& manual) override {
-    const Markup tags = tags_in(source);
+    const std::string file = source.find(kTagEnding);
+    const Markup tags = manual.read_xml(file, source.read_file(file));
     is_tagged_ = is_tag_file(tags);
     for (Element at = tags.root().first_child(); is_tagged_ && at; at = at.next_sibling())
       if (at.is("compound")) take_compound(at, manual);

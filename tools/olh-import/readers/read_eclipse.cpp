@@ -13,6 +13,7 @@ namespace {
 
 constexpr const char* kPlugin = "plugin.xml";
 constexpr const char* kPluginToc = "toc.xml";
+constexpr const char* kPluginContexts = "contexts.xml";
 constexpr std::string_view kBundleName = "Bundle-SymbolicName:";
 
 Markup xml_in(const SourceTree& tree, const std::string& name) { return Markup::xml(tree.read(name).value_or("")); }
@@ -41,7 +42,7 @@ class PluginTables {
   PluginTables(const SourceTree& pages, Manual& manual) : pages_(pages), manual_(manual) {}
 
   void take_plugin(const std::string& plugin) {
-    const Markup markup = xml_in(pages_, plugin);
+    const Markup markup = manual_.read_xml(plugin, pages_.read(plugin));
     std::string id = markup.root().attribute("id");
     if (id.empty()) id = bundle_name(pages_.read(file_of(plugin, "META-INF/MANIFEST.MF")).value_or(""));
     for (Element at = markup.root(); at; at = at.next_within(markup.root())) {
@@ -56,7 +57,7 @@ class PluginTables {
   }
 
   void take_toc(const std::string& plugin, const std::string& file, bool is_primary) {
-    const Markup markup = xml_in(pages_, file);
+    const Markup markup = manual_.read_xml(file, pages_.read(file));
     const LinkTarget anchor = target_of_entry(plugin, markup.root().attribute("link_to"));
     if (!anchor.place.empty()) at_anchors_[(anchor.page + "#").append(anchor.place)].push_back(file);
     if (is_primary) primary_.push_back({plugin, file});
@@ -65,7 +66,7 @@ class PluginTables {
 
   // A context leads to the first of its topics that lies in the source.
   void take_contexts(const std::string& plugin, const std::string& file, const std::string& owner) {
-    const Markup markup = xml_in(pages_, file);
+    const Markup markup = manual_.read_xml(file, pages_.read(file));
     const std::string before = owner.empty() || owner.size() > kLongestName ? "" : owner + ".";
     for (Element at = markup.root(); at; at = at.next_within(markup.root())) {
       const std::string id = at.is("context") ? at.attribute("id") : "";
@@ -81,7 +82,7 @@ class PluginTables {
   void finish() {
     const std::vector<Toc>& tocs = primary_.empty() ? all_ : primary_;
     for (const Toc& toc : tocs) {
-      const Markup markup = xml_in(pages_, toc.file);
+      const Markup markup = manual_.read_xml(toc.file, pages_.read(toc.file));
       const LinkTarget target = target_of_entry(toc.plugin, markup.root().attribute("topic"));
       const std::string label = markup.root().attribute("label");
       if (manual_.title.empty()) manual_.title = label;
@@ -116,7 +117,7 @@ class PluginTables {
 
   // An entry in an entry is called after both.
   void take_keywords(const std::string& plugin, const std::string& file) {
-    const Markup markup = xml_in(pages_, file);
+    const Markup markup = manual_.read_xml(file, pages_.read(file));
     NestedKeywords keywords;
     visit_nested(markup.root(), "entry", [&](Element at, int depth) {
       if (!at.is("entry")) return;
@@ -131,7 +132,7 @@ class PluginTables {
   // A table may take others in, by its links and at its anchors. Each comes once.
   void add_chapters(const std::string& plugin, const std::string& file, int above) {
     if (links_ > kDeepestChapter || !done_.insert(file).second) return;
-    const Markup markup = xml_in(pages_, file);
+    const Markup markup = manual_.read_xml(file, pages_.read(file));
     ++links_;
     visit_nested(markup.root(), "topic", [&](Element at, int depth) {
       depth += above;
@@ -164,7 +165,8 @@ class EclipseReader : public Reader {
   bool recognises(const Source& source) const override {
     if (!plugins_in(source.tree).empty()) return true;
     const Markup toc = xml_in(source.tree, kPluginToc);
-    return toc.root().is("toc") && toc.first("topic");
+    const bool has_toc = toc.root().is("toc") && toc.first("topic");
+    return has_toc || xml_in(source.tree, kPluginContexts).root().is("contexts");
   }
 
   void read(const Source&, const SourceTree& pages, Manual& manual) override {
@@ -172,8 +174,8 @@ class EclipseReader : public Reader {
     const std::vector<std::string> plugins = plugins_in(pages);
     for (const std::string& plugin : plugins) tables.take_plugin(plugin);
     if (plugins.empty()) {
-      tables.take_toc(kPlugin, kPluginToc, true);
-      tables.take_contexts(kPlugin, "contexts.xml", "");
+      if (pages.has(kPluginToc)) tables.take_toc(kPlugin, kPluginToc, true);
+      if (pages.has(kPluginContexts)) tables.take_contexts(kPlugin, kPluginContexts, "");
     }
     tables.finish();
   }

@@ -30,7 +30,7 @@ class HelpSets {
     choose_sets();
     std::vector<std::string> views;
     for (std::size_t at = 0; at < sets_.size(); ++at) take_set(sets_[at], views, manual);
-    for (const std::string& view : views) take_view(xml_of(view), manual);
+    for (const std::string& view : views) take_view(manual.read_xml(view, source_.read_file(view)), manual);
     std::erase_if(found_, [this](const std::string& file) { return named_.contains(file); });
     tell(manual.notes, "help sets that " + sets_.front() + " does not take in, left out", found_);
   }
@@ -61,7 +61,7 @@ class HelpSets {
   }
 
   void take_set(const std::string& file, std::vector<std::string>& views, Manual& manual) {
-    const Markup set = xml_of(file);
+    const Markup set = manual.read_xml(file, source_.read_file(file));
     std::string home;
     for (Element at = set.root(); at; at = at.next_within(set.root())) {
       const std::string named = target_from(file, at.is("data") ? at.text() : at.attribute("location")).page;
@@ -77,7 +77,7 @@ class HelpSets {
 
   // Ids also name the pictures of the contents, which are no topics.
   void take_map(const std::string& file, Manual& manual) {
-    const Markup map = xml_of(file);
+    const Markup map = manual.read_xml(file, source_.read_file(file));
     for (Element at = map.root(); at; at = at.next_within(map.root())) {
       const std::string id = at.is("mapID") ? at.attribute("target") : "";
       if (id.empty()) continue;

@@ -108,10 +108,10 @@ class PackedHelp {
       for (auto file = first; file != last; ++file) {
         if (!written.insert(file->second).second) continue;
         // The length before the stream says what a stranger wants: the stream is counted.
-        const std::optional<std::string> bytes =
+        const std::optional<Inflated> bytes =
             inflated(row[1].substr(std::min<std::size_t>(4, row[1].size())), std::min(room, kLargestPage));
-        if (bytes && out.write("pages/" + file->second, *bytes))
-          room -= bytes->size();
+        if (bytes && out.write("pages/" + file->second, bytes->text))
+          room -= bytes->text.size();
         else
           left_out.push_back(file->second);
       }
@@ -184,7 +184,9 @@ class QtHelpReader : public Reader {
     }
     manual.is_collection = helps_.size() > 1;
     if (manual.is_collection) manual.title = common_beginning(titles);
-    if (helps_.empty()) read_project(Markup::xml(source.read_file(source.find(kProject)).value_or("")), manual);
+    if (!helps_.empty()) return;
+    const std::string project = source.find(kProject);
+    read_project(manual.read_xml(project, source.read_file(project)), manual);
   }
 
  private:

@@ -101,9 +101,10 @@ class SphinxReader : public Reader {
     const std::string version = said_in(next_line(rest), "# Version: ");
     manual.title = version.empty() ? project : project + " " + version;
     next_line(rest);
-    const std::optional<std::string> entries = inflated(rest, kLargestTable);
+    const std::optional<Inflated> entries = inflated(rest, kLargestTable);
     if (!entries) throw Refusal(kNoSource, "objects.inv unpacks to more than an inventory holds.");
-    for (std::string_view lines = *entries; !lines.empty();)
+    if (!entries->is_whole) manual.notes.emplace_back("objects.inv is damaged, and only read in part");
+    for (std::string_view lines = entries->text; !lines.empty();)
       if (const auto entry = entry_in(next_line(lines))) take(*entry, manual);
     if (pages.has("contents.html")) root_ = "contents.html";
   }

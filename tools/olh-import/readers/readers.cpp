@@ -75,6 +75,13 @@ void Manual::add_chapter(Chapter chapter) {
   contents.push_back(std::move(chapter));
 }
 
+Markup Manual::read_xml(const std::string& file, const std::optional<std::string>& bytes) {
+  Markup markup = Markup::xml(bytes.value_or(""));
+  const std::string note = file + " is damaged, and only read in part";
+  if (bytes && markup.is_cut() && std::ranges::find(notes, note) == notes.end()) notes.push_back(note);
+  return markup;
+}
+
 void Manual::take_room(std::size_t bytes) {
   if (bytes > room_)
     throw Refusal(kNoSource, "the source has too many topics for one manual: " + std::to_string(topics.size()) +

@@ -25,7 +25,7 @@ inline constexpr std::size_t kLargestPdf = 256 * 1024 * 1024;        // also whe
 inline constexpr std::size_t kMostPdfObjects = 500'000;
 inline constexpr std::size_t kMostPdfPlaces = 200'000;  // names; lines of the outline; pages
 inline constexpr int kDeepestPdfTree = 64;
-inline constexpr std::size_t kMostPdfMemory = 256 * 1024 * 1024;  // what a PDF adds to that of the program
+inline constexpr std::size_t kMostPdfMemory = 256 * 1024 * 1024;  // of the program, with a PDF
 inline constexpr int kDeepestChapter = 12;                        // of the contents
 
 }  // namespace olh_import

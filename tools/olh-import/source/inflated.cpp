@@ -7,7 +7,7 @@
 
 namespace olh_import {
 
-std::optional<std::string> inflated(std::string_view packed, std::size_t most) {
+std::optional<Inflated> inflated(std::string_view packed, std::size_t most) {
   z_stream stream = {};
   if (inflateInit(&stream) != Z_OK) return std::nullopt;
   stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
@@ -22,7 +22,7 @@ std::optional<std::string> inflated(std::string_view packed, std::size_t most) {
     text.append(block, sizeof block - stream.avail_out);
   }
   inflateEnd(&stream);
-  return text.size() > most ? std::nullopt : std::optional(std::move(text));
+  return text.size() > most ? std::nullopt : std::optional(Inflated{std::move(text), state == Z_STREAM_END});
 }
 
 }  // namespace olh_import

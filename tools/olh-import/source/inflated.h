@@ -11,8 +11,12 @@
 
 namespace olh_import {
 
+struct Inflated {
+  std::string text;
+  bool is_whole = false;
+};
 // What a zlib stream holds, as far as it makes sense; nothing when it is more than `most`.
-std::optional<std::string> inflated(std::string_view packed, std::size_t most);
+std::optional<Inflated> inflated(std::string_view packed, std::size_t most);
 
 }  // namespace olh_import
 

@@ -350,8 +350,10 @@ Markup Markup::xml(std::string_view bytes) {
   context->sax->characters = characters;
   context->sax->comment = nullptr;
   context->sax->processingInstruction = nullptr;
-  return Markup(
+  Markup markup(
       xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr, kXmlOptions));
+  markup.is_cut_ = context->wellFormed == 0;
+  return markup;
 }
 
 Element Markup::root() const { return document_ ? Element(xmlDocGetRootElement(document_.get())) : Element(); }

@@ -63,7 +63,7 @@ class Markup {
   Element root() const;
   // The first element of that name, in the order of the document.
   Element first(std::string_view name) const;
-  // Whether the parser gave up before the end.
+  // Whether the parser gave up before the end, or an XML file is none from some place on.
   bool is_cut() const { return is_cut_; }
 
  private:

@@ -128,16 +128,17 @@ bool is_on_disk_of_its_own(const fs::path& directory) {
          own.st_dev != above.st_dev;
 }
 
-// An empty directory stays so, since a root may be made of it, unless nothing above can be moved there.
+// An empty directory of which a root is made stays so, since the root takes its place in one step; unless nothing above may be
+// written, or can be moved there.
 fs::path directory_for(const fs::path& place) {
   std::error_code failed;
+  const fs::path root = place.parent_path().parent_path();
   fs::path directory = place.parent_path();
-  if (fs::is_directory(directory, failed)) return directory;
-  while (directory != directory.root_path() &&
-         (!fs::is_directory(directory, failed) ||
-          (fs::is_empty(directory, failed) && !is_on_disk_of_its_own(directory))))
+  while (directory != directory.root_path() && !fs::is_directory(directory, failed))
     directory = directory.parent_path();
-  return directory;
+  const bool can_give_way = directory == root && fs::is_empty(directory, failed) &&
+                            !is_on_disk_of_its_own(directory) && access(directory.parent_path().c_str(), W_OK) == 0;
+  return can_give_way ? directory.parent_path() : directory;
 }
 
 }  // namespace

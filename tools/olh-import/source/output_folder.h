@@ -48,8 +48,8 @@ class NamelessFile {
 
 class OutputFolder {
  public:
-  // Beside `place`, in whose directory it makes itself one; where there is none yet, in the nearest one above that holds
-  // something. A Refusal says what failed, here and below.
+  // Beside `place`, in whose directory it makes itself one; where there is none yet, in the nearest one above. A Refusal says
+  // what failed, here and below.
   explicit OutputFolder(const std::string& place);
   OutputFolder(const OutputFolder&) = delete;
   OutputFolder& operator=(const OutputFolder&) = delete;

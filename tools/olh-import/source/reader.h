@@ -84,6 +84,8 @@ class Manual {
  public:
   void add_topic(Topic topic);
   void add_chapter(Chapter chapter);
+  // An XML file that says something of the manual; a note, once, tells of one that is damaged.
+  Markup read_xml(const std::string& file, const std::optional<std::string>& bytes);
 
   std::string title;           // "" takes that of the start page, in a collection the name that a person gave
   bool is_collection = false;  // of several works: the title of none of them fits all

@@ -1,4 +1,6 @@
-// Checks of PDF documents: the destinations that topics ask for, the titles that lists show, the endings of their names.
+// Checks of PDF documents: the destinations that topics ask for, links that lead nowhere, the titles that lists show, the endings
+// of their names.
+#include <filesystem>
 #include <set>
 
 #include "checks.h"
@@ -50,6 +52,13 @@ void check_destinations(const CheckedRoot& root, Findings& findings) {
       check_destinations_of(root, manual, pdf, findings);
     }
   }
+}
+
+void check_pdf_links(const CheckedRoot& root, Findings& findings) {
+  for (const std::string& name : root.names_in("pdfdocs"))
+    if (std::error_code failed;
+        !std::filesystem::exists(place_in_root(root.path, "pdfdocs/" + name), failed) && !failed)
+      findings.error({"pdfdocs/" + name}, "is a link to a file that is not there");
 }
 
 void check_pdf_titles(const CheckedRoot& root, Findings& findings) {

@@ -20,6 +20,7 @@ void check_topic_pages(const CheckedRoot& root, Findings& findings);
 
 // check_pdfs.cpp
 void check_destinations(const CheckedRoot& root, Findings& findings);
+void check_pdf_links(const CheckedRoot& root, Findings& findings);
 void check_pdf_titles(const CheckedRoot& root, Findings& findings);
 void check_pdf_endings(const CheckedRoot& root, Findings& findings);
 

@@ -1,5 +1,7 @@
 #include "new_root.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -126,12 +128,12 @@ std::string reason_of(const fs::filesystem_error& error) {
   return error.path1().string() + ": " + error.code().message();
 }
 
-// A directory that cannot give way, since a disk is mounted there, is filled instead.
+// A directory that cannot give way, since a disk is mounted there or what is made lies in it, is filled instead.
 void move_to(const fs::path& root, const fs::path& made) {
   std::error_code failed;
   fs::rename(made, root, failed);
   const bool is_stuck = failed == std::errc::device_or_resource_busy || failed == std::errc::directory_not_empty ||
-                        failed == std::errc::cross_device_link;
+                        failed == std::errc::cross_device_link || failed == std::errc::invalid_argument;
   if (is_stuck) return fs::copy(made, root, fs::copy_options::recursive);
   if (failed) throw fs::filesystem_error("", root, failed);
 }
@@ -141,7 +143,8 @@ void make_in_one_step(const fs::path& root, const ShippedPages& pages,
                       const std::function<void(const fs::path&)>& fill) {
   try {
     fs::create_directories(root.parent_path());
-    const Workshop workshop(root.parent_path());
+    const bool is_closed = access(root.parent_path().c_str(), W_OK) != 0 && fs::is_directory(root);
+    const Workshop workshop(is_closed ? root : root.parent_path());
     const fs::path made = workshop.path() / "root";
     if (fs::exists(pages.docs / kNotFoundPdf)) copy_page(pages.docs / kNotFoundPdf, made / kNotFoundPdf);
     copy_wanted(pages.docs, made, kWanted);

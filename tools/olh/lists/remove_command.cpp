@@ -129,7 +129,8 @@ int remove_manual(const RemoveArguments& asked, const std::string& root) {
   if (forms.empty())
     return failure(OLH_RESULT_IO, first + " was not made by olh import or olh new. Add --force to remove it.");
   try {
-    for (const Form& form : forms) remove_form(form);
+    // The PDF first: it may be a link to what lies with the pages.
+    for (auto form = forms.rbegin(); form != forms.rend(); ++form) remove_form(*form);
     if (forms_of(root, asked.name).empty()) remove_from_portal(root, asked.name);
   } catch (const std::runtime_error& error) {
     return failure(OLH_RESULT_IO, std::string("the manual cannot be removed: ") + error.what() + ".");

@@ -10,7 +10,7 @@ import zlib
 from pathlib import Path
 
 from databases import database
-from scene import BUILD, OLH, needs_docs, wait_until, write
+from scene import BUILD, ENVIRONMENT, OLH, needs_docs, wait_until, write
 from verbs import Verbs
 
 IMPORT = BUILD / "bin/olh-import"
@@ -172,11 +172,16 @@ class Import(Verbs):
 
     def test_spoilt_inventories_are_passed_over_and_swollen_ones_refused(self):
         version, header = b"# Sphinx inventory version 2\n", b"# Project: P\n# Version: 1\n#\n"
-        for inventory, code in ((b"", 0), (version + b"#\n", 0), (version + header + b"no zlib", 0),
-                                (version + header + zlib.compress(b"a py:data 1 index.htm -\n")[:-9], 0),
-                                (version + header + zlib.compress(bytes(300 << 20)), 4)):
+        for inventory, code, said in ((b"", 0, "not known"), (version + b"#\n", 0, "damaged"), (version + header + b"no zlib", 0, "damaged"),
+                                      (version + header + zlib.compress(b"a py:data 1 index.htm -\n")[:-9], 0, "damaged"),
+                                      (version + header + zlib.compress(bytes(300 << 20)), 4, "unpacks to more")):
             (self.source / "objects.inv").write_bytes(inventory)
-            self.run_import(code=code)
+            self.assertIn(said, self.run_import(code=code))
+        (self.source / "objects.inv").unlink()
+        for name, text in (("a.devhelp2", "<book><chapters>"), ("toc.xml", "<toc><topic label='a'>"), ("a.tag", "<tagfile><compound><name>K")):
+            made = write(self.source / name, text)
+            self.assertIn(f"{name} is damaged, and only read in part", self.run_import())
+            made.unlink()
 
     def test_databases_that_are_none_never_end_or_lack_a_table_are_refused(self):
         endless = "AS WITH RECURSIVE n(Id) AS (SELECT 1 UNION ALL SELECT Id FROM n) SELECT * FROM n;"
@@ -194,6 +199,21 @@ class Import(Verbs):
         self.assertEqual(os.readlink(self.manual / "pages"), str(self.source))
         self.olh("remove", self.root, "product", code=0)
         self.assertTrue((self.source / "index.htm").exists())
+
+    def test_an_ordinary_user_makes_a_root_in_an_empty_directory(self):
+        (mine := self.dir / "mine").mkdir()
+        as_user = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"] if os.geteuid() == 0 else []
+        if as_user:
+            os.chown(mine, 65534, 65534)
+        self.dir.chmod(0o555)
+        self.addCleanup(self.dir.chmod, 0o755)
+        if subprocess.run([*as_user, "test", "-x", OLH]).returncode != 0:
+            self.skipTest("other users do not get at this build")
+        for root in (mine / "root", mine):
+            done = subprocess.run([*as_user, OLH, "import", root, "product", self.source], env=ENVIRONMENT, capture_output=True, text=True)
+            self.assertEqual((done.returncode, done.stderr), (0, ""), root)
+            self.assertTrue((root / "htmldocs/product/index.htm").exists())
+            subprocess.run(["find", mine, "-mindepth", "1", "-delete"], check=True)
 
     @unittest.skipUnless(CAN_MOUNT, "no disk can be mounted")
     def test_a_disk_that_is_mounted_becomes_a_root_and_holds_one(self):

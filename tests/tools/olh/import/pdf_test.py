@@ -206,6 +206,22 @@ class ImportPdf(Verbs):
         self.run_import(pages, self.source)
         self.assertEqual(self.made.read_bytes(), whole)
 
+    def test_a_pdf_that_was_moved_from_its_pages_comes_again(self):
+        pages = write(self.dir / "pages/index.html", "<h1>Pages</h1>").parent
+        self.run_import(pages, self.source)
+        (self.dir / "far/away").mkdir(parents=True)
+        (self.root / "pdfdocs").rename(self.dir / "far/away/pdfdocs")
+        (self.root / "pdfdocs").symlink_to(self.dir / "far/away/pdfdocs")
+        self.assertIn("pdfdocs/product.pdf is a link to a file that is not there", self.olh("check", self.root, code=2).stdout)
+        self.run_import(pages, self.source)
+        self.assertIn(b"M8.newlink", self.made.read_bytes())
+        (self.root / "pdfdocs").unlink()
+        (self.dir / "far/away/pdfdocs").rename(self.root / "pdfdocs")
+        self.run_import(pages, self.source)
+        (self.root / "htmldocs/product/QELdata/QELDocument.pdf").unlink()
+        self.assertNotIn("stays", self.run_import(pages).stderr)
+        self.assertEqual(list((self.root / "pdfdocs").glob("product*")), [])
+
     def test_a_link_is_as_it_is_and_what_others_brought_stays(self):
         said = self.run_import("--link", self.source, "--title", "Mine").stderr
         for what in ("the names of 5 places", 'the title "Mine"'):

@@ -478,16 +478,22 @@ var olhFind = (function () {
     return meant.length ? meant : [index.meantWords.length + placeOf(index.firstWords, word)];
   }
 
+  // The same of words that begin so: one, or two where a piece ends before them.
+  function piecesOfBeginning(index, word) {
+    var at = placeOf(index.firstWords, word), first = index.meantWords.length + at;
+    return at + 1 < index.firstWords.length && index.firstWords[at + 1].startsWith(word) ? [first, first + 1] : [first];
+  }
+
   // Looks for a query in manuals, given by name (null: in all). The answer: words, each { asked, taken, mark }, where taken is
-  // another word when the one that was asked for is nowhere, or ""; total pages, of which complete have all words; best, which
+  // another word when the one that was asked for is not there, or ""; total pages, of which complete have all words; best, which
   // gives the first ones of them; hasPhrases, and cut where not all pages could be looked through for these.
   async function find(index, text, manuals) {
     var query = queryIn(text, index.common), points = new Points(index, manuals, query.words.length), answer = { words: [], cut: false, hasPhrases: query.phrases.length > 0 };
     async function groupsOf(word, isBeginning) {
-      var pieces = await Promise.all(piecesOf(index, word).map(function (number) { return index.piece('words_' + number); }));
+      var pieces = await Promise.all((isBeginning ? piecesOfBeginning : piecesOf)(index, word).map(function (number) { return index.piece('words_' + number); }));
       return pieces.flatMap(function (piece) { return groupsWith(word, piece || '', isBeginning); }).filter(function (group) { return points.givenBy(group); });
     }
-    // A symbol that is nowhere is the beginning of others, as a person types it.
+    // A symbol that is not there is the beginning of others, as a person types it.
     async function lookForWhole(whole) {
       var groups = await groupsOf(whole);
       if (groups.length || bytes(whole) < SHORTEST_BEGINNING) return { groups: groups };
