@@ -149,12 +149,32 @@ class Addresses(Pages):
 
     def test_a_topic_of_an_imported_manual_as_a_popup(self):
         """On a web server with the headers of the manual, without what its generator put around the text; else the whole page."""
-        source = write(self.dir / "source/page.html", "<nav>Bar</nav><h1 id='start'>Start</h1>").parent
+        source = write(self.dir / "source/page.html", "<nav>Bar</nav><h1 id='start'>Start</h1><a href='other.html'>On</a>").parent
+        write(source / "other.html", "<nav>Bar</nav><h1>Other</h1>")
         run(OLH, "import", self.dir / "bare", "imported", source)
         nav = "(document.querySelector('iframe')?.contentDocument ?? document).querySelector('nav')"
         for base, seen in ((f"{self.web}/bare", 0), ((self.dir / "bare").as_uri(), 1)):
             self.browser.go(f"{base}/htmldocs/imported/index.htm#context=&topic=start&single=popup")
             self.browser.wait(f"{nav}?.textContent == 'Bar' && {nav}.getClientRects().length == {seen}")
+            if base.startswith("http"):
+                self.stays_alone(f"{base}/htmldocs/imported/index.htm")
+
+    def stays_alone(self, start):
+        def shown(heading):
+            alone = "document.querySelector('iframe')?.contentDocument"
+            self.browser.wait(f"{alone}?.querySelector('h1')?.textContent == '{heading}' && !{alone}.querySelector('nav').getClientRects().length && location.search == '?single=popup'")
+        self.browser.value("document.querySelector('iframe').contentDocument.querySelector('a').click()")
+        shown("Other")
+        self.browser.value("location.reload()")
+        shown("Other")
+        self.browser.go(f"{start}?single=popup#topic=nonsense")
+        self.browser.wait("document.getElementById('missing')?.textContent.includes('no topic')")
+        self.browser.value("[...document.querySelectorAll('nav.contents a')].find(one => one.textContent == 'Start').click()")
+        shown("Start")
+        self.browser.go("about:blank")
+        self.browser.go(f"{start}?single=popup#page=..%2F..%2Findex.html")
+        self.browser.wait("document.querySelector('nav.contents a')")
+        self.assertFalse(self.browser.value("!!document.querySelector('iframe')"))
 
     def test_a_topic_that_is_a_place_of_a_page(self):
         for base in self.linked_copies():

@@ -161,7 +161,7 @@ var olhSearch = (function () {
   // A row of the list, with its manual where there are several. What of the words is not in the page is said.
   function hitRow(hit, answer, marks, isOnly) {
     var missing = answer.words.filter(function (word, i) { return !(hit.words >> i & 1); }).map(function (word) { return word.asked; });
-    var heading = hit.anchor && hit.heading !== hit.title ? [olh.element('span', { 'class': 'place' }, olhFind.nodes(olhFind.excerpt(hit.heading, marks))), ': '] : [];
+    var heading = hit.anchor && hit.heading !== hit.title ? [olh.element('span', { 'class': 'place' }, olhFind.nodes(olhFind.excerpt(hit.heading, marks))), /[.:?!]$/.test(hit.heading) ? ' ' : ': '] : [];
     return olh.element('li', {}, [olh.element('a', { href: addressOf(hit, marks) }, hit.title), isOnly ? '' : olh.element('span', { 'class': 'from' }, hit.manual.title),
       olh.element('p', {}, heading.concat(olhFind.nodes(olhFind.excerpt(hit.text, marks)))),
       missing.length ? olh.element('p', { 'class': 'without' }, 'Without: ' + missing.join(', ')) : '']);
