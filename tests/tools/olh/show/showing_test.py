@@ -116,7 +116,8 @@ class Showing(Verbs):
         self.assertIsNone(self.json("search", "--print", "intro")["results"][0]["heading"])
         self.olh("search", "--open", "1", "stripes", code=0)
         self.assertTrue(self.opened()[0].endswith("/guide/intro.htm#stripes"), self.opened())
-        self.olh("search", "unicorns", code=4, **no_display)
+        for words in ("unicorns", '"section first"'):
+            self.olh("search", words, code=4, **no_display)
         for words in ("--text unicorns", "--open 2 stripes", "--text zebras group_td"):
             self.olh("search", *words.split(), code=4)
         self.olh("search", "--open", "0", "stripes", code=64)
