@@ -68,7 +68,7 @@
   // What is chosen from the contents is alone, too.
   addEventListener('click', function (event) {
     var link = event.target.closest('nav.contents a');
-    if (!link || !canBeAlone) return;
+    if (!link || !canBeAlone || event.ctrlKey || event.metaKey || event.shiftKey) return;
     event.preventDefault();
     showAlone(link.getAttribute('href'));
   });
