@@ -1,6 +1,8 @@
 // The parts of the search that turn one text into another.
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "index_pieces.h"
 #include "json_texts.h"
 #include "near_words.h"
@@ -68,6 +70,15 @@ TEST(JsonTexts, ThereAndBack) {
     append_json(script, text);
   }
   EXPECT_EQ(texts_in_call(script + "])", "call("), texts);
+  for (std::size_t at = 0; at < 17; ++at)
+    for (const char* const character : {"\"", "\\", "\x1f", " ", "\x7f", "\u00e9"}) {
+      std::string text(17, 'a');
+      text.replace(at, 1, character);
+      std::string row;
+      append_json(row, text);
+      EXPECT_EQ(nlohmann::json::parse(row).get<std::string>(), text);
+      EXPECT_EQ(texts_in_call("call([" + row + "])", "call("), std::vector<std::string>{text});
+    }
   std::string spoilt;
   append_json(spoilt, "a\xff\"");
   EXPECT_EQ(spoilt, "\"a\ufffd\\\"\"");
