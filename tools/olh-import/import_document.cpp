@@ -21,7 +21,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 Names topics_in_root(const ImportRequest& asked) {
-  const std::string table = asked.root + "/htmldocs/" + asked.name + "/" + olh_viewers::kTopicTable;
+  const std::string table = asked.place_of_pages() + "/" + olh_viewers::kTopicTable;
   Names names;
   for (const auto& topic : olh_viewers::topics_in_table(olh_viewers::text_of_file(table, kLargestTable).value_or("")))
     names.push_back(topic.name);
@@ -29,7 +29,7 @@ Names topics_in_root(const ImportRequest& asked) {
 }
 
 Names tags_in_root(const ImportRequest& asked) {
-  const std::set<std::string> tags = tags_of_pdf(asked.root, asked.name);
+  const std::set<std::string> tags = tags_of_pdf(asked);
   return {tags.begin(), tags.end()};
 }
 
@@ -56,8 +56,8 @@ void compare(DocumentOutcome& document, const ImportRequest& asked) {
 
 // The form that this import does not bring stays beside the one that it brings: they may be of two versions.
 void tell_what_stays(DocumentOutcome& document, const ImportRequest& asked) {
-  const std::string pages = asked.root + "/htmldocs/" + asked.name;
-  const std::string pdf = asked.root + "/pdfdocs/" + asked.name + ".pdf";
+  const std::string pages = asked.place_of_pages();
+  const std::string pdf = asked.place_of_pdf();
   const std::string as_it_was = " stays as an earlier import brought it";
   if (!document.pdf && olh_viewers::is_regular_file(pdf) && !olh_viewers::origin_of_pdf(pdf).empty())
     document.manual->notes.push_back(pdf + as_it_was);
@@ -84,7 +84,7 @@ DocumentOutcome import_document(const ImportRequest& asked,
   if (!pages.sources.empty())
     document.manual = import_manual(pages, progress, [&](OutputFolder& ready) {
       if (pdf) return pdf->take_place_with(ready);
-      PdfInPages(asked.root, asked.name).keep_in(ready);
+      PdfInPages(asked).keep_in(ready);
       ready.take_place();
     });
   if (pdf) {

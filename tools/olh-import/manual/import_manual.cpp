@@ -83,7 +83,7 @@ class Import {
   }
 
  private:
-  std::string place() const { return asked_.root + "/htmldocs/" + asked_.name; }
+  std::string place() const { return asked_.place_of_pages(); }
 
   void make_output() {
     refuse_what_others_brought(asked_, place(), olh_viewers::origin_of(place()));

@@ -28,6 +28,10 @@ struct ImportRequest {
   std::string verb = olh_viewers::kByImport;  // for the mark of origin
   bool link = false;
   bool dry_run = false;
+
+  // Where the two forms of the document lie.
+  std::string place_of_pages() const { return root + "/htmldocs/" + name; }
+  std::string place_of_pdf() const { return root + "/pdfdocs/" + name + ".pdf"; }
 };
 
 struct ImportOutcome {

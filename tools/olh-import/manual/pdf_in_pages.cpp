@@ -15,12 +15,11 @@ constexpr const char* kInPages = "/QELdata/QELDocument.pdf";
 
 }  // namespace
 
-PdfInPages::PdfInPages(const std::string& root, const std::string& name)
-    : root_(root),
-      place_(root + "/pdfdocs/" + name + ".pdf"),
-      pages_(root + "/htmldocs/" + name),
-      old_(pages_ + kInPages),
-      link_("../htmldocs/" + name + kInPages) {}
+PdfInPages::PdfInPages(const ImportRequest& asked)
+    : root_(asked.root),
+      place_(asked.place_of_pdf()),
+      old_(asked.place_of_pages() + kInPages),
+      link_("../htmldocs/" + asked.name + kInPages) {}
 
 // A directory of PDFs that lies elsewhere is one from which the link leads nowhere.
 bool PdfInPages::is_there() const {

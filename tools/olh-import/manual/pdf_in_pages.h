@@ -9,13 +9,14 @@
 
 #include <string>
 
+#include "import_manual.h"
 #include "output_folder.h"
 
 namespace olh_import {
 
 class PdfInPages {
  public:
-  PdfInPages(const std::string& root, const std::string& name);
+  explicit PdfInPages(const ImportRequest& asked);
 
   // Whether the PDF in its place is the one in the folder of the pages.
   bool is_there() const;
@@ -33,8 +34,7 @@ class PdfInPages {
 
   std::string root_;
   std::string place_;  // of PDFs
-  std::string pages_;  // that are there
-  std::string old_;    // the PDF in them
+  std::string old_;    // in the pages that are there
   std::string link_;   // what the link says
 };
 

@@ -70,10 +70,6 @@ void within_memory(const std::string& file, Action action) {
   }
 }
 
-std::string place_of_pdf(const std::string& root, const std::string& name) {
-  return root + "/pdfdocs/" + name + ".pdf";
-}
-
 std::string title_of(const ImportRequest& asked, const std::string& own) {
   const std::string title = carried_title(asked.title.empty() ? own : asked.title);
   return title.empty() ? asked.name : title;
@@ -138,12 +134,12 @@ class CompletedPdf {
 }  // namespace
 
 PdfImport::PdfImport(const ImportRequest& asked, const std::string& file)
-    : asked_(asked), place_(place_of_pdf(asked.root, asked.name)) {
+    : asked_(asked), place_(asked.place_of_pdf()) {
   within_memory(file, [&] { put_together(file); });
 }
 
 PdfImport::PdfImport(const ImportRequest& asked, const std::string& file, Unread)
-    : asked_(asked), place_(place_of_pdf(asked.root, asked.name)) {
+    : asked_(asked), place_(asked.place_of_pdf()) {
   const PdfBytes bytes(file);
   if (!bytes.is_pdf()) throw Refusal(kNoSource, file + " is no PDF.");
   outcome_.kind = "PDF";
@@ -177,7 +173,7 @@ void PdfImport::take_place() {
   if (!out_) return;
   make_room(asked_, place_, olh_viewers::origin_of_pdf(place_));
   put_mark();
-  const PdfInPages in_pages(asked_.root, asked_.name);
+  const PdfInPages in_pages(asked_);
   const bool was_in_pages = in_pages.is_there();
   out_->put("pdf", place_);
   if (was_in_pages) in_pages.forget();
@@ -186,9 +182,9 @@ void PdfImport::take_place() {
 void PdfImport::take_place_with(OutputFolder& pages) {
   refuse_what_others_brought(asked_, place_, olh_viewers::origin_of_pdf(place_));
   put_mark();
-  if (PdfInPages(asked_.root, asked_.name).lay_into(pages, *out_)) return pages.take_place();
+  if (PdfInPages(asked_).lay_into(pages, *out_)) return pages.take_place();
   const NoSignals between_pages_and_pdf;
-  const bool has_pages = fs::exists(asked_.root + "/htmldocs/" + asked_.name);
+  const bool has_pages = fs::exists(asked_.place_of_pages());
   if (!has_pages) out_->put("pdf", place_);  // a new PDF alone is better than new pages with an old one
   pages.take_place();
   if (has_pages) out_->put("pdf", place_);
@@ -215,12 +211,12 @@ ImportOutcome write_pdf(const ImportRequest& asked, const std::string& from, con
   return outcome;
 }
 
-std::set<std::string> tags_of_pdf(const std::string& root, const std::string& name) {
+std::set<std::string> tags_of_pdf(const ImportRequest& asked) {
   std::set<std::string> tags;
   try {
-    within_memory(name, [&] {
-      const PdfBytes bytes(place_of_pdf(root, name));
-      const PdfFile pdf(bytes.stream(), name);
+    within_memory(asked.name, [&] {
+      const PdfBytes bytes(asked.place_of_pdf());
+      const PdfFile pdf(bytes.stream(), asked.name);
       for (const PdfPlace& place : pdf.named())
         if (const auto tag = olh_viewers::tag_for(place.name)) tags.insert(*tag);
     });

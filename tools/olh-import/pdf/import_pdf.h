@@ -46,8 +46,8 @@ class PdfImport {
 ImportOutcome write_pdf(const ImportRequest& asked, const std::string& from, const std::string& to,
                         const std::string& beside);
 
-// The tags that lead to a place in a PDF of the root; none where there is no such PDF, or it cannot be read.
-std::set<std::string> tags_of_pdf(const std::string& root, const std::string& name);
+// The tags that lead to a place in the PDF that the root has; none where there is no such PDF, or it cannot be read.
+std::set<std::string> tags_of_pdf(const ImportRequest& asked);
 
 }  // namespace olh_import
 
