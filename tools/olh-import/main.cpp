@@ -1,7 +1,6 @@
 // olh-import: a manual that another program made, brought into a documentation root.
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -9,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "child.h"
+#include "command_line.h"
 #include "files.h"
 #include "import_doc_base.h"
 #include "import_document.h"
@@ -21,6 +21,10 @@
 
 namespace {
 
+using olh_command_line::Option;
+using olh_command_line::refuse_option;
+using olh_command_line::refuse_without;
+using olh_command_line::Verb;
 using olh_import::DocBaseOutcome;
 using olh_import::DocBaseRequest;
 using olh_import::DocumentOutcome;
@@ -189,82 +193,63 @@ struct Asked {
   bool json = false;
 };
 
-using Options = std::vector<CLI::Option*>;
-
-void exclude(CLI::Option* one, const Options& others) {
-  for (CLI::Option* const other : others) one->excludes(other);
-}
-
 // Which of the ways of this program can be asked for together.
-void add_options(CLI::App& app, Asked& asked) {
+void add_options(const Verb& program, Asked& asked) {
   ImportRequest& import = asked.import;
-  CLI::Option* const root =
-      app.add_option("ROOT", import.root, "A documentation root; created if it does not exist")->type_name("");
-  CLI::Option* const name =
-      app.add_option("NAME", import.name, "The name of the manual, as help calls will use it")->type_name("");
-  const Options of_pages = {
-      app.add_option("SOURCE", import.sources, "The folder of its HTML pages, files that describe them, its PDF")
-          ->type_name(""),
-      app.add_option("--start", import.start, "The first page of the manual; by default, the source decides")
-          ->type_name("PAGE"),
-      app.add_flag("--link", import.link, "Link to the pages where they lie instead of copying them")};
-  const Options of_pdfs = {
-      app.add_option("--title", import.title, "The title of the manual; by default, that of the source")
-          ->type_name("TEXT"),
-      app.add_option("--place", import.places, "A topic of the PDF and its page; repeat for more topics")
-          ->type_name("TAG=PAGE")
-          ->allow_extra_args(false)};
-  CLI::Option* const all = app.add_flag("--doc-base{" + std::string(kRegistrations) + "}", asked.registrations,
-                                        "Import all manuals that this machine has registered with doc-base");
-  CLI::Option* const text = app.add_flag("--search-text", asked.search_text,
-                                         "Only write the search text of a manual that ROOT already has");
-  CLI::Option* const pdf = app.add_option("--pdf", asked.pdf.files, "Only write a PDF with what the library needs")
-                               ->type_name("FROM TO")
-                               ->expected(2);
-  app.add_option("--links-beside", asked.pdf.beside,
-                 "With --pdf: links to files in this folder become links to files beside the PDF")
-      ->type_name("FOLDER")
-      ->needs(pdf);
-  app.add_flag("--dry-run", import.dry_run, "Print what would be imported and change nothing");
-  app.add_flag("--json", asked.json, "Print JSON");
-  for (CLI::Option* const way : {all, text, pdf}) exclude(way, of_pages);
-  for (CLI::Option* const way : {all, text}) exclude(way, of_pdfs);
-  all->excludes(text);
-  exclude(pdf, {root, name, all, text});
+  const Option root =
+      program.option("ROOT", import.root, "A documentation root; created if it does not exist").value_named("");
+  const Option name =
+      program.option("NAME", import.name, "The name of the manual, as help calls will use it").value_named("");
+  const std::vector<Option> of_pages = {
+      program.option("SOURCE", import.sources, "The folder of its HTML pages, files that describe them, its PDF")
+          .value_named(""),
+      program.option("--start", import.start, "The first page of the manual; by default, the source decides")
+          .value_named("PAGE"),
+      program.flag("--link", import.link, "Link to the pages where they lie instead of copying them")};
+  const std::vector<Option> of_pdfs = {
+      program.option("--title", import.title, "The title of the manual; by default, that of the source")
+          .value_named("TEXT"),
+      program.option("--place", import.places, "A topic of the PDF and its page; repeat for more topics")
+          .value_named("TAG=PAGE")
+          .one_value_each()};
+  Option all = program.flag("--doc-base", kRegistrations, asked.registrations,
+                            "Import all manuals that this machine has registered with doc-base");
+  Option text = program.flag("--search-text", asked.search_text,
+                             "Only write the search text of a manual that ROOT already has");
+  Option pdf = program.option("--pdf", asked.pdf.files, "Only write a PDF with what the library needs")
+                   .value_named("FROM TO")
+                   .values(2, 2);
+  program
+      .option("--links-beside", asked.pdf.beside,
+              "With --pdf: links to files in this folder become links to files beside the PDF")
+      .value_named("FOLDER")
+      .needs(pdf);
+  program.flag("--dry-run", import.dry_run, "Print what would be imported and change nothing");
+  program.flag("--json", asked.json, "Print JSON");
+  all.excludes(of_pages).excludes(of_pdfs).excludes(text);
+  text.excludes(of_pages).excludes(of_pdfs);
+  pdf.excludes(of_pages).excludes({root, name, all, text});
 }
 
 // What the parser cannot tell alone.
 void check_names(const Asked& asked) {
   const ImportRequest& import = asked.import;
   if (!asked.pdf.files.empty()) return;
-  if (import.root.empty()) throw CLI::RequiredError("ROOT");
+  if (import.root.empty()) refuse_without("ROOT");
   if (const std::string refusal = olh_viewers::refusal_of_root(import.root); !refusal.empty())
-    throw CLI::ValidationError("ROOT", refusal);
+    refuse_option("ROOT", refusal);
   if (asked.search_text ? import.name.empty() : asked.registrations.empty() && import.sources.empty())
-    throw CLI::RequiredError(asked.search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
+    refuse_without(asked.search_text ? "NAME" : "NAME and SOURCE, or --doc-base");
   if (!asked.registrations.empty() && !import.name.empty())
-    throw CLI::ValidationError("--doc-base",
-                               "it takes no NAME; registrations that lie elsewhere follow it as "
-                               "--doc-base=" +
-                                   import.name);
+    refuse_option("--doc-base",
+                  "it takes no NAME; registrations that lie elsewhere follow it as --doc-base=" + import.name);
   if (asked.search_text || !asked.registrations.empty()) return;
   if (const std::string refusal = olh_viewers::refusal_of_manual_name(import.name); !refusal.empty())
-    throw CLI::ValidationError("NAME", refusal);
+    refuse_option("NAME", refusal);
 }
 
-int run(int argc, char** argv) {
-  Asked asked;
-  CLI::App app("Import a manual from another program: every page and every named place becomes a topic.",
-               "olh import");
-  add_options(app, asked);
-  app.set_version_flag("--version", "olh-import " OLH_PACKAGE_VERSION);
-  app.footer(kExamples);
-  try {
-    app.parse(argc, argv);
-    check_names(asked);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? olh_import::kDone : olh_import::kWrongUse;
-  }
+int do_what_is_asked(Asked& asked) {
+  check_names(asked);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int number) { interrupted = number; });
   if (!asked.pdf.files.empty()) return write_pdf_alone(asked.import, asked.pdf, asked.json);
   std::string& root = asked.import.root;
@@ -274,6 +259,16 @@ int run(int argc, char** argv) {
   if (asked.registrations.empty()) return import(asked.import, asked.json);
   return import_registered({root, olh_viewers::pieces_of(asked.registrations, ':'), asked.import.dry_run},
                            asked.json);
+}
+
+int run(int argc, char** argv) {
+  Asked asked;
+  olh_command_line::CommandLine words(
+      "olh import", "Import a manual from another program: every page and every named place becomes a topic.",
+      kExamples, [] { return "olh-import " OLH_PACKAGE_VERSION; });
+  add_options(words.program(), asked);
+  words.program().action([&asked] { return do_what_is_asked(asked); });
+  return words.run(argc, argv);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 // olh-index: the search index of a documentation root.
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <future>
 #include <utility>
 
+#include "command_line.h"
 #include "index_folder.h"
 #include "index_maker.h"
 #include "index_sources.h"
@@ -28,7 +28,7 @@ constexpr const char* kExamples =
     "  olh index docs\n"
     "Exit code: 0 made, 4 no list of the documents in this root, 5 it cannot be written, 64 wrong use.\n";
 
-enum ExitCode : int { kFailed = 2, kNotFound = 4, kCannotWrite = 5, kWrongUse = 64 };
+enum ExitCode : int { kFailed = 2, kNotFound = 4, kCannotWrite = 5 };
 
 struct Arguments {
   std::string root;
@@ -123,18 +123,14 @@ int make_index(const Arguments& asked) {
 
 int run(int argc, char** argv) {
   Arguments asked;
-  CLI::App app("Make the search index of a documentation root.", "olh index");
-  app.add_option("ROOT", asked.root, "The directory of the documentation root")->type_name("")->required();
-  app.add_flag("-q,--quiet", asked.quiet, "Print nothing");
-  app.set_version_flag("--version", "olh-index " OLH_PACKAGE_VERSION);
-  app.footer(kExamples);
+  olh_command_line::CommandLine words("olh index", "Make the search index of a documentation root.", kExamples,
+                                      [] { return "olh-index " OLH_PACKAGE_VERSION; });
+  const olh_command_line::Verb program = words.program();
+  program.option("ROOT", asked.root, "The directory of the documentation root").value_named("").required();
+  program.flag("-q,--quiet", asked.quiet, "Print nothing");
+  program.action([&asked] { return make_index(asked); });
   try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUse;
-  }
-  try {
-    return make_index(asked);
+    return words.run(argc, argv);
   } catch (const fs::filesystem_error& error) {
     return complain(kCannotWrite, error.path1().string() + ": " + error.code().message() + ".");
   }

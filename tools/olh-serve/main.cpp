@@ -1,5 +1,4 @@
 // olh-serve: documentation roots over HTTP, for this machine alone.
-#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -7,6 +6,7 @@
 #include <filesystem>
 
 #include "child.h"
+#include "command_line.h"
 #include "files.h"
 #include "page_server.h"
 #include "serve_background.h"
@@ -22,7 +22,7 @@ constexpr const char* kExamples =
     "Only this machine can ask, and only with the addresses that are printed.\n"
     "Exit code: 0 ended with Ctrl-C, 2 the port cannot be opened, 4 no root or no such document, 64 wrong use.\n";
 
-enum ExitCode : int { kFailed = 2, kNotFound = 4, kWrongUse = 64 };
+enum ExitCode : int { kFailed = 2, kNotFound = 4 };
 
 struct Arguments {
   std::vector<std::string> roots;
@@ -67,25 +67,19 @@ int serve(const Arguments& asked) {
 
 int run(int argc, char** argv) {
   Arguments asked;
-  CLI::App app("Serve documentation roots to the browsers of this machine.", "olh serve");
-  app.add_option("ROOT", asked.roots, "Documentation roots; all local ones of the search path by default")
-      ->type_name("");
-  app.add_option("--port", asked.port, "The port; any free one by default")
-      ->type_name("PORT")
-      ->check(CLI::Range(1, 65535));
-  app.add_option("--open", asked.document, "Open this document in the browser, at this place")
-      ->type_name("DOC [TAG]")
-      ->expected(1, 2);
-  app.add_flag("--reload", asked.reload, "An open page loads itself again when a file of its manual changes");
-  app.add_flag("--background", asked.background)->group("");
-  app.set_version_flag("--version", "olh-serve " OLH_PACKAGE_VERSION);
-  app.footer(kExamples);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUse;
-  }
-  return asked.background ? olh_serve::serve_in_background() : serve(asked);
+  olh_command_line::CommandLine words("olh serve", "Serve documentation roots to the browsers of this machine.",
+                                      kExamples, [] { return "olh-serve " OLH_PACKAGE_VERSION; });
+  const olh_command_line::Verb program = words.program();
+  program.option("ROOT", asked.roots, "Documentation roots; all local ones of the search path by default")
+      .value_named("");
+  program.option("--port", asked.port, "The port; any free one by default").value_named("PORT").in_range(1, 65535);
+  program.option("--open", asked.document, "Open this document in the browser, at this place")
+      .value_named("DOC [TAG]")
+      .values(1, 2);
+  program.flag("--reload", asked.reload, "An open page loads itself again when a file of its manual changes");
+  program.flag("--background", asked.background, "").hidden();
+  program.action([&asked] { return asked.background ? olh_serve::serve_in_background() : serve(asked); });
+  return words.run(argc, argv);
 }
 
 }  // namespace

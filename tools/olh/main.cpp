@@ -73,12 +73,17 @@ int become(const std::string& program, char** arguments) {
 }
 
 int run(int argc, char** argv) {
-  olh::CommandLine words("The documentation of this machine's programs, at a terminal.", kExamples, kVerbs);
+  olh_command_line::CommandLine words("olh", "The documentation of this machine's programs, at a terminal.",
+                                      kExamples, olh::version_line);
+  words.program().take_one_verb();
+  for (const auto add : kVerbs) add(words.program());
   if (argc > 1 && !words.has_verb(argv[1]))
     if (const std::string program = program_of(argv[1]); !program.empty()) return become(program, argv + 1);
   for (const auto& [verb, what] : kPrograms)
     if (!program_of(verb).empty()) words.add_program(verb, what);
-  return words.run(argc, argv);
+  const int exit_code = words.run(argc, argv);
+  if (exit_code == olh::kWrongUse || std::fflush(stdout) == 0) return exit_code;
+  return olh::failure(OLH_RESULT_IO, "the answer could not be written.");
 }
 
 }  // namespace

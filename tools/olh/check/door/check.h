@@ -4,9 +4,11 @@
 #ifndef OLH_TOOLS_CHECK_H
 #define OLH_TOOLS_CHECK_H
 
+#include "command_line.h"
+
 namespace olh {
 
-class Verb;
+using olh_command_line::Verb;
 
 void add_check_command(const Verb& olh);
 

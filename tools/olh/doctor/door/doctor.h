@@ -4,9 +4,11 @@
 #ifndef OLH_TOOLS_DOCTOR_H
 #define OLH_TOOLS_DOCTOR_H
 
+#include "command_line.h"
+
 namespace olh {
 
-class Verb;
+using olh_command_line::Verb;
 
 void add_doctor_command(const Verb& olh);
 

@@ -10,10 +10,11 @@
 #include "../root_probe.h"
 #include "../script_lists.h"
 #include "../search_roots.h"
+#include "command_line.h"
 
 namespace olh {
 
-class Verb;
+using olh_command_line::Verb;
 
 void add_list_command(const Verb& olh);
 void add_topics_command(const Verb& olh);

@@ -6,10 +6,11 @@
 
 #include "../list_trial.h"
 #include "../title_warnings.h"
+#include "command_line.h"
 
 namespace olh {
 
-class Verb;
+using olh_command_line::Verb;
 
 void add_dmerge_command(const Verb& olh);
 void add_new_command(const Verb& olh);

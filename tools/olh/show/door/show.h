@@ -5,10 +5,11 @@
 #define OLH_TOOLS_SHOW_H
 
 #include "../rehearsal.h"
+#include "command_line.h"
 
 namespace olh {
 
-class Verb;
+using olh_command_line::Verb;
 
 void add_show_command(const Verb& olh);
 void add_search_command(const Verb& olh);
