@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kLongestPart = 4000;  // bytes of text that count as one section
 constexpr std::size_t kLongestHeading = 400;
-constexpr std::size_t kBytesOfPiece = std::size_t{32} * 1024;
+constexpr std::size_t kBytesOfTextPiece = std::size_t{32} * 1024;
 
 // The end of the first part of a long text: at a blank, if there is one.
 std::size_t end_of_part(std::string_view text) {
@@ -65,7 +65,7 @@ void TextPieces::add_part(const Page& page, const Section& section, std::string_
   else
     add_row(rows_of_sections_, "", {section.anchor, heading_of(section), text, section.topic});
   ++sections_;
-  if (rows_of_pages_.size() + rows_of_sections_.size() < kBytesOfPiece) return;
+  if (rows_of_pages_.size() + rows_of_sections_.size() < kBytesOfTextPiece) return;
   write();
   begin_page(page);
 }
