@@ -18,7 +18,7 @@ TEST_F(ProgramSearch, TheFirstExecutableAlongTheVariableWins) {
   make_directory("two/tool");
   const std::string tool = make_program("three/tool");
   make_program("four/tool");
-  const std::string path = dir + "/one::" + dir + "\\two:" + dir + "/three/:" + dir + "/four/";
+  const std::string path = dir + "/one::" + dir + "\\two:" + dir + "\\three/:" + dir + "/four/";
   set("PATH", path);
   EXPECT_EQ(search("tool"), "1 " + tool);
   EXPECT_EQ(search("tool", ""), "1 " + tool);

@@ -51,6 +51,16 @@ TEST_F(SearchPathMemory, AHostPathThatCouldNotBeSetLeavesTheOldOne) {
   EXPECT_EQ(paths(), "@/first @/new @/env");
 }
 
+TEST_F(SearchPathMemory, ARootThatCouldNotBeAppendedIsAFailure) {
+  OlhPathList* roots = nullptr;
+  char path[] = "/opt/docs/";
+  olh_test::fail_allocations_after(0);
+  const int result = locator.AddTail(roots, path, nullptr, nullptr, nullptr);
+  olh_test::fail_allocations_after(-1);
+  EXPECT_EQ(result, OLH_RESULT_FAILED);
+  EXPECT_EQ(roots, nullptr);
+}
+
 TEST_F(SearchPathMemory, AnAlternatePathThatCouldNotBeSetLeavesTheHostsRoots) {
   exhaust([this] { locator.SetAltDocPath(at("new").c_str()); });
   EXPECT_EQ(paths(), "@/new @/first @/host @/env");
