@@ -1,4 +1,5 @@
 # The largest headers of a folder's programs, read once for all of them (OLH_PRECOMPILED_HEADERS).
+set(OLH_HEADERS_OF_TOOLS <nlohmann/json.hpp> <filesystem> <functional> <map> <string> <vector>)
 
 # olh_precompiled_headers(NAME HEADERS...): for targets that are compiled as those of this folder are.
 function(olh_precompiled_headers name)

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <utility>
 
-namespace olh_command_line {
+namespace olh {
 
 Option Option::required() { return Option(option_->required()); }
 Option Option::excludes(Option other) { return Option(option_->excludes(other.option_)); }
@@ -94,4 +94,4 @@ int CommandLine::run(int argc, char** argv) {
   return exit_code_;
 }
 
-}  // namespace olh_command_line
+}  // namespace olh

@@ -9,7 +9,6 @@
 #define OLH_TOOLS_COMMAND_LINE_H
 
 #include <functional>
-#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,7 +19,7 @@ class App;
 class Option;
 }  // namespace CLI
 
-namespace olh_command_line {
+namespace olh {
 
 // The exit code for a command line that nobody understands.
 inline constexpr int kWrongUse = 64;
@@ -63,7 +62,7 @@ class Verb {
   Verb verb(const char* name, const char* what, const char* notes) const;
   // One that the help does not name.
   Verb hidden_verb(const char* name) const;
-  // At most one of its verbs may be asked for, or none.
+  // At most one of its verbs may be asked for, or none; exactly one.
   void take_one_verb_at_most() const;
   void take_one_verb() const;
 
@@ -100,8 +99,8 @@ class Verb {
 // The command line of a program.
 class CommandLine {
  public:
-  // `name` as a person types it, `notes` below the options in the help; --version prints what
-  // `version` returns, which is called for that alone.
+  // `name` as a person types it, `notes` below the options in the help. --version prints what `version` returns, which is
+  // called for that alone.
   CommandLine(const char* name, const char* what, const char* notes, std::function<std::string()> version);
   ~CommandLine();
 
@@ -117,6 +116,6 @@ class CommandLine {
   std::unique_ptr<CLI::App> words_;
 };
 
-}  // namespace olh_command_line
+}  // namespace olh
 
 #endif

@@ -21,10 +21,10 @@
 
 namespace {
 
-using olh_command_line::Option;
-using olh_command_line::refuse_option;
-using olh_command_line::refuse_without;
-using olh_command_line::Verb;
+using olh::Option;
+using olh::refuse_option;
+using olh::refuse_without;
+using olh::Verb;
 using olh_import::DocBaseOutcome;
 using olh_import::DocBaseRequest;
 using olh_import::DocumentOutcome;
@@ -263,9 +263,9 @@ int do_what_is_asked(Asked& asked) {
 
 int run(int argc, char** argv) {
   Asked asked;
-  olh_command_line::CommandLine words(
-      "olh import", "Import a manual from another program: every page and every named place becomes a topic.",
-      kExamples, [] { return "olh-import " OLH_PACKAGE_VERSION; });
+  olh::CommandLine words("olh import",
+                         "Import a manual from another program: every page and every named place becomes a topic.",
+                         kExamples, [] { return "olh-import " OLH_PACKAGE_VERSION; });
   add_options(words.program(), asked);
   words.program().action([&asked] { return do_what_is_asked(asked); });
   return words.run(argc, argv);

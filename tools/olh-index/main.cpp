@@ -123,9 +123,9 @@ int make_index(const Arguments& asked) {
 
 int run(int argc, char** argv) {
   Arguments asked;
-  olh_command_line::CommandLine words("olh index", "Make the search index of a documentation root.", kExamples,
-                                      [] { return "olh-index " OLH_PACKAGE_VERSION; });
-  const olh_command_line::Verb program = words.program();
+  olh::CommandLine words("olh index", "Make the search index of a documentation root.", kExamples,
+                         [] { return "olh-index " OLH_PACKAGE_VERSION; });
+  const olh::Verb program = words.program();
   program.option("ROOT", asked.root, "The directory of the documentation root").value_named("").required();
   program.flag("-q,--quiet", asked.quiet, "Print nothing");
   program.action([&asked] { return make_index(asked); });

@@ -67,9 +67,9 @@ int serve(const Arguments& asked) {
 
 int run(int argc, char** argv) {
   Arguments asked;
-  olh_command_line::CommandLine words("olh serve", "Serve documentation roots to the browsers of this machine.",
-                                      kExamples, [] { return "olh-serve " OLH_PACKAGE_VERSION; });
-  const olh_command_line::Verb program = words.program();
+  olh::CommandLine words("olh serve", "Serve documentation roots to the browsers of this machine.", kExamples,
+                         [] { return "olh-serve " OLH_PACKAGE_VERSION; });
+  const olh::Verb program = words.program();
   program.option("ROOT", asked.roots, "Documentation roots; all local ones of the search path by default")
       .value_named("");
   program.option("--port", asked.port, "The port; any free one by default").value_named("PORT").in_range(1, 65535);

@@ -73,8 +73,8 @@ int become(const std::string& program, char** arguments) {
 }
 
 int run(int argc, char** argv) {
-  olh_command_line::CommandLine words("olh", "The documentation of this machine's programs, at a terminal.",
-                                      kExamples, olh::version_line);
+  olh::CommandLine words("olh", "The documentation of this machine's programs, at a terminal.", kExamples,
+                         olh::version_line);
   words.program().take_one_verb();
   for (const auto add : kVerbs) add(words.program());
   if (argc > 1 && !words.has_verb(argv[1]))

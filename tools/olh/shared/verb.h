@@ -8,10 +8,6 @@
 
 namespace olh {
 
-using olh_command_line::kWrongUse;
-using olh_command_line::Option;
-using olh_command_line::Verb;
-
 inline void add_root_option(const Verb& verb, std::string& root) {
   verb.option("--root", root, "Documentation roots to search first, separated by ':'").value_named("PATHS");
 }

@@ -4,11 +4,9 @@
 #ifndef OLH_TOOLS_CHECK_H
 #define OLH_TOOLS_CHECK_H
 
-#include "command_line.h"
-
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_check_command(const Verb& olh);
 

@@ -4,11 +4,9 @@
 #ifndef OLH_TOOLS_DOCTOR_H
 #define OLH_TOOLS_DOCTOR_H
 
-#include "command_line.h"
-
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_doctor_command(const Verb& olh);
 

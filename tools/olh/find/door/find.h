@@ -10,11 +10,10 @@
 #include "../root_probe.h"
 #include "../script_lists.h"
 #include "../search_roots.h"
-#include "command_line.h"
 
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_list_command(const Verb& olh);
 void add_topics_command(const Verb& olh);

@@ -6,11 +6,10 @@
 
 #include "../list_trial.h"
 #include "../title_warnings.h"
-#include "command_line.h"
 
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_dmerge_command(const Verb& olh);
 void add_new_command(const Verb& olh);

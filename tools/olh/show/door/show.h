@@ -5,11 +5,10 @@
 #define OLH_TOOLS_SHOW_H
 
 #include "../rehearsal.h"
-#include "command_line.h"
 
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_show_command(const Verb& olh);
 void add_search_command(const Verb& olh);

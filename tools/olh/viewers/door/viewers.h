@@ -7,11 +7,10 @@
 #include "../chosen_viewer.h"
 #include "../viewer_answers.h"
 #include "../viewer_kind.h"
-#include "command_line.h"
 
 namespace olh {
 
-using olh_command_line::Verb;
+class Verb;
 
 void add_setup_command(const Verb& olh);
 void add_viewers_command(const Verb& olh);
