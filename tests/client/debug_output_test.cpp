@@ -83,7 +83,7 @@ void DebugOutputOf::note_refusals() {
     HtmlSearch("", "lib", "");
     locator.FormatNewlink(nullptr);
     locator.modifyOldIniFile(nullptr, buffer, 1, "/b");
-    for (const char* path : {"", "/no/such/root", "/"}) locator.ValidDocPath(path);
+    for (const char* path : {"", "/no/such/root", "/proc"}) locator.ValidDocPath(path);
     OlhHelpCall("", "", 0);
     OlhSearch(nullptr, nullptr);
   });
