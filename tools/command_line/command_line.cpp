@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <utility>
 
 namespace olh {
@@ -85,13 +86,21 @@ bool CommandLine::has_verb(const std::string& name) const {
 
 void CommandLine::add_program(const char* verb, const char* what) { words_->add_subcommand(verb, what); }
 
-int CommandLine::run(int argc, char** argv) {
+int CommandLine::done(int argc, char** argv) {
   try {
     words_->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return words_->exit(error) == 0 ? 0 : kWrongUse;
   }
   return exit_code_;
+}
+
+// What is written and flushed before leaves no more than the mark that it failed.
+int CommandLine::run(int argc, char** argv) {
+  const int exit_code = done(argc, argv);
+  if (exit_code == kWrongUse || (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)) return exit_code;
+  std::fprintf(stderr, "%s: the answer could not be written.\n", words_->get_name().c_str());
+  return kNotWritten;
 }
 
 }  // namespace olh

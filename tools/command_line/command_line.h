@@ -23,6 +23,8 @@ namespace olh {
 
 // The exit code for a command line that nobody understands.
 inline constexpr int kWrongUse = 64;
+// And for an answer that could not be written to standard output.
+inline constexpr int kNotWritten = 5;
 
 // An option, or a word in a place of its own. What is asked of it can be written one behind the other.
 class Option {
@@ -108,10 +110,13 @@ class CommandLine {
   bool has_verb(const std::string& name) const;
   // Says in the help what a program does that is found as a verb.
   void add_program(const char* verb, const char* what);
-  // Does what is asked for. Returns the exit code of the action, 0 after --help and --version, else kWrongUse; both print.
+  // Does what is asked for. Returns the exit code of the action, 0 after --help and --version, which print, kWrongUse or
+  // kNotWritten, with a sentence on standard error.
   int run(int argc, char** argv);
 
  private:
+  int done(int argc, char** argv);
+
   int exit_code_ = 0;
   std::unique_ptr<CLI::App> words_;
 };

@@ -81,9 +81,7 @@ int run(int argc, char** argv) {
     if (const std::string program = program_of(argv[1]); !program.empty()) return become(program, argv + 1);
   for (const auto& [verb, what] : kPrograms)
     if (!program_of(verb).empty()) words.add_program(verb, what);
-  const int exit_code = words.run(argc, argv);
-  if (exit_code == olh::kWrongUse || std::fflush(stdout) == 0) return exit_code;
-  return olh::failure(OLH_RESULT_IO, "the answer could not be written.");
+  return words.run(argc, argv);
 }
 
 }  // namespace

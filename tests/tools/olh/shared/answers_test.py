@@ -6,7 +6,7 @@ import shlex
 from pathlib import Path
 
 import answers
-from scene import PROJECT, WebPages, cached, needs_docs, write
+from scene import OLH, PROJECT, WebPages, cached, needs_docs, run, write
 from verbs import Verbs
 
 # Where the launcher looks for a browser whatever PATH is.
@@ -55,6 +55,11 @@ class Answers(Verbs):
                 self.olh(verb, "--nonsense", code=64)
         self.assertEqual(self.olh("--version").stdout, self.olh("version").stdout)
         self.assertEqual(answering, {verb for verbs, _ in answers.TABLES for verb in verbs})
+
+    def test_an_answer_that_cannot_be_written_is_told(self):
+        for words in ("--help", "--version", "version", "show --help", "paths", "import --help"):
+            with self.subTest(words=words):
+                run("/bin/sh", "-c", f"{OLH} {words} >/dev/full", code=5, env=self.variables)
 
     def rows(self):
         """What no test of a verb shows: words, code, variables."""
