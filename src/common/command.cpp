@@ -96,19 +96,18 @@ void read_lines(int output, const std::function<void(std::string_view)>& on_line
   if (!pending.empty()) on_line(pending);
 }
 
-bool read_without_borrowed_rights(const std::string& command, const std::function<void(std::string_view)>& on_line,
+void read_without_borrowed_rights(const std::string& command, const std::function<void(std::string_view)>& on_line,
                                   const std::function<void()>& on_started) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return false;
+  if (pipe2(ends, O_CLOEXEC) != 0) return;
   const UniqueFd output(ends[0]);
   UniqueFd input(ends[1]);
   const pid_t shell = start_shell(command, input.get());
-  if (shell < 0) return false;
+  if (shell < 0) return;
   input.close();
   if (on_started) on_started();
   read_lines(output.get(), on_line);
   wait_status_of(shell);
-  return true;
 }
 
 }  // namespace
@@ -119,15 +118,14 @@ int run_command(const std::string& command) {
   return status != -1 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-bool read_command(const std::string& command, const std::function<void(std::string_view line)>& on_line,
+void read_command(const std::string& command, const std::function<void(std::string_view line)>& on_line,
                   const std::function<void()>& on_started) {
   if (has_borrowed_rights()) return read_without_borrowed_rights(command, on_line, on_started);
   const CommandPipe output(popen(as_shell_word(command).c_str(), "re"));
-  if (output == nullptr) return false;
+  if (output == nullptr) return;
   if (on_started) on_started();
   // Read below the stream, whose reading would end at the first signal that the host handles.
   read_lines(fileno(output.get()), on_line);
-  return true;
 }
 
 }  // namespace olh

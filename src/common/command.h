@@ -25,9 +25,9 @@ constexpr std::size_t kMaxLinePiece = 8191;
 int run_command(const std::string& command);
 
 // Runs a command and hands on its standard output line by line, without the line feeds; a line over kMaxLinePiece bytes
-// comes in pieces. `on_started` is called once the command has been started, before the first line. Returns false,
-// without having called anything, when the command could not be started.
-bool read_command(const std::string& command, const std::function<void(std::string_view line)>& on_line,
+// comes in pieces. `on_started` is called once the command has been started, before the first line. Nothing is called when
+// the command could not be started.
+void read_command(const std::string& command, const std::function<void(std::string_view line)>& on_line,
                   const std::function<void()>& on_started = {});
 
 }  // namespace olh

@@ -60,8 +60,8 @@ TEST_F(Command, SignalsOfTheHostLoseNoOutput) {
 TEST_F(Command, NothingIsCalledWhenTheCommandCannotStart) {
   const olh_test::Limit no_descriptors(RLIMIT_NOFILE, 0);
   int calls = 0;
-  EXPECT_FALSE(olh::read_command(
-      "echo x", [&](std::string_view) { ++calls; }, [&] { ++calls; }));
+  olh::read_command(
+      "echo x", [&](std::string_view) { ++calls; }, [&] { ++calls; });
   EXPECT_EQ(calls, 0);
 }
 

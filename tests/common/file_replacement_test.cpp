@@ -50,20 +50,34 @@ TEST_F(Replacement, TheModeStaysAndAFreshFileHasTheUsualOne) {
   EXPECT_EQ(mode_of(dir + "/fresh"), 0644U);
 }
 
-TEST_F(Replacement, WhereTheModeCannotBeGivenTheOldFileStays) {
+TEST_F(Replacement, TheOwnerStaysOrElseNobodyBorrowsTheRightsOfTheNewOne) {
+  constexpr uid_t kNobody = 65534;
+  if (geteuid() != 0 || chown(file.c_str(), kNobody, kNobody) != 0) GTEST_SKIP() << "only root gives files away";
+  chmod(file.c_str(), 04755);
+  const auto expect_replaced = [this](uid_t owner, mode_t mode) {
+    EXPECT_TRUE(replace(file, "new"));
+    struct stat status = {};
+    EXPECT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(std::pair(status.st_uid, status.st_mode & 07777U), std::pair(owner, mode));
+  };
+  expect_replaced(kNobody, 04755);
+  if (olh_test::refuse(SYS_fchown, EPERM)) expect_replaced(0, 0755);
+}
+
+class RefusedReplacement : public Replacement, public testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(RefusedReplacement, TheOldFileStaysAlone) {
   chmod(file.c_str(), 0640);
-  if (!olh_test::refuse(SYS_fchmod, EPERM)) GTEST_SKIP() << "no system call filter here";
+  if (!olh_test::refuse(GetParam().first, GetParam().second)) GTEST_SKIP() << "no system call filter here";
   EXPECT_FALSE(replace(file, "new"));
   EXPECT_EQ(read_file(file), "old");
   EXPECT_FALSE(fs::exists(file + ".new"));
 }
 
-TEST_F(Replacement, WhereNoLockCanBeHadTheOldFileStaysAlone) {
-  if (!olh_test::refuse(SYS_flock, EIO)) GTEST_SKIP() << "no system call filter here";
-  EXPECT_FALSE(replace(file, "new"));
-  EXPECT_EQ(read_file(file), "old");
-  EXPECT_FALSE(fs::exists(file + ".new"));
-}
+// No mode that can be given, no lock to be had, no text that reaches the disk.
+INSTANTIATE_TEST_SUITE_P(By, RefusedReplacement,
+                         testing::Values(std::pair(SYS_fchmod, EPERM), std::pair(SYS_flock, EIO),
+                                         std::pair(SYS_fsync, EIO)));
 
 TEST_F(Replacement, ALinkStaysOneAndItsTargetIsRewritten) {
   make_directory("links");
