@@ -146,8 +146,9 @@ class ImportPdf(Verbs):
     def test_equal_names_are_told_and_the_first_stays(self):
         write(self.source, pdf([one.replace("Elsewhere", "intro").replace("/A << /S /URI /URI (https://example.com/) >>", "/Dest [3 0 R /Fit]") for one in BODY]).decode("latin-1"))
         write(self.dir / "pages/index.html", "<h1 id='chapter1'>Start</h1>")
-        same = self.json("import", self.root, "product", self.dir / "pages", self.source)["pdf"]["same_names"]
-        self.assertIn({"name": "intro", "kept": "page 2", "left_out": "page 1"}, same)
+        answer = self.json("import", self.root, "product", self.dir / "pages", self.source)["pdf"]
+        self.assertIn({"name": "intro", "kept": "page 2", "left_out": "page 1"}, answer["same_names"])
+        self.assertIn("intro: page 2 and not page 1", "".join(answer["notes"]))
 
     def test_pages_and_a_pdf_are_one_document_and_tags_of_one_form_alone_are_told(self):
         write(self.dir / "pages/index.html", "<h1 id='chapter1'>Start</h1><h2 id='html_only'>Mine</h2>")

@@ -53,7 +53,8 @@ class Readers(Verbs):
                     (source / name).write_bytes(content if isinstance(content, bytes) else content.encode())
                 sources = [source / name for name in getattr(kind, "SOURCES", ["."])]
                 answer = self.json("import", root, kind.__name__, *sources)
-                self.assertEqual((answer["kind"], answer["title"]), (kind.KIND, kind.TITLE))
+                self.assertEqual([answer[key] for key in ("root", "name", "dry_run", "kind", "title")],
+                                 [str(root), kind.__name__, False, kind.KIND, kind.TITLE])
                 table = (manual / "QELdata/QELAllData.js").read_text()
                 self.assertEqual(re.findall(r'^QELAddTopic\(\["(.*?)","(.*?)","(.*)"\]\);$', table, re.M), kind.TOPICS)
                 self.assertEqual([tuple(line) for line in Contents((manual / "index.htm").read_text()).lines], kind.CONTENTS)
