@@ -68,6 +68,11 @@ class Import(Verbs):
         self.assertEqual([path.name for path in self.manual.parent.iterdir() if "product" in path.name or path.name[0] == "."], [])
         self.assertNotIn("product", self.lists())
 
+    def test_a_root_without_portals_gets_none(self):
+        write(self.root / "htmldocs/qelhelp.htm")
+        self.run_import()
+        self.assertFalse((self.root / "tomedecks").exists())
+
     def test_the_start_page_says_the_language_of_the_manual(self):
         write(self.source / "z.htm", '<html lang="fr"><h1>Annexe</h1>')
         for start, language in (('<html lang="de-AT">', "de-AT"), ("", "fr"), ('<html lang="de&quot; x">', "en")):
