@@ -11,6 +11,8 @@ VIEWER = """#!/usr/bin/python3
 import os, sys
 with open("{calls}", "a") as calls:
     print(sys.argv[1], *os.getresuid(), *os.getresgid(), file=calls)
+if sys.argv[2:] == ["ping()"]:
+    print(open("{said}").read())
 """
 
 
@@ -24,7 +26,8 @@ class BorrowedRights(Scene):
         for name in ("acroread", "reader", "mine"):
             shutil.copy("/bin/true", self.bin / name)
         self.started = write(self.dir / "started")
-        write(self.bin / "viewer", VIEWER.format(calls=self.started))
+        self.said = write(self.dir / "said")
+        write(self.bin / "viewer", VIEWER.format(calls=self.started, said=self.said))
         (self.home / ".qel_viewer_config.ini").unlink(missing_ok=True)
         (self.home / ".qel_viewer_config.ini").symlink_to(self.dir / "options")
         for path in (self.dir, *self.dir.rglob("*")):
@@ -71,6 +74,9 @@ class BorrowedRights(Scene):
         viewer, ids = str(self.bin / "viewer"), " ".join(6 * [str(CALLER)])
         self.assertEqual(self.run_host("start", viewer, "document", viewer), "0 0")
         self.assertEqual(self.started.read_text().splitlines(), [f"document {ids}", f"-remote {ids}", f"-remote {ids}"])
+        self.said.write_text("No running window")
+        self.run_host("start", viewer, "document", viewer)
+        self.assertEqual(self.started.read_text().splitlines()[3:], [f"document {ids}", f"-remote {ids}", f"http://x/ {ids}"])
         self.started.write_text("")
         self.assertEqual(self.run_host("start", "viewer", "document", "viewer"), "5 2")
         self.assertEqual(self.started.read_text(), "", "found along the caller's PATH")
