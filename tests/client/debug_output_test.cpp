@@ -27,7 +27,7 @@ void DebugOutputOf::note_calls() {
   note("a topic in the running browser", [] { OlhHelpCall("guide", "Intro", OLH_DISPLAY_POPUP); });
   note("a PDF, which stands in for a manual", [] { OlhHelpCall("paper", "Getting Started", OLH_DISPLAY_NORMAL); });
   note("a portal", [] { OlhHelpCall("gear_td", "search", OLH_DISPLAY_NORMAL); });
-  note("a document that is nowhere", [] { OlhHelpCall("absent", nullptr, OLH_DISPLAY_TOPIC); });
+  note("a document that is nowhere", [] { OlhHelpCall("absent", nullptr, OLH_DISPLAY_NORMAL); });
   note("a portal that is nowhere", [] { OlhTomeDeck("absent_td", nullptr); });
   note("a topic that is there", [] { OlhHelpTest("guide", "in tro!"); });
   note("a topic that is nowhere", [] { OlhHelpTest("guide", "Other"); });

@@ -17,11 +17,10 @@ class ViewerOrder : public olh_test::Scratch {};
 
 TEST_F(ViewerOrder, TakesOneNameOrAList) {
   const std::tuple<const char*, int, Order> table[] = {
-      {"PDF", 0, kPdfFirst},       {"Html", 0, kHtmlFirst}, {"pdf:html", 0, kPdfFirst},
-      {"html:pdf", 0, kHtmlFirst}, {":pdf:", 0, kPdfFirst}, {"pdf:pdf:html", 0, kPdfFirst},
-      {"xyz:htm", 0, kHtmlFirst},  {"htm:", 0, kHtmlFirst}, {"htm", 3, kPdfFirst},
-      {"xyz", 3, kPdfFirst},       {":", 3, kPdfFirst},     {" pdf", 3, kPdfFirst},
-      {"", 3, kPdfFirst},          {nullptr, 3, kPdfFirst}};
+      {"PDF", 0, kPdfFirst},   {"Html", 0, kHtmlFirst},   {"pdf:html", 0, kPdfFirst},     {"html:pdf", 0, kHtmlFirst},
+      {":pdf:", 0, kPdfFirst}, {"pdf:pdf", 0, kPdfFirst}, {"pdf:pdf:html", 0, kPdfFirst}, {"xyz:htm", 0, kHtmlFirst},
+      {"htm:", 0, kHtmlFirst}, {"htm", 3, kPdfFirst},     {"xyz", 3, kPdfFirst},          {":", 3, kPdfFirst},
+      {" pdf", 3, kPdfFirst},  {"", 3, kPdfFirst},        {nullptr, 3, kPdfFirst}};
   for (const auto& [text, result, expected] : table) {
     SCOPED_TRACE(text ? text : "null");
     OlhSetViewer(OLH_VIEWER_HTML, 0);
