@@ -7,6 +7,7 @@
 namespace {
 
 using olh_test::HelpScene;
+using olh_test::Words;
 using Order = std::array<int, 2>;
 
 Order order() { return {viewerOrder[0], viewerOrder[1]}; }
@@ -54,16 +55,18 @@ TEST_F(ViewerOrder, AnyViewerMovesToTheFront) {
 TEST_F(ViewerOrder, TheDefaultComesFromTheEnvironment) {
   const std::pair<const char*, Order> table[] = {
       {"pdf", kPdfFirst}, {"bogus", kHtmlFirst}, {"", kHtmlFirst}, {"html", kHtmlFirst}};
-  for (const auto& [value, expected] : table) {
-    OlhSetViewerOrder("html:pdf");
-    set("QEL_DOC_TYPE", value);
-    EXPECT_EQ(OlhSetViewer(OLH_VIEWER_DEFAULT, 0), OLH_RESULT_OK);
-    EXPECT_EQ(order(), expected) << value;
-    EXPECT_EQ(OlhGetCurrentViewer(), expected[0]) << value;
+  for (const char* former : {"html:pdf", "pdf:html"}) {
+    for (const auto& [value, expected] : table) {
+      OlhSetViewerOrder(former);
+      set("QEL_DOC_TYPE", value);
+      EXPECT_EQ(OlhSetViewer(OLH_VIEWER_DEFAULT, 0), OLH_RESULT_OK);
+      EXPECT_EQ(order(), expected) << value << " behind " << former;
+      EXPECT_EQ(OlhGetCurrentViewer(), expected[0]) << value << " behind " << former;
+    }
   }
 }
 
-TEST_F(HelpScene, ARunningBrowserIsNotStartedAndAReaderAlwaysIs) {
+TEST_F(HelpScene, ABrowserIsStartedUnlessItRunsAndAReaderAlwaysIs) {
   OlhSetViewer(OLH_VIEWER_HTML, 1);
   EXPECT_EQ(browser.invocations().size(), 1U) << "only asked whether it runs";
   EXPECT_EQ(OlhIsViewerRunning(OLH_VIEWER_HTML), OLH_RESULT_OK);
@@ -71,6 +74,9 @@ TEST_F(HelpScene, ARunningBrowserIsNotStartedAndAReaderAlwaysIs) {
   EXPECT_EQ(OlhIsViewerRunning(OLH_VIEWER_TOMEDECK), OLH_RESULT_FAILED);
   OlhSetViewer(OLH_VIEWER_PDF, 1);
   EXPECT_EQ(read_documents(), "\n") << "started once, with no document";
+  browser.on_ping(0, "No running window\n");
+  OlhSetViewer(OLH_VIEWER_HTML, 1);
+  EXPECT_EQ(browser.arguments().back(), Words{""}) << "one that does not run is started, with no page";
 }
 
 }  // namespace
