@@ -57,10 +57,7 @@ void move_to_front(int viewer) noexcept {
 
 void restore_configured_order() noexcept {
   char order[OLH_BUFFER_SIZE];
-  if (GetOlhVariable(order, "QEL_DOC_TYPE") != 0 && OlhSetViewerOrder(order) == OLH_RESULT_OK) {
-    current_viewer = viewerOrder[0];
-    return;
-  }
+  if (GetOlhVariable(order, "QEL_DOC_TYPE") != 0 && OlhSetViewerOrder(order) == OLH_RESULT_OK) return;
   viewerOrder[0] = OLH_VIEWER_HTML;
   viewerOrder[1] = OLH_VIEWER_PDF;
   current_viewer = OLH_VIEWER_HTML;
