@@ -58,8 +58,8 @@ TEST_F(OptionFile, OnlyTheKeysOwnLineChanges) {
        "# c\nQEL_HTML_BROWSER=\"/n\"\n\nX=1\n"},
       {"appended without an empty line", "QEL_HTML_BROWSER=\"/o\"\n; c\n", kReader,
        "QEL_HTML_BROWSER=\"/o\"\n; c\nQEL_PDF_READER=\"/n\"\n"},
-      {"a comment that names the key stays", "#QEL_PDF_READER=\"/o\"\n", kReader,
-       "#QEL_PDF_READER=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
+      {"comments that name the key stay", "#QEL_PDF_READER=\"/o\"\n;QEL_PDF_READER=\"/o\"\n", kReader,
+       "#QEL_PDF_READER=\"/o\"\n;QEL_PDF_READER=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
       {"lower case is another line", "qel_pdf_reader=\"/o\"\n", kReader,
        "qel_pdf_reader=\"/o\"\nQEL_PDF_READER=\"/n\"\n"},
       {"a last line without line feed", "X=1", kReader, "X=1\nQEL_PDF_READER=\"/n\"\n"},
@@ -216,7 +216,8 @@ TEST_F(OptionFile, TheTreesFileIsThatOfTheParent) {
   std::string parent = root;
   locator.Push(list, alt.data(), parent.data(), parent.data(), parent.data());
   EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_HTML, "/b"), 0);
-  EXPECT_NE(read_file(tree_file).find("QEL_HTML_BROWSER=\"/b\"\n"), std::string::npos);
+  EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_PDF, "/r"), 0);
+  EXPECT_TRUE(read_file(tree_file).ends_with("\n QEL_HTML_BROWSER=\"/b\"\nQEL_PDF_READER=\"/r\"\n"));
   EXPECT_EQ(locator.SetAltViewerPath(OLH_VIEWER_TOMEDECK, "/b"), 2);
 }
 

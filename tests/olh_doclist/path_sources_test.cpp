@@ -20,7 +20,7 @@ TEST_F(PathSources, PrecedenceIsOverrideHostEnvironment) {
   set("QEL_PRODUCT_DOC_PATH", dir + "\\p");
   set("TRV_HOME", at("trv/program"));
   set("QEL_HOME", at("qel/home/"));
-  set("OLH_SYSTEM_DOC_PATH", at("s:") + at("d1"));
+  set("OLH_SYSTEM_DOC_PATH", at("s:") + at("d1:") + at("o"));
   const std::string others = " @/trv/docs @/qel/home/docs @/qel/home/shared @/qel/home/doc @/qel/docs @/s";
 
   locator.AddEnvironmentVariables();
@@ -66,6 +66,11 @@ TEST_F(PathSources, LastPathIsWhatTheHostGave) {
   EXPECT_EQ(locator.mLastDocPath, at("a/:nowhere"));
   EXPECT_EQ(locator.mCurrentDocPath, at("a"));
   EXPECT_EQ(locator.mbEnvironmentAdded, 0);
+  locator.mbEnvironmentAdded = 2;
+  locator.AddEnvironmentVariables();
+  EXPECT_STREQ(locator.mLastDocPath, "") << "any other value of the flag empties it, and does no more";
+  EXPECT_EQ(paths(), "@/a");
+  set_path(at("a"));
   set_path("");
   EXPECT_STREQ(locator.mLastDocPath, "");
   EXPECT_STREQ(locator.mCurrentDocPath, "");

@@ -66,11 +66,12 @@ TEST_F(Show, ASearchOpensThePageOfItsScope) {
       {"", "orvn", "x\\", olh_test::support_page("tomedeck.cfm?query=a%20b&tdk=x\\&field=olh")},
   };
   std::string expected;
-  for (const auto& [search_root, scope, name, url] : cases) {
-    std::strncpy(locator.mCurrentDocPath, search_root.c_str(), OLH_BUFFER_SIZE);
-    EXPECT_EQ(locator.HtmlSearch("a&b", scope, name), url.empty() ? 4 : 0) << url;
-    expected += url;
-  }
+  for (const char* const query : {"a&b", "a?b", "a#b"})
+    for (const auto& [search_root, scope, name, url] : cases) {
+      std::strncpy(locator.mCurrentDocPath, search_root.c_str(), OLH_BUFFER_SIZE);
+      EXPECT_EQ(locator.HtmlSearch(query, scope, name), url.empty() ? 4 : 0) << query << url;
+      expected += url;
+    }
   EXPECT_EQ(shown_urls(), expected);
 }
 
