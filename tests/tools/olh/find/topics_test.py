@@ -20,7 +20,7 @@ class Topics(Verbs):
         wanted = [("Setting Up", "up.htm", "Setting up"), ("bare", None, None), ("open", "half", None)]
         self.assertEqual(self.listed("guide"), wanted)
         for tag, _, _ in wanted:
-            self.olh("test", "guide", tag, code=0)
+            self.assertIn(f', with the topic "{tag}".', self.olh("test", "guide", tag, code=0).stdout)
         self.olh("test", "guide", "indented", code=6)
         self.assertEqual(self.listed("guide", QEL_DOC_PATH=self.serve(self.docs)), wanted)
         self.assertEqual(self.olh("topics", "--names", "guide").stdout, "Setting Up\nbare\nopen\n")

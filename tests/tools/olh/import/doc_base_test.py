@@ -58,6 +58,8 @@ class DocBase(Verbs):
         page = (self.root / "tomedecks/programming-cpp_td/index.html").read_text()
         self.assertIn("<h1>Programming/C++</h1>", page)
         self.assertIn('href="../index.html?tomedeck=programming-cpp_td"', page)
+        again = self.json("import", self.root, f"--doc-base={self.registry}")["documents"]
+        self.assertEqual(sorted((one["name"], one["section"]) for one in again), [("cpp-book", "Programming/C++")] * 2 + [("editor", "Text/Editors")])
 
     def test_each_bad_registration_is_told_in_a_line_and_keeps_out_no_other(self):
         gone, other, is_pdf = f"{self.packages}/gone", self.package("other"), "Format: PDF\nFiles: {}\n"
