@@ -100,6 +100,7 @@ class Showing(Verbs):
 
     def test_results_as_text(self):
         """From the index that dmerge makes: hits with a number, and one of them is shown."""
+        write(self.docs / "htmldocs/guide/more/other.htm", '<p><a href="./../intro.htm#stripes">Of okapis</a></p>')
         self.index_texts(("", "Introduction", "The zebra stands in the first section."),
                          ("stripes", "Stripes", "A zebra has stripes, as all zebras have."))
         no_display = {"QEL_HTML_BROWSER": str(BUILD / "bin/olh-browser"), "DISPLAY": None, "WAYLAND_DISPLAY": None, "BROWSER": None}
@@ -114,6 +115,7 @@ class Showing(Verbs):
         self.assertEqual(self.json("search", "--print", 'introduction "first section"')["results"][0]["topic"], "intro")
         self.assertEqual(self.json("search", "--print", "paper")["results"][0]["document"], "paper_only.pdf")
         self.assertIsNone(self.json("search", "--print", "intro")["results"][0]["heading"])
+        self.assertEqual(self.json("search", "--print", "okapis")["results"], found, "as a link from another page calls it")
         self.olh("search", "--open", "1", "stripes", code=0)
         self.assertTrue(self.opened()[0].endswith("/guide/intro.htm#stripes"), self.opened())
         for words in ("unicorns", '"section first"'):
