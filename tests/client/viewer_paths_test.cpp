@@ -23,7 +23,8 @@ TEST_F(ViewerPaths, ABareNameIsStoredWithTheFullPathThatWasFound) {
 }
 
 TEST_F(ViewerPaths, TheProgramInUseIsNotStoredAgain) {
-  const std::string said = debug_lines_of([this] { OlhSetViewerPath(OLH_VIEWER_HTML, browser.path.c_str()); });
+  const std::string said =
+      debug_lines_of([this] { EXPECT_EQ(OlhSetViewerPath(OLH_VIEWER_HTML, browser.path.c_str()), OLH_RESULT_OK); });
   EXPECT_TRUE(said.ends_with("\nOlhSetViewerPath: done (returned 0)\n")) << said;
   EXPECT_EQ(users_file(), "");
 }
